@@ -1,0 +1,34 @@
+# What every target of the project shares: the language, the warnings, the sanitizers.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+option(TL_BUILD_TESTS "Build the tests" ON)
+option(TL_BUILD_BENCHMARKS "Build the benchmarks" OFF)
+set(TL_SANITIZE "" CACHE STRING "Sanitizers, as the compiler names them: address,undefined or thread")
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+add_compile_definitions(
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+if(TL_SANITIZE)
+    add_compile_options(-fsanitize=${TL_SANITIZE} -fno-omit-frame-pointer -g)
+    add_link_options(-fsanitize=${TL_SANITIZE})
+    if(TL_SANITIZE MATCHES "undefined")
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()
+
+# tl_add_library(NAME SOURCES… LIBRARIES…): one folder of the project as a static library. Includes are written from the root
+# of the project, so that a line tells which floor it reaches for.
+function(tl_add_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}")
+    target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
+endfunction()
