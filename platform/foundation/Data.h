@@ -1,0 +1,83 @@
+#pragma once
+
+#include "platform/foundation/Error.h"
+#include "platform/foundation/Export.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <variant>
+#include <vector>
+
+class QFile;
+
+namespace platform {
+
+/// Immutable bytes as a rope: each piece lies in memory or is a range of an open file. Copies and joins share the
+/// pieces, so a body that holds a file of gigabytes costs no more memory than one that holds a line. A piece of a file
+/// is read when it is asked for, from the file that was opened, also when its name is removed or given to another file
+/// meanwhile.
+class TL_EXPORT Data
+{
+public:
+    Data() = default;
+    Data(QByteArray bytes);
+
+    /// The bytes that the file holds at this moment. Nothing when it cannot be opened for reading or is no regular
+    /// file.
+    static std::optional<Data> contentsOfFile(const QString& path);
+
+    qint64 size() const { return m_size; }
+    bool isEmpty() const { return m_size == 0; }
+
+    Data& append(const Data& other);
+
+    /// All bytes in one piece of memory; nothing when a file no longer gives what it held.
+    std::optional<QByteArray> bytes() const;
+    /// The bytes as text; nothing when they are not UTF-8.
+    std::optional<QString> utf8Text() const;
+
+private:
+    friend class DataReader;
+
+    struct FileRange
+    {
+        std::shared_ptr<QFile> file;
+        QString path;
+    };
+    struct Piece
+    {
+        std::variant<QByteArray, FileRange> content;
+        qint64 size = 0;
+    };
+
+    std::vector<Piece> m_pieces;
+    qint64 m_size = 0;
+};
+
+/// Reads a Data from front to back. One thread at a time; two readers of the same file must not be used at the same
+/// time.
+class TL_EXPORT DataReader
+{
+public:
+    explicit DataReader(Data data);
+
+    /// Fills up to `capacity` bytes and returns their number, 0 at the end, -1 when a file gives fewer bytes than it
+    /// held when it was opened; `error` then says which.
+    qint64 read(char* buffer, qint64 capacity);
+    void seek(qint64 position);
+
+    const std::optional<Error>& error() const { return m_error; }
+
+private:
+    qint64 readFromPiece(const Data::Piece& piece, char* buffer, qint64 capacity);
+
+    Data m_data;
+    std::size_t m_piece = 0;
+    qint64 m_offset = 0;
+    std::optional<Error> m_error;
+};
+
+} // namespace platform

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/foundation/Error.h"
+#include "platform/foundation/Export.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QRectF>
+#include <QString>
+
+#include <concepts>
+#include <initializer_list>
+#include <optional>
+#include <variant>
+
+namespace platform {
+
+/// What "%@" prints of a value. A class joins in by a `describe` of its own that argument-dependent look-up finds.
+/// Dictionaries print as "{\n    key = value;\n}", arrays as "(\n    a,\n    b\n)", JSON null as "<null>", booleans as
+/// 1 and 0.
+TL_EXPORT QString describe(const QString& text);
+TL_EXPORT QString describe(const QJsonValue& value);
+TL_EXPORT QString describe(const QJsonObject& object);
+TL_EXPORT QString describe(const QJsonArray& array);
+/// "{{x, y}, {w, h}}", whole numbers without a decimal point.
+TL_EXPORT QString describe(const QRectF& rectangle);
+
+/// The text for an absent value.
+TL_EXPORT QString describe(std::nullopt_t);
+
+template <typename T>
+QString describe(const std::optional<T>& value)
+{
+    return value ? describe(*value) : describe(std::nullopt);
+}
+
+/// One argument of `format`: a whole number, a floating-point number, or the description of anything else.
+class TL_EXPORT FormatArgument
+{
+public:
+    template <std::integral T>
+    FormatArgument(T number)
+        : m_value(static_cast<qint64>(number))
+    {
+    }
+    template <std::floating_point T>
+    FormatArgument(T number)
+        : m_value(static_cast<double>(number))
+    {
+    }
+    template <typename T>
+    requires(!std::integral<T> && !std::floating_point<T>) FormatArgument(const T& value)
+        : m_value(describe(value))
+    {
+    }
+
+    QString text(QStringView specifier) const;
+
+private:
+    std::variant<qint64, double, QString> m_value;
+};
+
+TL_EXPORT QString formatArguments(const QString& format, std::initializer_list<FormatArgument> arguments);
+
+/// The platform's printf: "%@" prints a description, "%d %ld %lld %lu %hhd" whole numbers, "%f" and "%0.2f" numbers
+/// with a point whatever the locale, "%%" a percent sign. A specifier without an argument prints as it stands.
+template <typename... Arguments>
+QString format(const QString& text, const Arguments&... arguments)
+{
+    return formatArguments(text, {FormatArgument(arguments)...});
+}
+
+} // namespace platform

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/foundation/Export.h"
+
+#include <QString>
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace platform {
+
+/// The head of a server's answer.
+struct TL_EXPORT HTTPURLResponse
+{
+    /// The address that answered, after redirects.
+    QString url;
+    int statusCode = 0;
+    /// In the order of the answer.
+    std::vector<std::pair<QString, QString>> headers;
+    /// Bytes that the body will have; -1 when the answer does not say.
+    qint64 expectedContentLength = -1;
+
+    std::optional<QString> valueForHTTPHeaderField(const QString& field) const;
+};
+
+TL_EXPORT QString describe(const HTTPURLResponse& response);
+
+} // namespace platform

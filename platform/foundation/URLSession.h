@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/foundation/URLSessionConfiguration.h"
+#include "platform/foundation/URLSessionDelegate.h"
+#include "platform/foundation/URLSessionTask.h"
+
+#include <memory>
+
+namespace platform {
+
+class NetworkThread;
+
+/// Makes tasks and carries them out on one network thread of its own. Completions and delegate calls arrive on the main
+/// thread, in order.
+///
+/// - A status of 400 or more is an answer like any other.
+/// - Redirects are followed up to 20 times; 301 and 302 turn POST into GET, 303 turns everything into GET, 307 and 308
+/// repeat the
+///   body. A "Cookie" or "Authorization" field of the request stays with the host it was meant for.
+/// - A "Cookie" field of the request and the jar's cookies leave in one header line, a pair that is in both only once.
+/// - A body that is shorter than announced, or whose encoding is cut short, is an error.
+/// - Errors: URLErrorDomain for the transport; CocoaErrorDomain where a file of the body or of a download fails.
+class TL_EXPORT URLSession : public std::enable_shared_from_this<URLSession>
+{
+public:
+    /// The delegate is not kept alive.
+    static std::shared_ptr<URLSession> sessionWithConfiguration(const URLSessionConfiguration& configuration,
+                                                                std::weak_ptr<URLSessionDelegate> delegate);
+
+    /// Drops every task without a further call and waits for the network thread to end.
+    ~URLSession();
+
+    /// The task does nothing before `resume`. The completion runs once, on the main thread, before the delegate's
+    /// didCompleteWithError.
+    std::shared_ptr<URLSessionDataTask> dataTaskWithRequest(const URLRequest& request,
+                                                            URLSessionDataTask::Completion completion);
+    std::shared_ptr<URLSessionDownloadTask> downloadTaskWithRequest(const URLRequest& request);
+
+    const URLSessionConfiguration& configuration() const { return m_configuration; }
+
+private:
+    friend class URLSessionTask;
+
+    URLSession(const URLSessionConfiguration& configuration, std::weak_ptr<URLSessionDelegate> delegate);
+
+    URLSessionConfiguration m_configuration;
+    std::weak_ptr<URLSessionDelegate> m_delegate;
+    std::unique_ptr<NetworkThread> m_thread;
+};
+
+} // namespace platform

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/foundation/SharedFile.h"
+
+#include <QJsonObject>
+#include <QJsonValue>
+
+#include <mutex>
+#include <optional>
+
+namespace platform {
+
+/// The application's small settings, by key. A value that was set is visible at once to every reader in the process and
+/// already on disk when the call returns. Processes of the same application share the store: each writes only the keys
+/// it sets. From any thread.
+///
+/// The store is one JSON file of the application's configuration folder (XDG_CONFIG_HOME). A file that cannot be
+/// understood is kept aside under another name and the store starts empty.
+class TL_EXPORT UserDefaults
+{
+public:
+    /// The application's own; its place is fixed at the first call.
+    static UserDefaults& standardUserDefaults();
+
+    explicit UserDefaults(const QString& path);
+
+    std::optional<QJsonValue> objectForKey(const QString& key) const;
+    /// Nothing for a value that is neither a text nor a number.
+    std::optional<QString> stringForKey(const QString& key) const;
+    /// True for true, for a number other than 0 and for the texts "YES", "true" and "1" in any case; otherwise, and
+    /// when missing, false.
+    bool boolForKey(const QString& key) const;
+
+    /// Nothing as `value` removes the key.
+    void setObject(const std::optional<QJsonValue>& value, const QString& key);
+    void removeObjectForKey(const QString& key) { setObject(std::nullopt, key); }
+
+    /// Writes what the disk refused earlier and takes up what other processes wrote.
+    void synchronize();
+
+private:
+    void refresh() const;
+    void store();
+
+    mutable std::mutex m_mutex;
+    mutable SharedFile m_file;
+    mutable QJsonObject m_values;
+    /// What the disk does not have yet; null stands for a key to remove.
+    QJsonObject m_unsaved;
+};
+
+} // namespace platform
