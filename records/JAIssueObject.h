@@ -1,0 +1,23 @@
+#pragma once
+
+#include "records/JAAttachmentObject.h"
+
+#include <vector>
+
+/// An issue, as far as its attachments go.
+class TL_EXPORT JAIssueObject : public JAObject
+{
+public:
+    using Attachments = std::vector<std::shared_ptr<const JAAttachmentObject>>;
+
+    static std::shared_ptr<const JAIssueObject> initWithDictionary(const QJsonObject& dictionary);
+
+    /// In the server's order; empty when the answer has none. Elements of the answer that are no objects are left out,
+    /// so that no entry is null.
+    const Attachments& attachments() const { return m_attachments; }
+
+private:
+    explicit JAIssueObject(const QJsonObject& dictionary);
+
+    Attachments m_attachments;
+};

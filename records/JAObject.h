@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/foundation/Export.h"
+
+#include <QJsonObject>
+
+#include <memory>
+
+/// What one JSON answer of the server says, read once and never changed: a record may be handed to any thread.
+///
+/// A key that is missing, null or of another type than expected leaves its property absent. An answer that is no
+/// object counts as an empty one.
+class TL_EXPORT JAObject
+{
+public:
+    static std::shared_ptr<const JAObject> initWithDictionary(const QJsonObject& dictionary);
+
+    virtual ~JAObject() = default;
+    JAObject(const JAObject&) = delete;
+    JAObject& operator=(const JAObject&) = delete;
+
+protected:
+    explicit JAObject(const QJsonObject& dictionary);
+};
