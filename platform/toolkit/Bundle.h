@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace platform {
+
+/// A set of interface files that travels inside a program or a library, as Qt resources below ":/IDENTIFIER".
+/// CMake's tl_embed_interface_files(TARGET PREFIX identifier FILES …) puts files there; users of the target need do
+/// nothing.
+class Bundle
+{
+public:
+    /// The host's own files, below ":/main". Always there, even if it holds nothing.
+    static Bundle mainBundle();
+
+    /// nullopt when nothing was ever embedded under that identifier.
+    static std::optional<Bundle> bundleWithIdentifier(const QString& identifier);
+
+    QString identifier() const { return m_identifier; }
+
+    /// Where the interface file of that name (without ".ui") is expected; says nothing about whether it exists.
+    QString pathForInterfaceFile(const QString& name) const;
+
+private:
+    explicit Bundle(QString identifier);
+
+    QString m_identifier;
+};
+
+} // namespace platform

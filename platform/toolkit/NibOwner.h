@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/toolkit/Actions.h"
+#include "platform/toolkit/Bundle.h"
+#include "platform/toolkit/Nib.h"
+#include "platform/toolkit/Outlets.h"
+
+#include <memory>
+#include <optional>
+
+namespace platform {
+
+/// What a controller with an interface file is: it declares outlets and actions in its constructor, and owns the views
+/// of the file. Views that were moved into another window go with their owner; views that went with such a window leave
+/// null behind. Always held by std::shared_ptr. Main thread only.
+class NibOwner : public std::enable_shared_from_this<NibOwner>
+{
+public:
+    NibOwner(const NibOwner&) = delete;
+    NibOwner& operator=(const NibOwner&) = delete;
+    virtual ~NibOwner();
+
+    /// After loading, what the owner and its file disagree about, one line each ("outlet hostTextField", "action
+    /// cancelAction"); empty when all is well. The same lines are logged once, when the file is loaded.
+    QStringList interfaceProblems() const { return m_problems; }
+
+    QString nibName() const { return m_nibName; }
+
+protected:
+    NibOwner() = default;
+
+    void setNib(const QString& name, const std::optional<Bundle>& bundle);
+
+    /// Loads the file, connects outlets and actions; keeps every view but does not place any.
+    Nib::Views loadNib();
+
+    /// shared_from_this() as the class of the caller: `sharedFrom(this)`.
+    template <class Self>
+    static std::shared_ptr<Self> sharedFrom(Self* self)
+    {
+        return std::static_pointer_cast<Self>(self->shared_from_this());
+    }
+
+    Outlets outlets;
+    Actions actions;
+
+private:
+    QString m_nibName;
+    std::optional<Bundle> m_bundle;
+    QList<QPointer<QWidget>> m_topLevelViews;
+    QStringList m_problems;
+};
+
+} // namespace platform

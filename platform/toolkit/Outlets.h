@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+namespace platform {
+
+/// The views of an interface file that their owner wants to reach, by object name.
+///
+///     outlets.bind("hostTextField", &m_hostTextField);   // QPointer<QLineEdit> m_hostTextField;
+///
+/// The pointer is set when the file is loaded and becomes null again when its view goes. A view that is missing, or of
+/// another class, leaves the pointer null.
+class Outlets
+{
+public:
+    template <class View>
+    void bind(const char* name, QPointer<View>* outlet)
+    {
+        m_entries.push_back({QString::fromLatin1(name), [outlet](QWidget* view) {
+                                 *outlet = dynamic_cast<View*>(view);
+                                 return !outlet->isNull();
+                             }});
+    }
+
+    /// Sets every outlet from these views and what is below them; the names that stayed empty come back in order of
+    /// binding.
+    QStringList connectTo(const QList<QWidget*>& topLevelViews) const;
+
+private:
+    struct Entry
+    {
+        QString name;
+        std::function<bool(QWidget*)> set;
+    };
+    std::vector<Entry> m_entries;
+};
+
+} // namespace platform

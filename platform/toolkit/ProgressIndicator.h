@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QBasicTimer>
+#include <QWidget>
+
+namespace platform {
+
+/// The spinning indicator of work whose length is not known; a bar with a known end is a QProgressBar. Turns only while
+/// it is animating and visible. In Designer: a QWidget promoted to platform::ProgressIndicator.
+class ProgressIndicator : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ProgressIndicator(QWidget* parent = nullptr);
+
+    void startAnimation();
+    void stopAnimation();
+    bool isAnimating() const { return m_isAnimating; }
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void updateTimer();
+
+    QBasicTimer m_timer;
+    int m_step = 0;
+    bool m_isAnimating = false;
+};
+
+} // namespace platform

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QtGlobal>
+
+namespace platform {
+
+class TableCellView;
+class TableView;
+
+/// Where a table's rows come from. Main thread; both may call back into the table and the windows around it.
+class TableViewDataSource
+{
+public:
+    virtual qint64 numberOfRowsInTableView(TableView& table) = 0;
+
+    /// The cell for a row that is about to be visible, from table.makeViewWithIdentifier(); null leaves the row empty.
+    virtual TableCellView* viewForTableColumn(TableView& table, int column, qint64 row) = 0;
+
+protected:
+    ~TableViewDataSource() = default;
+};
+
+} // namespace platform

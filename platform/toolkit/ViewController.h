@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/toolkit/NibOwner.h"
+#include "platform/toolkit/Window.h"
+
+#include <QVariant>
+
+namespace platform {
+
+/// Owns a view that comes from an interface file. Built like WindowController: a subclass declares its outlets and
+/// actions in its constructor, its factory calls initWithNibName().
+class ViewController : public NibOwner
+{
+public:
+    ~ViewController() override;
+
+    /// The first call loads the file, then runs viewDidLoad() once. A file that is missing or broken gives an empty
+    /// view. Null if the window that the view was moved into is gone.
+    QWidget* view();
+    bool isViewLoaded() const { return m_isLoaded; }
+
+    /// The window that the view stands in, or null; does not load the view.
+    std::shared_ptr<Window> window() const { return Window::windowOf(m_view); }
+
+    QVariant representedObject() const { return m_representedObject; }
+    void setRepresentedObject(const QVariant& object) { m_representedObject = object; }
+
+protected:
+    ViewController() = default;
+
+    /// Loads nothing yet. Without a bundle the file is the host's (Bundle::mainBundle()).
+    void initWithNibName(const QString& name, const std::optional<Bundle>& bundle);
+
+    virtual void viewDidLoad() {}
+
+    /// Before the view is laid out: when it is about to be shown, when it has a new size, when its content asks for
+    /// layout.
+    virtual void viewWillLayout() {}
+
+private:
+    class LayoutWatch;
+
+    QPointer<QWidget> m_view;
+    std::unique_ptr<LayoutWatch> m_layoutWatch;
+    QVariant m_representedObject;
+    bool m_isLoaded = false;
+};
+
+} // namespace platform

@@ -1,0 +1,134 @@
+#pragma once
+
+#include "platform/toolkit/ModalResponse.h"
+
+#include <QMargins>
+#include <QPointer>
+#include <QRectF>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+class QWidget;
+
+namespace platform {
+
+class WindowDelegate;
+class WindowWidget;
+class ChildWindows;
+class FrameAnimation;
+class SheetQueue;
+
+/// A top-level window around one content view, which fills it. Main thread only.
+///
+/// Frames include the decorations and are in the platform's coordinates: the origin is the bottom left corner of the
+/// primary screen, y grows upwards, points not pixels. Null windows are quiet no-ops wherever a window is asked for.
+///
+/// Keys: Return clicks the window's default button (QPushButton::default) unless another button has the focus; Escape
+/// clicks the visible button whose shortcut is Esc. Both are set in Designer.
+class Window : public std::enable_shared_from_this<Window>
+{
+public:
+    /// A hidden window of the content's size. The content is not owned: it may be moved elsewhere, or go first.
+    static std::shared_ptr<Window> create(const QString& title = QString(), QWidget* contentView = nullptr);
+    ~Window();
+
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    /// The window that this view stands in, or null.
+    static std::shared_ptr<Window> windowOf(const QWidget* view);
+
+    /// Null once the content has been moved elsewhere; such a window is not shown as a child window.
+    QWidget* contentView() const;
+    void setContentView(QWidget* view);
+
+    QString title() const;
+    void setTitle(const QString& title);
+
+    /// Kept weakly.
+    void setDelegate(const std::shared_ptr<WindowDelegate>& delegate);
+    std::shared_ptr<WindowDelegate> delegate() const;
+
+    QRectF frame() const;
+
+    /// frame() and the content's size are the new ones when this returns. With `animate`, and if the window is on
+    /// screen, its edges follow smoothly; a later setFrame() takes over from where they are. `display` draws the
+    /// content at once.
+    void setFrame(const QRectF& frame, bool display, bool animate = false);
+
+    /// In the middle of its screen.
+    void center();
+
+    bool isVisible() const;
+    bool isKeyWindow() const;
+
+    /// Shows the window in front and gives it the keyboard. The first time it is centred unless setFrame() placed it.
+    void makeKeyAndOrderFront();
+    void orderOut();
+
+    /// windowWillClose, then off screen. Sheets of the window end with ModalResponse::Stop first; a window that is
+    /// itself a sheet ends with Stop. Closing a closed window does nothing.
+    void close();
+
+    // Sheets. A sheet blocks its window only. Its user cannot close it: the close button does what Escape does.
+
+    /// Gets the code of endSheet(), inside endSheet(), once. It is dropped unrun only if the parent is destroyed.
+    using SheetCompletion = std::function<void(int returnCode)>;
+
+    /// Returns at once. While another sheet is up this one waits for its turn. A window that is a sheet already, here
+    /// or elsewhere, waiting or not, is not begun again (logged). Both windows stay alive until the sheet ends or the
+    /// parent goes.
+    void beginSheet(const std::shared_ptr<Window>& sheet, SheetCompletion completion);
+
+    /// Ends the sheet, shown or waiting; the next one shows after the completion. Nothing happens if it is no sheet of
+    /// this window.
+    void endSheet(const std::shared_ptr<Window>& sheet, int returnCode = ModalResponse::Stop);
+
+    /// The window this one is a sheet of, from beginSheet() to endSheet(); null otherwise.
+    std::shared_ptr<Window> sheetParent() const;
+    /// The sheet that is up.
+    std::shared_ptr<Window> attachedSheet() const;
+
+    // Child windows move, show and hide with their parent.
+
+    enum class Ordered { Below = -1, Above = 1 };
+
+    /// The parent keeps the child alive; a child of another window changes over.
+    void addChildWindow(const std::shared_ptr<Window>& child, Ordered ordered);
+    void removeChildWindow(const std::shared_ptr<Window>& child);
+    std::shared_ptr<Window> parentWindow() const;
+
+    /// The top-level widget, for what Qt says well enough (icon, screenshots, resizing).
+    QWidget* widget() const;
+
+    /// For tests, where no window manager decorates: from now on every window's frame is taken to have these margins
+    /// around its content. nullopt goes back to the real ones.
+    static void pretendDecorations(std::optional<QMargins> margins);
+
+private:
+    friend class WindowWidget;
+    friend class SheetQueue;
+    friend class ChildWindows;
+
+    Window();
+
+    void userWantsToClose();
+    void geometryChanged();
+    void visibilityChanged();
+    void keyChanged(bool isKey);
+    QMargins decorations() const;
+
+    std::unique_ptr<WindowWidget> m_widget;
+    std::unique_ptr<FrameAnimation> m_animation;
+    std::unique_ptr<SheetQueue> m_sheets;
+    std::unique_ptr<ChildWindows> m_children;
+    QPointer<QWidget> m_content;
+    std::weak_ptr<WindowDelegate> m_delegate;
+    bool m_isPlaced = false;
+    bool m_isClosed = false;
+};
+
+} // namespace platform

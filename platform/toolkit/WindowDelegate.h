@@ -1,0 +1,20 @@
+#pragma once
+
+namespace platform {
+
+class Window;
+
+/// All calls on the main thread.
+class WindowDelegate
+{
+public:
+    /// Once each time the window closes, by its user or by close(), while it is still on screen.
+    virtual void windowWillClose(Window&) {}
+    virtual void windowDidBecomeKey(Window&) {}
+    virtual void windowDidResignKey(Window&) {}
+
+protected:
+    ~WindowDelegate() = default;
+};
+
+} // namespace platform
