@@ -1,5 +1,6 @@
 #pragma once
 
+#include "client/Guarded.h"
 #include "client/JAControllerDelegate.h"
 #include "platform/foundation/URLSession.h"
 #include "records/JAIssueObject.h"
@@ -14,7 +15,6 @@
 
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
 
 /// The client through which everything talks to the Jira server: one for the process, under one session.
@@ -59,42 +59,42 @@ public:
     ~JAController() override;
 
     /// The session of the last successful login or check; null before. Neither failures nor logging out clear it.
-    std::shared_ptr<const JALoginObject> jaSession() const;
+    std::shared_ptr<const JALoginObject> jaSession() const { return m_jaSession.get(); }
 
     /// A document that the entry controllers hand in; only kept.
-    std::optional<QString> pathFile() const;
-    void setPathFile(const std::optional<QString>& path);
+    std::optional<QString> pathFile() const { return m_pathFile.get(); }
+    void setPathFile(const std::optional<QString>& path) { m_pathFile.set(path); }
 
     /// Kept alive. Whoever is the delegate when something happens is told.
-    std::shared_ptr<JAControllerDelegate> delegate() const;
-    void setDelegate(const std::shared_ptr<JAControllerDelegate>& delegate);
+    std::shared_ptr<JAControllerDelegate> delegate() const { return m_delegate.get(); }
+    void setDelegate(const std::shared_ptr<JAControllerDelegate>& delegate) { m_delegate.set(delegate); }
 
     /// Where every request runs. Its delegate is the client.
-    std::shared_ptr<platform::URLSession> session() const;
-    void setSession(const std::shared_ptr<platform::URLSession>& session);
+    std::shared_ptr<platform::URLSession> session() const { return m_session.get(); }
+    void setSession(const std::shared_ptr<platform::URLSession>& session) { m_session.set(session); }
 
-    DownloadCallBack downloadCallBack() const;
-    void setDownloadCallBack(const DownloadCallBack& callBack);
+    DownloadCallBack downloadCallBack() const { return m_downloadCallBack.get(); }
+    void setDownloadCallBack(const DownloadCallBack& callBack) { m_downloadCallBack.set(callBack); }
 
-    UploadCallBack uploadCallBack() const;
-    void setUploadCallBack(const UploadCallBack& callBack);
+    UploadCallBack uploadCallBack() const { return m_uploadCallBack.get(); }
+    void setUploadCallBack(const UploadCallBack& callBack) { m_uploadCallBack.set(callBack); }
 
     /// The server's base address, SCHEME://HOST/ whatever else the address that was set has; nothing when none is set.
     /// A part that the address lacks reads "(null)", which no request can reach.
     std::optional<QString> jiraHost() const;
     /// Only kept; `setHost` saves too.
-    void setJiraHost(const std::optional<QString>& host);
+    void setJiraHost(const std::optional<QString>& host) { m_jiraHost.set(host); }
 
-    std::optional<QString> savePath() const;
-    void setSavePath(const std::optional<QString>& path);
+    std::optional<QString> savePath() const { return m_savePath.get(); }
+    void setSavePath(const std::optional<QString>& path) { m_savePath.set(path); }
 
     /// The newest upload, running or ended.
-    std::shared_ptr<platform::URLSessionDataTask> upladTask() const;
-    void setUpladTask(const std::shared_ptr<platform::URLSessionDataTask>& task);
+    std::shared_ptr<platform::URLSessionDataTask> upladTask() const { return m_upladTask.get(); }
+    void setUpladTask(const std::shared_ptr<platform::URLSessionDataTask>& task) { m_upladTask.set(task); }
 
     /// The newest download, running or ended.
-    std::shared_ptr<platform::URLSessionDownloadTask> downloadTask() const;
-    void setDownloadTask(const std::shared_ptr<platform::URLSessionDownloadTask>& task);
+    std::shared_ptr<platform::URLSessionDownloadTask> downloadTask() const { return m_downloadTask.get(); }
+    void setDownloadTask(const std::shared_ptr<platform::URLSessionDownloadTask>& task) { m_downloadTask.set(task); }
 
     /// Saves the server's address as given, for later runs too, and uses it. Nothing forgets it.
     void setHost(const std::optional<QString>& host);
@@ -187,22 +187,22 @@ public:
 private:
     JAController();
 
-    void sendRequest(platform::URLRequest request, const RequestCallBack& callBack);
-    void setJaSession(const std::shared_ptr<const JALoginObject>& session);
-    void notifyValidSession() const;
+    /// The completion of a task that calls back in a turn of the event loop of its own. Keeps the client until then.
+    platform::URLSessionDataTask::Completion callingBackLater(const RequestCallBack& callBack);
+
+    void acceptSession(const QJsonObject& dictionary, const LoginCallBack& callBack);
+    void refuseSession(const std::optional<platform::Error>& error, const LoginCallBack& callBack);
     void notifyInvalidSession() const;
 
-    /// Guards the properties, never held while a callback runs: an upload starts on another thread than the one that
-    /// reports its progress.
-    mutable std::mutex m_mutex;
-    std::shared_ptr<const JALoginObject> m_jaSession;
-    std::optional<QString> m_pathFile;
-    std::shared_ptr<JAControllerDelegate> m_delegate;
-    std::shared_ptr<platform::URLSession> m_session;
-    DownloadCallBack m_downloadCallBack;
-    UploadCallBack m_uploadCallBack;
-    std::optional<QString> m_jiraHost;
-    std::optional<QString> m_savePath;
-    std::shared_ptr<platform::URLSessionDataTask> m_upladTask;
-    std::shared_ptr<platform::URLSessionDownloadTask> m_downloadTask;
+    // An upload starts on another thread than the one that reports its progress.
+    client::Guarded<std::shared_ptr<const JALoginObject>> m_jaSession;
+    client::Guarded<std::optional<QString>> m_pathFile;
+    client::Guarded<std::shared_ptr<JAControllerDelegate>> m_delegate;
+    client::Guarded<std::shared_ptr<platform::URLSession>> m_session;
+    client::Guarded<DownloadCallBack> m_downloadCallBack;
+    client::Guarded<UploadCallBack> m_uploadCallBack;
+    client::Guarded<std::optional<QString>> m_jiraHost;
+    client::Guarded<std::optional<QString>> m_savePath;
+    client::Guarded<std::shared_ptr<platform::URLSessionDataTask>> m_upladTask;
+    client::Guarded<std::shared_ptr<platform::URLSessionDownloadTask>> m_downloadTask;
 };

@@ -1,0 +1,29 @@
+#include "client/Answer.h"
+
+#include "client/JAController.h"
+
+namespace client {
+
+Answer Answer::from(const std::optional<QByteArray>& body, const std::optional<platform::Error>& transportError,
+                    const std::optional<platform::HTTPURLResponse>& response)
+{
+    if (transportError || !body)
+        return {Kind::Missing, std::nullopt, transportError};
+    const std::optional<QJsonValue> json = JAController::jsonSerialization(body);
+    const qint64 status = statusOf(response);
+    if (status == 200)
+        return {Kind::Accepted, json, std::nullopt};
+    return {Kind::Refused, json, unexpectedStatus(status, json)};
+}
+
+qint64 statusOf(const std::optional<platform::HTTPURLResponse>& response)
+{
+    return response ? response->statusCode : 0;
+}
+
+platform::Error unexpectedStatus(qint64 status, const std::optional<QJsonValue>& json)
+{
+    return {QString::fromLatin1(JAController::invalidSessionDomain), status, json};
+}
+
+} // namespace client

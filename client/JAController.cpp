@@ -1,0 +1,78 @@
+#include "client/JAController.h"
+
+#include "constants/JAConstants.h"
+#include "platform/foundation/Format.h"
+#include "platform/foundation/HTTPCookieStorage.h"
+#include "platform/foundation/JSON.h"
+#include "platform/foundation/PathString.h"
+#include "platform/foundation/URL.h"
+#include "platform/foundation/UserDefaults.h"
+
+namespace {
+
+const QLatin1String schemeEnd("://");
+
+} // namespace
+
+const std::shared_ptr<JAController>& JAController::sharedInstance()
+{
+    // Never destroyed: requests may be under way, and callers may come, until the last moment of the process.
+    static const auto* const instance = new std::shared_ptr<JAController>(init());
+    return *instance;
+}
+
+std::shared_ptr<JAController> JAController::init()
+{
+    const std::shared_ptr<JAController> client(new JAController);
+
+    auto configuration = platform::URLSessionConfiguration::defaultSessionConfiguration();
+    configuration.HTTPShouldSetCookies = true;
+    configuration.HTTPCookieStorage = platform::HTTPCookieStorage::sharedHTTPCookieStorage();
+    configuration.HTTPCookieAcceptPolicy = platform::HTTPCookieAcceptPolicy::Always;
+    client->setSession(platform::URLSession::sessionWithConfiguration(configuration, client));
+    return client;
+}
+
+JAController::JAController()
+    : m_jiraHost(kJiraURL)
+{
+    if (const auto savedHost = platform::UserDefaults::standardUserDefaults().stringForKey(kJiraURL))
+        setJiraHost(savedHost);
+}
+
+JAController::~JAController() = default;
+
+std::optional<QString> JAController::jiraHost() const
+{
+    const std::optional<QString> address = m_jiraHost.get();
+    if (!address)
+        return std::nullopt;
+    const platform::URL url = platform::URL::parse(*address).value_or(platform::URL());
+    return platform::format(QStringLiteral("%@://%@/"), url.scheme, url.host);
+}
+
+void JAController::setHost(const std::optional<QString>& host)
+{
+    platform::UserDefaults::standardUserDefaults().setObject(host ? std::optional<QJsonValue>(*host) : std::nullopt,
+                                                             kJiraURL);
+    setJiraHost(host);
+}
+
+std::optional<QString> JAController::url(const QString& path) const
+{
+    const std::optional<QString> base = jiraHost();
+    if (!base)
+        return std::nullopt;
+    // Joined behind the scheme: joining paths would make one "/" of the two that follow it.
+    const qsizetype hostStart = base->indexOf(schemeEnd) + schemeEnd.size();
+    QString host = base->mid(hostStart);
+    host.chop(1);
+    if (host.contains(u':'))
+        host = u'[' + host + u']';
+    return base->left(hostStart) + platform::appendingPathComponent(host + u'/', path);
+}
+
+std::optional<QJsonValue> JAController::jsonSerialization(const std::optional<QByteArray>& data)
+{
+    return data ? platform::decodeJSON(*data) : std::nullopt;
+}

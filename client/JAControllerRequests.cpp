@@ -1,0 +1,53 @@
+#include "client/CallIfSet.h"
+#include "client/JAController.h"
+#include "platform/foundation/JSON.h"
+#include "platform/foundation/MainQueue.h"
+
+namespace {
+
+platform::URLRequest requestFor(const QString& method, const std::optional<QString>& url)
+{
+    platform::URLRequest request(url, platform::URLRequestCachePolicy::UseProtocolCachePolicy, 60.0);
+    if (const auto cookie = JALoginObject::restoreSession())
+        request.addValue(*cookie, QStringLiteral("cookie"));
+    request.HTTPMethod = method;
+    request.addValue(QStringLiteral("application/json"), QStringLiteral("Content-Type"));
+    request.addValue(QStringLiteral("application/json"), QStringLiteral("Accept"));
+    return request;
+}
+
+} // namespace
+
+void JAController::sendGetRequest(const std::optional<QString>& url, const RequestCallBack& callBack)
+{
+    session()->dataTaskWithRequest(requestFor(QStringLiteral("GET"), url), callingBackLater(callBack))->resume();
+}
+
+void JAController::sendDeleteRequest(const std::optional<QString>& url, const RequestCallBack& callBack)
+{
+    session()->dataTaskWithRequest(requestFor(QStringLiteral("DELETE"), url), callingBackLater(callBack))->resume();
+}
+
+void JAController::sendPostRequest(const std::optional<QString>& url, const std::optional<QJsonObject>& parametres,
+                                   const std::optional<HTTPFields>& httpFields, const RequestCallBack& callBack)
+{
+    platform::URLRequest request = requestFor(QStringLiteral("POST"), url);
+    if (httpFields) {
+        for (auto field = httpFields->cbegin(); field != httpFields->cend(); ++field)
+            request.addValue(field.value(), field.key());
+    }
+    if (parametres)
+        request.HTTPBody = platform::encodeJSON(*parametres);
+    session()->dataTaskWithRequest(request, callingBackLater(callBack))->resume();
+}
+
+platform::URLSessionDataTask::Completion JAController::callingBackLater(const RequestCallBack& callBack)
+{
+    return [self = shared_from_this(), callBack](const std::optional<platform::Data>& body,
+                                                 const std::optional<platform::HTTPURLResponse>& response,
+                                                 const std::optional<platform::Error>& error) {
+        platform::MainQueue::instance().addOperation([self, callBack, body, response, error] {
+            client::callIfSet(callBack, body ? body->bytes() : std::nullopt, error, response);
+        });
+    };
+}

@@ -1,0 +1,127 @@
+#include "client/Answer.h"
+#include "client/CallIfSet.h"
+#include "client/JAController.h"
+#include "constants/JAConstants.h"
+#include "platform/foundation/HTTPCookieStorage.h"
+#include "platform/foundation/Log.h"
+#include "platform/foundation/UserDefaults.h"
+
+using client::Answer;
+using client::callIfSet;
+
+namespace {
+
+/// The texts up to the first that is missing.
+QJsonObject credentials(const std::optional<QString>& user, const std::optional<QString>& password)
+{
+    QJsonObject dictionary;
+    if (user)
+        dictionary.insert(u"username", *user);
+    if (user && password)
+        dictionary.insert(u"password", *password);
+    return dictionary;
+}
+
+} // namespace
+
+void JAController::login(const std::optional<QString>& user, const std::optional<QString>& password,
+                         const LoginCallBack& callBack)
+{
+    const QJsonObject parametres = credentials(user, password);
+    sendPostRequest(url(kLoginURLPath), parametres, std::nullopt,
+                    [this, parametres, callBack](const auto& body, const auto& error, const auto& response) {
+                        const Answer answer = Answer::from(body, error, response);
+                        if (answer.kind == Answer::Kind::Missing) {
+                            callIfSet(callBack, nullptr, answer.error);
+                            return;
+                        }
+                        platform::log(u"%@", parametres);
+                        platform::log(u"%@", response);
+                        platform::log(u"%@", answer.json);
+                        if (answer.kind == Answer::Kind::Accepted)
+                            acceptSession(answer.dictionary(), callBack);
+                        else
+                            refuseSession(answer.error, callBack);
+                    });
+}
+
+void JAController::updateSession(const LoginCallBack& callBack)
+{
+    sendGetRequest(url(kLoginURLPath), [this, callBack](const auto& body, const auto& error, const auto& response) {
+        const Answer answer = Answer::from(body, error, response);
+        switch (answer.kind) {
+        case Answer::Kind::Missing:
+            notifyInvalidSession();
+            callIfSet(callBack, nullptr, answer.error);
+            break;
+        case Answer::Kind::Accepted:
+            acceptSession(answer.dictionary(), callBack);
+            break;
+        case Answer::Kind::Refused:
+            refuseSession(answer.error, callBack);
+            break;
+        }
+    });
+}
+
+void JAController::logout(const CompletionCallBack& callBack)
+{
+    const std::optional<QString> sessionURL = url(kLoginURLPath);
+    platform::HTTPCookieStorage::sharedHTTPCookieStorage()->deleteAllCookies();
+    platform::UserDefaults::standardUserDefaults().synchronize();
+    sendDeleteRequest(sessionURL, [this, callBack](const auto&, const auto& error, const auto& response) {
+        if (error)
+            callIfSet(callBack, error);
+        notifyInvalidSession();
+        const qint64 status = client::statusOf(response);
+        if (status == 204)
+            callIfSet(callBack, std::nullopt);
+        else
+            callIfSet(callBack, client::unexpectedStatus(status, std::nullopt));
+    });
+    setHost(std::nullopt);
+}
+
+void JAController::getCurrentUser(const UserCallBack& callBack)
+{
+    sendGetRequest(url(kCurrentUserPath), [callBack](const auto& body, const auto& error, const auto& response) {
+        const Answer answer = Answer::from(body, error, response);
+        if (answer.kind == Answer::Kind::Accepted)
+            callIfSet(callBack, JAUser::initWithDictionary(answer.dictionary()), std::nullopt);
+        else
+            callIfSet(callBack, nullptr, answer.error);
+    });
+}
+
+void JAController::getIssueObject(const QString& key, const IssueCallBack& callBack)
+{
+    sendGetRequest(url(platform::format(kGetIssue, key)),
+                   [callBack](const auto& body, const auto& error, const auto& response) {
+                       const Answer answer = Answer::from(body, error, response);
+                       if (answer.kind == Answer::Kind::Accepted)
+                           callIfSet(callBack, JAIssueObject::initWithDictionary(answer.dictionary()), std::nullopt);
+                       else
+                           callIfSet(callBack, nullptr, answer.error);
+                   });
+}
+
+void JAController::acceptSession(const QJsonObject& dictionary, const LoginCallBack& callBack)
+{
+    const auto newSession = JALoginObject::initWithDictionary(dictionary);
+    m_jaSession.set(newSession);
+    if (const auto receiver = delegate())
+        receiver->jaValidSession();
+    callIfSet(callBack, newSession, std::nullopt);
+}
+
+void JAController::refuseSession(const std::optional<platform::Error>& error, const LoginCallBack& callBack)
+{
+    callIfSet(callBack, nullptr, error);
+    notifyInvalidSession();
+}
+
+void JAController::notifyInvalidSession() const
+{
+    if (const auto receiver = delegate())
+        receiver->jaInvalidSession();
+}

@@ -1,0 +1,103 @@
+#include "client/Answer.h"
+#include "client/CallIfSet.h"
+#include "client/JAController.h"
+#include "client/MultipartBody.h"
+#include "constants/JAConstants.h"
+#include "platform/foundation/Log.h"
+
+namespace {
+
+/// Success is any JSON that is no object; one that is tells what went wrong.
+void reportUpload(const std::optional<QByteArray>& body, const std::optional<platform::HTTPURLResponse>& response,
+                  const JAController::CompletionCallBack& callBack)
+{
+    const std::optional<QJsonValue> answer = JAController::jsonSerialization(body);
+    const qint64 status = client::statusOf(response);
+    if (!answer) {
+        // Callers are told twice: the success that follows is part of what they rely on.
+        client::callIfSet(callBack, platform::Error{QString::fromLatin1(JAController::fatalErrorDomain), status, {}});
+    }
+    if (answer && answer->isObject()) {
+        const QJsonObject dictionary = answer->toObject();
+        const QString key = QStringLiteral("error");
+        const auto reason = dictionary.contains(key) ? std::optional(dictionary.value(key)) : std::nullopt;
+        const QString domain = platform::format(QStringLiteral("%@"), reason);
+        client::callIfSet(callBack, platform::Error{domain, status, *answer});
+        return;
+    }
+    client::callIfSet(callBack, std::nullopt);
+}
+
+std::optional<platform::Data> contentsOfFile(const std::optional<QString>& path)
+{
+    return path ? platform::Data::contentsOfFile(*path) : std::nullopt;
+}
+
+platform::URLRequest uploadRequest(const std::optional<QString>& url, const platform::Data& body)
+{
+    platform::URLRequest request(url);
+    if (const auto cookie = JALoginObject::restoreSession())
+        request.addValue(*cookie, QStringLiteral("cookie"));
+    request.cachePolicy = platform::URLRequestCachePolicy::ReloadIgnoringLocalCacheData;
+    request.HTTPShouldHandleCookies = true;
+    request.timeoutInterval = 60.0;
+    request.HTTPMethod = QStringLiteral("POST");
+    request.setValue(platform::format(QStringLiteral("multipart/form-data; boundary=%@"), client::multipartBoundary),
+                     QStringLiteral("Content-Type"));
+    request.setValue(QStringLiteral("nocheck"), QStringLiteral("X-Atlassian-Token"));
+    request.HTTPBody = body;
+    request.setValue(platform::format(QStringLiteral("%lu"), body.size()), QStringLiteral("Content-Length"));
+    return request;
+}
+
+} // namespace
+
+void JAController::uploadFileInIssue(const std::optional<QString>& path, const std::optional<QString>& name,
+                                     const QString& keyIssue, const CompletionCallBack& callBack,
+                                     const UploadCallBack& updateCallBack)
+{
+    setUploadCallBack(updateCallBack);
+    platform::log(u"uploadFileInIssue path file: %@", path);
+    uploadImageDouble2(url(platform::format(kAttachFilePath, keyIssue)), path, name, contentsOfFile(path),
+                       [callBack](const auto& body, const auto& error, const auto& response) {
+                           const auto text = body ? platform::Data(*body).utf8Text() : std::nullopt;
+                           platform::log(u" %@ \n%@ \n%@", text, error, response);
+                           if (error)
+                               client::callIfSet(callBack, error);
+                           else
+                               reportUpload(body, response, callBack);
+                       });
+}
+
+void JAController::uploadImageDouble2(const std::optional<QString>& url, const std::optional<QString>& path,
+                                      const std::optional<QString>& name, const std::optional<platform::Data>& data,
+                                      const RequestCallBack& callBack)
+{
+    const platform::Data form = client::multipartBody(data, name, mimeTypeForPath(path));
+    const auto task = session()->dataTaskWithRequest(
+        uploadRequest(url, form),
+        [callBackLater = callingBackLater(callBack)](const auto& body, const auto& response, const auto& error) {
+            // The text of the request's body belongs here; it is never at hand.
+            platform::log(u"eq: %@", std::nullopt);
+            callBackLater(body, response, error);
+        });
+    task->resume();
+    setUpladTask(task);
+}
+
+void JAController::cancelUpload()
+{
+    if (const auto task = upladTask())
+        task->cancel();
+}
+
+QString JAController::mimeTypeForPath(const std::optional<QString>&)
+{
+    return QStringLiteral("application/octet-stream");
+}
+
+void JAController::didSendBodyData(const std::shared_ptr<platform::URLSessionTask>&, qint64, qint64 totalBytesSent,
+                                   qint64 totalBytesExpectedToSend)
+{
+    client::callIfSet(uploadCallBack(), totalBytesSent, totalBytesExpectedToSend);
+}

@@ -1,0 +1,34 @@
+#include "client/MultipartBody.h"
+
+#include "platform/foundation/Format.h"
+
+namespace client {
+
+const QString multipartBoundary = QStringLiteral("-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-16f8d24075108476");
+
+namespace {
+
+template <typename... Arguments>
+QByteArray line(const char16_t* text, const Arguments&... arguments)
+{
+    return platform::format(QString::fromUtf16(text), arguments...).toUtf8();
+}
+
+} // namespace
+
+platform::Data multipartBody(const std::optional<platform::Data>& fileBytes, const std::optional<QString>& fileName,
+                             const QString& contentType)
+{
+    platform::Data body;
+    if (fileBytes) {
+        const QByteArray head =
+            line(u"--%@\r\n", multipartBoundary) +
+            line(u"Content-Disposition: form-data; name=%@; filename=%@\r\n", QStringLiteral("file"), fileName) +
+            line(u"Content-Type: %@\r\n\r\n", contentType);
+        body.append(head).append(*fileBytes).append(QByteArray("\r\n"));
+    }
+    body.append(line(u"--%@--\r\n", multipartBoundary));
+    return body;
+}
+
+} // namespace client

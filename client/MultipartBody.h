@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/foundation/Data.h"
+
+#include <QString>
+
+#include <optional>
+
+/// The form with which a file is attached: one field, "file".
+namespace client {
+
+/// The same in every request.
+extern const QString multipartBoundary;
+
+/// Names go in without quotation marks, as they are. Without file bytes the form is only its closing line. The file's
+/// pieces are shared, not copied.
+platform::Data multipartBody(const std::optional<platform::Data>& fileBytes, const std::optional<QString>& fileName,
+                             const QString& contentType);
+
+} // namespace client

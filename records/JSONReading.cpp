@@ -1,0 +1,30 @@
+#include "records/JSONReading.h"
+
+#include "platform/foundation/Format.h"
+
+#include <limits>
+
+namespace records {
+
+std::optional<QString> text(const QJsonValue& value)
+{
+    return value.isString() ? std::optional(value.toString()) : std::nullopt;
+}
+
+std::optional<QString> textOrNumber(const QJsonValue& value)
+{
+    return value.isDouble() ? std::optional(platform::describe(value)) : text(value);
+}
+
+qint64 integer(const QJsonValue& value)
+{
+    if (!value.isDouble())
+        return 0;
+    constexpr qint64 lowest = std::numeric_limits<qint64>::lowest();
+    if (const qint64 whole = value.toInteger(lowest); whole != lowest)
+        return whole;
+    const double number = value.toDouble();
+    return number > -0x1p63 && number < 0x1p63 ? static_cast<qint64>(number) : lowest;
+}
+
+} // namespace records
