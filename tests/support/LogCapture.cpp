@@ -1,0 +1,51 @@
+#include "tests/support/LogCapture.h"
+
+#include <QtGlobal>
+
+#include <cstring>
+#include <mutex>
+
+namespace tests {
+
+namespace {
+
+std::mutex capturedMutex;
+QStringList captured;
+QtMessageHandler handlerBefore = nullptr;
+
+void capture(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (context.category && std::strcmp(context.category, "platform.log") == 0) {
+        const std::lock_guard lock(capturedMutex);
+        captured.append(message);
+    } else if (handlerBefore) {
+        handlerBefore(type, context, message);
+    }
+}
+
+} // namespace
+
+LogCapture::LogCapture()
+{
+    clear();
+    handlerBefore = qInstallMessageHandler(capture);
+}
+
+LogCapture::~LogCapture()
+{
+    qInstallMessageHandler(handlerBefore);
+}
+
+QStringList LogCapture::lines() const
+{
+    const std::lock_guard lock(capturedMutex);
+    return captured;
+}
+
+void LogCapture::clear()
+{
+    const std::lock_guard lock(capturedMutex);
+    captured.clear();
+}
+
+} // namespace tests
