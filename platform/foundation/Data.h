@@ -11,11 +11,9 @@
 #include <variant>
 #include <vector>
 
-class QFile;
-
 namespace platform {
 
-/// Immutable bytes as a rope: each piece lies in memory or is a range of an open file. Copies and joins share the
+/// Immutable bytes as a rope: each piece lies in memory or is an open file. Copies and joins share the
 /// pieces, so a body that holds a file of gigabytes costs no more memory than one that holds a line. A piece of a file
 /// is read when it is asked for, from the file that was opened, also when its name is removed or given to another file
 /// meanwhile.
@@ -25,8 +23,8 @@ public:
     Data() = default;
     Data(QByteArray bytes);
 
-    /// The bytes that the file holds at this moment. Nothing when it cannot be opened for reading or is no regular
-    /// file.
+    /// The bytes of the file, as many as it holds at this moment. Nothing when it cannot be opened for reading or is no
+    /// regular file.
     static std::optional<Data> contentsOfFile(const QString& path);
 
     qint64 size() const { return m_size; }
@@ -42,16 +40,10 @@ public:
 private:
     friend class DataReader;
 
-    struct FileRange
-    {
-        std::shared_ptr<QFile> file;
-        QString path;
-    };
-    struct Piece
-    {
-        std::variant<QByteArray, FileRange> content;
-        qint64 size = 0;
-    };
+    class OpenFile;
+    using Piece = std::variant<QByteArray, std::shared_ptr<OpenFile>>;
+
+    static qint64 sizeOf(const Piece& piece);
 
     std::vector<Piece> m_pieces;
     qint64 m_size = 0;
@@ -67,6 +59,7 @@ public:
     /// Fills up to `capacity` bytes and returns their number, 0 at the end, -1 when a file gives fewer bytes than it
     /// held when it was opened; `error` then says which.
     qint64 read(char* buffer, qint64 capacity);
+    /// Goes on reading at `position`, counted from the front.
     void seek(qint64 position);
 
     const std::optional<Error>& error() const { return m_error; }
@@ -75,6 +68,7 @@ private:
     qint64 readFromPiece(const Data::Piece& piece, char* buffer, qint64 capacity);
 
     Data m_data;
+    /// The piece to read from next, and how much of it is read.
     std::size_t m_piece = 0;
     qint64 m_offset = 0;
     std::optional<Error> m_error;

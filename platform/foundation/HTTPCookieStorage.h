@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/foundation/HTTPCookie.h"
+#include "platform/foundation/SharedFile.h"
 
 #include <memory>
+#include <mutex>
 #include <vector>
 
 namespace platform {
@@ -11,8 +13,8 @@ class CurlShare;
 
 /// The cookie jar of the process: libcurl's engine, shared by all transfers. It accepts every cookie. Cookies that
 /// carry an expiry survive the process in a file of the application's data folder (XDG_DATA_HOME) that only the user
-/// can read; the others end with it. A file that cannot be understood is kept aside and the jar starts empty. From any
-/// thread.
+/// can read; the others end with it. Processes of the same application share the file: each writes only what it
+/// changed. A file that cannot be understood is kept aside and the jar starts empty. From any thread.
 class TL_EXPORT HTTPCookieStorage
 {
 public:
@@ -27,12 +29,20 @@ public:
     /// Removes every cookie of every host, from the file too.
     void deleteAllCookies();
 
-    /// For the transfers: the engine's handle, and the word that an answer may have changed the jar.
+    /// The engine, for the transfers.
     CurlShare& share() const { return *m_share; }
+    /// Brings the file up to date with the engine; called by a transfer whose answer set cookies.
     void saveChanges();
 
 private:
+    void load();
+    std::vector<HTTPCookie> persistentCookies() const;
+
     std::unique_ptr<CurlShare> m_share;
+    std::mutex m_fileMutex;
+    SharedFile m_file;
+    /// The persistent cookies that the engine and the file had in common when they last met.
+    std::vector<HTTPCookie> m_saved;
 };
 
 } // namespace platform

@@ -4,6 +4,7 @@
 #include "platform/foundation/URLSessionDelegate.h"
 #include "platform/foundation/URLSessionTask.h"
 
+#include <atomic>
 #include <memory>
 
 namespace platform {
@@ -43,9 +44,14 @@ private:
 
     URLSession(const URLSessionConfiguration& configuration, std::weak_ptr<URLSessionDelegate> delegate);
 
-    URLSessionConfiguration m_configuration;
-    std::weak_ptr<URLSessionDelegate> m_delegate;
-    std::unique_ptr<NetworkThread> m_thread;
+    std::shared_ptr<Transfer> start(const std::shared_ptr<URLSessionTask>& task);
+    void cancel(const std::shared_ptr<Transfer>& transfer);
+    void endUnstarted(const std::shared_ptr<URLSessionTask>& task);
+
+    const URLSessionConfiguration m_configuration;
+    const std::weak_ptr<URLSessionDelegate> m_delegate;
+    const std::unique_ptr<NetworkThread> m_thread;
+    std::atomic<quint64> m_tasks = 0;
 };
 
 } // namespace platform

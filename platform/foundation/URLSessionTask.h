@@ -6,6 +6,8 @@
 
 #include <functional>
 #include <memory>
+#include <mutex>
+#include <optional>
 
 namespace platform {
 
@@ -17,44 +19,75 @@ class TL_EXPORT URLSessionTask : public std::enable_shared_from_this<URLSessionT
 {
 public:
     virtual ~URLSessionTask();
+    URLSessionTask(const URLSessionTask&) = delete;
+    URLSessionTask& operator=(const URLSessionTask&) = delete;
 
     /// Starts the task. A second call, or one after `cancel`, does nothing. From any thread.
     void resume();
 
-    /// Returns at once; the task ends a little later with the error "cancelled" (-999), unless it has already ended. No
-    /// progress is reported any more. A task that was never started ends in the same way. From any thread.
+    /// Returns at once; the task ends a little later with the error "cancelled" (-999), unless its end was already
+    /// reported. No progress is reported any more. A task that was never started ends in the same way. From any thread.
     void cancel();
 
+    /// Started, neither cancelled nor at its end.
+    bool isRunning() const;
+
     const URLRequest& originalRequest() const { return m_request; }
+    /// Counts from 1 within the session.
     quint64 taskIdentifier() const { return m_identifier; }
+    /// Differs between any two tasks of the process that live at the same time.
     std::size_t hash() const;
 
 protected:
     URLSessionTask(std::weak_ptr<URLSession> session, URLRequest request, quint64 identifier);
 
 private:
-    friend class URLSession;
-    friend class Transfer;
+    friend class TaskRelay;
+    enum class State { Suspended, Running, Cancelled, Completed };
 
-    std::weak_ptr<URLSession> m_session;
-    URLRequest m_request;
-    quint64 m_identifier;
+    /// The last step, on the main thread: false when the task was cancelled meanwhile.
+    bool complete();
+
+    const std::weak_ptr<URLSession> m_session;
+    const URLRequest m_request;
+    const quint64 m_identifier;
+
+    mutable std::mutex m_mutex;
+    State m_state = State::Suspended;
+    std::weak_ptr<Transfer> m_transfer;
 };
 
 /// The body of the answer arrives in memory, in one piece, at the end.
 class TL_EXPORT URLSessionDataTask : public URLSessionTask
 {
 public:
-    /// Body, head and error, in the platform's own order. Without an error all three come as the server sent them; with
-    /// one, body and head are absent.
+    /// Body, head and error, in the platform's own order. Without an error, body and head are there; with one, they are
+    /// not.
     using Completion =
         std::function<void(const std::optional<Data>& body, const std::optional<HTTPURLResponse>& response,
                            const std::optional<Error>& error)>;
+
+private:
+    friend class TaskRelay;
+    friend class URLSession;
+
+    URLSessionDataTask(std::weak_ptr<URLSession> session, URLRequest request, quint64 identifier,
+                       Completion completion);
+
+    /// Once; what the completion holds is released right after.
+    void callCompletion(const Data& body, const std::optional<HTTPURLResponse>& response,
+                        const std::optional<Error>& error);
+
+    Completion m_completion;
 };
 
 /// The body of the answer arrives in a temporary file.
 class TL_EXPORT URLSessionDownloadTask : public URLSessionTask
 {
+private:
+    friend class URLSession;
+
+    using URLSessionTask::URLSessionTask;
 };
 
 } // namespace platform

@@ -1,0 +1,134 @@
+#include "platform/foundation/HTTPCookieStorage.h"
+
+#include "platform/foundation/curl/CurlShare.h"
+
+#include <QDateTime>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+constexpr char fileHeader[] = "# Netscape HTTP Cookie File\n";
+
+/// Nothing when a line is neither a comment nor a cookie.
+std::optional<std::vector<HTTPCookie>> cookiesOfFile(const QByteArray& bytes)
+{
+    std::vector<HTTPCookie> cookies;
+    for (const QByteArray& line : bytes.split('\n')) {
+        if (const auto cookie = HTTPCookie::fromNetscapeLine(line))
+            cookies.push_back(*cookie);
+        else if (!line.trimmed().isEmpty() && !line.startsWith("# "))
+            return std::nullopt;
+    }
+    return cookies;
+}
+
+QByteArray fileOfCookies(const std::vector<HTTPCookie>& cookies)
+{
+    QByteArray bytes = fileHeader;
+    for (const HTTPCookie& cookie : cookies)
+        bytes += cookie.netscapeLine() + '\n';
+    return bytes;
+}
+
+bool holdsSlot(const std::vector<HTTPCookie>& cookies, const HTTPCookie& cookie)
+{
+    return std::ranges::any_of(cookies, [&](const HTTPCookie& other) { return other.isSameSlotAs(cookie); });
+}
+
+/// What other processes left in the file, with what this process added, replaced and removed since `before`.
+std::vector<HTTPCookie> merged(std::vector<HTTPCookie> inFile, const std::vector<HTTPCookie>& before,
+                               const std::vector<HTTPCookie>& now)
+{
+    std::erase_if(inFile,
+                  [&](const HTTPCookie& cookie) { return holdsSlot(before, cookie) && !holdsSlot(now, cookie); });
+    for (const HTTPCookie& cookie : now) {
+        const bool isUnchanged = std::ranges::find(before, cookie) != before.end();
+        if (isUnchanged && holdsSlot(inFile, cookie))
+            continue;
+        std::erase_if(inFile, [&](const HTTPCookie& other) { return other.isSameSlotAs(cookie); });
+        inFile.push_back(cookie);
+    }
+    return inFile;
+}
+
+} // namespace
+
+const std::shared_ptr<HTTPCookieStorage>& HTTPCookieStorage::sharedHTTPCookieStorage()
+{
+    // Never destroyed: transfers may still use it while the process ends.
+    static const auto& storage = *new std::shared_ptr<HTTPCookieStorage>(std::make_shared<HTTPCookieStorage>(
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/cookies.txt")));
+    return storage;
+}
+
+HTTPCookieStorage::HTTPCookieStorage(const QString& path)
+    : m_share(std::make_unique<CurlShare>())
+    , m_file(path)
+{
+    load();
+}
+
+HTTPCookieStorage::~HTTPCookieStorage() = default;
+
+void HTTPCookieStorage::load()
+{
+    const std::optional<QByteArray> bytes = m_file.read();
+    if (!bytes)
+        return;
+    const auto cookies = cookiesOfFile(*bytes);
+    if (!cookies) {
+        m_file.setAside();
+        return;
+    }
+    for (const HTTPCookie& cookie : *cookies)
+        m_share->setCookie(cookie);
+    m_saved = persistentCookies();
+}
+
+std::vector<HTTPCookie> HTTPCookieStorage::cookies() const
+{
+    return m_share->cookies();
+}
+
+std::vector<HTTPCookie> HTTPCookieStorage::persistentCookies() const
+{
+    std::vector<HTTPCookie> cookies = m_share->cookies();
+    const qint64 now = QDateTime::currentSecsSinceEpoch();
+    std::erase_if(cookies, [now](const HTTPCookie& cookie) { return cookie.isSessionOnly() || cookie.expires <= now; });
+    return cookies;
+}
+
+void HTTPCookieStorage::setCookie(const HTTPCookie& cookie)
+{
+    m_share->setCookie(cookie);
+    saveChanges();
+}
+
+void HTTPCookieStorage::saveChanges()
+{
+    const std::lock_guard lock(m_fileMutex);
+    const std::vector<HTTPCookie> now = persistentCookies();
+    if (now == m_saved)
+        return;
+    const bool isWritten = m_file.rewrite([&](const std::optional<QByteArray>& bytes) {
+        const auto inFile = cookiesOfFile(bytes.value_or(QByteArray()));
+        return fileOfCookies(merged(inFile.value_or(std::vector<HTTPCookie>()), m_saved, now));
+    });
+    if (isWritten)
+        m_saved = now;
+}
+
+void HTTPCookieStorage::deleteAllCookies()
+{
+    const std::lock_guard lock(m_fileMutex);
+    m_share->deleteAllCookies();
+    m_saved.clear();
+    if (m_file.read())
+        m_file.rewrite([](const std::optional<QByteArray>&) { return QByteArray(fileHeader); });
+}
+
+} // namespace platform

@@ -1,0 +1,65 @@
+#include "platform/foundation/curl/CurlShare.h"
+
+namespace platform {
+
+void startCurl()
+{
+    static const CURLcode started = curl_global_init(CURL_GLOBAL_ALL);
+    static_cast<void>(started);
+}
+
+CurlShare::CurlShare()
+{
+    startCurl();
+    m_easy = curl_easy_init();
+    m_share = curl_share_init();
+    curl_lock_function lock = [](CURL*, curl_lock_data, curl_lock_access, void* mutex) {
+        static_cast<std::mutex*>(mutex)->lock();
+    };
+    curl_unlock_function unlock = [](CURL*, curl_lock_data, void* mutex) { static_cast<std::mutex*>(mutex)->unlock(); };
+    curl_share_setopt(m_share, CURLSHOPT_LOCKFUNC, lock);
+    curl_share_setopt(m_share, CURLSHOPT_UNLOCKFUNC, unlock);
+    curl_share_setopt(m_share, CURLSHOPT_USERDATA, &m_dataMutex);
+    curl_share_setopt(m_share, CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE);
+    curl_easy_setopt(m_easy, CURLOPT_SHARE, m_share);
+    curl_easy_setopt(m_easy, CURLOPT_COOKIEFILE, "");
+}
+
+CurlShare::~CurlShare()
+{
+    curl_easy_cleanup(m_easy);
+    curl_share_cleanup(m_share);
+}
+
+std::vector<HTTPCookie> CurlShare::cookiesOf(CURL* easy)
+{
+    curl_slist* lines = nullptr;
+    curl_easy_getinfo(easy, CURLINFO_COOKIELIST, &lines);
+    std::vector<HTTPCookie> cookies;
+    for (const curl_slist* line = lines; line; line = line->next) {
+        if (const auto cookie = HTTPCookie::fromNetscapeLine(line->data))
+            cookies.push_back(*cookie);
+    }
+    curl_slist_free_all(lines);
+    return cookies;
+}
+
+std::vector<HTTPCookie> CurlShare::cookies() const
+{
+    const std::lock_guard lock(m_easyMutex);
+    return cookiesOf(m_easy);
+}
+
+void CurlShare::setCookie(const HTTPCookie& cookie)
+{
+    const std::lock_guard lock(m_easyMutex);
+    curl_easy_setopt(m_easy, CURLOPT_COOKIELIST, cookie.netscapeLine().constData());
+}
+
+void CurlShare::deleteAllCookies()
+{
+    const std::lock_guard lock(m_easyMutex);
+    curl_easy_setopt(m_easy, CURLOPT_COOKIELIST, "ALL");
+}
+
+} // namespace platform

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/foundation/HTTPCookie.h"
+
+#include <curl/curl.h>
+
+#include <mutex>
+#include <vector>
+
+namespace platform {
+
+/// Starts libcurl once for the process; every owner of a handle calls it first.
+void startCurl();
+
+/// libcurl's cookie engine in a form that all transfers share. From any thread.
+class CurlShare
+{
+public:
+    CurlShare();
+    ~CurlShare();
+    CurlShare(const CurlShare&) = delete;
+    CurlShare& operator=(const CurlShare&) = delete;
+
+    CURLSH* handle() const { return m_share; }
+
+    std::vector<HTTPCookie> cookies() const;
+    void setCookie(const HTTPCookie& cookie);
+    void deleteAllCookies();
+
+    /// The cookies of the engine that a transfer takes part in.
+    static std::vector<HTTPCookie> cookiesOf(CURL* easy);
+
+private:
+    CURL* m_easy;
+    CURLSH* m_share;
+    /// Around the use of m_easy.
+    mutable std::mutex m_easyMutex;
+    /// libcurl's own, for the data that transfers share.
+    std::mutex m_dataMutex;
+};
+
+} // namespace platform

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/foundation/URLSession.h"
+#include "platform/foundation/curl/TransferObserver.h"
+
+#include <memory>
+#include <mutex>
+
+namespace platform {
+
+/// Carries what the network thread learns of one task over to the main thread, and calls the delegate and the
+/// completion there. Progress does not queue up: while a report waits for the main thread, newer figures replace the
+/// older ones.
+class TaskRelay : public TransferObserver, public std::enable_shared_from_this<TaskRelay>
+{
+public:
+    TaskRelay(std::shared_ptr<URLSessionTask> task, std::weak_ptr<URLSession> session,
+              std::weak_ptr<URLSessionDelegate> delegate);
+
+    void transferMoved(const TransferProgress& progress) override;
+    void transferEnded(TransferResult result) override;
+
+private:
+    void deliverProgress();
+    void deliverEnd(TransferResult& result);
+    void reportNews(URLSessionDelegate& delegate);
+
+    std::shared_ptr<URLSessionTask> m_task;
+    const std::weak_ptr<URLSession> m_session;
+    const std::weak_ptr<URLSessionDelegate> m_delegate;
+
+    std::mutex m_mutex;
+    TransferProgress m_progress;
+    bool m_isReportWaiting = false;
+
+    // The main thread's own.
+    TransferProgress m_reported;
+};
+
+} // namespace platform

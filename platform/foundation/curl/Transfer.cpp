@@ -1,0 +1,380 @@
+#include "platform/foundation/curl/Transfer.h"
+
+#include "platform/foundation/HTTPCookieStorage.h"
+#include "platform/foundation/URL.h"
+#include "platform/foundation/curl/CurlError.h"
+#include "platform/foundation/curl/CurlShare.h"
+
+#include <QUrl>
+
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+constexpr int mostRedirects = 20;
+constexpr long sendBufferSize = 256 * 1024;
+constexpr long receiveBufferSize = 512 * 1024;
+constexpr auto reportInterval = std::chrono::microseconds(16'600);
+
+bool isNamed(const QString& field, QStringView name)
+{
+    return field.compare(name, Qt::CaseInsensitive) == 0;
+}
+
+/// A value stays on its line, whoever made it.
+QByteArray lineText(const QString& text)
+{
+    QByteArray bytes = text.toUtf8();
+    bytes.removeIf([](char c) { return (static_cast<unsigned char>(c) < 0x20 && c != '\t') || c == 0x7f; });
+    return bytes;
+}
+
+/// Whether what was meant for the one address may be shown to the other: the same host, and no step down to plain text
+/// or over to another port.
+bool isSameSite(const QUrl& from, const QUrl& to)
+{
+    if (from.host().compare(to.host(), Qt::CaseInsensitive) != 0)
+        return false;
+    const auto portOf = [](const QUrl& url) { return url.port(url.scheme() == u"https" ? 443 : 80); };
+    const bool isStepUp =
+        from.scheme() == u"http" && to.scheme() == u"https" && portOf(from) == 80 && portOf(to) == 443;
+    return isStepUp || (from.scheme() == to.scheme() && portOf(from) == portOf(to));
+}
+
+} // namespace
+
+Transfer::Transfer(URLRequest request, const URLSessionConfiguration& configuration,
+                   AnswerBody::Destination destination, std::shared_ptr<TransferObserver> observer)
+    : m_request(std::move(request))
+    , m_configuration(configuration)
+    , m_destination(destination)
+    , m_observer(std::move(observer))
+    , m_timeout(std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(m_request.timeoutInterval)))
+{
+    // libcurl takes addresses as they go on the wire.
+    if (m_request.url)
+        m_request.url->replace(u' ', QStringLiteral("%20"));
+}
+
+Transfer::~Transfer() = default;
+
+bool Transfer::prepareHop(CURL* easy)
+{
+    m_easy = easy;
+    curl_easy_reset(m_easy);
+    m_head = AnswerHead();
+    m_body = std::make_unique<AnswerBody>(m_destination);
+    m_progress = TransferProgress();
+    m_reportedSent = 0;
+    m_downloaded = 0;
+    noteMove();
+    if (const auto error = checkAddress()) {
+        abort(*error);
+        return false;
+    }
+    setMethodAndBody();
+    setHeaders();
+    setConnection();
+    setCallbacks();
+    return true;
+}
+
+std::optional<Error> Transfer::checkAddress()
+{
+    const std::optional<URL> url = m_request.url ? URL::parse(*m_request.url) : std::nullopt;
+    const QString scheme = url && url->scheme ? url->scheme->toLower() : QString();
+    if (scheme != u"http" && scheme != u"https")
+        return makeURLError(URLError::UnsupportedURL);
+
+    CURLU* parsed = curl_url();
+    const CURLUcode code = curl_url_set(parsed, CURLUPART_URL, m_request.url->toUtf8().constData(), CURLU_URLENCODE);
+    char* encoded = nullptr;
+    if (code == CURLUE_OK)
+        curl_url_get(parsed, CURLUPART_URL, &encoded, 0);
+    if (encoded)
+        curl_easy_setopt(m_easy, CURLOPT_URL, encoded);
+    const bool isUsable = encoded != nullptr;
+    curl_free(encoded);
+    curl_url_cleanup(parsed);
+    return isUsable ? std::nullopt : std::optional(makeURLError(URLError::BadURL));
+}
+
+void Transfer::setMethodAndBody()
+{
+    const QByteArray method = lineText(m_request.HTTPMethod);
+    const bool isPost = method == "POST";
+    m_reader.reset();
+    if (m_request.HTTPBody || isPost) {
+        const Data body = m_request.HTTPBody.value_or(Data());
+        m_reader.emplace(body);
+        m_progress.expectedToSend = body.size();
+        curl_easy_setopt(m_easy, CURLOPT_POST, 1L);
+        curl_easy_setopt(m_easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+    }
+    if (!isPost && method != "GET")
+        curl_easy_setopt(m_easy, CURLOPT_CUSTOMREQUEST, method.constData());
+    else if (!isPost && m_reader)
+        curl_easy_setopt(m_easy, CURLOPT_CUSTOMREQUEST, "GET");
+    if (method == "HEAD")
+        curl_easy_setopt(m_easy, CURLOPT_NOBODY, 1L);
+}
+
+void Transfer::setHeaders()
+{
+    m_headers = std::make_unique<HeaderList>();
+    QString cookies;
+    bool hasContentType = false;
+    bool hasAcceptEncoding = false;
+    for (const auto& [name, value] : m_request.headers()) {
+        // The length of the body is known here better than anywhere else.
+        if (isNamed(name, u"Content-Length"))
+            continue;
+        if (isNamed(name, u"Cookie")) {
+            cookies = m_mayCarryCredentials ? value : QString();
+            continue;
+        }
+        if (isNamed(name, u"Authorization") && !m_mayCarryCredentials)
+            continue;
+        if (isNamed(name, u"Content-Type")) {
+            if (m_hasLostBody)
+                continue;
+            hasContentType = true;
+        }
+        hasAcceptEncoding = hasAcceptEncoding || isNamed(name, u"Accept-Encoding");
+        const QByteArray text = lineText(value);
+        m_headers->append(lineText(name) + (text.isEmpty() ? QByteArray(";") : ": " + text));
+    }
+    if (!hasAcceptEncoding)
+        m_headers->append(m_destination == AnswerBody::Destination::File ? "Accept-Encoding: identity"
+                                                                         : "Accept-Encoding: gzip");
+    if (m_reader && !hasContentType)
+        m_headers->append("Content-Type:");
+    if (!m_request.valueForHTTPHeaderField(QStringLiteral("Accept")))
+        m_headers->append("Accept: */*");
+    // Waiting for a go-ahead costs a second with servers that do not know of it.
+    m_headers->append("Expect:");
+    curl_easy_setopt(m_easy, CURLOPT_HTTPHEADER, m_headers->lines);
+    curl_easy_setopt(m_easy, CURLOPT_USERAGENT, lineText(m_configuration.userAgent).constData());
+    setCookies(cookies);
+}
+
+void Transfer::setCookies(const QString& explicitCookies)
+{
+    const auto& jar = m_configuration.HTTPCookieStorage;
+    const bool usesJar = jar && m_configuration.HTTPShouldSetCookies && m_request.HTTPShouldHandleCookies;
+    curl_easy_setopt(m_easy, CURLOPT_SHARE, usesJar ? jar->share().handle() : nullptr);
+    if (usesJar)
+        curl_easy_setopt(m_easy, CURLOPT_COOKIEFILE, "");
+    if (explicitCookies.isEmpty())
+        return;
+
+    // libcurl joins these to the jar's in one line, but would send twice what is in both.
+    const QUrl url(*m_request.url);
+    const std::vector<HTTPCookie> jarCookies = usesJar ? CurlShare::cookiesOf(m_easy) : std::vector<HTTPCookie>();
+    QByteArrayList pairs;
+    for (const QString& part : explicitCookies.split(u';', Qt::SkipEmptyParts)) {
+        const QString pair = part.trimmed();
+        const bool isInJar = std::ranges::any_of(jarCookies, [&](const HTTPCookie& cookie) {
+            return cookie.matches(url.scheme(), url.host(), url.path()) && cookie.name + u'=' + cookie.value == pair;
+        });
+        if (!isInJar && !pair.isEmpty())
+            pairs.append(lineText(pair));
+    }
+    if (!pairs.isEmpty())
+        curl_easy_setopt(m_easy, CURLOPT_COOKIE, pairs.join("; ").constData());
+}
+
+void Transfer::setConnection()
+{
+    m_routes = std::make_unique<HeaderList>();
+    for (const QString& route : m_configuration.routes)
+        m_routes->append(route.toUtf8());
+    curl_easy_setopt(m_easy, CURLOPT_CONNECT_TO, m_routes->lines);
+    curl_easy_setopt(m_easy, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(m_easy, CURLOPT_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(m_easy, CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
+    curl_easy_setopt(m_easy, CURLOPT_HTTP_CONTENT_DECODING, 0L);
+    curl_easy_setopt(m_easy, CURLOPT_UPLOAD_BUFFERSIZE, sendBufferSize);
+    curl_easy_setopt(m_easy, CURLOPT_BUFFERSIZE, receiveBufferSize);
+    // The request's own time-out governs every phase.
+    curl_easy_setopt(m_easy, CURLOPT_CONNECTTIMEOUT_MS, 24L * 3600 * 1000);
+}
+
+void Transfer::setCallbacks()
+{
+    curl_easy_setopt(m_easy, CURLOPT_PRIVATE, this);
+    curl_easy_setopt(m_easy, CURLOPT_READFUNCTION, &Transfer::readBody);
+    curl_easy_setopt(m_easy, CURLOPT_READDATA, this);
+    curl_easy_setopt(m_easy, CURLOPT_SEEKFUNCTION, &Transfer::seekBody);
+    curl_easy_setopt(m_easy, CURLOPT_SEEKDATA, this);
+    curl_easy_setopt(m_easy, CURLOPT_HEADERFUNCTION, &Transfer::takeHeadLine);
+    curl_easy_setopt(m_easy, CURLOPT_HEADERDATA, this);
+    curl_easy_setopt(m_easy, CURLOPT_WRITEFUNCTION, &Transfer::takeBody);
+    curl_easy_setopt(m_easy, CURLOPT_WRITEDATA, this);
+    curl_easy_setopt(m_easy, CURLOPT_NOPROGRESS, 0L);
+    curl_easy_setopt(m_easy, CURLOPT_XFERINFOFUNCTION, &Transfer::takeProgress);
+    curl_easy_setopt(m_easy, CURLOPT_XFERINFODATA, this);
+}
+
+std::size_t Transfer::readBody(char* buffer, std::size_t size, std::size_t count, void* transfer)
+{
+    auto* self = static_cast<Transfer*>(transfer);
+    const qint64 read = self->m_reader ? self->m_reader->read(buffer, static_cast<qint64>(size * count)) : 0;
+    return read < 0 ? CURL_READFUNC_ABORT : static_cast<std::size_t>(read);
+}
+
+int Transfer::seekBody(void* transfer, curl_off_t offset, int origin)
+{
+    auto* self = static_cast<Transfer*>(transfer);
+    if (origin != SEEK_SET || !self->m_reader)
+        return CURL_SEEKFUNC_CANTSEEK;
+    self->m_reader->seek(offset);
+    return CURL_SEEKFUNC_OK;
+}
+
+std::size_t Transfer::takeHeadLine(char* bytes, std::size_t size, std::size_t count, void* transfer)
+{
+    auto* self = static_cast<Transfer*>(transfer);
+    self->noteMove();
+    if (!self->m_head.appendLine(QByteArrayView(bytes, static_cast<qsizetype>(size * count))))
+        return 0;
+    if (self->m_head.isComplete() && self->m_body->size() == 0 && !self->isRedirect()) {
+        self->m_body->setContentEncoding(self->m_head.valueOf("Content-Encoding"));
+        self->m_progress.expectedToWrite = self->response().expectedContentLength;
+    }
+    return size * count;
+}
+
+std::size_t Transfer::takeBody(char* bytes, std::size_t size, std::size_t count, void* transfer)
+{
+    auto* self = static_cast<Transfer*>(transfer);
+    if (self->isRedirect())
+        return size * count;
+    return self->m_body->append(bytes, size * count) ? size * count : 0;
+}
+
+int Transfer::takeProgress(void* transfer, curl_off_t, curl_off_t downloaded, curl_off_t, curl_off_t uploaded)
+{
+    auto* self = static_cast<Transfer*>(transfer);
+    if (downloaded == self->m_downloaded && uploaded == self->m_progress.sent)
+        return 0;
+    self->noteMove();
+    self->m_downloaded = downloaded;
+    self->m_progress.sent = std::min<qint64>(uploaded, self->m_progress.expectedToSend);
+    self->reportProgress(false);
+    return 0;
+}
+
+void Transfer::reportProgress(bool isLast)
+{
+    m_progress.written = m_body->size();
+    const bool isAllSent = m_progress.sent == m_progress.expectedToSend && m_progress.sent > m_reportedSent;
+    if (!isLast && !isAllSent && m_lastMove - m_lastReport < reportInterval)
+        return;
+    m_lastReport = m_lastMove;
+    m_reportedSent = m_progress.sent;
+    m_observer->transferMoved(m_progress);
+}
+
+bool Transfer::isRedirect() const
+{
+    long status = 0;
+    curl_easy_getinfo(m_easy, CURLINFO_RESPONSE_CODE, &status);
+    const bool isMoved = (status >= 301 && status <= 303) || status == 307 || status == 308;
+    return isMoved && !m_head.valueOf("Location").isEmpty();
+}
+
+bool Transfer::finishHop(CURLcode code)
+{
+    if (m_head.setsCookies() && m_configuration.HTTPCookieStorage)
+        m_configuration.HTTPCookieStorage->saveChanges();
+
+    TransferResult result;
+    result.error = errorOf(code);
+    if (!result.error && isRedirect()) {
+        result.error = followRedirect();
+        if (!result.error)
+            return true;
+    }
+    if (!result.error && !m_body->finish())
+        result.error = m_body->error();
+    reportProgress(true);
+    if (!result.error) {
+        result.response = response();
+        result.file = m_body->takeFile();
+        result.body = m_body->takeData();
+    }
+    end(std::move(result));
+    return false;
+}
+
+std::optional<Error> Transfer::errorOf(CURLcode code)
+{
+    if (code == CURLE_OK)
+        return std::nullopt;
+    if (m_reader && m_reader->error())
+        return m_reader->error();
+    if (m_body->error())
+        return m_body->error();
+    if (code == CURLE_WRITE_ERROR)
+        return makeURLError(URLError::CannotParseResponse);
+    long systemError = 0;
+    curl_easy_getinfo(m_easy, CURLINFO_OS_ERRNO, &systemError);
+    return errorOfCurl(code, systemError, QUrl(*m_request.url).host());
+}
+
+std::optional<Error> Transfer::followRedirect()
+{
+    if (++m_redirects > mostRedirects)
+        return makeURLError(URLError::HTTPTooManyRedirects);
+    char* target = nullptr;
+    long status = 0;
+    curl_easy_getinfo(m_easy, CURLINFO_REDIRECT_URL, &target);
+    curl_easy_getinfo(m_easy, CURLINFO_RESPONSE_CODE, &status);
+    if (!target)
+        return makeURLError(URLError::BadURL);
+
+    const QString address = QString::fromUtf8(target);
+    m_mayCarryCredentials = m_mayCarryCredentials && isSameSite(QUrl(*m_request.url), QUrl(address));
+    m_request.url = address;
+    const bool isPost = m_request.HTTPMethod == u"POST";
+    if (status == 303 || (isPost && (status == 301 || status == 302))) {
+        m_request.HTTPMethod = QStringLiteral("GET");
+        m_hasLostBody = m_request.HTTPBody.has_value();
+        m_request.HTTPBody.reset();
+    }
+    return std::nullopt;
+}
+
+HTTPURLResponse Transfer::response() const
+{
+    HTTPURLResponse response;
+    char* url = nullptr;
+    long status = 0;
+    curl_off_t length = -1;
+    curl_easy_getinfo(m_easy, CURLINFO_EFFECTIVE_URL, &url);
+    curl_easy_getinfo(m_easy, CURLINFO_RESPONSE_CODE, &status);
+    curl_easy_getinfo(m_easy, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
+    response.url = QString::fromUtf8(url);
+    response.statusCode = static_cast<int>(status);
+    response.headers = m_head.fields();
+    const bool isPacked = !m_head.valueOf("Content-Encoding").isEmpty();
+    response.expectedContentLength = isPacked ? -1 : length;
+    return response;
+}
+
+void Transfer::abort(const Error& error)
+{
+    end({error, std::nullopt, Data(), nullptr});
+}
+
+void Transfer::end(TransferResult result)
+{
+    m_easy = nullptr;
+    m_body.reset();
+    m_observer->transferEnded(std::move(result));
+}
+
+} // namespace platform

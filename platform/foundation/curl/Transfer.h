@@ -1,0 +1,100 @@
+#pragma once
+
+#include "platform/foundation/URLRequest.h"
+#include "platform/foundation/URLSessionConfiguration.h"
+#include "platform/foundation/curl/AnswerBody.h"
+#include "platform/foundation/curl/AnswerHead.h"
+#include "platform/foundation/curl/TransferObserver.h"
+
+#include <curl/curl.h>
+
+#include <chrono>
+#include <memory>
+
+namespace platform {
+
+/// One request on its way through libcurl, redirects included: each of them is a hop with a fresh set of options on the
+/// same handle, so that it is decided here, and not in libcurl, what a further host gets to see. Lives on the network
+/// thread once started.
+class Transfer
+{
+public:
+    using Clock = std::chrono::steady_clock;
+
+    Transfer(URLRequest request, const URLSessionConfiguration& configuration, AnswerBody::Destination destination,
+             std::shared_ptr<TransferObserver> observer);
+    ~Transfer();
+    Transfer(const Transfer&) = delete;
+    Transfer& operator=(const Transfer&) = delete;
+
+    /// Sets the handle up for the hop that is next. False when that cannot be; the transfer has then ended.
+    bool prepareHop(CURL* easy);
+
+    /// libcurl is done with the hop. True when another one must follow; otherwise the transfer has ended.
+    bool finishHop(CURLcode code);
+
+    /// Ends the transfer with an error from outside, once the handle is out of libcurl's hands.
+    void abort(const Error& error);
+
+    /// Forgets what has arrived, a file included.
+    void discardBody() { m_body.reset(); }
+
+    /// When the transfer counts as stalled unless a byte moves before.
+    Clock::time_point deadline() const { return m_lastMove + m_timeout; }
+    Clock::time_point lastMove() const { return m_lastMove; }
+    bool awaitsHead() const { return !m_head.isComplete(); }
+    void noteMove() { m_lastMove = Clock::now(); }
+
+private:
+    struct HeaderList
+    {
+        ~HeaderList() { curl_slist_free_all(lines); }
+        void append(const QByteArray& line) { lines = curl_slist_append(lines, line.constData()); }
+        curl_slist* lines = nullptr;
+    };
+
+    static std::size_t readBody(char* buffer, std::size_t size, std::size_t count, void* transfer);
+    static int seekBody(void* transfer, curl_off_t offset, int origin);
+    static std::size_t takeHeadLine(char* bytes, std::size_t size, std::size_t count, void* transfer);
+    static std::size_t takeBody(char* bytes, std::size_t size, std::size_t count, void* transfer);
+    static int takeProgress(void* transfer, curl_off_t downloadTotal, curl_off_t downloaded, curl_off_t uploadTotal,
+                            curl_off_t uploaded);
+
+    std::optional<Error> checkAddress();
+    void setMethodAndBody();
+    void setHeaders();
+    void setCookies(const QString& explicitCookies);
+    void setConnection();
+    void setCallbacks();
+
+    bool isRedirect() const;
+    std::optional<Error> followRedirect();
+    std::optional<Error> errorOf(CURLcode code);
+    HTTPURLResponse response() const;
+    void reportProgress(bool isLast);
+    void end(TransferResult result);
+
+    URLRequest m_request;
+    const URLSessionConfiguration m_configuration;
+    const AnswerBody::Destination m_destination;
+    const std::shared_ptr<TransferObserver> m_observer;
+    const Clock::duration m_timeout;
+
+    CURL* m_easy = nullptr;
+    std::unique_ptr<HeaderList> m_headers;
+    std::unique_ptr<HeaderList> m_routes;
+    std::optional<DataReader> m_reader;
+    AnswerHead m_head;
+    std::unique_ptr<AnswerBody> m_body;
+    int m_redirects = 0;
+    bool m_mayCarryCredentials = true;
+    bool m_hasLostBody = false;
+
+    Clock::time_point m_lastMove = Clock::now();
+    Clock::time_point m_lastReport;
+    TransferProgress m_progress;
+    qint64 m_reportedSent = 0;
+    curl_off_t m_downloaded = 0;
+};
+
+} // namespace platform

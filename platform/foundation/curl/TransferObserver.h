@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/foundation/Data.h"
+#include "platform/foundation/Error.h"
+#include "platform/foundation/HTTPURLResponse.h"
+#include "platform/foundation/curl/TemporaryFile.h"
+
+#include <memory>
+#include <optional>
+
+namespace platform {
+
+/// Bytes moved so far, and in all where known (-1 otherwise).
+struct TransferProgress
+{
+    qint64 sent = 0;
+    qint64 expectedToSend = 0;
+    qint64 written = 0;
+    qint64 expectedToWrite = -1;
+};
+
+/// How a transfer ended: with an error, or with an answer whose body is in memory or in a file.
+struct TransferResult
+{
+    std::optional<Error> error;
+    std::optional<HTTPURLResponse> response;
+    Data body;
+    std::shared_ptr<TemporaryFile> file;
+};
+
+/// Learns of a transfer, on the network thread.
+class TransferObserver
+{
+public:
+    virtual ~TransferObserver() = default;
+    virtual void transferMoved(const TransferProgress& progress) = 0;
+    /// Exactly once, as the last call.
+    virtual void transferEnded(TransferResult result) = 0;
+};
+
+} // namespace platform
