@@ -39,9 +39,14 @@ QString describe(const std::optional<T>& value)
 class TL_EXPORT FormatArgument
 {
 public:
-    template <std::integral T>
+    template <std::signed_integral T>
     FormatArgument(T number)
         : m_value(static_cast<qint64>(number))
+    {
+    }
+    template <std::unsigned_integral T>
+    FormatArgument(T number)
+        : m_value(static_cast<quint64>(number))
     {
     }
     template <std::floating_point T>
@@ -55,10 +60,12 @@ public:
     {
     }
 
+    /// As `specifier`, from its "%" on, asks for it. A number given to a specifier for the other kind is converted, a
+    /// description is printed as it is.
     QString text(QStringView specifier) const;
 
 private:
-    std::variant<qint64, double, QString> m_value;
+    std::variant<qint64, quint64, double, QString> m_value;
 };
 
 TL_EXPORT QString formatArguments(const QString& format, std::initializer_list<FormatArgument> arguments);

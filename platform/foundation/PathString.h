@@ -7,6 +7,7 @@
 /// Paths as texts. None of these looks at a disk.
 namespace platform {
 
+/// One slash between the two, none at the end, and none repeated except in a leading "scheme://".
 TL_EXPORT QString appendingPathComponent(const QString& path, const QString& component);
 /// The path itself when there is nothing that could carry an extension: an empty path or "/".
 TL_EXPORT QString appendingPathExtension(const QString& path, const QString& extension);

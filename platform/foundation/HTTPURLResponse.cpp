@@ -1,0 +1,26 @@
+#include "platform/foundation/HTTPURLResponse.h"
+
+#include "platform/foundation/Format.h"
+
+namespace platform {
+
+std::optional<QString> HTTPURLResponse::valueForHTTPHeaderField(const QString& field) const
+{
+    std::optional<QString> joined;
+    for (const auto& [name, value] : headers) {
+        if (name.compare(field, Qt::CaseInsensitive) == 0)
+            joined = joined ? *joined + QLatin1String(", ") + value : value;
+    }
+    return joined;
+}
+
+QString describe(const HTTPURLResponse& response)
+{
+    QJsonObject headers;
+    for (const auto& [name, value] : response.headers)
+        headers.insert(name, response.valueForHTTPHeaderField(name).value_or(value));
+    return format(QStringLiteral("{ URL: %@ } { Status Code: %d, Headers %@ }"), response.url, response.statusCode,
+                  headers);
+}
+
+} // namespace platform
