@@ -16,7 +16,8 @@ class TL_EXPORT DateFormatter
 {
 public:
     /// Strict: what does not match the pattern to the last character (outer blanks aside) or names no real date is
-    /// refused. Years are Gregorian whatever calendar the user's locale prefers.
+    /// refused. Years are Gregorian and names English, whatever the user's locale prefers. A pattern without a zone
+    /// means the user's own.
     static DateFormatter withPattern(const QString& pattern);
 
     /// Medium date and medium time of the user's locale, calendar and time zone.

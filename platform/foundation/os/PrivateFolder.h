@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+/// What a port to another system has to provide for folders that belong to one user.
+namespace platform::os {
+
+/// A text that differs between the users of the machine and stays the same for each.
+QString userIdentifier();
+
+/// Makes the folder, or takes one that is there, and sees to it that nobody but the user gets in. False when it cannot
+/// be had, is a link, or belongs to somebody else.
+bool ensurePrivateFolder(const QString& path);
+
+} // namespace platform::os
