@@ -56,6 +56,6 @@ void JAController::didResumeAtOffset(const std::shared_ptr<platform::URLSessionD
 void JAController::didCompleteWithError(const std::shared_ptr<platform::URLSessionTask>& task,
                                         const std::optional<platform::Error>& error)
 {
-    platform::log(u"Error task: %@", QString::number(task ? task->hash() : 0));
+    platform::log(u"Error task: %@", task ? task->hash() : 0);
     client::callIfSet(downloadCallBack(), 0, 0, error, false);
 }
