@@ -1,0 +1,51 @@
+# The short names of what one does here. CMake and its presets do the work; PRESET=debug|release|asan|tsan picks one.
+
+PRESET ?= release
+BUILD := build/$(PRESET)
+JOBS ?= $(shell nproc)
+
+.PHONY: all run test bench bench-report deps format tidy clean
+
+all: $(BUILD)/build.ninja
+	cmake --build --preset $(PRESET) -j $(JOBS)
+
+# Takes a document to a server and back: in windows where there is a display, otherwise with screenshots.
+run: $(BUILD)/build.ninja
+	cmake --build --preset $(PRESET) -j $(JOBS) --target tljira tljira-standin
+	scripts/run $(BUILD)
+
+test: all
+	ctest --preset $(PRESET)
+
+# Measures against the peers; bench-report also writes docs/benchmarks.md.
+bench: PRESET = release
+bench: deps
+	cmake --preset release -DTL_BUILD_BENCHMARKS=ON
+	cmake --build --preset release -j $(JOBS)
+	build/release/bench/tljira-bench
+
+bench-report: PRESET = release
+bench-report: deps
+	cmake --preset release -DTL_BUILD_BENCHMARKS=ON
+	cmake --build --preset release -j $(JOBS)
+	build/release/bench/tljira-bench --write docs/benchmarks.md
+
+# What the machine lacks, through apt.
+deps:
+	scripts/install-packages
+
+$(BUILD)/build.ninja: | deps
+	cmake --preset $(PRESET)
+
+SOURCES = $(shell git ls-files '*.h' '*.cpp')
+
+format:
+	scripts/install-packages --with-tools
+	clang-format -i $(SOURCES)
+
+tidy: all
+	scripts/install-packages --with-tools
+	run-clang-tidy -quiet -p $(BUILD) '^(?!.*/(build|tests)/).*\.cpp$$'
+
+clean:
+	rm -rf build
