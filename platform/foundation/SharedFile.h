@@ -11,10 +11,13 @@
 namespace platform {
 
 /// A small file that several processes of one user read and rewrite. A reader sees the old bytes or the new ones, never
-/// a mixture, also after a power cut; only its user can read it (0600 in a 0700 folder). From any thread.
+/// a mixture, also after a power cut; only its user can read it (0600, in a folder that is made with 0700). One object
+/// serves one thread at a time; several objects may stand for the same file.
 class TL_EXPORT SharedFile
 {
 public:
+    using Change = std::function<QByteArray(const std::optional<QByteArray>&)>;
+
     explicit SharedFile(QString path);
 
     const QString& path() const { return m_path; }
@@ -23,20 +26,30 @@ public:
     std::optional<QByteArray> read() const;
 
     /// True when the file may hold other bytes than when this was last asked or the file was last rewritten by this
-    /// object.
+    /// object. A file that has just been written is doubted a little longer than its time stamps are coarse.
     bool hasChanged();
 
     /// Replaces the file by what `change` makes of its present bytes, while no other process does. False when the disk
     /// refuses; the file is then as it was and the reason stands in the log.
-    bool rewrite(const std::function<QByteArray(const std::optional<QByteArray>&)>& change);
+    bool rewrite(const Change& change);
 
-    /// Renames the file so that it is neither read nor overwritten again, and says so in the log.
-    void setAside() const;
+    /// Renames the file so that it is neither read nor overwritten again, and says so in the log. Call it from within
+    /// `change`, where no other process can have mended the file in the meantime. False when it could not be renamed.
+    bool setAside() const;
 
 private:
+    struct Stamp
+    {
+        qint64 size = -1;
+        qint64 time = 0;
+        bool isSettled = false;
+    };
+
+    Stamp stamp() const;
+    QString rewriteLocked(const Change& change);
+
     QString m_path;
-    qint64 m_seenSize = -1;
-    qint64 m_seenTime = -1;
+    Stamp m_seen;
 };
 
 } // namespace platform

@@ -31,7 +31,7 @@ public:
     /// when missing, false.
     bool boolForKey(const QString& key) const;
 
-    /// Nothing as `value` removes the key.
+    /// Nothing as `value` removes the key, and so does JSON null.
     void setObject(const std::optional<QJsonValue>& value, const QString& key);
     void removeObjectForKey(const QString& key) { setObject(std::nullopt, key); }
 
@@ -40,6 +40,7 @@ public:
 
 private:
     void refresh() const;
+    QJsonObject usableValues(const std::optional<QByteArray>& present) const;
     void store();
 
     mutable std::mutex m_mutex;

@@ -1,0 +1,127 @@
+#include "platform/foundation/SharedFile.h"
+
+#include "platform/foundation/FileManager.h"
+#include "platform/foundation/Log.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QSaveFile>
+#include <QThread>
+
+namespace platform {
+
+namespace {
+
+constexpr qint64 LongestWaitForLock = 5000;
+
+/// How long another write may leave the same time behind, in milliseconds. The coarsest file systems in use step by two
+/// seconds, and are known by their full seconds; the others step by a few milliseconds.
+qint64 doubtedAge(qint64 time)
+{
+    return time % 1000 == 0 ? 2000 : 50;
+}
+
+constexpr QFile::Permissions UserFile = QFile::ReadOwner | QFile::WriteOwner;
+constexpr QFile::Permissions UserFolder = UserFile | QFile::ExeOwner;
+
+/// QLockFile's own waiting doubles its pauses up to seconds; a rewrite takes milliseconds.
+bool acquire(QLockFile& lock)
+{
+    QElapsedTimer waiting;
+    waiting.start();
+    while (!lock.tryLock(0)) {
+        if (lock.error() != QLockFile::LockFailedError || waiting.elapsed() > LongestWaitForLock)
+            return false;
+        QThread::msleep(1);
+    }
+    return true;
+}
+
+void makeFolder(const QString& folder)
+{
+    if (QFileInfo::exists(folder))
+        return;
+    QDir().mkpath(QFileInfo(folder).path());
+    QDir().mkdir(folder, UserFolder);
+}
+
+} // namespace
+
+SharedFile::SharedFile(QString path)
+    : m_path(std::move(path))
+{
+}
+
+std::optional<QByteArray> SharedFile::read() const
+{
+    QFile file(m_path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QByteArray bytes = file.readAll();
+    return file.error() == QFile::NoError ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
+SharedFile::Stamp SharedFile::stamp() const
+{
+    const QFileInfo file(m_path);
+    if (!file.exists())
+        return {-1, 0, true};
+    const qint64 time = file.lastModified().toMSecsSinceEpoch();
+    return {file.size(), time, qAbs(QDateTime::currentMSecsSinceEpoch() - time) > doubtedAge(time)};
+}
+
+bool SharedFile::hasChanged()
+{
+    const Stamp before = std::exchange(m_seen, stamp());
+    return !before.isSettled || before.size != m_seen.size || before.time != m_seen.time;
+}
+
+bool SharedFile::rewrite(const Change& change)
+{
+    const QString failure = rewriteLocked(change);
+    if (!failure.isEmpty())
+        log(u"%@ could not be written: %@", m_path, failure);
+    return failure.isEmpty();
+}
+
+/// What went wrong, an empty text when nothing did.
+QString SharedFile::rewriteLocked(const Change& change)
+{
+    makeFolder(QFileInfo(m_path).path());
+    QLockFile lock(m_path + QStringLiteral(".lock"));
+    if (!acquire(lock))
+        return QStringLiteral("it cannot be locked");
+
+    const std::optional<QByteArray> present = read();
+    if (!present && QFileInfo::exists(m_path))
+        return QStringLiteral("its present content cannot be read");
+    const QByteArray bytes = change(present);
+
+    QSaveFile file(m_path);
+    const bool isWritten =
+        file.open(QIODevice::WriteOnly) && file.setPermissions(UserFile) && file.write(bytes) == bytes.size();
+    if (!isWritten || !file.commit())
+        return file.errorString();
+    m_seen = stamp();
+    return {};
+}
+
+bool SharedFile::setAside() const
+{
+    for (int number = 1;; ++number) {
+        const QString place = m_path + QStringLiteral(".damaged-%1").arg(number);
+        const std::optional<Error> error = FileManager::moveItemAtPath(m_path, place);
+        if (error && error->code == static_cast<qint64>(FileError::WriteFileExists))
+            continue;
+        if (error)
+            log(u"%@ is damaged and cannot be set aside: %@", m_path, *error);
+        else
+            log(u"%@ is damaged and was set aside as %@", m_path, place);
+        return !error;
+    }
+}
+
+} // namespace platform
