@@ -93,9 +93,10 @@ void UserDefaults::refresh() const
     const std::optional<QByteArray> bytes = m_file.read();
     if (!bytes && FileManager::fileExistsAtPath(m_file.path()))
         return;
-    const std::optional<QJsonObject> values = bytes ? decodeStore(*bytes) : QJsonObject();
+    std::optional<QJsonObject> values = bytes ? decodeStore(*bytes) : QJsonObject();
     if (!values)
-        m_file.rewrite([this](const std::optional<QByteArray>& present) { return encodeJSON(usableValues(present)); });
+        m_file.rewrite(
+            [&](const std::optional<QByteArray>& present) { return encodeJSON(*(values = usableValues(present))); });
     m_values = values.value_or(QJsonObject());
     apply(m_unsaved, m_values);
 }
