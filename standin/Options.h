@@ -12,7 +12,7 @@ enum class Tls {
 };
 
 enum class Storage {
-    keep, ///< uploaded files can be fetched again: small ones from memory, others from a private temporary folder
+    keep, ///< uploaded files can be fetched again: small ones are in memory, others in a nameless temporary file
     sink, ///< uploaded bytes are counted (and digested) and dropped; fetching such a file answers 404
 };
 

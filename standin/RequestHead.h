@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace standin {
+
+/// The request line and the headers of one HTTP/1.x request.
+class RequestHead
+{
+public:
+    /// `bytes` reach up to and include the empty line. nullopt when they are no request.
+    static std::optional<RequestHead> parse(std::string bytes);
+
+    const std::string& bytes() const { return m_bytes; }
+    const std::string& method() const { return m_method; }
+    const std::string& target() const { return m_target; }
+    /// The target up to the query, as sent.
+    const std::string& path() const { return m_path; }
+    const std::string& query() const { return m_query; }
+
+    bool has(std::string_view name) const;
+    /// Several headers of one name are joined by ", ".
+    std::string header(std::string_view name) const;
+    std::vector<std::string> headers(std::string_view name) const;
+
+    std::int64_t contentLength() const { return m_contentLength; }
+    bool isChunked() const;
+    bool keepsConnection() const;
+    bool expectsContinue() const;
+
+private:
+    bool parseRequestLine(std::string_view line);
+    bool parseHeader(std::string_view line);
+    bool parseContentLength();
+
+    std::string m_bytes;
+    std::string m_method;
+    std::string m_target;
+    std::string m_path;
+    std::string m_query;
+    bool m_isOldVersion = false;
+    std::vector<std::pair<std::string, std::string>> m_headers;
+    std::int64_t m_contentLength = 0;
+};
+
+} // namespace standin

@@ -1,0 +1,229 @@
+#include "standin/Avatar.h"
+#include "standin/Call.h"
+#include "standin/JiraJson.h"
+#include "standin/Text.h"
+#include "standin/UploadCall.h"
+
+#include <QJsonDocument>
+
+#include <charconv>
+
+namespace standin {
+
+namespace {
+
+constexpr const char* loginPage = "<!DOCTYPE html>\n<html><head><title>Log in - Jira</title></head><body>"
+                                  "<form action=\"login.jsp\" method=\"post\"><input name=\"os_username\">"
+                                  "<input name=\"os_password\" type=\"password\"></form></body></html>\n";
+
+constexpr const char* sessionPath = "/rest/auth/1/session";
+constexpr std::string_view issuePath = "/rest/api/2/issue/";
+constexpr std::string_view filePath = "/secure/attachment/";
+
+Response captchaDenied(Response response, const std::string& base)
+{
+    const auto loginUrl = base + "/login.jsp";
+    return std::move(response)
+        .with("X-Authentication-Denied-Reason", "CAPTCHA_CHALLENGE; login-url=" + loginUrl)
+        .with("X-Seraph-LoginReason", "AUTHENTICATION_DENIED");
+}
+
+Response logIn(const Request& request, const std::string& body, Jira& jira, const Options& options)
+{
+    const auto contentType = request.head.header("Content-Type");
+    if (!equalsIgnoringCase(trimmed(std::string_view(contentType).substr(0, contentType.find(';'))),
+                            "application/json"))
+        return Response::error(415, "Unsupported Media Type");
+    const auto document = QJsonDocument::fromJson(QByteArray::fromStdString(body));
+    if (!document.isObject())
+        return Response::error(400, "The request body is no JSON object");
+    const auto member = [&document](const char* name) {
+        return document.object().value(QLatin1String(name)).toString().toStdString();
+    };
+    const auto outcome = jira.login(member("username"), member("password"));
+    if (outcome.kind == LoginOutcome::Kind::wrongPassword)
+        return Response::error(401, "Login failed");
+    if (outcome.kind == LoginOutcome::Kind::captchaRequired)
+        return captchaDenied(Response::error(403, "Login denied"), request.base);
+    const QJsonObject session{{QStringLiteral("name"), QStringLiteral("JSESSIONID")},
+                              {QStringLiteral("value"), QString::fromStdString(outcome.session)}};
+    const QJsonObject answer{{QStringLiteral("session"), session},
+                             {QStringLiteral("loginInfo"), loginInfoJson(outcome.history, options)}};
+    return Response::json(200, answer)
+        .with("Set-Cookie", "JSESSIONID=" + outcome.session + "; Path=/; HttpOnly")
+        .with("Set-Cookie", "atlassian.xsrf.token=TEST-" + outcome.session.substr(0, 12) + "_lin; Path=/");
+}
+
+Response unauthorised(const Request& request, const Options& options)
+{
+    const std::string message = "You are not authenticated. Authentication required to perform this operation.";
+    if (options.htmlWhenStale && !request.cookies.empty())
+        return Response::html(401, "<html><head><title>Unauthorized (401)</title></head><body>" + message +
+                                       "</body></html>\n");
+    return Response::error(401, message);
+}
+
+Response showSession(const Request& request, const UserState& user, const Options& options)
+{
+    const auto self = request.base + "/rest/api/latest/user?username=" + percentEncoded(user.user.name);
+    return Response::json(200, QJsonObject{{QStringLiteral("self"), QString::fromStdString(self)},
+                                           {QStringLiteral("name"), QString::fromStdString(user.user.name)},
+                                           {QStringLiteral("loginInfo"), loginInfoJson(user.history, options)}});
+}
+
+Response showIssue(const Request& request, const std::string& key, const Jira& jira, const Options& options)
+{
+    const auto issue = jira.issue(key);
+    if (!issue)
+        return Response::error(404, "Issue Does Not Exist");
+    if (issue->hiddenStatus != 0)
+        return Response::error(issue->hiddenStatus, "You do not have the permission to see the specified issue.");
+    return Response::json(200, issueJson(*issue, request.base, options));
+}
+
+Response showFile(const Request& request, const Jira& jira)
+{
+    const auto rest = std::string_view(request.path).substr(filePath.size());
+    std::int64_t id = 0;
+    const auto parsed = std::from_chars(rest.data(), rest.data() + rest.size(), id);
+    const bool isNumber = parsed.ec == std::errc() && parsed.ptr != rest.data() + rest.size() && *parsed.ptr == '/';
+    const auto attachment = isNumber ? jira.attachment(id) : std::nullopt;
+    if (!attachment || !attachment->content)
+        return Response::html(404, "<html><body>This attachment is not here.</body></html>\n");
+    Response response =
+        Response::empty(200)
+            .with("Content-Type", attachment->record.mimeType)
+            .with("Content-Disposition", "attachment; filename*=UTF-8''" + percentEncoded(attachment->record.fileName));
+    response.body = attachment->content;
+    return response;
+}
+
+Response fileWithoutSession(const Request& request, const Options& options)
+{
+    if (options.loginPageForFiles)
+        return Response::html(200, loginPage);
+    return Response::empty(302).with("Location", request.base + "/login.jsp?permissionViolation=true&os_destination=" +
+                                                     percentEncoded(request.path));
+}
+
+Response showAvatar(const Request& request)
+{
+    const auto has = [&request](const char* size) {
+        return request.head.query().find(std::string("size=") + size) != std::string::npos;
+    };
+    const int size = has("xsmall") ? 16 : has("small") ? 24 : has("medium") ? 32 : 48;
+    return Response::bytes(200, avatarPng(size), "image/png");
+}
+
+Response methodNotAllowed()
+{
+    return Response::error(405, "Method Not Allowed");
+}
+
+std::unique_ptr<Call> sessionCall(Request request, Jira& jira, const Options& options)
+{
+    const auto& method = request.head.method();
+    if (method == "POST") {
+        return std::make_unique<SmallCall>([request = std::move(request), &jira, &options](const std::string& body) {
+            return logIn(request, body, jira, options);
+        });
+    }
+    const auto user = request.user ? jira.user(*request.user) : std::nullopt;
+    if (!user)
+        return fixedCall(unauthorised(request, options));
+    if (method == "DELETE") {
+        for (const auto& session : request.cookies)
+            jira.closeSession(session);
+        return fixedCall(Response::empty(204));
+    }
+    return fixedCall(method == "GET" ? showSession(request, *user, options) : methodNotAllowed());
+}
+
+std::unique_ptr<Call> issueCall(Request request, Jira& jira, const Options& options)
+{
+    constexpr std::string_view attachments = "/attachments";
+    auto key = std::string_view(request.path).substr(issuePath.size());
+    const auto& method = request.head.method();
+    if (key.ends_with(attachments) && method == "POST") {
+        key.remove_suffix(attachments.size());
+        const auto issueKey = percentDecoded(key);
+        return std::make_unique<UploadCall>(std::move(request), issueKey, jira, options);
+    }
+    if (method != "GET" && method != "HEAD")
+        return fixedCall(methodNotAllowed());
+    return fixedCall(showIssue(request, percentDecoded(key), jira, options));
+}
+
+std::unique_ptr<Call> restCall(Request request, Jira& jira, const Options& options)
+{
+    if (request.path == sessionPath)
+        return sessionCall(std::move(request), jira, options);
+    const bool isIssue = request.path.starts_with(issuePath);
+    if (request.path != "/rest/api/2/myself" && !isIssue)
+        return fixedCall(Response::error(404, "null for uri: " + request.base + request.path));
+    const auto user = request.user ? jira.user(*request.user) : std::nullopt;
+    if (!user)
+        return fixedCall(unauthorised(request, options));
+    if (user->needsCaptcha) {
+        auto page = Response::html(403, "<html><body>Basic Authentication Failure - Reason : AUTHENTICATION_DENIED"
+                                        "</body></html>\n");
+        return fixedCall(captchaDenied(std::move(page), request.base));
+    }
+    if (isIssue)
+        return issueCall(std::move(request), jira, options);
+    return fixedCall(Response::json(200, ownUserJson(user->user, request.base, options)));
+}
+
+std::vector<std::string> sessionCookies(const RequestHead& head)
+{
+    std::vector<std::string> values;
+    constexpr std::string_view name = "JSESSIONID=";
+    for (const auto& line : head.headers("Cookie")) {
+        for (const auto pair : split(line, ';')) {
+            if (trimmed(pair).starts_with(name))
+                values.emplace_back(trimmed(pair).substr(name.size()));
+        }
+    }
+    return values;
+}
+
+std::string baseOf(const RequestHead& head, const std::string& scheme, const Options& options)
+{
+    auto base = options.baseUrl.empty() ? scheme + "://" + head.header("Host") : options.baseUrl;
+    while (base.ends_with('/'))
+        base.pop_back();
+    return base;
+}
+
+/// The path of a base URL: what follows the host.
+std::string_view folderOf(std::string_view base)
+{
+    const auto host = base.find("://");
+    const auto slash = base.find('/', host == std::string_view::npos ? 0 : host + 3);
+    return slash == std::string_view::npos ? std::string_view() : base.substr(slash);
+}
+
+} // namespace
+
+std::unique_ptr<Call> openCall(RequestHead head, const std::string& scheme, Jira& jira, const Options& options)
+{
+    Request request{.head = std::move(head), .base = {}, .path = {}, .cookies = {}, .user = {}};
+    request.base = baseOf(request.head, scheme, options);
+    request.cookies = sessionCookies(request.head);
+    request.user = jira.userOfSession(request.cookies);
+    const auto folder = folderOf(request.base);
+    if (request.head.path().starts_with(folder))
+        request.path = request.head.path().substr(folder.size());
+
+    if (request.path.starts_with("/rest/"))
+        return restCall(std::move(request), jira, options);
+    if (request.path.starts_with(filePath))
+        return fixedCall(request.user ? showFile(request, jira) : fileWithoutSession(request, options));
+    if (request.path == "/secure/useravatar")
+        return fixedCall(showAvatar(request));
+    if (request.path == "/login.jsp")
+        return fixedCall(Response::html(200, loginPage));
+    return fixedCall(Response::error(404, "null for uri: " + request.base + request.path));
+}
+
+} // namespace standin
