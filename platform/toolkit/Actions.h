@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
+
 #include <QObject>
 #include <QStringList>
 #include <QWidget>
@@ -18,10 +20,13 @@ namespace platform {
 ///     actions.bind("downloadAction", [this](QWidget* sender) { … });
 ///
 /// An action may release its owner's last reference: the owner lives until the event that brought the action is done.
-class Actions
+class TL_EXPORT Actions
 {
 public:
     using Action = std::function<void(QWidget* sender)>;
+
+    Actions();
+    ~Actions();
 
     void bind(const char* name, Action action);
     void bind(const char* name, std::function<void()> action);
@@ -37,7 +42,7 @@ public:
 
 private:
     std::map<QString, Action> m_actions;
-    std::unique_ptr<QObject> m_context = std::make_unique<QObject>();
+    std::unique_ptr<QObject> m_context;
 };
 
 } // namespace platform

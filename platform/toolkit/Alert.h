@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
+
 #include <QString>
 
 #include <functional>
@@ -9,7 +11,7 @@ class QMessageBox;
 namespace platform {
 
 /// A message with one button, "OK", that the user has to see before going on.
-class Alert
+class TL_EXPORT Alert
 {
 public:
     enum class Style { Warning = 0, Informational = 1, Critical = 2 };
@@ -18,8 +20,7 @@ public:
     void setInformativeText(const QString& text) { m_informativeText = text; }
     void setStyle(Style style) { m_style = style; }
 
-    /// Returns when the user is done, however the alert was left: ModalResponse::OK by its button,
-    /// ModalResponse::Cancel otherwise.
+    /// ModalResponse::OK once the user is done with it; ModalResponse::Cancel if the application quits meanwhile.
     int runModal();
 
     /// For tests: called with each message box once it is on screen, from inside runModal().

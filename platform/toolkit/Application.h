@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ModalResponse.h"
 
 #include <memory>
@@ -9,7 +10,7 @@ namespace platform {
 class Window;
 
 /// Modal runs. Main thread only.
-class Application
+class TL_EXPORT Application
 {
 public:
     /// Shows the window (centred if it was hidden) and runs the event loop until stopModal(); all other windows except

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
+
 #include <QString>
 
 #include <optional>
@@ -9,7 +11,7 @@ namespace platform {
 /// A set of interface files that travels inside a program or a library, as Qt resources below ":/IDENTIFIER".
 /// CMake's tl_embed_interface_files(TARGET PREFIX identifier FILES …) puts files there; users of the target need do
 /// nothing.
-class Bundle
+class TL_EXPORT Bundle
 {
 public:
     /// The host's own files, below ":/main". Always there, even if it holds nothing.

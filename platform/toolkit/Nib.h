@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/Bundle.h"
 
 #include <QByteArray>
@@ -25,7 +26,7 @@ class TableCellView;
 ///     object name is the identifier;
 ///   - all others are handed to the owner as they are, outside any window, for it to put where it likes.
 /// A file without a direct child named "view" is itself the view. The root's window title is the window's title.
-class Nib : public std::enable_shared_from_this<Nib>
+class TL_EXPORT Nib : public std::enable_shared_from_this<Nib>
 {
 public:
     /// Never null. A file that is missing is logged, and instantiate() then brings nothing.

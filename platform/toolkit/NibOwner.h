@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/Actions.h"
 #include "platform/toolkit/Bundle.h"
 #include "platform/toolkit/Nib.h"
@@ -13,15 +14,17 @@ namespace platform {
 /// What a controller with an interface file is: it declares outlets and actions in its constructor, and owns the views
 /// of the file. Views that were moved into another window go with their owner; views that went with such a window leave
 /// null behind. Always held by std::shared_ptr. Main thread only.
-class NibOwner : public std::enable_shared_from_this<NibOwner>
+class TL_EXPORT NibOwner : public std::enable_shared_from_this<NibOwner>
 {
 public:
     NibOwner(const NibOwner&) = delete;
     NibOwner& operator=(const NibOwner&) = delete;
     virtual ~NibOwner();
 
-    /// After loading, what the owner and its file disagree about, one line each ("outlet hostTextField", "action
-    /// cancelAction"); empty when all is well. The same lines are logged once, when the file is loaded.
+    /// After loading, what the owner and its file disagree about, one entry each: "outlet hostTextField" for an outlet
+    /// without a view of its name and class, "action cancelAction" for an action that only the owner or only the file
+    /// knows, "file JALoginWindow" for one that is missing or broken. Empty when all is well. Each is logged once, when
+    /// the file is loaded.
     QStringList interfaceProblems() const { return m_problems; }
 
     QString nibName() const { return m_nibName; }
@@ -34,6 +37,9 @@ protected:
     /// Loads the file, connects outlets and actions; keeps every view but does not place any.
     Nib::Views loadNib();
 
+    /// An empty view in place of one that could not be loaded.
+    QWidget* addEmptyView();
+
     /// shared_from_this() as the class of the caller: `sharedFrom(this)`.
     template <class Self>
     static std::shared_ptr<Self> sharedFrom(Self* self)
@@ -45,10 +51,15 @@ protected:
     Actions actions;
 
 private:
+    void connectInterface();
+
     QString m_nibName;
     std::optional<Bundle> m_bundle;
     QList<QPointer<QWidget>> m_topLevelViews;
     QStringList m_problems;
 };
+
+/// What "%@" prints of a controller: "<NIBNAME: 0xADDRESS>".
+TL_EXPORT QString describe(const std::shared_ptr<NibOwner>& owner);
 
 } // namespace platform

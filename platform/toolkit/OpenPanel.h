@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
+
 #include <QList>
 #include <QUrl>
 
@@ -10,8 +12,9 @@ class QFileDialog;
 
 namespace platform {
 
-/// Lets the user choose existing files or folders.
-class OpenPanel
+/// Lets the user choose existing files, or existing folders. One panel offers one of the two: where both are allowed,
+/// files. Where neither is, it does not come up.
+class TL_EXPORT OpenPanel
 {
 public:
     void setCanChooseFiles(bool can) { m_canChooseFiles = can; }

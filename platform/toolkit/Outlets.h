@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
+
 #include <QPointer>
 #include <QString>
 #include <QStringList>
@@ -16,7 +18,7 @@ namespace platform {
 ///
 /// The pointer is set when the file is loaded and becomes null again when its view goes. A view that is missing, or of
 /// another class, leaves the pointer null.
-class Outlets
+class TL_EXPORT Outlets
 {
 public:
     template <class View>

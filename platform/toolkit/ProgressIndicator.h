@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
+
 #include <QBasicTimer>
 #include <QWidget>
 
@@ -7,7 +9,7 @@ namespace platform {
 
 /// The spinning indicator of work whose length is not known; a bar with a known end is a QProgressBar. Turns only while
 /// it is animating and visible. In Designer: a QWidget promoted to platform::ProgressIndicator.
-class ProgressIndicator : public QWidget
+class TL_EXPORT ProgressIndicator : public QWidget
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/Outlets.h"
 
 #include <QWidget>
@@ -8,7 +9,7 @@ namespace platform {
 
 /// One row's view in a TableView, made from its prototype in the interface file. A subclass declares its outlets in its
 /// constructor and is known to interface files by registerViewClass().
-class TableCellView : public QWidget
+class TL_EXPORT TableCellView : public QWidget
 {
     Q_OBJECT
 
@@ -28,6 +29,8 @@ protected:
 
 private:
     friend class Nib;
+
+    void wake(const QString& nibName, const QString& identifier);
 
     QString m_identifier;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/TableViewDataSource.h"
 
 #include <QAbstractScrollArea>
@@ -18,7 +19,7 @@ class Nib;
 ///
 /// In Designer: a QScrollArea or QFrame promoted to platform::TableView. The arrow, page, Home and End keys scroll; Tab
 /// walks through the controls of the cells, from row to row, and brings them into sight.
-class TableView : public QAbstractScrollArea
+class TL_EXPORT TableView : public QAbstractScrollArea
 {
     Q_OBJECT
     Q_PROPERTY(int rowHeight READ rowHeight WRITE setRowHeight)
@@ -61,17 +62,21 @@ protected:
     bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
 
 private:
     void layOutCells();
-    void recycleCellsOutside(qint64 first, qint64 last);
-    void recycle(TableCellView* cell);
     void makeCells(qint64 first, qint64 last);
+    bool makeCell(qint64 row);
+    void recycleOutside(qint64 first, qint64 last);
     void placeCells();
+    void chainFocus();
     void updateScrollBar();
-    void followFocus(QWidget* now);
+    void followFocus(const QWidget* now);
+    int step() const;
+    qint64 offset() const;
 
     TableViewDataSource* m_source = nullptr;
     std::shared_ptr<Nib> m_nib;
@@ -79,6 +84,7 @@ private:
     QHash<QString, QList<TableCellView*>> m_reusable;
     qint64 m_rows = 0;
     int m_rowHeight = 0;
+    int m_measuredHeight = 0;
     bool m_hasAsked = false;
     bool m_isLayingOut = false;
 };

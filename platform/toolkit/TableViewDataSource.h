@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
+
 #include <QtGlobal>
 
 namespace platform {
@@ -8,7 +10,7 @@ class TableCellView;
 class TableView;
 
 /// Where a table's rows come from. Main thread; both may call back into the table and the windows around it.
-class TableViewDataSource
+class TL_EXPORT TableViewDataSource
 {
 public:
     virtual qint64 numberOfRowsInTableView(TableView& table) = 0;

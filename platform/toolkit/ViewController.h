@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/NibOwner.h"
 #include "platform/toolkit/Window.h"
 
@@ -9,7 +10,7 @@ namespace platform {
 
 /// Owns a view that comes from an interface file. Built like WindowController: a subclass declares its outlets and
 /// actions in its constructor, its factory calls initWithNibName().
-class ViewController : public NibOwner
+class TL_EXPORT ViewController : public NibOwner
 {
 public:
     ~ViewController() override;
@@ -26,7 +27,7 @@ public:
     void setRepresentedObject(const QVariant& object) { m_representedObject = object; }
 
 protected:
-    ViewController() = default;
+    ViewController();
 
     /// Loads nothing yet. Without a bundle the file is the host's (Bundle::mainBundle()).
     void initWithNibName(const QString& name, const std::optional<Bundle>& bundle);

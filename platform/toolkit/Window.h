@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ModalResponse.h"
 
 #include <QMargins>
@@ -28,7 +29,7 @@ class SheetQueue;
 ///
 /// Keys: Return clicks the window's default button (QPushButton::default) unless another button has the focus; Escape
 /// clicks the visible button whose shortcut is Esc. Both are set in Designer.
-class Window : public std::enable_shared_from_this<Window>
+class TL_EXPORT Window : public std::enable_shared_from_this<Window>
 {
 public:
     /// A hidden window of the content's size. The content is not owned: it may be moved elsewhere, or go first.
@@ -79,8 +80,8 @@ public:
     using SheetCompletion = std::function<void(int returnCode)>;
 
     /// Returns at once. While another sheet is up this one waits for its turn. A window that is a sheet already, here
-    /// or elsewhere, waiting or not, is not begun again (logged). Both windows stay alive until the sheet ends or the
-    /// parent goes.
+    /// or elsewhere, waiting or not, is not begun again (logged). The parent keeps the sheet alive until it
+    /// ends.
     void beginSheet(const std::shared_ptr<Window>& sheet, SheetCompletion completion);
 
     /// Ends the sheet, shown or waiting; the next one shows after the completion. Nothing happens if it is no sheet of
@@ -109,17 +110,37 @@ public:
     static void pretendDecorations(std::optional<QMargins> margins);
 
 private:
-    friend class WindowWidget;
-    friend class SheetQueue;
+    friend class Application;
     friend class ChildWindows;
+    friend class SheetQueue;
+    friend class WindowWidget;
 
     Window();
 
-    void userWantsToClose();
+    // What the widget reports.
+    bool userWantsToClose();
     void geometryChanged();
-    void visibilityChanged();
+    void contentWantsLayout();
+    void contentLeft(const QObject* view);
+    void visibilityChanged(bool visible);
     void keyChanged(bool isKey);
+
+    // What the window's own parts do with each other's windows. These rectangles are Qt's, of the content.
+    QRect contentRect() const;
+    void placeContentRect(const QRect& rect, bool smoothly);
+    void moveBy(const QPoint& distance);
+    void becomeSheetOf(const std::shared_ptr<Window>& parent);
+    void leaveSheet();
+    void showAsSheet();
+    void setApplicationModal(bool modal);
+
+    void announceClose();
+    void focusFirstControl();
+    void takeAlong();
     QMargins decorations() const;
+    void layOutContent(const QSize& size);
+    void limitUserToContent();
+    void setStyle(Qt::WindowFlags flags, Qt::WindowModality modality);
 
     std::unique_ptr<WindowWidget> m_widget;
     std::unique_ptr<FrameAnimation> m_animation;
@@ -127,6 +148,9 @@ private:
     std::unique_ptr<ChildWindows> m_children;
     QPointer<QWidget> m_content;
     std::weak_ptr<WindowDelegate> m_delegate;
+    std::weak_ptr<Window> m_sheetParent;
+    std::weak_ptr<Window> m_parentWindow;
+    QPoint m_lastOrigin;
     bool m_isPlaced = false;
     bool m_isClosed = false;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/NibOwner.h"
 #include "platform/toolkit/Window.h"
 #include "platform/toolkit/WindowDelegate.h"
@@ -15,7 +16,7 @@ namespace platform {
 ///         self->initWithWindowNibName(QStringLiteral("JALoginWindow"), bundle);
 ///         return self;
 ///     }
-class WindowController : public NibOwner, public WindowDelegate
+class TL_EXPORT WindowController : public NibOwner, public WindowDelegate
 {
 public:
     ~WindowController() override;

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
+
 namespace platform {
 
 class Window;
 
 /// All calls on the main thread.
-class WindowDelegate
+class TL_EXPORT WindowDelegate
 {
 public:
     /// Once each time the window closes, by its user or by close(), while it is still on screen.

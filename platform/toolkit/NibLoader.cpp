@@ -1,0 +1,62 @@
+#include "platform/toolkit/NibLoader.h"
+
+#include "platform/toolkit/OffScreen.h"
+#include "platform/toolkit/RegisteredViews.h"
+#include "platform/toolkit/TableView.h"
+
+#include <QBuffer>
+#include <QUiLoader>
+
+namespace platform {
+
+namespace {
+
+class Loader : public QUiLoader
+{
+public:
+    Loader()
+    {
+        setLanguageChangeEnabled(false);
+        setTranslationEnabled(false);
+    }
+
+    QWidget* createWidget(const QString& className, QWidget* parent, const QString& name) override
+    {
+        if (QWidget* view = makeRegisteredView(className, parent)) {
+            view->setObjectName(name);
+            return view;
+        }
+        return QUiLoader::createWidget(className, parent, name);
+    }
+};
+
+// Kept for the life of the process: making one searches the machine for Designer plugins.
+Loader& sharedLoader()
+{
+    static auto* const loader = new Loader;
+    return *loader;
+}
+
+} // namespace
+
+QWidget* NibLoader::load(const QByteArray& text, const std::shared_ptr<Nib>& nib, QString* error)
+{
+    QBuffer buffer;
+    buffer.setData(text);
+    buffer.open(QIODevice::ReadOnly);
+    QWidget* root = sharedLoader().load(&buffer, offScreen());
+    if (!root) {
+        *error = sharedLoader().errorString();
+        return nullptr;
+    }
+    QList<QWidget*> views = root->findChildren<QWidget*>();
+    views.prepend(root);
+    for (QWidget* view : views) {
+        if (auto* table = qobject_cast<TableView*>(view))
+            table->setNib(nib);
+        announceLoadedView(view);
+    }
+    return root;
+}
+
+} // namespace platform

@@ -1,0 +1,13 @@
+#include "platform/toolkit/Retained.h"
+
+#include "platform/foundation/MainQueue.h"
+
+namespace platform {
+
+void retainUntilNextTurn(std::shared_ptr<void> object)
+{
+    if (object)
+        MainQueue::instance().addOperation([kept = std::move(object)] {});
+}
+
+} // namespace platform

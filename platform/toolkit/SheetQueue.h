@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/toolkit/Window.h"
+
+#include <deque>
+
+namespace platform {
+
+/// The sheets of one window: the first is up whenever the window is on screen, the others wait.
+class SheetQueue
+{
+public:
+    explicit SheetQueue(Window& parent);
+    ~SheetQueue();
+
+    void begin(const std::shared_ptr<Window>& sheet, Window::SheetCompletion completion);
+    void end(const std::shared_ptr<Window>& sheet, int returnCode);
+    void endAll(int returnCode);
+
+    std::shared_ptr<Window> attached() const;
+
+    void parentVisibilityChanged(bool visible);
+    void parentMoved(const QPoint& distance);
+
+private:
+    struct Entry
+    {
+        std::shared_ptr<Window> sheet;
+        Window::SheetCompletion completion;
+    };
+
+    void presentNext();
+
+    Window& m_parent;
+    std::deque<Entry> m_entries;
+    bool m_isFirstUp = false;
+    int m_running = 0; ///< completions under way; nothing new comes up before they are through
+};
+
+} // namespace platform

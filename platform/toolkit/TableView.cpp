@@ -1,0 +1,278 @@
+#include "platform/toolkit/TableView.h"
+
+#include "platform/toolkit/Nib.h"
+#include "platform/toolkit/TableCellView.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+#include <limits>
+
+namespace platform {
+
+namespace {
+
+// Asked for in a turn of its own: what the data source does to the windows around it must not meet a half-shown table.
+QEvent::Type firstShownEvent()
+{
+    static const auto type = static_cast<QEvent::Type>(QEvent::registerEventType());
+    return type;
+}
+
+constexpr qint64 rowsBeyondEitherEnd = 1;
+constexpr QSize usual(320, 200);
+
+// In the order in which Tab walks through them.
+QList<QWidget*> tabStops(TableCellView* cell)
+{
+    QList<QWidget*> stops;
+    for (QWidget* control : cell->findChildren<QWidget*>()) {
+        if (control->focusPolicy() & Qt::TabFocus)
+            stops.append(control);
+    }
+    return stops;
+}
+
+} // namespace
+
+TableView::TableView(QWidget* parent)
+    : QAbstractScrollArea(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { followFocus(now); });
+}
+
+TableView::~TableView() = default;
+
+void TableView::setDataSource(TableViewDataSource* source)
+{
+    m_source = source;
+}
+
+void TableView::setRowHeight(int height)
+{
+    m_rowHeight = std::max(height, 0);
+    updateScrollBar();
+    layOutCells();
+}
+
+QSize TableView::sizeHint() const
+{
+    return usual;
+}
+
+void TableView::reloadData()
+{
+    m_hasAsked = true;
+    recycleOutside(0, -1);
+    m_rows = m_source ? std::max<qint64>(m_source->numberOfRowsInTableView(*this), 0) : 0;
+    updateScrollBar();
+    layOutCells();
+    viewport()->update();
+}
+
+TableCellView* TableView::makeViewWithIdentifier(const QString& identifier)
+{
+    QList<TableCellView*>& idle = m_reusable[identifier];
+    if (!idle.isEmpty()) {
+        TableCellView* cell = idle.takeLast();
+        cell->prepareForReuse();
+        return cell;
+    }
+    TableCellView* cell = m_nib ? m_nib->makeCell(identifier) : nullptr;
+    if (cell)
+        cell->setParent(viewport());
+    return cell;
+}
+
+TableCellView* TableView::cellAtRow(qint64 row) const
+{
+    const auto found = m_cells.find(row);
+    return found == m_cells.end() ? nullptr : found->second;
+}
+
+qint64 TableView::rowForView(const QWidget* view) const
+{
+    for (const auto& [row, cell] : m_cells) {
+        if (cell == view || cell->isAncestorOf(view))
+            return row;
+    }
+    return -1;
+}
+
+// Geometry: rows stand at multiples of step() below the viewport's top, moved up by offset().
+
+int TableView::step() const
+{
+    return m_rowHeight > 0 ? m_rowHeight : m_measuredHeight;
+}
+
+qint64 TableView::offset() const
+{
+    return verticalScrollBar()->value();
+}
+
+void TableView::updateScrollBar()
+{
+    const qint64 beyond = std::max<qint64>(m_rows * step() - viewport()->height(), 0);
+    verticalScrollBar()->setRange(0, static_cast<int>(std::min<qint64>(beyond, std::numeric_limits<int>::max())));
+    verticalScrollBar()->setPageStep(viewport()->height());
+    verticalScrollBar()->setSingleStep(std::max(step(), 1));
+}
+
+void TableView::scrollRowToVisible(qint64 row)
+{
+    if (row < 0 || row >= m_rows || step() == 0)
+        return;
+    const qint64 top = row * step();
+    const qint64 bottom = top + step() - viewport()->height();
+    const qint64 target = std::max(std::min(offset(), top), bottom);
+    verticalScrollBar()->setValue(static_cast<int>(std::min<qint64>(target, std::numeric_limits<int>::max())));
+}
+
+void TableView::layOutCells()
+{
+    if (!isVisible())
+        return;
+    if (m_isLayingOut) {
+        // The data source reloaded or resized the table while it was asked for cells.
+        QMetaObject::invokeMethod(this, &TableView::layOutCells, Qt::QueuedConnection);
+        return;
+    }
+    m_isLayingOut = true;
+    if (step() == 0 && m_rows > 0) {
+        makeCells(0, 0);
+        m_measuredHeight = m_cells.empty() ? 0 : m_cells.begin()->second->height();
+        updateScrollBar();
+    }
+    if (step() > 0) {
+        const qint64 first = std::max<qint64>(offset() / step() - rowsBeyondEitherEnd, 0);
+        const qint64 last = std::min((offset() + viewport()->height() - 1) / step() + rowsBeyondEitherEnd, m_rows - 1);
+        recycleOutside(first, last);
+        makeCells(first, last);
+        placeCells();
+    }
+    m_isLayingOut = false;
+}
+
+void TableView::recycleOutside(qint64 first, qint64 last)
+{
+    std::erase_if(m_cells, [&](const auto& entry) {
+        const auto [row, cell] = entry;
+        if (row >= first && row <= last)
+            return false;
+        if (cell->isAncestorOf(QApplication::focusWidget()))
+            setFocus();
+        m_reusable[cell->identifier()].append(cell);
+        return true;
+    });
+}
+
+bool TableView::makeCell(qint64 row)
+{
+    TableCellView* cell = m_source ? m_source->viewForTableColumn(*this, 0, row) : nullptr;
+    if (!cell)
+        return false;
+    cell->setParent(viewport());
+    m_cells[row] = cell;
+    return true;
+}
+
+void TableView::makeCells(qint64 first, qint64 last)
+{
+    bool isNew = false;
+    for (qint64 row = first; row <= last && row < m_rows; ++row)
+        isNew = (!m_cells.contains(row) && makeCell(row)) || isNew;
+    if (isNew)
+        chainFocus();
+}
+
+void TableView::placeCells()
+{
+    for (const auto& [row, cell] : m_cells) {
+        cell->setGeometry(0, static_cast<int>(row * step() - offset()), viewport()->width(), step());
+        cell->show();
+    }
+    for (const QList<TableCellView*>& idle : std::as_const(m_reusable)) {
+        for (TableCellView* cell : idle)
+            cell->hide();
+    }
+}
+
+void TableView::chainFocus()
+{
+    QWidget* previous = this;
+    for (const auto& [row, cell] : m_cells) {
+        for (QWidget* stop : tabStops(cell)) {
+            setTabOrder(previous, stop);
+            previous = stop;
+        }
+    }
+}
+
+void TableView::followFocus(const QWidget* now)
+{
+    if (now && viewport()->isAncestorOf(now))
+        scrollRowToVisible(rowForView(now));
+}
+
+bool TableView::event(QEvent* event)
+{
+    if (event->type() != firstShownEvent())
+        return QAbstractScrollArea::event(event);
+    if (!m_hasAsked)
+        reloadData();
+    return true;
+}
+
+void TableView::showEvent(QShowEvent* event)
+{
+    QAbstractScrollArea::showEvent(event);
+    if (m_hasAsked)
+        layOutCells();
+    else
+        QCoreApplication::postEvent(this, new QEvent(firstShownEvent()), Qt::HighEventPriority);
+}
+
+void TableView::resizeEvent(QResizeEvent* event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    updateScrollBar();
+    layOutCells();
+}
+
+void TableView::scrollContentsBy(int, int)
+{
+    layOutCells();
+    viewport()->update();
+}
+
+// A hairline under each row.
+void TableView::paintEvent(QPaintEvent*)
+{
+    if (step() == 0)
+        return;
+    QPainter painter(viewport());
+    QColor line = palette().color(QPalette::Text);
+    line.setAlphaF(0.12F);
+    for (const auto& [row, cell] : m_cells)
+        painter.fillRect(0, cell->geometry().bottom(), viewport()->width(), 1, line);
+}
+
+void TableView::keyPressEvent(QKeyEvent* event)
+{
+    static const QHash<int, QAbstractSlider::SliderAction> actions = {
+        {Qt::Key_Up, QAbstractSlider::SliderSingleStepSub},   {Qt::Key_Down, QAbstractSlider::SliderSingleStepAdd},
+        {Qt::Key_PageUp, QAbstractSlider::SliderPageStepSub}, {Qt::Key_PageDown, QAbstractSlider::SliderPageStepAdd},
+        {Qt::Key_Home, QAbstractSlider::SliderToMinimum},     {Qt::Key_End, QAbstractSlider::SliderToMaximum},
+    };
+    const auto action = actions.constFind(event->key());
+    if (action == actions.constEnd())
+        return QAbstractScrollArea::keyPressEvent(event);
+    verticalScrollBar()->triggerAction(*action);
+}
+
+} // namespace platform

@@ -1,0 +1,72 @@
+#include "platform/toolkit/View.h"
+
+#include "platform/toolkit/OffScreen.h"
+
+#include <QApplication>
+#include <QLayout>
+
+namespace platform {
+
+namespace {
+
+QWidget* offScreenView = nullptr;
+
+bool wasHiddenOnPurpose(const QWidget* view)
+{
+    return view->testAttribute(Qt::WA_WState_Hidden) && view->testAttribute(Qt::WA_WState_ExplicitShowHide);
+}
+
+} // namespace
+
+QWidget* offScreen()
+{
+    if (!offScreenView) {
+        offScreenView = new QWidget;
+        qAddPostRoutine([] {
+            delete offScreenView;
+            offScreenView = nullptr;
+        });
+    }
+    return offScreenView;
+}
+
+void addSubview(QWidget* superview, QWidget* view)
+{
+    if (!superview || !view)
+        return;
+    const bool hidden = wasHiddenOnPurpose(view);
+    if (view->parentWidget() != superview)
+        view->setParent(superview);
+    view->raise();
+    view->setVisible(!hidden);
+}
+
+void removeFromSuperview(QWidget* view)
+{
+    if (view && view->parentWidget() != offScreen())
+        view->setParent(offScreen());
+}
+
+QList<QWidget*> subviews(const QWidget* view)
+{
+    return view ? view->findChildren<QWidget*>(Qt::FindDirectChildrenOnly) : QList<QWidget*>();
+}
+
+void layoutSubtreeIfNeeded(QWidget* view)
+{
+    if (!view)
+        return;
+    if (view->layout())
+        view->layout()->activate();
+    for (QWidget* subview : subviews(view))
+        layoutSubtreeIfNeeded(subview);
+}
+
+} // namespace platform
+
+QString describe(const QWidget* view)
+{
+    if (!view)
+        return QStringLiteral("(null)");
+    return QStringLiteral("<%1: %2>").arg(QString::fromLatin1(view->metaObject()->className()), view->objectName());
+}

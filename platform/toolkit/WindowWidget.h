@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QWidget>
+
+namespace platform {
+
+class Window;
+
+/// The top-level widget of a Window; hands the window what happens to it.
+class WindowWidget : public QWidget
+{
+public:
+    explicit WindowWidget(Window& window);
+
+    Window& window() const { return m_window; }
+
+    /// Clicks the visible button whose shortcut is Escape; false if there is none.
+    bool clickCancelButton();
+
+protected:
+    bool event(QEvent* event) override;
+    void childEvent(QChildEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    bool clickDefaultButton();
+
+    Window& m_window;
+};
+
+} // namespace platform
