@@ -8,6 +8,7 @@
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/post.hpp>
 #include <boost/asio/redirect_error.hpp>
+#include <boost/asio/steady_timer.hpp>
 #include <boost/asio/use_awaitable.hpp>
 
 #include <csignal>
@@ -34,11 +35,13 @@ private:
     void listen();
     void setUpTls();
     asio::awaitable<void> acceptAll();
+    asio::awaitable<void> rest();
     void start(tcp::socket socket);
     void run();
 
     asio::io_context m_context{1};
     tcp::acceptor m_acceptor{m_context};
+    asio::steady_timer m_restTimer{m_context};
     std::optional<asio::ssl::context> m_tls;
     std::set<std::shared_ptr<Connection>> m_connections;
     std::int64_t m_lastConnection = 0;
@@ -110,7 +113,17 @@ asio::awaitable<void> Server::Implementation::acceptAll()
         tcp::socket socket = co_await m_acceptor.async_accept(asio::redirect_error(asio::use_awaitable, error));
         if (!error)
             start(std::move(socket));
+        else
+            co_await rest();
     }
+}
+
+/// Out of descriptors: the next try would fail at once, too.
+asio::awaitable<void> Server::Implementation::rest()
+{
+    boost::system::error_code ignored;
+    m_restTimer.expires_after(std::chrono::milliseconds(10));
+    co_await m_restTimer.async_wait(asio::redirect_error(asio::use_awaitable, ignored));
 }
 
 void Server::Implementation::start(tcp::socket socket)
