@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/foundation/Export.h"
+
+#include <QByteArray>
+#include <QImage>
+#include <QPixmap>
+#include <QWidget>
+
+namespace platform {
+
+/// Shows a picture, whole, in its own proportions, as large as the view and as sharp as the screen allows. In Designer:
+/// a QWidget promoted to platform::ImageView.
+class TL_EXPORT ImageView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ImageView(QWidget* parent = nullptr);
+
+    /// Null when there is no picture.
+    const QImage& image() const { return m_image; }
+    void setImage(const QImage& image);
+
+    /// The picture that these bytes are, scaled down while it is read so that it fits a square of `side` pixels; a null
+    /// image if they are none. From any thread.
+    static QImage decode(const QByteArray& bytes, int side);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QImage m_image;
+    /// The image at the size it was last drawn.
+    QPixmap m_scaled;
+};
+
+} // namespace platform

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/toolkit/ImageView.h"
+#include "platform/toolkit/ProgressIndicator.h"
+#include "platform/toolkit/ViewController.h"
+#include "records/JAUser.h"
+
+#include <QLabel>
+
+class JALoginWindow;
+
+/// The strip that shows who is logged in. Before that it offers to log in, in a sheet of the window it stands in.
+class TL_EXPORT JAHeadViewController : public platform::ViewController
+{
+public:
+    static std::shared_ptr<JAHeadViewController> initWithNibName(const QString& name,
+                                                                 const std::optional<platform::Bundle>& bundle);
+
+    // Outlets; null until the view is loaded.
+
+    /// Shown while somebody is logged in; holds labels and avatar, and fills the header.
+    QWidget* okSessionView() const { return m_okSessionView; }
+    platform::ProgressIndicator* findSessionProgressIndicator() const { return m_findSessionProgressIndicator; }
+    platform::ImageView* avatarImage() const { return m_avatarImage; }
+    QLabel* nameLabel() const { return m_nameLabel; }
+    QLabel* displayNameLabel() const { return m_displayNameLabel; }
+    QLabel* emailLabel() const { return m_emailLabel; }
+
+    /// The form of the login sheet; null until the view is loaded.
+    std::shared_ptr<JALoginWindow> jaLoginWindow() const { return m_jaLoginWindow; }
+
+    void setActualView(QWidget* view);
+
+    /// Shows the panel and asks the server whose session it is; without a session it does nothing. Where the server
+    /// does not say, the labels become empty.
+    void setOkSessionView();
+
+    /// Fetches the avatar. Without an answer it stays as it is; an answer that is no picture clears it. Pictures are
+    /// decoded off the main thread; the one whose answer came last is shown.
+    void setAvatarByURL(const std::optional<QString>& url);
+
+    void loginAction();
+    /// Labels and avatar stay: the client's delegate shows that the session is over.
+    void logOutAction();
+
+protected:
+    void viewDidLoad() override;
+    void viewWillLayout() override;
+
+private:
+    JAHeadViewController();
+
+    void showUser(const std::shared_ptr<const JAUser>& user);
+    void showAvatar(const QByteArray& bytes);
+
+    QPointer<QWidget> m_okSessionView;
+    QPointer<platform::ProgressIndicator> m_findSessionProgressIndicator;
+    QPointer<platform::ImageView> m_avatarImage;
+    QPointer<QLabel> m_nameLabel;
+    QPointer<QLabel> m_displayNameLabel;
+    QPointer<QLabel> m_emailLabel;
+    std::shared_ptr<JALoginWindow> m_jaLoginWindow;
+    /// Counts the answers with avatars, so that one that takes long to decode does not cover a later one.
+    quint64 m_newestAvatar = 0;
+};

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/toolkit/ProgressIndicator.h"
+#include "platform/toolkit/WindowController.h"
+#include "records/JALoginObject.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+/// The form in which the user names the server and logs in. It stands either inside another window, to which `view` was
+/// moved, or in its own window as a sheet; as a sheet it ends itself with ModalResponse::OK after a login.
+class TL_EXPORT JALoginWindow : public platform::WindowController
+{
+public:
+    static std::shared_ptr<JALoginWindow> init();
+
+    // Outlets; null until the window is loaded.
+    QWidget* view() const { return m_view; }
+    QLineEdit* hostTextField() const { return m_hostTextField; }
+    QLineEdit* emailTextField() const { return m_emailTextField; }
+    QLineEdit* passwordTextField() const { return m_passwordTextField; }
+    /// Why the last login failed. Stays until the next failure, through successes as well.
+    QLabel* errorLabel() const { return m_errorLabel; }
+    QPushButton* loginButton() const { return m_loginButton; }
+    QPushButton* cancelButton() const { return m_cancelButton; }
+    platform::ProgressIndicator* spiner() const { return m_spiner; }
+
+    /// Takes what stands in the fields, unchecked, saves the server's address and logs in.
+    void loginButtonAction();
+
+    /// Ends, with ModalResponse::Cancel, the sheet that the window holding this form as a child window is. Does nothing
+    /// where that window is no sheet.
+    void cancelAction();
+
+protected:
+    void windowDidLoad() override;
+
+private:
+    JALoginWindow();
+
+    void loginEnded(const std::shared_ptr<const JALoginObject>& result, const std::optional<platform::Error>& error);
+    void showError(const platform::Error& error);
+
+    QPointer<QWidget> m_view;
+    QPointer<QLineEdit> m_hostTextField;
+    QPointer<QLineEdit> m_emailTextField;
+    QPointer<QLineEdit> m_passwordTextField;
+    QPointer<QLabel> m_errorLabel;
+    QPointer<QPushButton> m_loginButton;
+    QPointer<QPushButton> m_cancelButton;
+    QPointer<platform::ProgressIndicator> m_spiner;
+};

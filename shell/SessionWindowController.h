@@ -1,0 +1,84 @@
+#pragma once
+
+#include "client/JAControllerDelegate.h"
+#include "platform/toolkit/ViewController.h"
+#include "platform/toolkit/WindowController.h"
+
+#include <functional>
+
+class JAHeadViewController;
+class JALoginWindow;
+
+/// What the entry controllers with a session have in common: a window, "JMWindowController", that shows a login form
+/// while the session is invalid, and an account header above a body panel while it is valid. The controller learns
+/// which as the client's delegate, which it stays after its window has closed, until another controller takes over.
+///
+/// The window checks the saved session when it is loaded. Until the outcome is known it shows what its interface file
+/// puts into `view`. A delegate call that comes before the window is loaded changes nothing on screen.
+///
+/// A subclass's factory calls initWithNib(), then initSession():
+///
+///     self->initWithNib();
+///     self->initSession([&](const auto& bundle) { return self->m_bodyViewController = makeBody(bundle); });
+class TL_EXPORT SessionWindowController : public platform::WindowController, public JAControllerDelegate
+{
+public:
+    ~SessionWindowController() override;
+
+    // Outlets; null until the window is loaded.
+
+    /// The window's content: holds one of the two containers at a time.
+    QWidget* view() const { return m_view; }
+    QWidget* headView() const { return m_headView; }
+    QWidget* bodyView() const { return m_bodyView; }
+    /// Holds `headView` and `bodyView`.
+    QWidget* downloadViewContainer() const { return m_downloadViewContainer; }
+    QWidget* loginViewContainer() const { return m_loginViewContainer; }
+
+    std::shared_ptr<JAHeadViewController> headViewController() const { return m_headViewController; }
+    std::shared_ptr<JALoginWindow> jaLoginWindow() const { return m_jaLoginWindow; }
+
+    /// The host's document.
+    std::optional<QString> path() const { return m_path; }
+    void setPath(const std::optional<QString>& path) { m_path = path; }
+
+    /// Puts the login form into its container, which takes the form's size.
+    void setLoginViews();
+    /// Puts header and body into their places.
+    virtual void setDownloadViews();
+    /// Makes `container` all that the window shows. The window takes the container's size, with animation; its upper
+    /// right corner moves outwards by the size of the window's decorations at every call.
+    void setActualView(QWidget* container);
+
+    /// Shows header and body, and fills the header.
+    void jaValidSession() override;
+    /// Shows the login form; the header keeps what it shows.
+    void jaInvalidSession() override;
+
+    /// Ends the modal run, if one is going. Transfers go on.
+    void windowWillClose(platform::Window& window) override;
+
+protected:
+    using BodyMaker =
+        std::function<std::shared_ptr<platform::ViewController>(const std::optional<platform::Bundle>& bundle)>;
+
+    SessionWindowController();
+
+    void initWithNib();
+
+    /// Makes the login form, takes over as the client's delegate, then makes body and header.
+    void initSession(const BodyMaker& makeBody);
+
+    void windowDidLoad() override;
+
+private:
+    QPointer<QWidget> m_view;
+    QPointer<QWidget> m_headView;
+    QPointer<QWidget> m_bodyView;
+    QPointer<QWidget> m_downloadViewContainer;
+    QPointer<QWidget> m_loginViewContainer;
+    std::shared_ptr<JALoginWindow> m_jaLoginWindow;
+    std::shared_ptr<platform::ViewController> m_body;
+    std::shared_ptr<JAHeadViewController> m_headViewController;
+    std::optional<QString> m_path;
+};

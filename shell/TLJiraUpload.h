@@ -1,0 +1,37 @@
+#pragma once
+
+#include "shell/SessionWindowController.h"
+#include "upload/JAUploadBodyViewController.h"
+
+/// The window in which the host's user attaches the host's document to an issue.
+///
+///     const auto upload = TLJiraUpload::initWithName(name, path);
+///     upload->showWindow();
+///
+/// When an upload ends, well or not, the folder that holds the file is removed with everything in it: hand in a copy
+/// that lies alone in a temporary folder of its own.
+///
+/// The first controller that a user ever makes logs out, so that no session of an earlier installation is taken over.
+class TL_EXPORT TLJiraUpload : public SessionWindowController
+{
+public:
+    static std::shared_ptr<TLJiraUpload> init();
+
+    /// `name` is what the user sees and the attachment is called.
+    static std::shared_ptr<TLJiraUpload> initWithName(const std::optional<QString>& name,
+                                                      const std::optional<QString>& path);
+
+    std::shared_ptr<JAUploadBodyViewController> bodyViewController() const { return m_bodyViewController; }
+
+    std::optional<QString> name() const { return m_name; }
+    void setName(const std::optional<QString>& name) { m_name = name; }
+
+    /// Also tells the body which document it is about.
+    void setDownloadViews() override;
+
+private:
+    TLJiraUpload() = default;
+
+    std::shared_ptr<JAUploadBodyViewController> m_bodyViewController;
+    std::optional<QString> m_name;
+};

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "client/Guarded.h"
+#include "client/JAControllerDelegate.h"
+#include "platform/toolkit/ViewController.h"
+#include "upload/JAUploadingWindow.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+
+/// The panel in which the user names an issue and sends the document to it.
+///
+/// When an upload has ended, well or not, the folder that holds the file is removed with everything in it. The file has
+/// to lie alone in a folder made for the purpose.
+///
+/// An upload goes on, and its folder is removed, also when the panel's window closes and its owner lets go of it
+/// meanwhile. Everything is called on the main thread.
+class TL_EXPORT JAUploadBodyViewController : public platform::ViewController, public JAControllerDelegate
+{
+public:
+    static std::shared_ptr<JAUploadBodyViewController> initWithNibName(const QString& name,
+                                                                       const std::optional<platform::Bundle>& bundle);
+
+    // Outlets; null until the view is loaded.
+    QPushButton* cancelButton() const { return m_cancelButton; }
+    QWidget* containerView() const { return m_containerView; }
+    /// Where the user chooses a file.
+    QWidget* checkFileView() const { return m_checkFileView; }
+    /// Where the user names the issue; what is shown first.
+    QWidget* uploadView() const { return m_uploadView; }
+    QPushButton* openFileButton() const { return m_openFileButton; }
+    QPushButton* uploadFileButton() const { return m_uploadFileButton; }
+    /// Shows the file's name.
+    QLabel* pathLabel() const { return m_pathLabel; }
+    /// The issue's key.
+    QLineEdit* taskTextField() const { return m_taskTextField; }
+    QLabel* percentLabel() const { return m_percentLabel; }
+    QProgressBar* indication() const { return m_indication; }
+    /// Dims the panel while it cannot be used.
+    QWidget* shadow() const { return m_shadow; }
+
+    std::optional<QString> filePath() const { return m_filePath.get(); }
+    void setFilePath(const std::optional<QString>& path) { m_filePath.set(path); }
+    /// What the file is called here and at the server.
+    std::optional<QString> fileName() const { return m_fileName.get(); }
+    void setFileName(const std::optional<QString>& name) { m_fileName.set(name); }
+    /// What the newest upload sends: `filePath` as it was when the upload began.
+    std::optional<QString> zipFilePath() const { return m_zipFilePath.get(); }
+    void setZipFilePath(const std::optional<QString>& path) { m_zipFilePath.set(path); }
+
+    std::shared_ptr<JAUploadingWindow> jaUploadingWindow() const { return m_jaUploadingWindow; }
+    void setJaUploadingWindow(const std::shared_ptr<JAUploadingWindow>& window) { m_jaUploadingWindow = window; }
+
+    void setNewPathFile(const std::optional<QString>& path, const std::optional<QString>& fileName);
+
+    /// Shows `view`, one of `uploadView` and `checkFileView`, and hides the other.
+    void setUploadActualView(QWidget* view);
+
+    /// Lets the user choose a file.
+    void openFileAction();
+    /// Sends the file to the issue whose key stands in `taskTextField`, as it stands there; without a key it does
+    /// nothing.
+    void uploadFileAction();
+    /// Ends the sheet that the panel's window is; nothing where it is none.
+    void cancelAction();
+
+    /// Shows a message and waits until the user has seen it.
+    void alert(const QString& title, const QString& message);
+
+    /// Makes the panel usable.
+    void jaValidSession() override;
+    /// Makes it unusable and dims it.
+    void jaInvalidSession() override;
+
+    /// All files below a folder, at any depth, relative to it.
+    QStringList getRelativePath(const QString& folder) const;
+
+protected:
+    void viewDidLoad() override;
+
+private:
+    JAUploadBodyViewController();
+
+    void startUpload(const QString& key);
+    void showProgress(qint64 bytesSent, qint64 bytesExpected);
+    void uploadEnded(const std::optional<platform::Error>& error);
+
+    QPointer<QPushButton> m_cancelButton;
+    QPointer<QWidget> m_containerView;
+    QPointer<QWidget> m_checkFileView;
+    QPointer<QWidget> m_uploadView;
+    QPointer<QPushButton> m_openFileButton;
+    QPointer<QPushButton> m_uploadFileButton;
+    QPointer<QLabel> m_pathLabel;
+    QPointer<QLineEdit> m_taskTextField;
+    QPointer<QLabel> m_percentLabel;
+    QPointer<QProgressBar> m_indication;
+    QPointer<QWidget> m_shadow;
+    std::shared_ptr<JAUploadingWindow> m_jaUploadingWindow;
+
+    // An upload begins on another thread.
+    client::Guarded<std::optional<QString>> m_filePath;
+    client::Guarded<std::optional<QString>> m_fileName;
+    client::Guarded<std::optional<QString>> m_zipFilePath;
+};

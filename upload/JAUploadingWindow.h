@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/foundation/Error.h"
+#include "platform/toolkit/WindowController.h"
+
+#include <QLabel>
+#include <QProgressBar>
+
+/// The sheet that shows how an upload goes and how it ended. One window serves all uploads of a panel; what it showed
+/// last stays until the next call.
+class TL_EXPORT JAUploadingWindow : public platform::WindowController
+{
+public:
+    static std::shared_ptr<JAUploadingWindow> init();
+
+    // Outlets; null until the window is loaded.
+    QWidget* containerView() const { return m_containerView; }
+    QWidget* uploadingView() const { return m_uploadingView; }
+    QWidget* errorView() const { return m_errorView; }
+    /// Laid out, but never shown.
+    QWidget* successView() const { return m_successView; }
+    QLabel* errortitle() const { return m_errortitle; }
+    QLabel* errorMessage() const { return m_errorMessage; }
+    QProgressBar* uploadingProgressBar() const { return m_uploadingProgressBar; }
+    QLabel* sizeLabel() const { return m_sizeLabel; }
+
+    /// Shows one of the three views and hides the others.
+    void setActualView(QWidget* view);
+
+    /// Shows progress, also after an error. The bar shows 1 for everything below.
+    void setUploadingState(qint64 percent, const QString& otherInfo);
+    void setErrorState(const platform::Error& error);
+    /// Says "DONE" where the size stood and changes nothing else: after an error, the error stays in sight.
+    void setSuccessState();
+
+    /// Cancels the client's newest upload, if it is still going, and ends the sheet with ModalResponse::Cancel.
+    void cancelAction();
+
+protected:
+    void windowDidLoad() override;
+
+private:
+    JAUploadingWindow();
+
+    QPointer<QWidget> m_containerView;
+    QPointer<QWidget> m_uploadingView;
+    QPointer<QWidget> m_errorView;
+    QPointer<QWidget> m_successView;
+    QPointer<QLabel> m_errortitle;
+    QPointer<QLabel> m_errorMessage;
+    QPointer<QProgressBar> m_uploadingProgressBar;
+    QPointer<QLabel> m_sizeLabel;
+};
