@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/toolkit/TableCellView.h"
+#include "records/JAAttachmentObject.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+#include <functional>
+
+/// One attachment of the list: name, date, size and a button that downloads it.
+class TL_EXPORT JAAttachedCell : public platform::TableCellView
+{
+    Q_OBJECT
+
+public:
+    explicit JAAttachedCell(QWidget* parent = nullptr);
+
+    QLabel* dateLabel() const { return m_dateLabel; }
+    QLabel* titleLabel() const { return m_titleLabel; }
+    QLabel* sizeLabel() const { return m_sizeLabel; }
+    QPushButton* downloadButton() const { return m_downloadButton; }
+
+    std::shared_ptr<const JAAttachmentObject> attachmetn() const { return m_attachmetn; }
+    void setAttachmetn(std::shared_ptr<const JAAttachmentObject> attachment) { m_attachmetn = std::move(attachment); }
+
+    /// Free for the cell's user; 0 until set.
+    qint64 row() const { return m_row; }
+    void setRow(qint64 row) { m_row = row; }
+
+    /// What the button does from now on; it gets the button.
+    void setDownloadAction(std::function<void(QWidget* sender)> action) { m_downloadAction = std::move(action); }
+
+    void awakeFromNib() override;
+
+private:
+    QPointer<QLabel> m_dateLabel;
+    QPointer<QLabel> m_titleLabel;
+    QPointer<QLabel> m_sizeLabel;
+    QPointer<QPushButton> m_downloadButton;
+    std::shared_ptr<const JAAttachmentObject> m_attachmetn;
+    qint64 m_row = 0;
+    std::function<void(QWidget*)> m_downloadAction;
+};

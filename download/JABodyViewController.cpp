@@ -1,0 +1,131 @@
+#include "download/JABodyViewController.h"
+
+#include "client/JAController.h"
+#include "platform/foundation/Log.h"
+#include "platform/toolkit/Alert.h"
+#include "platform/toolkit/FillingSubview.h"
+#include "platform/toolkit/Layer.h"
+#include "platform/toolkit/OpenPanel.h"
+#include "platform/toolkit/View.h"
+
+JABodyViewController::JABodyViewController()
+{
+    outlets.bind("pathLabel", &m_pathLabel);
+    outlets.bind("keyTextField", &m_keyTextField);
+    outlets.bind("uploadButton", &m_uploadButton);
+    outlets.bind("openFileButton", &m_openFileButton);
+    outlets.bind("spinerView", &m_spinerView);
+    outlets.bind("uploadView", &m_uploadView);
+    outlets.bind("checkFileView", &m_checkFileView);
+    outlets.bind("containerView", &m_containerView);
+    outlets.bind("keyDownloadTextField", &m_keyDownloadTextField);
+    outlets.bind("checkDownloadFiles", &m_checkDownloadFiles);
+    outlets.bind("downloadWrapper", &m_downloadWrapper);
+    outlets.bind("receivingAttachmentsView", &m_receivingAttachmentsView);
+    actions.bind("openFileAction", [this] { openFileAction(); });
+    actions.bind("uploadAction", [this] { uploadAction(); });
+    actions.bind("getListAttachedFilesAction", [this] { getListAttachedFilesAction(); });
+}
+
+std::shared_ptr<JABodyViewController>
+JABodyViewController::initWithNibName(const QString& name, const std::optional<platform::Bundle>& bundle)
+{
+    const std::shared_ptr<JABodyViewController> self(new JABodyViewController);
+    self->ViewController::initWithNibName(name, bundle);
+    return self;
+}
+
+void JABodyViewController::viewDidLoad()
+{
+    ViewController::viewDidLoad();
+    m_jaListAttachedWindow = JAListAttachedFilesWindow::init();
+    platform::addFillingSubview(m_containerView, m_uploadView);
+    platform::addFillingSubview(m_containerView, m_checkFileView);
+    platform::addFillingSubview(m_downloadWrapper, m_checkDownloadFiles);
+    platform::addFillingSubview(m_downloadWrapper, m_receivingAttachmentsView);
+    if (m_spinerView)
+        m_spinerView->startAnimation();
+    setUploadActualView(m_checkFileView);
+    setDownloadActualView(m_checkDownloadFiles);
+    if (auto* layer = platform::Layer::wantLayer(view()))
+        layer->setBackgroundColor(QColor::fromRgbF(0, 0, 0, 0.4F));
+    m_pathFile = JAController::sharedInstance()->pathFile();
+    platform::setText(m_pathLabel, JAController::sharedInstance()->pathFile().value_or(QString()));
+}
+
+void JABodyViewController::setUploadActualView(QWidget* view)
+{
+    platform::setHidden(m_uploadView, true);
+    platform::setHidden(m_checkFileView, true);
+    platform::setHidden(view, false);
+}
+
+void JABodyViewController::setDownloadActualView(QWidget* view)
+{
+    platform::setHidden(m_receivingAttachmentsView, true);
+    platform::setHidden(m_checkDownloadFiles, true);
+    platform::setHidden(view, false);
+}
+
+void JABodyViewController::openFileAction()
+{
+    platform::OpenPanel panel;
+    panel.setCanChooseFiles(true);
+    panel.setCanChooseDirectories(false);
+    panel.setAllowsMultipleSelection(false);
+    if (panel.runModal() != platform::ModalResponse::OK)
+        return;
+    const std::optional<QString> path = panel.path();
+    platform::log(u"%@", path);
+    setPathfile(path);
+}
+
+void JABodyViewController::setPathfile(const std::optional<QString>& path)
+{
+    platform::setText(m_pathLabel, path.value_or(QString()));
+    JAController::sharedInstance()->setPathFile(path);
+    setPathFile(path);
+}
+
+void JABodyViewController::uploadAction()
+{
+    setUploadActualView(m_uploadView);
+}
+
+void JABodyViewController::getListAttachedFilesAction()
+{
+    const QString key = platform::text(m_keyDownloadTextField);
+    JAController::sharedInstance()->getIssueObject(
+        key, [self = sharedFrom(this)](const std::shared_ptr<const JAIssueObject>& issue, const auto&) {
+            if (issue)
+                self->showAttachments(*issue);
+        });
+}
+
+void JABodyViewController::showAttachments(const JAIssueObject& issue)
+{
+    if (!m_jaListAttachedWindow)
+        return;
+    m_jaListAttachedWindow->setAttachments(issue.attachments());
+    if (const auto parent = window())
+        parent->beginSheet(m_jaListAttachedWindow->window(), nullptr);
+}
+
+void JABodyViewController::errorMessage(const QString& text)
+{
+    platform::Alert alert;
+    alert.setMessageText(QStringLiteral("Error"));
+    alert.setStyle(platform::Alert::Style::Warning);
+    alert.setInformativeText(text);
+    alert.runModal();
+}
+
+void JABodyViewController::jaValidSession()
+{
+    platform::setEnabled(m_uploadButton, true);
+}
+
+void JABodyViewController::jaInvalidSession()
+{
+    platform::setEnabled(m_uploadButton, false);
+}

@@ -1,0 +1,103 @@
+#include "download/JADownloadBodyViewController.h"
+
+#include "client/JAController.h"
+#include "platform/foundation/PathString.h"
+#include "platform/toolkit/Application.h"
+#include "platform/toolkit/View.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+using Attachment = std::shared_ptr<const JAAttachmentObject>;
+
+bool isDocument(const Attachment& attachment)
+{
+    return attachment->name() && platform::pathExtension(*attachment->name()) == QLatin1String("tessaloom");
+}
+
+/// An attachment without a date counts as the oldest: std::optional orders nothing before any value.
+bool isNewer(const Attachment& a, const Attachment& b)
+{
+    return a->date() > b->date();
+}
+
+} // namespace
+
+JADownloadBodyViewController::JADownloadBodyViewController()
+{
+    outlets.bind("issueKeyTextField", &m_issueKeyTextField);
+    outlets.bind("getAttachButton", &m_getAttachButton);
+    outlets.bind("shadow", &m_shadow);
+    actions.bind("getAttachAction", [this] { getAttachAction(); });
+}
+
+std::shared_ptr<JADownloadBodyViewController>
+JADownloadBodyViewController::initWithNibName(const QString& name, const std::optional<platform::Bundle>& bundle)
+{
+    const std::shared_ptr<JADownloadBodyViewController> self(new JADownloadBodyViewController);
+    self->ViewController::initWithNibName(name, bundle);
+    return self;
+}
+
+void JADownloadBodyViewController::viewDidLoad()
+{
+    ViewController::viewDidLoad();
+    m_jaListAttachedWindow = JAListAttachedFilesWindow::init();
+    jaValidSession();
+}
+
+void JADownloadBodyViewController::getAttachAction()
+{
+    const QString key = platform::text(m_issueKeyTextField);
+    JAController::sharedInstance()->getIssueObject(
+        key, [self = sharedFrom(this)](const std::shared_ptr<const JAIssueObject>& issue, const auto&) {
+            if (issue)
+                self->showAttachments(issue->attachments());
+        });
+}
+
+void JADownloadBodyViewController::showAttachments(const Attachments& attachments)
+{
+    Attachments documents = filteredAttachments(attachments);
+    std::stable_sort(documents.begin(), documents.end(), isNewer);
+    if (!m_jaListAttachedWindow)
+        return;
+    m_jaListAttachedWindow->setAttachments(documents);
+    if (const auto parent = window())
+        parent->beginSheet(m_jaListAttachedWindow->window(), [self = sharedFrom(this)](int) { self->sheetDidEnd(); });
+    m_jaListAttachedWindow->reload();
+}
+
+void JADownloadBodyViewController::sheetDidEnd()
+{
+    m_path = m_jaListAttachedWindow->path();
+    if (!m_jaListAttachedWindow->isDone())
+        return;
+    if (const auto shown = window())
+        shown->close();
+    platform::Application::stopModal();
+}
+
+JADownloadBodyViewController::Attachments
+JADownloadBodyViewController::filteredAttachments(const Attachments& attachments)
+{
+    Attachments documents;
+    std::copy_if(attachments.begin(), attachments.end(), std::back_inserter(documents), isDocument);
+    return documents;
+}
+
+void JADownloadBodyViewController::jaValidSession()
+{
+    platform::setHidden(m_shadow, true);
+    platform::setEnabled(m_getAttachButton, true);
+    platform::setEnabled(m_issueKeyTextField, true);
+}
+
+void JADownloadBodyViewController::jaInvalidSession()
+{
+    platform::setHidden(m_shadow, false);
+    platform::setEnabled(m_getAttachButton, false);
+    platform::setEnabled(m_issueKeyTextField, false);
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "client/JAControllerDelegate.h"
+#include "download/JAListAttachedFilesWindow.h"
+#include "platform/toolkit/ViewController.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+/// The panel in which the user names an issue and gets a document of it. It ends the modal run, and closes its window,
+/// when the list of documents is left after a download.
+class TL_EXPORT JADownloadBodyViewController : public platform::ViewController, public JAControllerDelegate
+{
+public:
+    using Attachments = JAListAttachedFilesWindow::Attachments;
+
+    /// Loads nothing yet.
+    static std::shared_ptr<JADownloadBodyViewController> initWithNibName(const QString& name,
+                                                                         const std::optional<platform::Bundle>& bundle);
+
+    /// The list window's `path` when its sheet last ended; nothing before that or before the first download.
+    std::optional<QString> path() const { return m_path; }
+    void setPath(const std::optional<QString>& path) { m_path = path; }
+
+    /// Fetches the issue and shows its documents, newest first, as a sheet. Nothing happens if there is no such issue
+    /// or no answer.
+    void getAttachAction();
+
+    /// Those whose name has exactly the extension "tessaloom", in the same order.
+    static Attachments filteredAttachments(const Attachments& attachments);
+
+    /// Uncovers the panel.
+    void jaValidSession() override;
+    /// Covers the panel and disables it.
+    void jaInvalidSession() override;
+
+    QLineEdit* issueKeyTextField() const { return m_issueKeyTextField; }
+    QPushButton* getAttachButton() const { return m_getAttachButton; }
+    QWidget* shadow() const { return m_shadow; }
+    /// Made when the view is loaded; null before.
+    std::shared_ptr<JAListAttachedFilesWindow> jaListAttachedWindow() const { return m_jaListAttachedWindow; }
+
+protected:
+    void viewDidLoad() override;
+
+private:
+    JADownloadBodyViewController();
+
+    void showAttachments(const Attachments& attachments);
+    void sheetDidEnd();
+
+    std::optional<QString> m_path;
+    QPointer<QLineEdit> m_issueKeyTextField;
+    QPointer<QPushButton> m_getAttachButton;
+    QPointer<QWidget> m_shadow;
+    std::shared_ptr<JAListAttachedFilesWindow> m_jaListAttachedWindow;
+};

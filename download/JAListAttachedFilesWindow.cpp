@@ -1,0 +1,271 @@
+#include "download/JAListAttachedFilesWindow.h"
+
+#include "client/JAController.h"
+#include "download/DownloadFileName.h"
+#include "download/DownloadFolder.h"
+#include "download/PaletteOnWhite.h"
+#include "platform/foundation/Log.h"
+#include "platform/foundation/Numbers.h"
+#include "platform/foundation/PathString.h"
+#include "platform/toolkit/Layer.h"
+#include "platform/toolkit/View.h"
+#include "platform/toolkit/ViewClasses.h"
+
+#include <QApplication>
+
+#include <algorithm>
+
+namespace {
+
+constexpr char tagProperty[] = "tag";
+constexpr double listHeight = 350;
+constexpr double otherHeight = 200;
+
+QString sizeText(qint64 bytes)
+{
+    return platform::format(QStringLiteral("%0.2f MB"), static_cast<double>(bytes) / 1024.0 / 1024.0);
+}
+
+/// Nothing of a view is drawn while this lives; then all that changed at once.
+class HeldUpdates
+{
+public:
+    explicit HeldUpdates(QWidget* view)
+        : m_view(view)
+    {
+        if (m_view)
+            m_view->setUpdatesEnabled(false);
+    }
+    ~HeldUpdates()
+    {
+        if (m_view)
+            m_view->setUpdatesEnabled(true);
+    }
+    HeldUpdates(const HeldUpdates&) = delete;
+    HeldUpdates& operator=(const HeldUpdates&) = delete;
+
+private:
+    QPointer<QWidget> m_view;
+};
+
+} // namespace
+
+JAListAttachedFilesWindow::JAListAttachedFilesWindow()
+{
+    outlets.bind("view", &m_view);
+    outlets.bind("wrapperTableView", &m_wrapperTableView);
+    outlets.bind("tableView", &m_tableView);
+    outlets.bind("noDataView", &m_noDataView);
+    outlets.bind("downloadPercent", &m_downloadPercent);
+    outlets.bind("downloadError", &m_downloadError);
+    outlets.bind("downloadProgressBar", &m_downloadProgressBar);
+    outlets.bind("downloadView", &m_downloadView);
+    actions.bind("cancalAction", [this](QWidget* sender) { cancalAction(sender); });
+}
+
+std::shared_ptr<JAListAttachedFilesWindow> JAListAttachedFilesWindow::init()
+{
+    platform::registerViewClass<JAAttachedCell>(QStringLiteral("JAAttachedCell"));
+    const std::shared_ptr<JAListAttachedFilesWindow> self(new JAListAttachedFilesWindow);
+    self->initWithWindowNibName(
+        QStringLiteral("JAListAttachedFilesWindow"),
+        platform::Bundle::bundleWithIdentifier(QStringLiteral("qtv.lanternhollows.JAExtension")));
+    self->window()->setDelegate(self);
+    return self;
+}
+
+JAListAttachedFilesWindow::~JAListAttachedFilesWindow()
+{
+    if (m_tableView)
+        m_tableView->setDataSource(nullptr);
+}
+
+void JAListAttachedFilesWindow::windowWillLoad()
+{
+    WindowController::windowWillLoad();
+    platform::log(u"JAListAttachedFilesWindow windowWillLoad");
+}
+
+void JAListAttachedFilesWindow::windowDidLoad()
+{
+    WindowController::windowDidLoad();
+    m_isDone = false;
+    if (auto* layer = platform::Layer::wantLayer(m_view)) {
+        layer->setBackgroundColor(QColor(Qt::white));
+        m_view->setPalette(paletteOnWhite(QApplication::palette()));
+    }
+    platform::log(u"JAListAttachedFilesWindow windowDidLoad");
+    if (m_tableView)
+        m_tableView->setDataSource(this);
+}
+
+void JAListAttachedFilesWindow::showWindow()
+{
+    WindowController::showWindow();
+    platform::log(u"JAListAttachedFilesWindow showWindow");
+}
+
+// The list.
+
+void JAListAttachedFilesWindow::reload()
+{
+    if (m_tableView)
+        m_tableView->reloadData();
+}
+
+qint64 JAListAttachedFilesWindow::numberOfRowsInTableView(platform::TableView&)
+{
+    const qint64 count = static_cast<qint64>(m_attachments.size());
+    platform::log(u"self.attachments.count ::: %ld", count);
+    // A list begins with the user's locale and time zone of this moment.
+    m_dateFormatter.reset();
+    setActualView(count > 0 ? m_wrapperTableView : m_noDataView);
+    return count;
+}
+
+platform::TableCellView* JAListAttachedFilesWindow::viewForTableColumn(platform::TableView& table, int, qint64 row)
+{
+    const auto attachment = attachmentAtRow(row);
+    if (!attachment)
+        return nullptr;
+    platform::TableCellView* view = table.makeViewWithIdentifier(QStringLiteral("jaAttachedCell"));
+    if (auto* cell = qobject_cast<JAAttachedCell*>(view))
+        fillCell(*cell, attachment, row);
+    return view;
+}
+
+std::shared_ptr<const JAAttachmentObject> JAListAttachedFilesWindow::attachmentAtRow(qint64 row) const
+{
+    // A table that was not reloaded may have more rows than there are attachments now.
+    const bool exists = row >= 0 && row < static_cast<qint64>(m_attachments.size());
+    return exists ? m_attachments[static_cast<std::size_t>(row)] : nullptr;
+}
+
+void JAListAttachedFilesWindow::fillCell(JAAttachedCell& cell,
+                                         const std::shared_ptr<const JAAttachmentObject>& attachment, qint64 row)
+{
+    const QString title = platform::format(QStringLiteral("%@"), attachment->name());
+    cell.setAttachmetn(attachment);
+    if (auto* label = cell.titleLabel())
+        label->setText(title);
+    if (auto* label = cell.sizeLabel())
+        label->setText(sizeText(attachment->size()));
+    if (auto* label = cell.dateLabel())
+        label->setText(dateText(*attachment));
+    if (auto* button = cell.downloadButton()) {
+        button->setProperty(tagProperty, row);
+        button->setAccessibleName(QApplication::translate("JAListAttachedFilesWindow", "Download %1").arg(title));
+    }
+    cell.setDownloadAction([weak = std::weak_ptr(sharedFrom(this))](QWidget* sender) {
+        if (const auto self = weak.lock())
+            self->downloadAction(sender);
+    });
+}
+
+QString JAListAttachedFilesWindow::dateText(const JAAttachmentObject& attachment)
+{
+    if (!attachment.date())
+        return QString();
+    // One for all rows: making it takes longer than making a cell.
+    if (!m_dateFormatter)
+        m_dateFormatter = platform::DateFormatter::withMediumStyle();
+    return m_dateFormatter->stringFromDate(*attachment.date());
+}
+
+// The download.
+
+void JAListAttachedFilesWindow::downloadAction(QWidget* sender)
+{
+    const qint64 tag = sender ? sender->property(tagProperty).toLongLong() : 0;
+    platform::log(u"Download Action %ld", tag);
+    const QString folder = DownloadFolder::path();
+    const auto attachment = attachmentAtRow(tag);
+    if (!attachment) {
+        platform::log(u"there is no attachment %ld any more", tag);
+        return;
+    }
+    const QString name = downloadFileName(attachment->name());
+    DownloadFolder::makeAnew(folder);
+    const QString target = platform::appendingPathComponent(folder, name);
+    platform::log(u"%@", target);
+    m_path = target;
+    download(attachment, target);
+    setActualView(m_downloadView);
+}
+
+void JAListAttachedFilesWindow::download(const std::shared_ptr<const JAAttachmentObject>& attachment,
+                                         const QString& path)
+{
+    const auto showProgress = [self = sharedFrom(this), attachment](
+                                  qint64, qint64 bytes, const std::optional<platform::Error>& error, bool finished) {
+        self->updateDownload(bytes, attachment->size(), error, finished);
+    };
+    JAController::sharedInstance()->downloadFile(attachment->downloadLink(), showProgress, path);
+}
+
+void JAListAttachedFilesWindow::updateDownload(qint64 bytes, qint64 total, const std::optional<platform::Error>& error,
+                                               bool completion)
+{
+    const HeldUpdates held(m_downloadView);
+    const qint64 divisor = total == 0 ? 1 : total;
+    const float percent = static_cast<float>(100.0 / static_cast<double>(divisor) * static_cast<double>(bytes));
+    setError(QString());
+    if (error) {
+        setError(error->localizedDescription());
+        return;
+    }
+    platform::log(u"percent:%f total:%lld bytes: %lld %hhd", percent, total, bytes, completion);
+    if (completion) {
+        platform::setText(m_downloadPercent, QStringLiteral("DONE"));
+        m_isDone = true;
+    } else {
+        incrementProgressBar(platform::truncatedToInt64(percent));
+    }
+}
+
+void JAListAttachedFilesWindow::incrementProgressBar(qint64 percent)
+{
+    if (m_downloadProgressBar) {
+        const qint64 least = m_downloadProgressBar->minimum();
+        const qint64 most = m_downloadProgressBar->maximum();
+        m_downloadProgressBar->setValue(static_cast<int>(std::clamp(percent, least, most)));
+    }
+    platform::setText(m_downloadPercent, platform::format(QStringLiteral("%ld %@"), percent, QStringLiteral("%")));
+}
+
+void JAListAttachedFilesWindow::setError(const QString& text)
+{
+    incrementProgressBar(100);
+    platform::setText(m_downloadPercent, QString());
+    platform::setText(m_downloadError, text);
+}
+
+void JAListAttachedFilesWindow::setActualView(QWidget* view)
+{
+    if (const auto shown = window()) {
+        QRectF frame = shown->frame();
+        frame.setHeight(view && view == m_wrapperTableView ? listHeight : otherHeight);
+        shown->setFrame(frame, true, true);
+    }
+    platform::setHidden(m_downloadView, true);
+    platform::setHidden(m_wrapperTableView, true);
+    platform::setHidden(m_noDataView, true);
+    platform::setHidden(view, false);
+}
+
+void JAListAttachedFilesWindow::cancalAction(QWidget*)
+{
+    JAController::sharedInstance()->cancelDownload();
+    const auto sheet = window();
+    if (const auto parent = sheet ? sheet->sheetParent() : nullptr)
+        parent->endSheet(sheet, platform::ModalResponse::Cancel);
+}
+
+void JAListAttachedFilesWindow::printSubView(QWidget* view, const QString& offset)
+{
+    if (!view)
+        return;
+    platform::log(u"%@ %@", offset, view);
+    for (QWidget* subview : platform::subviews(view))
+        printSubView(subview, platform::format(QStringLiteral("-%@"), offset));
+}

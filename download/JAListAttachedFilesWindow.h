@@ -1,0 +1,103 @@
+#pragma once
+
+#include "download/JAAttachedCell.h"
+#include "platform/foundation/DateFormatter.h"
+#include "platform/toolkit/TableView.h"
+#include "platform/toolkit/WindowController.h"
+#include "records/JAIssueObject.h"
+
+#include <QLabel>
+#include <QProgressBar>
+
+/// The window that lists attachments and downloads one of them. It is made for being a sheet; one instance serves any
+/// number of sheets, and `path` and `isDone` carry over from one to the next.
+///
+/// It shows one of three states: the list, "nothing to list", or a download. `reload` goes to one of the first two, the
+/// button of a row to the third.
+class TL_EXPORT JAListAttachedFilesWindow : public platform::WindowController, public platform::TableViewDataSource
+{
+public:
+    using Attachments = JAIssueObject::Attachments;
+
+    /// Its window is loaded.
+    static std::shared_ptr<JAListAttachedFilesWindow> init();
+    ~JAListAttachedFilesWindow() override;
+
+    /// The rows, in their order. The table shows them after the next `reload`; rows that it makes before that already
+    /// come from here.
+    const Attachments& attachments() const { return m_attachments; }
+    void setAttachments(const Attachments& attachments) { m_attachments = attachments; }
+
+    /// Where the newest download goes, whether it has ended or how; nothing before the first one. Never cleared.
+    std::optional<QString> path() const { return m_path; }
+    void setPath(const std::optional<QString>& path) { m_path = path; }
+
+    /// Whether a download has ever ended. It is set just before the file is at `path`.
+    bool isDone() const { return m_isDone; }
+    void setIsDone(bool isDone) { m_isDone = isDone; }
+
+    void showWindow() override;
+    void windowDidBecomeKey(platform::Window&) override {}
+    void windowDidResignKey(platform::Window&) override {}
+
+    /// Shows the attachments, as a list or as "nothing to list".
+    void reload();
+
+    qint64 numberOfRowsInTableView(platform::TableView& table) override;
+    platform::TableCellView* viewForTableColumn(platform::TableView& table, int column, qint64 row) override;
+
+    /// Downloads the attachment whose row is the dynamic property "tag" of `sender`, into the download folder, which is
+    /// emptied first. The client keeps this object until the download has ended, longer if it fails.
+    void downloadAction(QWidget* sender);
+
+    /// Shows how far a download is: `bytes` of `total`. With an error its text, with `completion` "DONE". A total of 0
+    /// counts as 1, so that the percentage can be any number.
+    void updateDownload(qint64 bytes, qint64 total, const std::optional<platform::Error>& error, bool completion);
+    void incrementProgressBar(qint64 percent);
+    /// The text below the full bar; an empty text is no error.
+    void setError(const QString& text);
+
+    /// Shows one of the three state views, and gives the window the height for it.
+    void setActualView(QWidget* view);
+
+    /// Cancels the download, if one is running, and ends the sheet with ModalResponse::Cancel.
+    void cancalAction(QWidget* sender);
+
+    /// Writes a view and everything below it to the log, a line each.
+    void printSubView(QWidget* view, const QString& offset);
+
+    QWidget* view() const { return m_view; }
+    QWidget* wrapperTableView() const { return m_wrapperTableView; }
+    platform::TableView* tableView() const { return m_tableView; }
+    QWidget* noDataView() const { return m_noDataView; }
+    QLabel* downloadPercent() const { return m_downloadPercent; }
+    QLabel* downloadError() const { return m_downloadError; }
+    QProgressBar* downloadProgressBar() const { return m_downloadProgressBar; }
+    QWidget* downloadView() const { return m_downloadView; }
+
+protected:
+    void windowWillLoad() override;
+    void windowDidLoad() override;
+
+private:
+    JAListAttachedFilesWindow();
+
+    std::shared_ptr<const JAAttachmentObject> attachmentAtRow(qint64 row) const;
+    void fillCell(JAAttachedCell& cell, const std::shared_ptr<const JAAttachmentObject>& attachment, qint64 row);
+    void download(const std::shared_ptr<const JAAttachmentObject>& attachment, const QString& path);
+    QString dateText(const JAAttachmentObject& attachment);
+
+    QPointer<QWidget> m_view;
+    QPointer<QWidget> m_wrapperTableView;
+    QPointer<platform::TableView> m_tableView;
+    QPointer<QWidget> m_noDataView;
+    QPointer<QLabel> m_downloadPercent;
+    QPointer<QLabel> m_downloadError;
+    QPointer<QProgressBar> m_downloadProgressBar;
+    QPointer<QWidget> m_downloadView;
+
+    Attachments m_attachments;
+    std::optional<QString> m_path;
+    bool m_isDone = false;
+    std::optional<platform::DateFormatter> m_dateFormatter;
+};

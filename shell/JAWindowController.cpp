@@ -1,0 +1,85 @@
+#include "shell/JAWindowController.h"
+
+#include "client/JAController.h"
+#include "platform/foundation/Log.h"
+#include "platform/toolkit/Application.h"
+#include "platform/toolkit/FillingSubview.h"
+#include "platform/toolkit/View.h"
+
+#include <QJsonValue>
+#include <QVariantList>
+
+namespace {
+
+QString className(const QObject* object)
+{
+    return object ? QString::fromLatin1(object->metaObject()->className()) : platform::describe(std::nullopt);
+}
+
+void countSubviews(platform::ViewController& controller)
+{
+    controller.setRepresentedObject(platform::subviews(controller.view()).size());
+}
+
+} // namespace
+
+JAWindowController::JAWindowController()
+{
+    outlets.bind("headView", &m_headView);
+    outlets.bind("bodyView", &m_bodyView);
+}
+
+std::shared_ptr<JAWindowController> JAWindowController::make()
+{
+    const std::shared_ptr<JAWindowController> self(new JAWindowController);
+    self->initWithWindowNibName(
+        QStringLiteral("JAWindowController"),
+        platform::Bundle::bundleWithIdentifier(QStringLiteral("qtv.lanternhollows.JAExtension")));
+    return self;
+}
+
+std::shared_ptr<JAWindowController> JAWindowController::init()
+{
+    const auto self = make();
+    JAController::sharedInstance()->setPathFile(QString());
+    return self;
+}
+
+std::shared_ptr<JAWindowController> JAWindowController::initWithPath(const std::optional<QString>& path)
+{
+    const auto self = make();
+    self->m_pathFile = path;
+    JAController::sharedInstance()->setPathFile(path);
+    return self;
+}
+
+void JAWindowController::windowDidLoad()
+{
+    WindowController::windowDidLoad();
+    platform::log(u"self.tmpFile: %@", className(m_tmpFile));
+    logPages();
+    m_bodyViewController = JABodyViewController::initWithNibName(QStringLiteral("JABodyViewController"), std::nullopt);
+    m_headViewController = JAHeadViewController::initWithNibName(QStringLiteral("JAHeadViewController"), std::nullopt);
+    platform::addFillingSubview(m_bodyView, m_bodyViewController->view());
+    platform::addFillingSubview(m_headView, m_headViewController->view());
+    countSubviews(*m_bodyViewController);
+    countSubviews(*m_headViewController);
+}
+
+void JAWindowController::logPages() const
+{
+    if (!m_tmpFile)
+        return;
+    const QVariantList pages = m_tmpFile->property("pages").toList();
+    for (const QVariant& page : pages)
+        platform::log(u"%@", QJsonValue::fromVariant(page));
+}
+
+void JAWindowController::run(const RunCallBack&) {}
+
+void JAWindowController::windowWillClose(platform::Window& window)
+{
+    WindowController::windowWillClose(window);
+    platform::log(u"JAWindowController windowWillClose");
+    platform::Application::stopModal();
+}

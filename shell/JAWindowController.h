@@ -1,0 +1,62 @@
+#pragma once
+
+#include "download/JABodyViewController.h"
+#include "platform/toolkit/WindowController.h"
+#include "shell/JAHeadViewController.h"
+
+#include <QObject>
+
+#include <functional>
+
+/// The older window: the account header above a panel that chooses a file and lists the attachments of an issue. It has
+/// no login form and does not check the session.
+///
+/// The interface files of its panels, "JABodyViewController" and "JAHeadViewController", come from the host's own
+/// bundle: the host embeds them with the prefix "main".
+class TL_EXPORT JAWindowController : public platform::WindowController
+{
+public:
+    using RunCallBack = std::function<void(const std::optional<QString>& path)>;
+
+    static std::shared_ptr<JAWindowController> init();
+    /// `path` becomes the client's file.
+    static std::shared_ptr<JAWindowController> initWithPath(const std::optional<QString>& path);
+
+    /// Does nothing: the host runs the window.
+    void run(const RunCallBack& callBack);
+
+    /// Ends the modal run, if one is going.
+    void windowWillClose(platform::Window& window) override;
+
+    // Outlets; null until the window is loaded.
+    QWidget* headView() const { return m_headView; }
+    QWidget* bodyView() const { return m_bodyView; }
+
+    /// Made when the window is loaded; null before.
+    std::shared_ptr<JAHeadViewController> headViewController() const { return m_headViewController; }
+    std::shared_ptr<JABodyViewController> bodyViewController() const { return m_bodyViewController; }
+
+    std::optional<QString> pathFile() const { return m_pathFile; }
+
+    /// An object of the host, not owned. The elements of the list in its property "pages" are logged when the window is
+    /// loaded.
+    QObject* tmpFile() const { return m_tmpFile; }
+    void setTmpFile(QObject* file) { m_tmpFile = file; }
+
+protected:
+    void windowDidLoad() override;
+
+private:
+    JAWindowController();
+
+    static std::shared_ptr<JAWindowController> make();
+
+    void logPages() const;
+
+    QPointer<QWidget> m_headView;
+    QPointer<QWidget> m_bodyView;
+    std::shared_ptr<JAHeadViewController> m_headViewController;
+    std::shared_ptr<JABodyViewController> m_bodyViewController;
+    std::optional<QString> m_pathFile;
+    QPointer<QObject> m_tmpFile;
+};

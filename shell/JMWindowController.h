@@ -1,0 +1,27 @@
+#pragma once
+
+#include "download/JADownloadBodyViewController.h"
+#include "shell/SessionWindowController.h"
+
+/// The window in which the host's user fetches a document from an issue.
+///
+///     JMWindowController::init()->run([](const std::optional<QString>& path) { … });
+class TL_EXPORT JMWindowController : public SessionWindowController
+{
+public:
+    using RunCallBack = std::function<void(const std::optional<QString>& path)>;
+
+    static std::shared_ptr<JMWindowController> init();
+
+    /// Runs the window modally; returns when that is over and `callBack` has run, once. It gets the path that the body
+    /// holds then: nothing if nothing was ever asked for, and the name of a file that may be incomplete or missing if a
+    /// download was started but did not end.
+    void run(const RunCallBack& callBack);
+
+    std::shared_ptr<JADownloadBodyViewController> bodyViewController() const { return m_bodyViewController; }
+
+private:
+    JMWindowController() = default;
+
+    std::shared_ptr<JADownloadBodyViewController> m_bodyViewController;
+};
