@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/Error.h"
 #include "platform/toolkit/ProgressIndicator.h"
 #include "platform/toolkit/WindowController.h"
 #include "records/JALoginObject.h"

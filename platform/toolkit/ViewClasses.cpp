@@ -1,5 +1,7 @@
 #include "platform/toolkit/ViewClasses.h"
 
+#include "platform/toolkit/ElidedLabel.h"
+#include "platform/toolkit/ImageView.h"
 #include "platform/toolkit/ProgressIndicator.h"
 #include "platform/toolkit/RegisteredViews.h"
 #include "platform/toolkit/TableCellView.h"
@@ -22,6 +24,8 @@ QWidget* make(QWidget* parent)
 QHash<QString, ViewMaker>& makers()
 {
     static QHash<QString, ViewMaker> all = {
+        {QStringLiteral("platform::ElidedLabel"), make<ElidedLabel>},
+        {QStringLiteral("platform::ImageView"), make<ImageView>},
         {QStringLiteral("platform::ProgressIndicator"), make<ProgressIndicator>},
         {QStringLiteral("platform::TableCellView"), make<TableCellView>},
         {QStringLiteral("platform::TableView"), make<TableView>},

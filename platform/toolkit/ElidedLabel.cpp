@@ -1,0 +1,67 @@
+#include "platform/toolkit/ElidedLabel.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QTextDocument>
+#include <QToolTip>
+
+namespace platform {
+
+namespace {
+
+QString onOneLine(QString text)
+{
+    for (QChar& character : text) {
+        if (character.isSpace())
+            character = u' ';
+    }
+    return text;
+}
+
+} // namespace
+
+ElidedLabel::ElidedLabel(QWidget* parent)
+    : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+QString ElidedLabel::shownText() const
+{
+    const int width = contentsRect().width() - 2 * margin();
+    return fontMetrics().elidedText(onOneLine(text()), Qt::ElideMiddle, width);
+}
+
+QSize ElidedLabel::sizeHint() const
+{
+    return {fontMetrics().horizontalAdvance(onOneLine(text())) + 2 * margin() + frameWidth() * 2 + 1,
+            minimumSizeHint().height()};
+}
+
+QSize ElidedLabel::minimumSizeHint() const
+{
+    const int around = 2 * (margin() + frameWidth());
+    return {fontMetrics().averageCharWidth() * 4 + around, fontMetrics().lineSpacing() + around};
+}
+
+bool ElidedLabel::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip && shownText() != onOneLine(text())) {
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), Qt::convertFromPlainText(text()), this);
+        return true;
+    }
+    return QLabel::event(event);
+}
+
+void ElidedLabel::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    drawFrame(&painter);
+    const QRect area = contentsRect().marginsRemoved(QMargins(margin(), margin(), margin(), margin()));
+    const int flags = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::TextSingleLine;
+    style()->drawItemText(&painter, area, flags, palette(), isEnabled(), shownText(), foregroundRole());
+}
+
+} // namespace platform
