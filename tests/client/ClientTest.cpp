@@ -1,0 +1,134 @@
+#include "tests/client/ClientTest.h"
+
+#include <QFile>
+
+namespace tests {
+
+namespace {
+
+template <typename Record>
+std::string outcome(const char* kind, const std::shared_ptr<Record>& record,
+                    const std::optional<platform::Error>& error)
+{
+    return (record ? kind : std::string("nil")) + ", " + shortText(error);
+}
+
+} // namespace
+
+std::string shortText(const std::optional<platform::Error>& error)
+{
+    return error ? error->domain.toStdString() + " " + std::to_string(error->code) : "no error";
+}
+
+std::optional<QByteArray> contentsOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
+}
+
+ClientTest::ClientTest(const standin::Options& options)
+    : server(options)
+{
+    server.addUser("ada", "secret");
+    server.addIssue("ABC-1");
+    const QString port = QString::number(server.port());
+    platform::URLSessionConfiguration::setDefaultRoutes({QStringLiteral("jira.example.test:80:127.0.0.1:") + port,
+                                                         QStringLiteral("other.example.test:80:127.0.0.1:") + port});
+    client = JAController::init();
+    client->setJiraHost(QStringLiteral("http://jira.example.test"));
+    client->setDelegate(delegate);
+}
+
+void ClientTest::logIn()
+{
+    bool isDone = false;
+    client->login(QStringLiteral("ada"), QStringLiteral("secret"),
+                  [&isDone](const auto& newSession, const auto& loginError) {
+                      EXPECT_NE(newSession, nullptr) << shortText(loginError);
+                      isDone = true;
+                  });
+    ASSERT_TRUE(waitUntil([&] { return isDone; }));
+    events.clear();
+    log.clear();
+    server.forgetRequests();
+}
+
+void ClientTest::saveSession(const char* name, const char* value)
+{
+    const QJsonObject pair{{QStringLiteral("name"), QString::fromUtf8(name)},
+                           {QStringLiteral("value"), QString::fromUtf8(value)}};
+    JALoginObject::initWithDictionary({{QStringLiteral("session"), pair}});
+}
+
+QString ClientTest::writeFile(const char* name, const QByteArray& bytes) const
+{
+    QFile file(path(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(file.write(bytes), bytes.size());
+    return file.fileName();
+}
+
+bool ClientTest::waitForEvents(std::size_t count)
+{
+    const bool arrived = waitUntil([&] { return events.size() >= count; });
+    drainMainQueue();
+    return arrived;
+}
+
+JAController::RequestCallBack ClientTest::requestCallBack()
+{
+    return [this](const auto& newBody, const auto& newError, const auto& newResponse) {
+        body = newBody;
+        error = newError;
+        response = newResponse;
+        events.push_back((response ? std::to_string(response->statusCode) : "no response") + ", " + shortText(error));
+    };
+}
+
+JAController::LoginCallBack ClientTest::loginCallBack()
+{
+    return [this](const auto& newSession, const auto& newError) {
+        session = newSession;
+        error = newError;
+        events.push_back(outcome("session", session, error));
+    };
+}
+
+JAController::UserCallBack ClientTest::userCallBack()
+{
+    return [this](const auto& newUser, const auto& newError) {
+        user = newUser;
+        error = newError;
+        events.push_back(outcome("user", user, error));
+    };
+}
+
+JAController::IssueCallBack ClientTest::issueCallBack()
+{
+    return [this](const auto& newIssue, const auto& newError) {
+        issue = newIssue;
+        error = newError;
+        events.push_back(outcome("issue", issue, error));
+    };
+}
+
+JAController::CompletionCallBack ClientTest::completionCallBack()
+{
+    return [this](const auto& newError) {
+        error = newError;
+        events.push_back(shortText(error));
+    };
+}
+
+JAController::DownloadCallBack ClientTest::downloadCallBack()
+{
+    return [this](qint64 count1, qint64 count2, const auto& newError, bool finished) {
+        if (!finished && (count1 != 0 || count2 != 0))
+            return;
+        error = newError;
+        events.push_back("(" + std::to_string(count1) + ", " + std::to_string(count2) + ", " + shortText(error) +
+                         (finished ? ", YES)" : ", NO)"));
+    };
+}
+
+} // namespace tests

@@ -1,0 +1,206 @@
+#include "constants/JAConstants.h"
+#include "platform/foundation/HTTPCookieStorage.h"
+#include "platform/foundation/UserDefaults.h"
+#include "tests/client/ClientTest.h"
+
+#include <QJsonArray>
+
+#include <thread>
+
+namespace {
+
+using testing::ElementsAre;
+
+class JAControllerTest : public tests::ClientTest
+{
+protected:
+    static std::optional<QString> savedAddress()
+    {
+        return platform::UserDefaults::standardUserDefaults().stringForKey(QStringLiteral("jiraUrl"));
+    }
+};
+
+TEST_F(JAControllerTest, HasABaseThatNoRequestCanReachUntilAnAddressIsSaved)
+{
+    const auto fresh = JAController::init();
+    EXPECT_EQ(fresh->jiraHost(), QStringLiteral("(null)://(null)/"));
+    EXPECT_EQ(fresh->url(kCurrentUserPath), QStringLiteral("(null)://(null)/rest/api/2/myself"));
+
+    fresh->sendGetRequest(fresh->url(kCurrentUserPath), requestCallBack());
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("no response, NSURLErrorDomain -1002"));
+    EXPECT_EQ(body, std::nullopt);
+    EXPECT_EQ(server.requestCount(), 0u);
+}
+
+TEST_F(JAControllerTest, ForgetsTheAddressWhenTheHostIsSetToNothing)
+{
+    client->setHost(QStringLiteral("https://jira.example.test"));
+    ASSERT_EQ(savedAddress(), QStringLiteral("https://jira.example.test"));
+    client->setHost(std::nullopt);
+    EXPECT_EQ(client->jiraHost(), std::nullopt);
+    EXPECT_EQ(client->url(kCurrentUserPath), std::nullopt);
+    EXPECT_EQ(savedAddress(), std::nullopt);
+}
+
+TEST_F(JAControllerTest, SavesTheAddressAsGivenAndUsesItsSchemeAndHost)
+{
+    client->setHost(QStringLiteral("https://jira.example.test:8443/jira/"));
+    EXPECT_EQ(client->jiraHost(), QStringLiteral("https://jira.example.test/"));
+    EXPECT_EQ(savedAddress(), QStringLiteral("https://jira.example.test:8443/jira/"));
+}
+
+TEST_F(JAControllerTest, StartsWithTheSavedAddress)
+{
+    client->setHost(QStringLiteral("https://jira.example.test:8443/jira/"));
+    EXPECT_EQ(JAController::init()->jiraHost(), QStringLiteral("https://jira.example.test/"));
+}
+
+TEST_F(JAControllerTest, OnlyKeepsAnAddressThatIsSetAsProperty)
+{
+    client->setJiraHost(QStringLiteral("https://elsewhere.example.test/x"));
+    EXPECT_EQ(client->jiraHost(), QStringLiteral("https://elsewhere.example.test/"));
+    EXPECT_EQ(savedAddress(), std::nullopt);
+}
+
+TEST_F(JAControllerTest, MakesItsBaseOfSchemeAndHostAlone)
+{
+    const std::vector<std::pair<const char*, const char*>> bases = {
+        {"http://jira.example.test", "http://jira.example.test/"},
+        {"HTTPS://Jira.Example.Test/a?b#c", "HTTPS://Jira.Example.Test/"},
+        {"https://user:pw@jira.example.test:8443/", "https://jira.example.test/"},
+        {"jira.example.test", "(null)://(null)/"},
+        {"jira.example.test:8443/x", "jira.example.test://(null)/"},
+        {"http://[::1]:8080/", "http://::1/"},
+        {"http:///x", "http://(null)/"},
+        {"not an address", "(null)://(null)/"},
+        {"", "(null)://(null)/"},
+    };
+    for (const auto& [address, base] : bases) {
+        client->setJiraHost(QString::fromLatin1(address));
+        EXPECT_EQ(client->jiraHost(), QString::fromLatin1(base)) << address;
+    }
+}
+
+TEST_F(JAControllerTest, JoinsPathsWithOneSlash)
+{
+    for (const char* path : {"rest/api/2/myself", "/rest/api/2/myself", "rest//api/2/myself", "rest/api/2/myself/"})
+        EXPECT_EQ(client->url(QString::fromLatin1(path)), QStringLiteral("http://jira.example.test/rest/api/2/myself"))
+            << path;
+    EXPECT_EQ(client->url(QStringLiteral("rest/api/2/issue/A B")),
+              QStringLiteral("http://jira.example.test/rest/api/2/issue/A B"));
+}
+
+TEST_F(JAControllerTest, PutsAnAddressOfVersionSixBackIntoItsBrackets)
+{
+    client->setJiraHost(QStringLiteral("http://[::1]:8080/"));
+    EXPECT_EQ(client->url(kCurrentUserPath), QStringLiteral("http://[::1]/rest/api/2/myself"));
+}
+
+TEST_F(JAControllerTest, DecodesJSONOfAnyType)
+{
+    EXPECT_EQ(JAController::jsonSerialization(QByteArray("42")), QJsonValue(42));
+    EXPECT_EQ(JAController::jsonSerialization(QByteArray("\"text\"")), QJsonValue(QStringLiteral("text")));
+    EXPECT_EQ(JAController::jsonSerialization(QByteArray("null")), QJsonValue(QJsonValue::Null));
+    EXPECT_EQ(JAController::jsonSerialization(QByteArray("{\"a\": 1}")),
+              QJsonValue(QJsonObject{{QStringLiteral("a"), 1}}));
+    EXPECT_EQ(JAController::jsonSerialization(QByteArray("[]")), QJsonValue(QJsonArray()));
+}
+
+TEST_F(JAControllerTest, DecodesNothingFromWhatIsNoJSON)
+{
+    EXPECT_EQ(JAController::jsonSerialization(QByteArray()), std::nullopt);
+    EXPECT_EQ(JAController::jsonSerialization(std::nullopt), std::nullopt);
+    EXPECT_EQ(JAController::jsonSerialization(QByteArray("<html></html>")), std::nullopt);
+    EXPECT_EQ(JAController::jsonSerialization(QByteArray("{\"a\": ")), std::nullopt);
+    EXPECT_EQ(JAController::jsonSerialization(QByteArray(200000, '[')), std::nullopt);
+}
+
+TEST_F(JAControllerTest, IsMadeOnceForAllThreads)
+{
+    std::vector<const JAController*> seen(8);
+    std::vector<std::thread> threads;
+    for (const JAController*& place : seen)
+        threads.emplace_back([&place] { place = JAController::sharedInstance().get(); });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_NE(JAController::sharedInstance(), nullptr);
+    EXPECT_THAT(seen, testing::Each(JAController::sharedInstance().get()));
+}
+
+TEST_F(JAControllerTest, RunsItsRequestsWithTheJarOfTheProcess)
+{
+    const platform::URLSessionConfiguration& configuration = client->session()->configuration();
+    EXPECT_TRUE(configuration.HTTPShouldSetCookies);
+    EXPECT_EQ(configuration.HTTPCookieStorage, platform::HTTPCookieStorage::sharedHTTPCookieStorage());
+    EXPECT_EQ(configuration.HTTPCookieAcceptPolicy, platform::HTTPCookieAcceptPolicy::Always);
+}
+
+TEST_F(JAControllerTest, HasNothingAtFirst)
+{
+    const auto fresh = JAController::init();
+    EXPECT_EQ(fresh->jaSession(), nullptr);
+    EXPECT_EQ(fresh->pathFile(), std::nullopt);
+    EXPECT_EQ(fresh->delegate(), nullptr);
+    EXPECT_NE(fresh->session(), nullptr);
+    EXPECT_FALSE(fresh->downloadCallBack());
+    EXPECT_FALSE(fresh->uploadCallBack());
+    EXPECT_EQ(fresh->savePath(), std::nullopt);
+    EXPECT_EQ(fresh->upladTask(), nullptr);
+    EXPECT_EQ(fresh->downloadTask(), nullptr);
+}
+
+TEST_F(JAControllerTest, KeepsThePathOfADocument)
+{
+    client->setPathFile(QStringLiteral("/tmp/plan.tessaloom"));
+    EXPECT_EQ(client->pathFile(), QStringLiteral("/tmp/plan.tessaloom"));
+    client->setPathFile(QString());
+    EXPECT_EQ(client->pathFile(), QString());
+    client->setPathFile(std::nullopt);
+    EXPECT_EQ(client->pathFile(), std::nullopt);
+}
+
+TEST_F(JAControllerTest, HoldsItsDelegate)
+{
+    const std::weak_ptr<tests::RecordingDelegate> observer = delegate;
+    delegate.reset();
+    EXPECT_FALSE(observer.expired());
+    client->setDelegate(nullptr);
+    EXPECT_TRUE(observer.expired());
+}
+
+TEST_F(JAControllerTest, LetsADelegateUseTheClientAsItGoes)
+{
+    class Parting : public JAControllerDelegate
+    {
+    public:
+        explicit Parting(const std::shared_ptr<JAController>& owner)
+            : m_client(owner)
+        {
+        }
+        ~Parting() override { m_client.lock()->setPathFile(QStringLiteral("gone")); }
+        void jaValidSession() override {}
+        void jaInvalidSession() override {}
+
+    private:
+        std::weak_ptr<JAController> m_client;
+    };
+    client->setDelegate(std::make_shared<Parting>(client));
+    client->setDelegate(nullptr);
+    EXPECT_EQ(client->pathFile(), QStringLiteral("gone"));
+}
+
+TEST_F(JAControllerTest, LivesUntilItsRequestsHaveEnded)
+{
+    const std::weak_ptr<JAController> observer = client;
+    server.misbehave(standin::Match::next(), standin::Fault().hold(standin::Point::responseHead(0)));
+    client->sendGetRequest(client->url(kCurrentUserPath), requestCallBack());
+    client.reset();
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    EXPECT_FALSE(observer.expired());
+    server.release();
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_TRUE(tests::waitUntil([&] { return observer.expired(); }));
+}
+
+} // namespace
