@@ -56,7 +56,7 @@ bool DatePattern::isNumber(QChar letter, qsizetype count)
 DatePattern::Piece DatePattern::number(QChar letter, qsizetype count, bool isFollowedByNumber)
 {
     if (isFollowedByNumber)
-        return {QChar(), count, count};
+        return {QChar(), count, count, true};
     if (letter == u'S')
         return {QChar(), 1, LongestFraction};
     if (letter == u'y' || letter == u'u' || letter == u'D')
@@ -67,14 +67,14 @@ DatePattern::Piece DatePattern::number(QChar letter, qsizetype count, bool isFol
 bool DatePattern::take(const Piece& piece, QStringView& rest)
 {
     qsizetype length = 0;
-    if (piece.literal.isNull()) {
-        while (length < rest.size() && length < piece.longest && rest[length].isDigit())
-            ++length;
-    } else if (rest.startsWith(piece.literal)) {
-        length = 1;
-    }
+    if (!piece.literal.isNull())
+        length = rest.startsWith(piece.literal) ? 1 : 0;
+    else
+        length = std::find_if_not(rest.begin(), rest.end(), [](QChar c) { return c.isDigit(); }) - rest.begin();
+    if (piece.isFollowedByNumber)
+        length = std::min(length, piece.longest);
     rest = rest.mid(length);
-    return length >= piece.shortest;
+    return length >= piece.shortest && length <= piece.longest;
 }
 
 bool DatePattern::fits(QStringView text) const

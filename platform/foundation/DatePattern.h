@@ -23,6 +23,7 @@ private:
         QChar literal;
         qsizetype shortest = 1;
         qsizetype longest = 1;
+        bool isFollowedByNumber = false;
     };
 
     static bool isNumber(QChar letter, qsizetype count);

@@ -17,8 +17,13 @@ std::optional<QString> HTTPURLResponse::valueForHTTPHeaderField(const QString& f
 QString describe(const HTTPURLResponse& response)
 {
     QJsonObject headers;
-    for (const auto& [name, value] : response.headers)
+    QStringList seen;
+    for (const auto& [name, value] : response.headers) {
+        if (seen.contains(name, Qt::CaseInsensitive))
+            continue;
+        seen << name;
         headers.insert(name, response.valueForHTTPHeaderField(name).value_or(value));
+    }
     return format(QStringLiteral("{ URL: %@ } { Status Code: %d, Headers %@ }"), response.url, response.statusCode,
                   headers);
 }

@@ -75,6 +75,7 @@ SharedFile::Stamp SharedFile::stamp() const
 
 bool SharedFile::hasChanged()
 {
+    const std::lock_guard lock(m_mutex);
     const Stamp before = std::exchange(m_seen, stamp());
     return !before.isSettled || before.size != m_seen.size || before.time != m_seen.time;
 }
@@ -105,6 +106,7 @@ QString SharedFile::rewriteLocked(const Change& change)
         file.open(QIODevice::WriteOnly) && file.setPermissions(UserFile) && file.write(bytes) == bytes.size();
     if (!isWritten || !file.commit())
         return file.errorString();
+    const std::lock_guard guard(m_mutex);
     m_seen = stamp();
     return {};
 }

@@ -6,13 +6,14 @@
 #include <QString>
 
 #include <functional>
+#include <mutex>
 #include <optional>
 
 namespace platform {
 
 /// A small file that several processes of one user read and rewrite. A reader sees the old bytes or the new ones, never
-/// a mixture, also after a power cut; only its user can read it (0600, in a folder that is made with 0700). One object
-/// serves one thread at a time; several objects may stand for the same file.
+/// a mixture, also after a power cut; only its user can read it (0600, in a folder that is made with 0700). From any
+/// thread.
 class TL_EXPORT SharedFile
 {
 public:
@@ -49,6 +50,7 @@ private:
     QString rewriteLocked(const Change& change);
 
     QString m_path;
+    std::mutex m_mutex;
     Stamp m_seen;
 };
 

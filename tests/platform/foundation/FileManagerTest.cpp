@@ -1,0 +1,337 @@
+#include "platform/foundation/FileManager.h"
+
+#include "tests/support/Printers.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace platform;
+using testing::UnorderedElementsAre;
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return file.readAll();
+}
+
+void expectError(const std::optional<Error>& error, qint64 code, const QString& text)
+{
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->domain, QStringLiteral("NSCocoaErrorDomain"));
+    EXPECT_EQ(error->code, code);
+    EXPECT_EQ(error->localizedDescription(), text);
+}
+
+class FileManagerTest : public testing::Test
+{
+protected:
+    QString path(const char16_t* name) const { return m_folder.filePath(QString::fromUtf16(name)); }
+
+    QString makeFile(const char16_t* name, const QByteArray& content = "content") const
+    {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(file.write(content), content.size());
+        return path(name);
+    }
+
+    QString makeFolder(const char16_t* name) const
+    {
+        EXPECT_TRUE(QDir().mkpath(path(name)));
+        return path(name);
+    }
+
+    QStringList everythingIn(const char16_t* name) const
+    {
+        return QDir(path(name)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(FileManagerTest, RemovesAFile)
+{
+    EXPECT_EQ(FileManager::removeItemAtPath(makeFile(u"x")), std::nullopt);
+    EXPECT_FALSE(QFileInfo::exists(path(u"x")));
+}
+
+TEST_F(FileManagerTest, RemovesAFolderWithEverythingInIt)
+{
+    makeFolder(u"x/a/b");
+    makeFile(u"x/a/b/file");
+    makeFile(u"x/.hidden");
+    EXPECT_EQ(FileManager::removeItemAtPath(path(u"x/")), std::nullopt);
+    EXPECT_FALSE(QFileInfo::exists(path(u"x")));
+}
+
+TEST_F(FileManagerTest, RemovesOnlyTheLinkToAFolder)
+{
+    makeFolder(u"target");
+    makeFile(u"target/file");
+    ASSERT_TRUE(QFile::link(path(u"target"), path(u"link")));
+    EXPECT_EQ(FileManager::removeItemAtPath(path(u"link")), std::nullopt);
+    EXPECT_FALSE(QFileInfo(path(u"link")).isSymLink());
+    EXPECT_EQ(contentOf(path(u"target/file")), "content");
+}
+
+TEST_F(FileManagerTest, DoesNotFollowLinksInsideARemovedFolder)
+{
+    makeFolder(u"target");
+    makeFile(u"target/file");
+    makeFolder(u"x");
+    ASSERT_TRUE(QFile::link(path(u"target"), path(u"x/link")));
+    EXPECT_EQ(FileManager::removeItemAtPath(path(u"x")), std::nullopt);
+    EXPECT_EQ(contentOf(path(u"target/file")), "content");
+}
+
+TEST_F(FileManagerTest, RemovesALinkThatPointsNowhere)
+{
+    ASSERT_TRUE(QFile::link(path(u"nowhere"), path(u"link")));
+    EXPECT_EQ(FileManager::removeItemAtPath(path(u"link")), std::nullopt);
+    EXPECT_FALSE(QFileInfo(path(u"link")).isSymLink());
+}
+
+TEST_F(FileManagerTest, RemovingWhatIsNotThereIsAnError)
+{
+    expectError(FileManager::removeItemAtPath(path(u"x")), 4,
+                QStringLiteral("\u201cx\u201d couldn\u2019t be removed."));
+    makeFile(u"file");
+    expectError(FileManager::removeItemAtPath(path(u"file/x")), 4,
+                QStringLiteral("\u201cx\u201d couldn\u2019t be removed."));
+    expectError(FileManager::removeItemAtPath(QString()), 4, QStringLiteral("\u201c\u201d couldn\u2019t be removed."));
+}
+
+TEST_F(FileManagerTest, ANameIsNotCutAtAZero)
+{
+    makeFile(u"x");
+    EXPECT_TRUE(FileManager::removeItemAtPath(path(u"x") + QChar(u'\0') + u'y'));
+    EXPECT_FALSE(FileManager::fileExistsAtPath(path(u"x") + QChar(u'\0')));
+    EXPECT_EQ(contentOf(path(u"x")), "content");
+}
+
+TEST_F(FileManagerTest, MovesAFile)
+{
+    makeFolder(u"to");
+    EXPECT_EQ(FileManager::moveItemAtPath(makeFile(u"old"), path(u"to/new")), std::nullopt);
+    EXPECT_EQ(contentOf(path(u"to/new")), "content");
+    EXPECT_FALSE(QFileInfo::exists(path(u"old")));
+}
+
+TEST_F(FileManagerTest, MovesAFolder)
+{
+    makeFolder(u"old/a");
+    makeFile(u"old/a/file");
+    EXPECT_EQ(FileManager::moveItemAtPath(path(u"old"), path(u"new")), std::nullopt);
+    EXPECT_EQ(contentOf(path(u"new/a/file")), "content");
+    EXPECT_FALSE(QFileInfo::exists(path(u"old")));
+}
+
+TEST_F(FileManagerTest, MovingNeverReplaces)
+{
+    const QString text = QStringLiteral(
+        "\u201cold\u201d couldn\u2019t be moved to \u201cto\u201d because an item with the same name already exists.");
+    makeFolder(u"to/folder");
+    makeFile(u"to/file", "kept");
+    ASSERT_TRUE(QFile::link(path(u"nowhere"), path(u"to/link")));
+    makeFile(u"old");
+    expectError(FileManager::moveItemAtPath(path(u"old"), path(u"to/file")), 516, text);
+    expectError(FileManager::moveItemAtPath(path(u"old"), path(u"to/folder")), 516, text);
+    expectError(FileManager::moveItemAtPath(path(u"old"), path(u"to/link")), 516, text);
+    EXPECT_EQ(contentOf(path(u"to/file")), "kept");
+    EXPECT_EQ(contentOf(path(u"old")), "content");
+    EXPECT_TRUE(QFileInfo(path(u"to/link")).isSymLink());
+}
+
+TEST_F(FileManagerTest, AFolderDoesNotReplaceAnEmptyFolder)
+{
+    makeFolder(u"old");
+    makeFolder(u"to/new");
+    EXPECT_EQ(FileManager::moveItemAtPath(path(u"old"), path(u"to/new")).value_or(Error()).code, 516);
+    EXPECT_TRUE(QFileInfo(path(u"old")).isDir());
+}
+
+TEST_F(FileManagerTest, MovingWhatIsNotThereOrToNowhereIsAnError)
+{
+    const QString text = QStringLiteral(
+        "\u201cold\u201d couldn\u2019t be moved to \u201cto\u201d because either the former doesn\u2019t "
+        "exist, or the folder containing the latter doesn\u2019t exist.");
+    expectError(FileManager::moveItemAtPath(path(u"old"), path(u"to/new")), 4, text);
+    makeFolder(u"to");
+    expectError(FileManager::moveItemAtPath(path(u"old"), path(u"to/new")), 4, text);
+    makeFile(u"old");
+    ASSERT_TRUE(QDir().rmdir(path(u"to")));
+    expectError(FileManager::moveItemAtPath(path(u"old"), path(u"to/new")), 4, text);
+    EXPECT_EQ(contentOf(path(u"old")), "content");
+}
+
+TEST_F(FileManagerTest, MovesALinkAndNotItsTarget)
+{
+    makeFile(u"target");
+    ASSERT_TRUE(QFile::link(path(u"target"), path(u"old")));
+    EXPECT_EQ(FileManager::moveItemAtPath(path(u"old"), path(u"new")), std::nullopt);
+    EXPECT_TRUE(QFileInfo(path(u"new")).isSymLink());
+    EXPECT_EQ(contentOf(path(u"target")), "content");
+}
+
+TEST_F(FileManagerTest, CreatesAFolder)
+{
+    EXPECT_EQ(FileManager::createDirectoryAtPath(path(u"x"), false), std::nullopt);
+    EXPECT_TRUE(QFileInfo(path(u"x")).isDir());
+    expectError(
+        FileManager::createDirectoryAtPath(path(u"x"), false), 516,
+        QStringLiteral(
+            "The folder \u201cx\u201d couldn\u2019t be created in \u201c%1\u201d because an item with the same name "
+            "already exists.")
+            .arg(QFileInfo(m_folder.path()).fileName()));
+    EXPECT_EQ(FileManager::createDirectoryAtPath(path(u"a/b"), false).value_or(Error()).code, 4);
+}
+
+TEST_F(FileManagerTest, CreatesTheFoldersOnTheWay)
+{
+    EXPECT_EQ(FileManager::createDirectoryAtPath(path(u"a/b/c/"), true), std::nullopt);
+    EXPECT_TRUE(QFileInfo(path(u"a/b/c")).isDir());
+    EXPECT_EQ(FileManager::createDirectoryAtPath(path(u"a/b/c"), true), std::nullopt);
+    makeFile(u"file");
+    EXPECT_EQ(FileManager::createDirectoryAtPath(path(u"file"), true).value_or(Error()).code, 516);
+    EXPECT_TRUE(FileManager::createDirectoryAtPath(path(u"file/x"), true));
+    EXPECT_EQ(contentOf(path(u"file")), "content");
+}
+
+TEST_F(FileManagerTest, TellsWhatExists)
+{
+    EXPECT_TRUE(FileManager::fileExistsAtPath(makeFile(u"x")));
+    EXPECT_TRUE(FileManager::fileExistsAtPath(makeFolder(u"y")));
+    EXPECT_FALSE(FileManager::fileExistsAtPath(path(u"z")));
+    EXPECT_FALSE(FileManager::fileExistsAtPath(QString()));
+    ASSERT_TRUE(QFile::link(path(u"nowhere"), path(u"link")));
+    EXPECT_FALSE(FileManager::fileExistsAtPath(path(u"link")));
+}
+
+TEST_F(FileManagerTest, ListsTheFilesBelowAFolder)
+{
+    makeFolder(u"x/a/b");
+    makeFolder(u"x/empty");
+    makeFile(u"x/1");
+    makeFile(u"x/a/\u00fc \u20ac");
+    makeFile(u"x/a/b/.3");
+    makeFolder(u"other");
+    makeFile(u"other/4");
+    ASSERT_TRUE(QFile::link(path(u"other"), path(u"x/link")));
+    ASSERT_TRUE(QFile::link(path(u"other/4"), path(u"x/file link")));
+    ASSERT_TRUE(QFile::link(path(u"nowhere"), path(u"x/broken")));
+    EXPECT_THAT(FileManager::filesBelowPath(path(u"x")),
+                UnorderedElementsAre(QStringLiteral("1"), QStringLiteral("a/\u00fc \u20ac"), QStringLiteral("a/b/.3"),
+                                     QStringLiteral("file link")));
+    EXPECT_EQ(FileManager::filesBelowPath(path(u"nowhere")), QStringList());
+    EXPECT_EQ(FileManager::filesBelowPath(path(u"x/1")), QStringList());
+}
+
+/// Permissions do not hold root back: what is asked of them is asked as somebody else.
+class WithoutPrivileges
+{
+public:
+    WithoutPrivileges() { m_hasGivenUp = geteuid() == 0 && seteuid(65534) == 0; }
+    ~WithoutPrivileges()
+    {
+        if (m_hasGivenUp) {
+            EXPECT_EQ(seteuid(0), 0);
+        }
+    }
+
+private:
+    bool m_hasGivenUp;
+};
+
+TEST_F(FileManagerTest, RemovingWithoutPermissionIsAnError)
+{
+    makeFolder(u"x/closed");
+    makeFile(u"x/closed/file");
+    ASSERT_EQ(chmod(QFile::encodeName(m_folder.path()).constData(), 0777), 0);
+    ASSERT_EQ(chmod(QFile::encodeName(path(u"x")).constData(), 0777), 0);
+    ASSERT_EQ(chmod(QFile::encodeName(path(u"x/closed")).constData(), 0500), 0);
+    {
+        const WithoutPrivileges nobody;
+        ASSERT_NE(geteuid(), 0u);
+        expectError(FileManager::removeItemAtPath(path(u"x")), 513,
+                    QStringLiteral(
+                        "\u201cx\u201d couldn\u2019t be removed because you don\u2019t have permission to access it."));
+    }
+    EXPECT_EQ(contentOf(path(u"x/closed/file")), "content");
+    chmod(QFile::encodeName(path(u"x/closed")).constData(), 0700);
+}
+
+TEST_F(FileManagerTest, MovingWithoutPermissionIsAnError)
+{
+    makeFile(u"old");
+    makeFolder(u"to");
+    ASSERT_EQ(chmod(QFile::encodeName(m_folder.path()).constData(), 0777), 0);
+    ASSERT_EQ(chmod(QFile::encodeName(path(u"to")).constData(), 0555), 0);
+    const WithoutPrivileges nobody;
+    ASSERT_NE(geteuid(), 0u);
+    expectError(
+        FileManager::moveItemAtPath(path(u"old"), path(u"to/new")), 513,
+        QStringLiteral(
+            "\u201cold\u201d couldn\u2019t be moved to \u201cto\u201d because you don\u2019t have permission to access "
+            "\u201cto\u201d."));
+}
+
+/// A second file system, where the machine has one that can be written to.
+class AcrossFileSystems : public FileManagerTest
+{
+protected:
+    void SetUp() override
+    {
+        struct stat here = {};
+        struct stat there = {};
+        if (!m_elsewhere.isValid() || stat(QFile::encodeName(m_folder.path()).constData(), &here) != 0 ||
+            stat(QFile::encodeName(m_elsewhere.path()).constData(), &there) != 0 || here.st_dev == there.st_dev)
+            GTEST_SKIP() << "there is no second file system at /dev/shm";
+    }
+
+    QTemporaryDir m_elsewhere{QStringLiteral("/dev/shm/files-XXXXXX")};
+};
+
+TEST_F(AcrossFileSystems, MovesAFile)
+{
+    const QString destination = m_elsewhere.filePath(QStringLiteral("new"));
+    EXPECT_EQ(FileManager::moveItemAtPath(makeFile(u"old"), destination), std::nullopt);
+    EXPECT_EQ(contentOf(destination), "content");
+    EXPECT_FALSE(QFileInfo::exists(path(u"old")));
+    EXPECT_EQ(FileManager::filesBelowPath(m_elsewhere.path()), QStringList{QStringLiteral("new")});
+}
+
+TEST_F(AcrossFileSystems, MovesAFolder)
+{
+    makeFolder(u"old/a");
+    makeFile(u"old/a/file");
+    ASSERT_TRUE(QFile::link(QStringLiteral("a"), path(u"old/link")));
+    const QString destination = m_elsewhere.filePath(QStringLiteral("new"));
+    EXPECT_EQ(FileManager::moveItemAtPath(path(u"old"), destination), std::nullopt);
+    EXPECT_EQ(contentOf(destination + QStringLiteral("/a/file")), "content");
+    EXPECT_TRUE(QFileInfo(destination + QStringLiteral("/link")).isSymLink());
+    EXPECT_FALSE(QFileInfo::exists(path(u"old")));
+}
+
+TEST_F(AcrossFileSystems, MovingNeverReplaces)
+{
+    const QString destination = m_elsewhere.filePath(QStringLiteral("new"));
+    QFile present(destination);
+    ASSERT_TRUE(present.open(QIODevice::WriteOnly));
+    present.write("kept");
+    present.close();
+    EXPECT_EQ(FileManager::moveItemAtPath(makeFile(u"old"), destination).value_or(Error()).code, 516);
+    EXPECT_EQ(contentOf(destination), "kept");
+    EXPECT_EQ(contentOf(path(u"old")), "content");
+    EXPECT_EQ(FileManager::filesBelowPath(m_elsewhere.path()), QStringList{QStringLiteral("new")});
+}
+
+} // namespace
