@@ -3,13 +3,15 @@
 #include "platform/foundation/FileManager.h"
 #include "platform/foundation/Log.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLockFile>
 #include <QSaveFile>
 #include <QThread>
+
+#include <chrono>
+#include <filesystem>
 
 namespace platform {
 
@@ -64,13 +66,19 @@ std::optional<QByteArray> SharedFile::read() const
     return file.error() == QFile::NoError ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
+/// Asked before every request, so it takes one look at the disk each for time and size, and no time zone.
 SharedFile::Stamp SharedFile::stamp() const
 {
-    const QFileInfo file(m_path);
-    if (!file.exists())
+    namespace fs = std::filesystem;
+    const fs::path path(QFile::encodeName(m_path).toStdString());
+    std::error_code isAbsent;
+    const auto changed = fs::last_write_time(path, isAbsent);
+    if (isAbsent)
         return {-1, 0, true};
-    const qint64 time = file.lastModified().toMSecsSinceEpoch();
-    return {file.size(), time, qAbs(QDateTime::currentMSecsSinceEpoch() - time) > doubtedAge(time)};
+    const auto age = std::chrono::abs(fs::file_time_type::clock::now() - changed);
+    const qint64 time = std::chrono::duration_cast<std::chrono::milliseconds>(changed.time_since_epoch()).count();
+    const auto size = static_cast<qint64>(fs::file_size(path, isAbsent));
+    return {size, time, age > std::chrono::milliseconds(doubtedAge(time))};
 }
 
 bool SharedFile::hasChanged()

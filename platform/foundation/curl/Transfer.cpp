@@ -270,6 +270,9 @@ int Transfer::takeProgress(void* transfer, curl_off_t, curl_off_t downloaded, cu
 void Transfer::reportProgress(bool isLast)
 {
     m_progress.written = m_body->size();
+    // Nobody follows the answer of a request that sends and saves nothing.
+    if (m_progress.expectedToSend == 0 && m_destination == AnswerBody::Destination::Memory)
+        return;
     const bool isAllSent = m_progress.sent == m_progress.expectedToSend && m_progress.sent > m_reportedSent;
     if (!isLast && !isAllSent && m_lastMove - m_lastReport < reportInterval)
         return;
