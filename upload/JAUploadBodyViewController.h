@@ -79,10 +79,12 @@ public:
 
 protected:
     void viewDidLoad() override;
+    void viewWillLayout() override;
 
 private:
     JAUploadBodyViewController();
 
+    void showUploadingWindow(const std::shared_ptr<bool>& isCancelled);
     void startUpload(const QString& key);
     void showProgress(qint64 bytesSent, qint64 bytesExpected);
     void uploadEnded(const std::optional<platform::Error>& error);

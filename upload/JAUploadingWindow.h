@@ -3,13 +3,17 @@
 #include "platform/foundation/Error.h"
 #include "platform/toolkit/WindowController.h"
 
+#include <QCoreApplication>
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
 
 /// The sheet that shows how an upload goes and how it ended. One window serves all uploads of a panel; what it showed
 /// last stays until the next call.
 class TL_EXPORT JAUploadingWindow : public platform::WindowController
 {
+    Q_DECLARE_TR_FUNCTIONS(JAUploadingWindow)
+
 public:
     static std::shared_ptr<JAUploadingWindow> init();
 
@@ -23,6 +27,8 @@ public:
     QLabel* errorMessage() const { return m_errorMessage; }
     QProgressBar* uploadingProgressBar() const { return m_uploadingProgressBar; }
     QLabel* sizeLabel() const { return m_sizeLabel; }
+    /// "Cancel" while an upload is going, "Close" after it.
+    QPushButton* cancelButton() const { return m_cancelButton; }
 
     /// Shows one of the three views and hides the others.
     void setActualView(QWidget* view);
@@ -42,6 +48,8 @@ protected:
 private:
     JAUploadingWindow();
 
+    void nameButton(const QString& name);
+
     QPointer<QWidget> m_containerView;
     QPointer<QWidget> m_uploadingView;
     QPointer<QWidget> m_errorView;
@@ -50,4 +58,5 @@ private:
     QPointer<QLabel> m_errorMessage;
     QPointer<QProgressBar> m_uploadingProgressBar;
     QPointer<QLabel> m_sizeLabel;
+    QPointer<QPushButton> m_cancelButton;
 };

@@ -1,0 +1,117 @@
+#include "shell/JAHeadViewController.h"
+
+#include "client/JAController.h"
+#include "platform/foundation/MainQueue.h"
+#include "platform/toolkit/View.h"
+#include "platform/toolkit/Window.h"
+#include "shell/JALoginWindow.h"
+#include "shell/UIViewStyle.h"
+
+#include <QThreadPool>
+
+namespace {
+
+/// Pixels; enough for the avatar on any screen, whatever the server sends.
+constexpr int largestAvatarSide = 256;
+
+} // namespace
+
+std::shared_ptr<JAHeadViewController>
+JAHeadViewController::initWithNibName(const QString& name, const std::optional<platform::Bundle>& bundle)
+{
+    UIViewStyle::styleLoadedViews();
+    const std::shared_ptr<JAHeadViewController> self(new JAHeadViewController);
+    self->ViewController::initWithNibName(name, bundle);
+    return self;
+}
+
+JAHeadViewController::JAHeadViewController()
+{
+    outlets.bind("okSessionView", &m_okSessionView);
+    outlets.bind("findSessionProgressIndicator", &m_findSessionProgressIndicator);
+    outlets.bind("avatarImage", &m_avatarImage);
+    outlets.bind("nameLabel", &m_nameLabel);
+    outlets.bind("displayNameLabel", &m_displayNameLabel);
+    outlets.bind("emailLabel", &m_emailLabel);
+    actions.bind("loginAction", [this] { loginAction(); });
+    actions.bind("logOutAction", [this] { logOutAction(); });
+}
+
+void JAHeadViewController::viewDidLoad()
+{
+    ViewController::viewDidLoad();
+    platform::addSubview(view(), m_okSessionView);
+    if (m_findSessionProgressIndicator)
+        m_findSessionProgressIndicator->startAnimation();
+    m_jaLoginWindow = JALoginWindow::init();
+}
+
+void JAHeadViewController::viewWillLayout()
+{
+    ViewController::viewWillLayout();
+    if (m_okSessionView)
+        m_okSessionView->setGeometry(view()->rect());
+}
+
+void JAHeadViewController::setActualView(QWidget* view)
+{
+    platform::setHidden(m_okSessionView, true);
+    platform::setHidden(view, false);
+}
+
+void JAHeadViewController::setOkSessionView()
+{
+    const auto& client = JAController::sharedInstance();
+    if (!client->jaSession())
+        return;
+    setActualView(m_okSessionView);
+    client->getCurrentUser([self = sharedFrom(this)](const auto& user, const auto&) { self->showUser(user); });
+}
+
+void JAHeadViewController::showUser(const std::shared_ptr<const JAUser>& user)
+{
+    const auto text = [&user](auto property) {
+        return user ? (user.get()->*property)().value_or(QString()) : QString();
+    };
+    platform::setText(m_emailLabel, text(&JAUser::email));
+    platform::setText(m_displayNameLabel, text(&JAUser::displayName));
+    platform::setText(m_nameLabel, text(&JAUser::name));
+    setAvatarByURL(user ? user->avatarUrl() : std::nullopt);
+}
+
+void JAHeadViewController::setAvatarByURL(const std::optional<QString>& url)
+{
+    JAController::sharedInstance()->sendGetRequest(
+        url, [self = sharedFrom(this)](const auto& body, const auto& error, const auto&) {
+            if (!error)
+                self->showAvatar(body.value_or(QByteArray()));
+        });
+}
+
+// The decoding thread hands its reference back with the image: views must not go on another thread than the main one.
+void JAHeadViewController::showAvatar(const QByteArray& bytes)
+{
+    const quint64 number = ++m_newestAvatar;
+    QThreadPool::globalInstance()->start([self = sharedFrom(this), number, bytes]() mutable {
+        const QImage image = platform::ImageView::decode(bytes, largestAvatarSide);
+        platform::MainQueue::instance().addOperation([self = std::move(self), number, image] {
+            if (self->m_avatarImage && number == self->m_newestAvatar)
+                self->m_avatarImage->setImage(image);
+        });
+    });
+}
+
+void JAHeadViewController::loginAction()
+{
+    if (const auto ownWindow = window()) {
+        ownWindow->beginSheet(m_jaLoginWindow->window(), [self = sharedFrom(this)](int returnCode) {
+            if (returnCode == platform::ModalResponse::OK)
+                self->setOkSessionView();
+        });
+    }
+}
+
+void JAHeadViewController::logOutAction()
+{
+    JAController::sharedInstance()->logout({});
+}

@@ -1,0 +1,93 @@
+#include "shell/JALoginWindow.h"
+
+#include "client/JAController.h"
+#include "constants/FrameworkBundle.h"
+#include "platform/foundation/Log.h"
+#include "platform/toolkit/View.h"
+#include "shell/UIViewStyle.h"
+
+namespace {
+
+constexpr qint64 unauthorized = 401;
+
+} // namespace
+
+std::shared_ptr<JALoginWindow> JALoginWindow::init()
+{
+    UIViewStyle::styleLoadedViews();
+    const std::shared_ptr<JALoginWindow> self(new JALoginWindow);
+    self->initWithWindowNibName(QStringLiteral("JALoginWindow"),
+                                platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    return self;
+}
+
+JALoginWindow::JALoginWindow()
+{
+    outlets.bind("view", &m_view);
+    outlets.bind("hostTextField", &m_hostTextField);
+    outlets.bind("emailTextField", &m_emailTextField);
+    outlets.bind("passwordTextField", &m_passwordTextField);
+    outlets.bind("errorLabel", &m_errorLabel);
+    outlets.bind("loginButton", &m_loginButton);
+    outlets.bind("cancelButton", &m_cancelButton);
+    outlets.bind("spiner", &m_spiner);
+    actions.bind("loginButtonAction", [this] { loginButtonAction(); });
+    actions.bind("cancelAction", [this] { cancelAction(); });
+}
+
+void JALoginWindow::windowDidLoad()
+{
+    WindowController::windowDidLoad();
+    if (m_loginButton)
+        m_loginButton->setFlat(false);
+    platform::setHidden(m_spiner, true);
+}
+
+void JALoginWindow::loginButtonAction()
+{
+    platform::setEnabled(m_loginButton, false);
+    platform::setHidden(m_spiner, false);
+    if (m_spiner)
+        m_spiner->startAnimation();
+
+    const QString email = platform::text(m_emailTextField);
+    const QString password = platform::text(m_passwordTextField);
+    const QString host = platform::text(m_hostTextField);
+    const auto& client = JAController::sharedInstance();
+    client->setHost(host);
+    platform::log(u"host: %@", host);
+    client->login(email, password, [self = sharedFrom(this)](const auto& result, const auto& error) {
+        self->loginEnded(result, error);
+    });
+}
+
+void JALoginWindow::loginEnded(const std::shared_ptr<const JALoginObject>& result,
+                               const std::optional<platform::Error>& error)
+{
+    platform::setHidden(m_spiner, true);
+    platform::setEnabled(m_loginButton, true);
+    if (error)
+        showError(*error);
+    if (!result)
+        return;
+    if (const auto parent = window()->sheetParent())
+        parent->endSheet(window(), platform::ModalResponse::OK);
+}
+
+void JALoginWindow::showError(const platform::Error& error)
+{
+    const QWidget* label = m_errorLabel;
+    platform::log(u"error: %@ %@", label, error.localizedDescription());
+    platform::setText(m_errorLabel, error.localizedDescription());
+    if (error.code == unauthorized)
+        platform::setText(m_errorLabel, QStringLiteral("Incorrect login or password"));
+}
+
+void JALoginWindow::cancelAction()
+{
+    const auto entryWindow = window()->parentWindow();
+    if (!entryWindow)
+        return;
+    if (const auto parent = entryWindow->sheetParent())
+        parent->endSheet(entryWindow, platform::ModalResponse::Cancel);
+}

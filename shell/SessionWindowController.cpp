@@ -1,0 +1,156 @@
+#include "shell/SessionWindowController.h"
+
+#include "client/JAController.h"
+#include "constants/FrameworkBundle.h"
+#include "platform/foundation/Log.h"
+#include "platform/toolkit/Application.h"
+#include "platform/toolkit/FillingSubview.h"
+#include "platform/toolkit/View.h"
+#include "shell/JAHeadViewController.h"
+#include "shell/JALoginWindow.h"
+#include "shell/UIViewStyle.h"
+
+#include <QLineEdit>
+
+#include <algorithm>
+
+namespace {
+
+std::optional<platform::Bundle> frameworkBundle()
+{
+    return platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier));
+}
+
+void countSubviews(platform::ViewController& controller)
+{
+    controller.setRepresentedObject(QVariant::fromValue<qint64>(platform::subviews(controller.view()).size()));
+}
+
+/// What the interface file put there for the time before the first container is of no more use.
+void removeSubviews(QWidget* view, std::initializer_list<QWidget*> kept)
+{
+    for (QWidget* subview : platform::subviews(view)) {
+        platform::removeFromSuperview(subview);
+        if (std::find(kept.begin(), kept.end(), subview) == kept.end())
+            subview->deleteLater();
+    }
+}
+
+/// The keyboard goes along with the view that the user is to fill in.
+void focusFirstField(QWidget* container)
+{
+    if (container->isAncestorOf(container->window()->focusWidget()))
+        return;
+    const QList<QLineEdit*> fields = container->findChildren<QLineEdit*>();
+    const auto first = std::find_if(fields.begin(), fields.end(),
+                                    [](const QLineEdit* field) { return field->isVisible() && field->isEnabled(); });
+    if (first != fields.end())
+        (*first)->setFocus();
+}
+
+} // namespace
+
+SessionWindowController::SessionWindowController()
+{
+    outlets.bind("view", &m_view);
+    outlets.bind("headView", &m_headView);
+    outlets.bind("bodyView", &m_bodyView);
+    outlets.bind("downloadViewContainer", &m_downloadViewContainer);
+    outlets.bind("loginViewContainer", &m_loginViewContainer);
+}
+
+SessionWindowController::~SessionWindowController() = default;
+
+void SessionWindowController::initWithNib()
+{
+    UIViewStyle::styleLoadedViews();
+    initWithWindowNibName(QStringLiteral("JMWindowController"), frameworkBundle());
+}
+
+void SessionWindowController::initSession(const BodyMaker& makeBody)
+{
+    m_jaLoginWindow = JALoginWindow::init();
+    const auto& client = JAController::sharedInstance();
+    client->setPathFile(QString());
+    client->setDelegate(sharedFrom(this));
+    const auto bundle = frameworkBundle();
+    m_body = makeBody(bundle);
+    m_headViewController = JAHeadViewController::initWithNibName(QStringLiteral("JAHeadViewController"), bundle);
+    platform::log(u"?? %@", m_body);
+}
+
+void SessionWindowController::windowDidLoad()
+{
+    WindowController::windowDidLoad();
+    setLoginViews();
+    setDownloadViews();
+    JAController::sharedInstance()->updateSession({});
+}
+
+void SessionWindowController::setLoginViews()
+{
+    window()->addChildWindow(m_jaLoginWindow->window(), platform::Window::Ordered::Below);
+    QWidget* form = m_jaLoginWindow->view();
+    if (!m_loginViewContainer || !form)
+        return;
+    const QRect frame = form->geometry();
+    platform::addFillingSubview(m_loginViewContainer, form);
+    m_loginViewContainer->setGeometry(frame);
+}
+
+void SessionWindowController::setDownloadViews()
+{
+    platform::addFillingSubview(m_bodyView, m_body->view());
+    platform::addFillingSubview(m_headView, m_headViewController->view());
+    if (m_downloadViewContainer) {
+        m_downloadViewContainer->resize(
+            m_downloadViewContainer->size().expandedTo(m_downloadViewContainer->sizeHint()));
+        platform::layoutSubtreeIfNeeded(m_downloadViewContainer);
+    }
+    countSubviews(*m_body);
+    countSubviews(*m_headViewController);
+}
+
+// Whoever watches the window sees its upper right corner move by the size of the decorations: the place is worked out
+// from the container's own size, the size with the decorations.
+void SessionWindowController::setActualView(QWidget* container)
+{
+    const auto ownWindow = windowIfLoaded();
+    if (!ownWindow || !m_view || !container)
+        return;
+    platform::layoutSubtreeIfNeeded(container);
+    const QSize size = container->size();
+    removeSubviews(m_view, {m_downloadViewContainer, m_loginViewContainer});
+    platform::addSubview(m_view, container);
+
+    const QRectF before = ownWindow->frame();
+    const QRectF frame(before.x() + before.width() - size.width(), before.y() + before.height() - size.height(),
+                       before.width() - m_view->width() + size.width(),
+                       before.height() - m_view->height() + size.height());
+    platform::log(u" %@", QRectF(m_view->geometry()));
+    platform::log(u" %@", before);
+    platform::log(u" %@", frame);
+
+    ownWindow->setFrame(frame, true, true);
+    platform::addFillingSubview(m_view, container);
+    container->setGeometry(QRect(m_view->pos(), size));
+    platform::setHidden(container, false);
+    focusFirstField(container);
+}
+
+void SessionWindowController::jaValidSession()
+{
+    setActualView(m_downloadViewContainer);
+    m_headViewController->setOkSessionView();
+}
+
+void SessionWindowController::jaInvalidSession()
+{
+    setActualView(m_loginViewContainer);
+}
+
+void SessionWindowController::windowWillClose(platform::Window&)
+{
+    platform::log(u"JAWindowController windowWillClose");
+    platform::Application::stopModal();
+}

@@ -1,0 +1,83 @@
+#include "upload/JAUploadingWindow.h"
+
+#include "client/JAController.h"
+#include "constants/FrameworkBundle.h"
+#include "platform/toolkit/FillingSubview.h"
+#include "platform/toolkit/View.h"
+
+#include <algorithm>
+
+std::shared_ptr<JAUploadingWindow> JAUploadingWindow::init()
+{
+    const std::shared_ptr<JAUploadingWindow> self(new JAUploadingWindow);
+    self->initWithWindowNibName(QStringLiteral("JAUploadingWindow"),
+                                platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    return self;
+}
+
+JAUploadingWindow::JAUploadingWindow()
+{
+    outlets.bind("containerView", &m_containerView);
+    outlets.bind("uploadingView", &m_uploadingView);
+    outlets.bind("errorView", &m_errorView);
+    outlets.bind("successView", &m_successView);
+    outlets.bind("errortitle", &m_errortitle);
+    outlets.bind("errorMessage", &m_errorMessage);
+    outlets.bind("uploadingProgressBar", &m_uploadingProgressBar);
+    outlets.bind("sizeLabel", &m_sizeLabel);
+    outlets.bind("cancelButton", &m_cancelButton);
+    actions.bind("cancelAction", [this] { cancelAction(); });
+}
+
+void JAUploadingWindow::windowDidLoad()
+{
+    WindowController::windowDidLoad();
+    for (QWidget* view : {m_uploadingView.get(), m_errorView.get(), m_successView.get()})
+        platform::addFillingSubview(m_containerView, view);
+    setActualView(m_uploadingView);
+}
+
+void JAUploadingWindow::setActualView(QWidget* view)
+{
+    for (QWidget* other : {m_uploadingView.get(), m_errorView.get(), m_successView.get()})
+        platform::setHidden(other, true);
+    platform::setHidden(view, false);
+}
+
+void JAUploadingWindow::setUploadingState(qint64 percent, const QString& otherInfo)
+{
+    platform::setText(m_sizeLabel, otherInfo);
+    if (m_uploadingProgressBar)
+        m_uploadingProgressBar->setValue(
+            static_cast<int>(std::clamp<qint64>(percent, 1, m_uploadingProgressBar->maximum())));
+    setActualView(m_uploadingView);
+    nameButton(tr("Cancel"));
+}
+
+void JAUploadingWindow::setErrorState(const platform::Error& error)
+{
+    platform::setText(m_errortitle, QStringLiteral("Error"));
+    platform::setText(m_errorMessage, error.localizedDescription());
+    setActualView(m_errorView);
+    nameButton(tr("Close"));
+}
+
+void JAUploadingWindow::setSuccessState()
+{
+    platform::setText(m_sizeLabel, QStringLiteral("DONE"));
+    nameButton(tr("Close"));
+}
+
+void JAUploadingWindow::nameButton(const QString& name)
+{
+    platform::setText(m_cancelButton, name);
+    if (m_cancelButton)
+        m_cancelButton->setAccessibleName(name);
+}
+
+void JAUploadingWindow::cancelAction()
+{
+    JAController::sharedInstance()->cancelUpload();
+    if (const auto parent = window()->sheetParent())
+        parent->endSheet(window(), platform::ModalResponse::Cancel);
+}
