@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace cli {
+
+/// What the user asked for.
+struct Arguments
+{
+    enum class Request { Command, Help, Version };
+
+    Request request = Request::Command;
+    QString command;
+    /// What stands behind the command, as many as it takes.
+    QStringList operands;
+
+    QStringList routes;
+    bool isVerbose = false;
+    bool wantsJSON = false;
+    bool wantsAll = false;
+    bool takesPasswordFromStandardInput = false;
+    /// Of --name and --to.
+    std::optional<QString> name;
+    std::optional<QString> destination;
+};
+
+} // namespace cli

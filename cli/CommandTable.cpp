@@ -1,0 +1,92 @@
+#include "cli/CommandTable.h"
+
+#include "cli/AttachmentsCommand.h"
+#include "cli/DownloadCommand.h"
+#include "cli/LoginCommand.h"
+#include "cli/LogoutCommand.h"
+#include "cli/ServerAddress.h"
+#include "cli/SessionCommand.h"
+#include "cli/UploadCommand.h"
+#include "cli/WhoamiCommand.h"
+
+#include <algorithm>
+
+namespace cli {
+
+namespace {
+
+template <typename T>
+std::unique_ptr<Command> makeCommand(const Arguments& arguments, const Environment& environment)
+{
+    return std::make_unique<T>(arguments, environment);
+}
+
+std::optional<QString> noProblem(const Arguments&)
+{
+    return std::nullopt;
+}
+
+std::optional<QString> loginProblem(const Arguments& arguments)
+{
+    return problemOfServerAddress(arguments.operands.first());
+}
+
+std::optional<QString> issueProblem(const Arguments& arguments)
+{
+    if (arguments.operands.first().trimmed().isEmpty())
+        return QStringLiteral("The issue's key is empty.");
+    if (arguments.destination && arguments.destination->isEmpty())
+        return QStringLiteral("The path after --to is empty.");
+    return std::nullopt;
+}
+
+std::optional<QString> uploadProblem(const Arguments& arguments)
+{
+    if (const auto problem = issueProblem(arguments))
+        return problem;
+    return UploadCommand::problemOfName(UploadCommand::attachmentName(arguments));
+}
+
+} // namespace
+
+const std::vector<CommandDescription>& commandTable()
+{
+    static const QString all = QStringLiteral("all");
+    static const QString json = QStringLiteral("json");
+    static const QString key = QStringLiteral("KEY");
+    static const std::vector<CommandDescription> table = {
+        {QStringLiteral("login"),
+         {QStringLiteral("SERVER"), QStringLiteral("USER")},
+         {QStringLiteral("password-stdin")},
+         false,
+         loginProblem,
+         makeCommand<LoginCommand>},
+        {QStringLiteral("session"), {}, {json}, true, noProblem, makeCommand<SessionCommand>},
+        {QStringLiteral("whoami"), {}, {json}, true, noProblem, makeCommand<WhoamiCommand>},
+        {QStringLiteral("attachments"), {key}, {all, json}, true, issueProblem, makeCommand<AttachmentsCommand>},
+        {QStringLiteral("upload"),
+         {key, QStringLiteral("FILE")},
+         {QStringLiteral("name")},
+         true,
+         uploadProblem,
+         makeCommand<UploadCommand>},
+        {QStringLiteral("download"),
+         {key, QStringLiteral("NAME|ID")},
+         {QStringLiteral("to")},
+         true,
+         issueProblem,
+         makeCommand<DownloadCommand>},
+        {QStringLiteral("logout"), {}, {}, true, noProblem, makeCommand<LogoutCommand>},
+    };
+    return table;
+}
+
+const CommandDescription* findCommand(const QString& name)
+{
+    const auto& table = commandTable();
+    const auto found =
+        std::find_if(table.begin(), table.end(), [&](const auto& description) { return description.name == name; });
+    return found == table.end() ? nullptr : &*found;
+}
+
+} // namespace cli

@@ -1,0 +1,97 @@
+#include "cli/DownloadCommand.h"
+
+#include "cli/AttachmentSelection.h"
+#include "cli/IssueKey.h"
+#include "platform/foundation/MainQueue.h"
+
+#include <QFileInfo>
+
+namespace cli {
+
+DownloadCommand::DownloadCommand(const Arguments& arguments, const Environment& environment)
+    : m_client(environment.client)
+    , m_key(arguments.operands.at(0))
+    , m_nameOrID(arguments.operands.at(1))
+    , m_to(arguments.destination)
+    , m_showsProgress(environment.showsProgress)
+{
+}
+
+void DownloadCommand::start(const Completion& completion)
+{
+    m_completion = completion;
+    m_client->getIssueObject(escapedKey(m_key), [this](const auto& issue, const auto& error) {
+        if (issue)
+            choose(*issue);
+        else
+            m_completion(Outcome::failed(error));
+    });
+}
+
+void DownloadCommand::choose(const JAIssueObject& issue)
+{
+    m_attachment = findAttachment(issue.attachments(), m_nameOrID);
+    if (!m_attachment) {
+        m_completion(Outcome::failed(QStringLiteral("%1 has no attachment “%2”.").arg(m_key, m_nameOrID)));
+        return;
+    }
+    m_destination = downloadDestination(m_to, m_attachment->name().value_or(QString()));
+    m_place.emplace(m_destination);
+    if (const auto error = m_place->prepare())
+        m_completion(Outcome::failed(error));
+    else
+        fetch();
+}
+
+void DownloadCommand::fetch()
+{
+    m_progress.emplace(m_showsProgress);
+    m_isUnderWay = true;
+    m_client->downloadFile(
+        m_attachment->downloadLink(),
+        [this](qint64, qint64 bytesSoFar, const auto& error, bool isFinished) {
+            follow(bytesSoFar, error, isFinished);
+        },
+        m_place->receivingPath());
+}
+
+void DownloadCommand::follow(qint64 bytesSoFar, const std::optional<platform::Error>& error, bool isFinished)
+{
+    if (error) {
+        m_isUnderWay = false;
+        m_progress.reset();
+        m_completion(Outcome::failed(error));
+    } else if (isFinished) {
+        m_isUnderWay = false;
+        // The client puts the file in place when this call has returned.
+        platform::MainQueue::instance().addOperation([this] { examine(); });
+    } else {
+        m_progress->update(bytesSoFar, m_attachment->size());
+    }
+}
+
+void DownloadCommand::examine()
+{
+    const QFileInfo received(m_place->receivingPath());
+    if (!received.exists() || received.size() != m_attachment->size()) {
+        m_progress.reset();
+        m_completion(Outcome::failed(QStringLiteral("The server sent %1 bytes for “%2” instead of %3.")
+                                         .arg(received.size())
+                                         .arg(m_attachment->name().value_or(m_nameOrID))
+                                         .arg(m_attachment->size())));
+        return;
+    }
+    m_progress->finish();
+    m_progress.reset();
+    m_place->settle([this](const auto& error) {
+        m_completion(error ? Outcome::failed(error) : Outcome::done(m_destination.toUtf8() + '\n'));
+    });
+}
+
+bool DownloadCommand::cancel()
+{
+    m_client->cancelDownload();
+    return m_isUnderWay;
+}
+
+} // namespace cli

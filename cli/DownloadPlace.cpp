@@ -1,0 +1,89 @@
+#include "cli/DownloadPlace.h"
+
+#include "platform/foundation/FileManager.h"
+#include "platform/foundation/MainQueue.h"
+#include "platform/foundation/PathString.h"
+#include "platform/foundation/TemporaryDirectory.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <sys/stat.h>
+#include <thread>
+
+namespace cli {
+
+namespace {
+
+platform::Error alreadyThere(const QString& destination)
+{
+    const QString text = QStringLiteral("“%1” couldn’t be saved in “%2” because an item with the same name already "
+                                        "exists.");
+    const QString folder = platform::deletingLastPathComponent(destination);
+    return platform::makeError(QLatin1String(platform::CocoaErrorDomain),
+                               static_cast<qint64>(platform::FileError::WriteFileExists),
+                               text.arg(platform::lastPathComponent(destination), platform::lastPathComponent(folder)));
+}
+
+/// Links that lead nowhere included.
+bool isTaken(const QString& path)
+{
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink();
+}
+
+/// The transport keeps its files from everybody else; what the user asked for gets what the user's other files get.
+void setUsualPermissions(const QString& path)
+{
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    ::chmod(QFile::encodeName(path).constData(), 0666 & ~mask);
+}
+
+} // namespace
+
+QString downloadDestination(const std::optional<QString>& to, const QString& attachmentName)
+{
+    const QString name = platform::fileNameFromUntrustedText(attachmentName);
+    const QString path = QDir::current().absoluteFilePath(to.value_or(QStringLiteral(".")));
+    const bool isFolder = !to || to->endsWith(u'/') || QFileInfo(path).isDir();
+    return isFolder ? platform::appendingPathComponent(path, name) : path;
+}
+
+DownloadPlace::DownloadPlace(const QString& destination)
+    : m_destination(destination)
+    , m_name(platform::lastPathComponent(destination))
+{
+}
+
+std::optional<platform::Error> DownloadPlace::prepare()
+{
+    if (isTaken(m_destination))
+        return alreadyThere(m_destination);
+    if (const auto error = m_beside.create(platform::deletingLastPathComponent(m_destination)))
+        return error;
+    return m_receiving.create(platform::temporaryDirectory());
+}
+
+void DownloadPlace::settle(const Completion& completion)
+{
+    const std::weak_ptr<const bool> life = m_life;
+    const QString from = receivingPath();
+    const QString to = m_beside.pathOf(m_name);
+    std::thread([this, life, from, to, completion] {
+        const auto error = platform::FileManager::moveItemAtPath(from, to);
+        platform::MainQueue::instance().addOperation([this, life, error, completion] {
+            if (!life.expired())
+                completion(error ? error : publish());
+        });
+    }).detach();
+}
+
+std::optional<platform::Error> DownloadPlace::publish() const
+{
+    const QString complete = m_beside.pathOf(m_name);
+    setUsualPermissions(complete);
+    return platform::FileManager::moveItemAtPath(complete, m_destination);
+}
+
+} // namespace cli

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "cli/PrivateFolder.h"
+
+#include <functional>
+#include <memory>
+
+namespace cli {
+
+/// Where an attachment of this name goes: `to` as a file, or into it where it is a folder or ends with a slash;
+/// otherwise the current folder. The result is absolute.
+QString downloadDestination(const std::optional<QString>& to, const QString& attachmentName);
+
+/// The way of a download to its place. It is received in one private folder, which shares its file system with the
+/// transport's own file, and goes over another one beside the destination, so that it appears under its name complete
+/// or not at all. Whatever stands at the destination stays.
+class DownloadPlace
+{
+public:
+    using Completion = std::function<void(const std::optional<platform::Error>&)>;
+
+    explicit DownloadPlace(const QString& destination);
+
+    /// Finds out what would prevent the file from getting to its place, as far as that can be known beforehand.
+    std::optional<platform::Error> prepare();
+
+    /// Where the client shall save the file. Nobody else's file can lie there.
+    QString receivingPath() const { return m_receiving.pathOf(m_name); }
+
+    /// Copies where it has to, in a thread of its own, and calls back on the main thread, unless this is gone by then.
+    void settle(const Completion& completion);
+
+private:
+    std::optional<platform::Error> publish() const;
+
+    const QString m_destination;
+    const QString m_name;
+    PrivateFolder m_receiving;
+    PrivateFolder m_beside;
+    /// Expires with this.
+    std::shared_ptr<const bool> m_life = std::make_shared<bool>(true);
+};
+
+} // namespace cli

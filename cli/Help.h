@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QByteArray>
+
+namespace cli {
+
+QByteArray helpText();
+QByteArray versionText();
+
+} // namespace cli

@@ -1,0 +1,69 @@
+#include "cli/LoginCommand.h"
+
+#include "cli/LineReader.h"
+#include "cli/TerminalPrompt.h"
+#include "cli/TerminalText.h"
+#include "platform/foundation/URL.h"
+
+#include <unistd.h>
+
+namespace cli {
+
+LoginCommand::LoginCommand(const Arguments& arguments, const Environment& environment)
+    : m_client(environment.client)
+    , m_interruptDescriptor(environment.interruptDescriptor)
+    , m_server(arguments.operands.at(0))
+    , m_user(arguments.operands.at(1))
+    , m_readsStandardInput(arguments.takesPasswordFromStandardInput)
+{
+}
+
+void LoginCommand::start(const Completion& completion)
+{
+    const InputLine password = askForPassword();
+    switch (password.kind) {
+    case InputLine::Kind::Line:
+        login(password.text, completion);
+        break;
+    case InputLine::Kind::NoLine:
+        completion(Outcome::failed(QStringLiteral("No password was given.")));
+        break;
+    case InputLine::Kind::TooLong:
+        completion(Outcome::failed(QStringLiteral("The password is too long.")));
+        break;
+    case InputLine::Kind::NoTerminal:
+        completion(
+            Outcome::failed(QStringLiteral("There is no terminal to ask for the password at; see --password-stdin.")));
+        break;
+    case InputLine::Kind::Interrupted:
+        // The signal is handled in the event loop, and ends the command.
+        break;
+    }
+}
+
+InputLine LoginCommand::askForPassword() const
+{
+    if (m_readsStandardInput)
+        return readLine(STDIN_FILENO, m_interruptDescriptor);
+    const auto server = platform::URL::parse(m_server).value_or(platform::URL());
+    const QString prompt = QStringLiteral("Password of %1 at %2: ").arg(m_user, server.host.value_or(m_server));
+    return promptForSecret(harmless(prompt), m_interruptDescriptor);
+}
+
+void LoginCommand::login(const QString& password, const Completion& completion)
+{
+    m_client->setJiraHost(m_server);
+    m_client->login(m_user, password, [this, completion](const auto& session, const auto& error) {
+        if (!session) {
+            completion(Outcome::failed(error));
+        } else if (!session->sessionName() || !session->sessionValue()) {
+            // Any answer of status 200 is accepted, a page for people to log in included.
+            completion(Outcome::failed(QStringLiteral("The server’s answer opens no session.")));
+        } else {
+            m_client->setHost(m_server);
+            completion(Outcome::done());
+        }
+    });
+}
+
+} // namespace cli

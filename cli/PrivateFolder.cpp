@@ -1,0 +1,33 @@
+#include "cli/PrivateFolder.h"
+
+#include "platform/foundation/FileManager.h"
+#include "platform/foundation/PathString.h"
+
+#include <QFile>
+#include <QUuid>
+
+namespace cli {
+
+PrivateFolder::~PrivateFolder()
+{
+    if (!m_path.isEmpty())
+        platform::FileManager::removeItemAtPath(m_path);
+}
+
+std::optional<platform::Error> PrivateFolder::create(const QString& parent)
+{
+    const QString name = QStringLiteral(".tljira-") + QUuid::createUuid().toString(QUuid::Id128);
+    const QString path = platform::appendingPathComponent(parent, name);
+    if (const auto error = platform::FileManager::createDirectoryAtPath(path, false))
+        return error;
+    m_path = path;
+    QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return std::nullopt;
+}
+
+QString PrivateFolder::pathOf(const QString& name) const
+{
+    return platform::appendingPathComponent(m_path, name);
+}
+
+} // namespace cli

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/foundation/Error.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace cli {
+
+/// A folder of the tool's own, which goes with everything in it when this does.
+class PrivateFolder
+{
+public:
+    PrivateFolder() = default;
+    ~PrivateFolder();
+    PrivateFolder(const PrivateFolder&) = delete;
+    PrivateFolder& operator=(const PrivateFolder&) = delete;
+
+    /// Makes it under a new, hidden name in `parent`.
+    std::optional<platform::Error> create(const QString& parent);
+
+    /// Of an item in the folder.
+    QString pathOf(const QString& name) const;
+
+private:
+    QString m_path;
+};
+
+} // namespace cli

@@ -1,0 +1,88 @@
+#include "cli/Tool.h"
+
+#include "cli/ArgumentParser.h"
+#include "cli/Help.h"
+#include "cli/InterruptSignal.h"
+#include "cli/ServerAddress.h"
+#include "cli/StandardStreams.h"
+#include "cli/TerminalText.h"
+#include "platform/foundation/MainQueue.h"
+
+namespace cli {
+
+Tool::Tool(InterruptSignal& interrupts)
+    : m_interrupts(interrupts)
+{
+}
+
+int Tool::run(const QStringList& words)
+{
+    ArgumentParser parser;
+    const auto arguments = parser.parse(words);
+    if (arguments)
+        return report(perform(*arguments));
+    return report({ExitStatus::WrongUsage, {}, parser.error() + QStringLiteral(" See tljira --help.")});
+}
+
+Outcome Tool::perform(const Arguments& arguments)
+{
+    switch (arguments.request) {
+    case Arguments::Request::Help:
+        return Outcome::done(helpText());
+    case Arguments::Request::Version:
+        return Outcome::done(versionText());
+    case Arguments::Request::Command:
+        break;
+    }
+    return performCommand(arguments);
+}
+
+Outcome Tool::performCommand(const Arguments& arguments)
+{
+    showLog(arguments.isVerbose);
+    platform::URLSessionConfiguration::setDefaultRoutes(arguments.routes);
+    const Environment environment = {JAController::sharedInstance(), m_interrupts.descriptor(),
+                                     isErrorTerminal() && !arguments.isVerbose};
+    const CommandDescription& description = *findCommand(arguments.command);
+    if (description.needsServer && !hasServer(*environment.client))
+        return Outcome::failed(QStringLiteral("No server is set: use tljira login SERVER USER first."));
+
+    m_interrupts.setHandler([this](int signalNumber) { interrupt(signalNumber); });
+    m_command = description.make(arguments, environment);
+    platform::MainQueue::instance().addOperation(
+        [this] { m_command->start([this](const Outcome& outcome) { end(outcome); }); });
+    m_loop.exec();
+    // Takes the command's private folders with it.
+    m_command.reset();
+    return m_interruptedStatus ? Outcome{*m_interruptedStatus, {}, {}} : *m_outcome;
+}
+
+/// The first signal lets a transfer clean up, another one does not wait for it.
+void Tool::interrupt(int signalNumber)
+{
+    const bool isFirst = !m_interruptedStatus;
+    if (isFirst)
+        m_interruptedStatus = ExitStatus::SignalBase + signalNumber;
+    if (!isFirst || !m_command->cancel())
+        m_loop.quit();
+}
+
+void Tool::end(const Outcome& outcome)
+{
+    if (!m_outcome)
+        m_outcome = outcome;
+    m_loop.quit();
+}
+
+int Tool::report(const Outcome& outcome)
+{
+    if (!outcome.reason.isEmpty())
+        writeError(harmlessLine(outcome.reason).toUtf8() + '\n');
+    const auto problem = writeOutput(outcome.output);
+    if (!problem)
+        return outcome.status;
+    writeError(QStringLiteral("The result couldn’t be written: %1.\n").arg(*problem).toUtf8());
+    return ExitStatus::Failed;
+}
+
+} // namespace cli
