@@ -13,13 +13,12 @@ class TableView;
 class TL_EXPORT TableViewDataSource
 {
 public:
+    virtual ~TableViewDataSource() = default;
+
     virtual qint64 numberOfRowsInTableView(TableView& table) = 0;
 
     /// The cell for a row that is about to be visible, from table.makeViewWithIdentifier(); null leaves the row empty.
     virtual TableCellView* viewForTableColumn(TableView& table, int column, qint64 row) = 0;
-
-protected:
-    ~TableViewDataSource() = default;
 };
 
 } // namespace platform

@@ -72,7 +72,10 @@ Window::Window()
 {
 }
 
-Window::~Window() = default;
+Window::~Window()
+{
+    removeFromSuperview(contentView());
+}
 
 std::shared_ptr<Window> Window::create(const QString& title, QWidget* contentView)
 {

@@ -32,7 +32,8 @@ class SheetQueue;
 class TL_EXPORT Window : public std::enable_shared_from_this<Window>
 {
 public:
-    /// A hidden window of the content's size. The content is not owned: it may be moved elsewhere, or go first.
+    /// A hidden window of the content's size. The content is not owned: it may be moved elsewhere, or go first, and is
+    /// put off screen when the window goes.
     static std::shared_ptr<Window> create(const QString& title = QString(), QWidget* contentView = nullptr);
     ~Window();
 

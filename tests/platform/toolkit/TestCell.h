@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/toolkit/TableCellView.h"
+
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
+
+namespace tests {
+
+class TestCell : public platform::TableCellView
+{
+public:
+    explicit TestCell(QWidget* parent)
+        : TableCellView(parent)
+    {
+        outlets.bind("titleLabel", &titleLabel);
+        outlets.bind("downloadButton", &downloadButton);
+    }
+
+    void awakeFromNib() override { ++timesAwoken; }
+    void prepareForReuse() override { ++timesReused; }
+
+    QPointer<QLabel> titleLabel;
+    QPointer<QPushButton> downloadButton;
+    int timesAwoken = 0;
+    int timesReused = 0;
+};
+
+} // namespace tests
