@@ -146,7 +146,7 @@ TEST_F(JAControllerSessionTest, LoginWritesRequestResponseAndAnswerToTheLog)
     ASSERT_EQ(lines.size(), 4);
     EXPECT_EQ(lines[1], QStringLiteral("{\n    password = secret;\n    username = ada;\n}"));
     EXPECT_THAT(lines[2].toStdString(), testing::HasSubstr("Status Code: 401"));
-    EXPECT_EQ(lines[3], QStringLiteral("{\n    a = \"<null>\";\n}"));
+    EXPECT_EQ(lines[3], QStringLiteral("{\n    a = <null>;\n}"));
 }
 
 TEST_F(JAControllerSessionTest, LoginWithoutAnAnswerWritesNothingOfThatToTheLog)

@@ -26,11 +26,11 @@ protected:
                                   [this](qint64 sent, qint64 expected) { progress.emplace_back(sent, expected); });
     }
 
-    /// An upload that the server does not take to its end before it is released.
+    /// An upload that the server does not take to its end before it is released: more than the buffers in between hold.
     void uploadAndHold(const char* name)
     {
         server.misbehave(Match::next(), Fault().hold(Point::requestBody(0)));
-        upload(writeFile(name, QByteArray(1 << 20, 'x')), name);
+        upload(writeFile(name, QByteArray(32 << 20, 'x')), name);
         ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() > 0; }));
     }
 
