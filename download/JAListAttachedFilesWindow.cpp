@@ -1,6 +1,7 @@
 #include "download/JAListAttachedFilesWindow.h"
 
 #include "client/JAController.h"
+#include "constants/FrameworkBundle.h"
 #include "download/DownloadFileName.h"
 #include "download/DownloadFolder.h"
 #include "download/PaletteOnWhite.h"
@@ -67,9 +68,8 @@ std::shared_ptr<JAListAttachedFilesWindow> JAListAttachedFilesWindow::init()
 {
     platform::registerViewClass<JAAttachedCell>(QStringLiteral("JAAttachedCell"));
     const std::shared_ptr<JAListAttachedFilesWindow> self(new JAListAttachedFilesWindow);
-    self->initWithWindowNibName(
-        QStringLiteral("JAListAttachedFilesWindow"),
-        platform::Bundle::bundleWithIdentifier(QStringLiteral("qtv.lanternhollows.JAExtension")));
+    self->initWithWindowNibName(QStringLiteral("JAListAttachedFilesWindow"),
+                                platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
     self->window()->setDelegate(self);
     return self;
 }

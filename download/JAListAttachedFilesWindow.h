@@ -2,6 +2,7 @@
 
 #include "download/JAAttachedCell.h"
 #include "platform/foundation/DateFormatter.h"
+#include "platform/foundation/Error.h"
 #include "platform/toolkit/TableView.h"
 #include "platform/toolkit/WindowController.h"
 #include "records/JAIssueObject.h"

@@ -1,10 +1,12 @@
 #include "shell/JAWindowController.h"
 
 #include "client/JAController.h"
+#include "constants/FrameworkBundle.h"
 #include "platform/foundation/Log.h"
 #include "platform/toolkit/Application.h"
 #include "platform/toolkit/FillingSubview.h"
 #include "platform/toolkit/View.h"
+#include "shell/UIViewStyle.h"
 
 #include <QJsonValue>
 #include <QVariantList>
@@ -18,7 +20,7 @@ QString className(const QObject* object)
 
 void countSubviews(platform::ViewController& controller)
 {
-    controller.setRepresentedObject(platform::subviews(controller.view()).size());
+    controller.setRepresentedObject(QVariant::fromValue<qint64>(platform::subviews(controller.view()).size()));
 }
 
 } // namespace
@@ -31,10 +33,10 @@ JAWindowController::JAWindowController()
 
 std::shared_ptr<JAWindowController> JAWindowController::make()
 {
+    UIViewStyle::styleLoadedViews();
     const std::shared_ptr<JAWindowController> self(new JAWindowController);
-    self->initWithWindowNibName(
-        QStringLiteral("JAWindowController"),
-        platform::Bundle::bundleWithIdentifier(QStringLiteral("qtv.lanternhollows.JAExtension")));
+    self->initWithWindowNibName(QStringLiteral("JAWindowController"),
+                                platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
     return self;
 }
 
