@@ -19,19 +19,9 @@ public:
         qAddPostRoutine([] { MainQueue::instance().close(); });
     }
 
-    static QEvent::Type eventType()
-    {
-        static const int type = QEvent::registerEventType();
-        return static_cast<QEvent::Type>(type);
-    }
-
-    bool event(QEvent* event) override
-    {
-        if (event->type() != eventType())
-            return QObject::event(event);
-        MainQueue::instance().runNext();
-        return true;
-    }
+protected:
+    /// Nothing but the queue's own events comes here, so the event, which another thread made, is not even looked at.
+    void customEvent(QEvent*) override { MainQueue::instance().runNext(); }
 };
 
 MainQueue& MainQueue::instance()
@@ -46,7 +36,7 @@ void MainQueue::addOperation(std::function<void()> operation)
     const std::lock_guard lock(m_mutex);
     m_operations.push_back(std::move(operation));
     if (m_receiver)
-        QCoreApplication::postEvent(m_receiver, new QEvent(MainQueueReceiver::eventType()));
+        QCoreApplication::postEvent(m_receiver, new QEvent(QEvent::User));
 }
 
 void MainQueue::runNext()
@@ -71,7 +61,7 @@ void MainQueue::open()
     const std::lock_guard lock(m_mutex);
     m_receiver = receiver;
     for (std::size_t waiting = 0; waiting < m_operations.size(); ++waiting)
-        QCoreApplication::postEvent(m_receiver, new QEvent(MainQueueReceiver::eventType()));
+        QCoreApplication::postEvent(m_receiver, new QEvent(QEvent::User));
 }
 
 void MainQueue::close()
