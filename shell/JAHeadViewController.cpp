@@ -41,6 +41,10 @@ void JAHeadViewController::viewDidLoad()
 {
     ViewController::viewDidLoad();
     platform::addSubview(view(), m_okSessionView);
+    for (QLabel* secondary : {m_nameLabel.get(), m_emailLabel.get()}) {
+        if (secondary)
+            secondary->setForegroundRole(QPalette::PlaceholderText);
+    }
     if (m_findSessionProgressIndicator)
         m_findSessionProgressIndicator->startAnimation();
     m_jaLoginWindow = JALoginWindow::init();

@@ -34,6 +34,7 @@ void addFillingSubview(QWidget* superview, QWidget* view)
         return;
     addSubview(superview, view);
     addToLayout(layoutOf(superview), view);
+    superview->updateGeometry();
     view->setGeometry(superview->rect());
 }
 

@@ -81,9 +81,9 @@ std::shared_ptr<Window> Window::create(const QString& title, QWidget* contentVie
 {
     const std::shared_ptr<Window> window(new Window);
     window->setTitle(title);
+    const QSize size = contentView ? contentView->size() : window->contentRect().size();
     window->setContentView(contentView);
-    if (contentView)
-        window->placeContentRect(QRect(window->contentRect().topLeft(), contentView->size()), false);
+    window->placeContentRect(QRect(window->contentRect().topLeft(), size), false);
     return window;
 }
 
@@ -244,6 +244,15 @@ void Window::setStyle(Qt::WindowFlags flags, Qt::WindowModality modality)
     m_widget->setWindowModality(modality);
 }
 
+// Some window systems put a new window beside where it was to be, by the width of its decorations.
+void Window::show()
+{
+    const QRect rect = contentRect();
+    m_widget->show();
+    if (!m_animation->target() && m_widget->geometry() != rect)
+        m_widget->setGeometry(rect);
+}
+
 void Window::makeKeyAndOrderFront()
 {
     if (!isVisible() && !sheetParent()) {
@@ -252,7 +261,7 @@ void Window::makeKeyAndOrderFront()
         if (!m_isPlaced)
             center();
     }
-    m_widget->show();
+    show();
     m_widget->raise();
     m_widget->activateWindow();
     focusFirstControl();
@@ -346,7 +355,7 @@ void Window::setApplicationModal(bool modal)
         m_widget->hide();
     m_widget->setWindowModality(modality);
     if (wasVisible)
-        m_widget->show();
+        show();
 }
 
 // Sheets.
@@ -401,7 +410,7 @@ void Window::showAsSheet()
     QRect rect = contentRect();
     rect.moveTo(below.left() + (below.width() - rect.width()) / 2, below.top() + decorations().top());
     placeContentRect(keptInside(rect, parent->m_widget->screen()->availableGeometry()), false);
-    m_widget->show();
+    show();
     m_widget->activateWindow();
     focusFirstControl();
 }
