@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <set>
+#include <utility>
 
 namespace platform {
 
@@ -12,6 +13,8 @@ namespace {
 
 constexpr std::size_t mostIdleHandles = 4;
 constexpr int longestWaitMs = 60'000;
+/// About what it takes to put a thread to sleep and wake it again.
+constexpr auto shortestSleep = std::chrono::microseconds(50);
 
 /// All running threads, stopped when the process begins to exit.
 class RunningThreads
@@ -97,11 +100,15 @@ void NetworkThread::discardFiles()
 
 void NetworkThread::post(std::function<void()> command)
 {
+    bool isAsleep = false;
     {
         const std::lock_guard lock(m_mutex);
         m_commands.push_back(std::move(command));
+        m_hasCommands = true;
+        isAsleep = m_isAsleep;
     }
-    curl_multi_wakeup(m_multi);
+    if (isAsleep)
+        curl_multi_wakeup(m_multi);
 }
 
 void NetworkThread::start(std::shared_ptr<Transfer> transfer)
@@ -137,6 +144,7 @@ void NetworkThread::runCommands()
     {
         const std::lock_guard lock(m_mutex);
         commands.swap(m_commands);
+        m_hasCommands = false;
     }
     for (const auto& command : commands)
         command();
@@ -168,7 +176,20 @@ void NetworkThread::finishHops()
         }
         keepHandle(easy);
         m_active.erase(transfer);
+        m_hasJustFinished = true;
     }
+}
+
+/// An answer is often followed by the next request at once, as when issues are looked up in a row. That is worth a
+/// moment's attention when there is nothing else to attend to. True when a command came.
+bool NetworkThread::awaitsCommandAwake()
+{
+    if (!std::exchange(m_hasJustFinished, false) || !m_active.empty())
+        return false;
+    const auto end = Transfer::Clock::now() + shortestSleep;
+    while (!m_hasCommands && Transfer::Clock::now() < end)
+        std::this_thread::yield();
+    return m_hasCommands;
 }
 
 void NetworkThread::wait()
@@ -179,8 +200,20 @@ void NetworkThread::wait()
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(transfer->deadline() - now);
         timeout = std::clamp(left, std::chrono::milliseconds(0), timeout);
     }
+    if (awaitsCommandAwake())
+        return;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_isStopping || !m_commands.empty())
+            return;
+        m_isAsleep = true;
+    }
     int ready = 0;
     curl_multi_poll(m_multi, nullptr, 0, static_cast<int>(timeout.count()), &ready);
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isAsleep = false;
+    }
     if (ready > 0)
         noteUnexplainedMove();
 }

@@ -4,6 +4,7 @@
 
 #include <curl/curl.h>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -46,6 +47,7 @@ private:
     void runCommands();
     void startNow(const std::shared_ptr<Transfer>& transfer);
     void finishHops();
+    bool awaitsCommandAwake();
     void wait();
     void noteUnexplainedMove();
     void failStalled();
@@ -57,8 +59,12 @@ private:
     std::mutex m_mutex;
     std::vector<std::function<void()>> m_commands;
     bool m_isStopping = false;
+    bool m_isAsleep = false;
+    /// Whether there are commands, to be asked without the mutex.
+    std::atomic<bool> m_hasCommands = false;
 
     // The thread's own.
+    bool m_hasJustFinished = false;
     std::unordered_map<Transfer*, ActiveTransfer> m_active;
     std::vector<CURL*> m_idleHandles;
 
