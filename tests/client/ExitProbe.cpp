@@ -1,0 +1,69 @@
+// Ends while a request of the shared client is under way.
+//
+//     client_exit_probe PORT WAY SESSION
+//
+// The server at 127.0.0.1:PORT is reached as http://jira.example.test/, SESSION is saved first, and WAY tells which
+// request it is and how the process ends.
+
+#include "client/JAController.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+#include <QThreadPool>
+#include <QTimer>
+
+#include <cstdlib>
+
+namespace {
+
+void saveSession(const QString& value)
+{
+    const QJsonObject pair{{QStringLiteral("name"), QStringLiteral("JSESSIONID")}, {QStringLiteral("value"), value}};
+    JALoginObject::initWithDictionary({{QStringLiteral("session"), pair}});
+}
+
+void upload()
+{
+    JAController::sharedInstance()->uploadFileInIssue(QCoreApplication::applicationFilePath(), QStringLiteral("a.bin"),
+                                                      QStringLiteral("ABC-1"), nullptr,
+                                                      [](qint64, qint64) { QCoreApplication::exit(0); });
+}
+
+void download(const std::function<void()>& end)
+{
+    JAController::sharedInstance()->downloadFile(
+        QStringLiteral("http://jira.example.test/large"), [end](qint64, qint64, const auto&, bool) { end(); },
+        qEnvironmentVariable("HOME") + QStringLiteral("/saved"));
+}
+
+void start(const QString& way)
+{
+    if (way == u"upload")
+        upload();
+    else if (way == u"upload-from-pool")
+        QThreadPool::globalInstance()->start(upload);
+    else if (way == u"download")
+        download([] { QCoreApplication::exit(0); });
+    else if (way == u"download-exit-in-callback")
+        download([] { std::exit(0); });
+    else if (way == u"request-return-at-once")
+        QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
+    JAController::sharedInstance()->getCurrentUser(nullptr);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("tests"));
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 4)
+        return 2;
+    platform::URLSessionConfiguration::setDefaultRoutes(
+        {QStringLiteral("jira.example.test:80:127.0.0.1:") + arguments[1]});
+    JAController::sharedInstance()->setHost(QStringLiteral("http://jira.example.test"));
+    saveSession(arguments[3]);
+    start(arguments[2]);
+    return QCoreApplication::exec();
+}

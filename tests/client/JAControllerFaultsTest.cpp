@@ -1,0 +1,189 @@
+#include "constants/JAConstants.h"
+#include "tests/client/ClientTest.h"
+
+namespace {
+
+using standin::Fault;
+using standin::Match;
+using standin::Point;
+using testing::ElementsAre;
+using namespace std::chrono_literals;
+
+/// What callers of a request hear when server or network misbehave.
+class JAControllerFaultsTest : public tests::ClientTest
+{
+protected:
+    static constexpr char lost[] = "no response, NSURLErrorDomain -1005";
+
+    void get(const Fault& fault)
+    {
+        events.clear();
+        server.behave();
+        server.misbehave(Match(), fault);
+        client->sendGetRequest(client->url(kCurrentUserPath), requestCallBack());
+        EXPECT_TRUE(waitForEvents(1));
+    }
+};
+
+TEST_F(JAControllerFaultsTest, AConnectionThatIsRefused)
+{
+    auto configuration = client->session()->configuration();
+    configuration.routes.append(QStringLiteral("localhost:80:127.0.0.1:1"));
+    client->setSession(platform::URLSession::sessionWithConfiguration(configuration, client));
+    client->setJiraHost(QStringLiteral("http://localhost"));
+    client->sendGetRequest(client->url(kCurrentUserPath), requestCallBack());
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("no response, NSURLErrorDomain -1004"));
+    EXPECT_EQ(error->localizedDescription(), QStringLiteral("Could not connect to the server."));
+}
+
+TEST_F(JAControllerFaultsTest, AHostThatIsUnknown)
+{
+    client->setJiraHost(QStringLiteral("http://jira.invalid"));
+    client->sendGetRequest(client->url(kCurrentUserPath), requestCallBack());
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("no response, NSURLErrorDomain -1003"));
+    EXPECT_EQ(error->localizedDescription(),
+              QStringLiteral("A server with the specified hostname could not be found."));
+}
+
+TEST_F(JAControllerFaultsTest, AConnectionThatIsResetBeforeARequestIsRead)
+{
+    server.resetConnections(1);
+    client->sendGetRequest(client->url(kCurrentUserPath), requestCallBack());
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre(lost));
+    EXPECT_EQ(body, std::nullopt);
+}
+
+TEST_F(JAControllerFaultsTest, AConnectionThatEndsBeforeTheHeadOrInIt)
+{
+    for (const int bytes : {0, 1, 20}) {
+        get(Fault().status(200, "{}").reset(Point::responseHead(bytes)));
+        EXPECT_THAT(events, ElementsAre(lost)) << bytes;
+        get(Fault().status(200, "{}").close(Point::responseHead(bytes)));
+        EXPECT_THAT(events, ElementsAre(lost)) << bytes;
+    }
+}
+
+TEST_F(JAControllerFaultsTest, AConnectionThatEndsInTheBody)
+{
+    for (const int bytes : {0, 1, 500}) {
+        get(Fault().status(200, std::string(1000, 'x')).reset(Point::responseBody(bytes)));
+        EXPECT_THAT(events, ElementsAre(lost)) << bytes;
+        get(Fault().status(200, std::string(1000, 'x')).close(Point::responseBody(bytes)));
+        EXPECT_THAT(events, ElementsAre(lost)) << bytes;
+        EXPECT_EQ(body, std::nullopt);
+    }
+}
+
+TEST_F(JAControllerFaultsTest, ABodyThatIsShorterThanAnnounced)
+{
+    get(Fault().status(200, "{}").announce(1));
+    EXPECT_THAT(events, ElementsAre(lost));
+}
+
+TEST_F(JAControllerFaultsTest, ABodyThatIsLongerThanAnnounced)
+{
+    get(Fault().status(200, "{} and more").announce(-9));
+    EXPECT_THAT(events, ElementsAre("200, no error"));
+    EXPECT_EQ(body, QByteArray("{}"));
+}
+
+TEST_F(JAControllerFaultsTest, ABodyThatEndsWithTheConnection)
+{
+    get(Fault().status(200, "{\"a\": 1}").withoutLength());
+    EXPECT_THAT(events, ElementsAre("200, no error"));
+    EXPECT_EQ(body, QByteArray("{\"a\": 1}"));
+}
+
+TEST_F(JAControllerFaultsTest, ABodyInChunksWholeOrCutShort)
+{
+    get(Fault().status(200, std::string(1000, 'x')).chunked(0, 100));
+    EXPECT_THAT(events, ElementsAre("200, no error"));
+    EXPECT_EQ(body, QByteArray(1000, 'x'));
+    for (const int missing : {1, 5, 6, 300}) {
+        get(Fault().status(200, std::string(1000, 'x')).chunked(missing, 100));
+        EXPECT_THAT(events, ElementsAre(lost)) << missing;
+    }
+}
+
+TEST_F(JAControllerFaultsTest, ABodyInGzipWholeOrCutShort)
+{
+    get(Fault().status(200, std::string(100000, 'x')).gzip());
+    EXPECT_THAT(events, ElementsAre("200, no error"));
+    EXPECT_EQ(body, QByteArray(100000, 'x'));
+    for (const int missing : {1, 8, 20}) {
+        get(Fault().status(200, std::string(100000, 'x')).gzip(missing));
+        EXPECT_THAT(events, ElementsAre("no response, NSURLErrorDomain -1016")) << missing;
+    }
+}
+
+TEST_F(JAControllerFaultsTest, AnAnswerThatIsNoHTTP)
+{
+    get(Fault().raw("This is not the protocol you are looking for.\r\n\r\n"));
+    EXPECT_THAT(events, ElementsAre("no response, NSURLErrorDomain -1017"));
+}
+
+TEST_F(JAControllerFaultsTest, AnAnswerThatDripsButNeverStops)
+{
+    get(Fault().status(200, std::string(100, 'x')).drip(1, 2ms));
+    EXPECT_THAT(events, ElementsAre("200, no error"));
+    EXPECT_EQ(body, QByteArray(100, 'x'));
+}
+
+TEST_F(JAControllerFaultsTest, AHeadOfAMegabyteIsReadOrRefusedOnce)
+{
+    get(Fault().status(200, "{}").fillerHeaders(1 << 20));
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(server.requestCount(), 1u);
+}
+
+TEST_F(JAControllerFaultsTest, LoginWhoseAnswerBreaksOffTellsOnlyTheCaller)
+{
+    server.misbehave(Match(), Fault().reset(Point::responseBody(10)));
+    client->login(QStringLiteral("ada"), QStringLiteral("secret"), loginCallBack());
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("nil, NSURLErrorDomain -1005"));
+    EXPECT_EQ(JALoginObject::restoreSession(), std::nullopt);
+    EXPECT_EQ(client->jaSession(), nullptr);
+}
+
+TEST_F(JAControllerFaultsTest, CheckOfTheSessionWhoseAnswerBreaksOffIsInvalid)
+{
+    logIn();
+    server.misbehave(Match(), Fault().close(Point::responseHead(30)));
+    client->updateSession(loginCallBack());
+    ASSERT_TRUE(waitForEvents(2));
+    EXPECT_THAT(events, ElementsAre("invalid", "nil, NSURLErrorDomain -1005"));
+}
+
+TEST_F(JAControllerFaultsTest, LogoutWhoseAnswerBreaksOffTellsTheCallerTwice)
+{
+    logIn();
+    server.misbehave(Match(), Fault().reset(Point::responseHead(0)));
+    client->logout(completionCallBack());
+    ASSERT_TRUE(waitForEvents(3));
+    EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -1005", "invalid", "invalid sessioin 0"));
+}
+
+TEST_F(JAControllerFaultsTest, IssueWithWrongTypesUnderEveryKeyHasRecordsOfNothing)
+{
+    for (const char* value : {"null", "true", "7", "\"text\"", "[]", "{}"}) {
+        const std::string text(value);
+        std::string attachment = "{";
+        for (const char* key : {"id", "filename", "created", "size", "content"})
+            attachment += std::string(attachment.size() > 1 ? "," : "") + "\"" + key + "\":" + text;
+        events.clear();
+        server.behave();
+        server.misbehave(Match(), Fault().status(200, R"({"fields": {"attachment": [)" + attachment + "}]}}"));
+        client->getIssueObject(QStringLiteral("ABC-1"), issueCallBack());
+        ASSERT_TRUE(waitForEvents(1));
+        EXPECT_THAT(events, ElementsAre("issue, no error"));
+        ASSERT_EQ(issue->attachments().size(), 1u);
+        EXPECT_EQ(issue->attachments()[0]->date(), std::nullopt);
+        EXPECT_EQ(issue->attachments()[0]->name().has_value(), text == "\"text\"");
+    }
+}
+
+} // namespace

@@ -1,0 +1,212 @@
+#include "tests/client/ClientTest.h"
+#include "tests/support/WithoutPrivileges.h"
+
+#include <QDir>
+
+namespace {
+
+using standin::Fault;
+using standin::Match;
+using standin::Point;
+using testing::ElementsAre;
+
+/// What callers of an upload hear when server, network or the file misbehave, and what happens to the file: nothing.
+class JAControllerUploadFaultsTest : public tests::ClientTest
+{
+protected:
+    /// More than all buffers between client and server hold.
+    static constexpr qint64 size = 32 << 20;
+
+    JAControllerUploadFaultsTest()
+        : source(writeFile("source", QByteArray(size, 'x')))
+    {
+    }
+
+    void SetUp() override { logIn(); }
+
+    void start(const QString& file)
+    {
+        events.clear();
+        client->uploadFileInIssue(file, QStringLiteral("a.bin"), QStringLiteral("ABC-1"), completionCallBack(),
+                                  nullptr);
+    }
+
+    void upload(const Fault& fault)
+    {
+        server.behave();
+        server.misbehave(Match(), fault);
+        start(source);
+        EXPECT_TRUE(waitForEvents(1));
+    }
+
+    void uploadAndHold(Point point)
+    {
+        server.behave();
+        server.misbehave(Match::next(), Fault().hold(point));
+        start(source);
+        ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    }
+
+    const QString source;
+};
+
+TEST_F(JAControllerUploadFaultsTest, AConnectionThatIsResetBeforeTheRequestIsRead)
+{
+    client->setSession(platform::URLSession::sessionWithConfiguration(client->session()->configuration(), client));
+    server.resetConnections(1);
+    start(source);
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -1005"));
+    EXPECT_TRUE(server.attachments("ABC-1").empty());
+}
+
+TEST_F(JAControllerUploadFaultsTest, AConnectionThatIsResetInTheBody)
+{
+    for (const qint64 bytes : {qint64(0), qint64(65536), size / 2}) {
+        upload(Fault().reset(Point::requestBody(bytes)));
+        EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -1005")) << bytes;
+    }
+    EXPECT_TRUE(server.attachments("ABC-1").empty());
+    EXPECT_EQ(tests::contentsOf(source)->size(), size);
+}
+
+TEST_F(JAControllerUploadFaultsTest, AConnectionThatEndsInTheAnswer)
+{
+    for (const Point point : {Point::responseHead(0), Point::responseHead(20), Point::responseBody(3)}) {
+        upload(Fault().reset(point));
+        EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -1005"));
+        upload(Fault().close(point));
+        EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -1005"));
+    }
+}
+
+TEST_F(JAControllerUploadFaultsTest, AnAnswerThatComesBeforeTheBodyIsRead)
+{
+    upload(Fault().status(413, R"({"errorMessages": ["too large"]})", "application/json").beforeBody());
+    EXPECT_THAT(events, ElementsAre("(null) 413"));
+}
+
+TEST_F(JAControllerUploadFaultsTest, APageInsteadOfAnAnswer)
+{
+    server.misbehave(Match(), Fault().status(200, "<html>Please log in</html>", "text/html"));
+    start(source);
+    ASSERT_TRUE(waitForEvents(2));
+    EXPECT_THAT(events, ElementsAre("Fatal error 200", "no error"));
+}
+
+TEST_F(JAControllerUploadFaultsTest, ASourceThatCannotBeReadGoesOutAsAnEmptyForm)
+{
+    const QString locked = writeFile("locked", "secret bytes");
+    QFile::setPermissions(locked, QFileDevice::Permissions());
+    QDir().mkdir(path("folder"));
+    const tests::WithoutPrivileges permissionsCount;
+    for (const QString& file : {path("missing"), path("folder"), locked, QStringLiteral("/dev/zero"), QString()}) {
+        start(file);
+        ASSERT_TRUE(waitForEvents(1));
+        EXPECT_EQ(server.lastRequest().body, "---X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-16f8d24075108476--\r\n")
+            << file.toStdString();
+        EXPECT_NE(events[0], "no error");
+    }
+    EXPECT_TRUE(server.attachments("ABC-1").empty());
+}
+
+TEST_F(JAControllerUploadFaultsTest, ASourceThatShrinksUnderWayFailsTheUpload)
+{
+    uploadAndHold(Point::requestBody(0));
+    ASSERT_TRUE(QFile::resize(source, size / 2));
+    server.release();
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("NSCocoaErrorDomain 256"));
+    EXPECT_EQ(error->localizedDescription(),
+              QStringLiteral("The file “source” became shorter or unreadable while it was being read."));
+    EXPECT_TRUE(server.attachments("ABC-1").empty());
+}
+
+TEST_F(JAControllerUploadFaultsTest, ASourceThatGrowsUnderWayIsSentAsItWas)
+{
+    uploadAndHold(Point::requestBody(0));
+    QFile file(source);
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    ASSERT_EQ(file.write("more"), 4);
+    file.close();
+    server.release();
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("no error"));
+    const auto attachments = server.attachments("ABC-1");
+    ASSERT_EQ(attachments.size(), 1u);
+    EXPECT_EQ(attachments[0].size, size);
+}
+
+TEST_F(JAControllerUploadFaultsTest, ASourceThatIsRemovedOrReplacedUnderWayIsSentAsItWas)
+{
+    uploadAndHold(Point::requestBody(0));
+    ASSERT_TRUE(QFile::remove(source));
+    writeFile("source", "another file");
+    server.release();
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("no error"));
+    const auto attachments = server.attachments("ABC-1");
+    ASSERT_EQ(attachments.size(), 1u);
+    EXPECT_EQ(server.content(attachments[0].id), std::string(size, 'x'));
+}
+
+TEST_F(JAControllerUploadFaultsTest, IsCancelledInEveryPhase)
+{
+    for (const Point point : {Point::requestBody(0), Point::requestBody(size / 2), Point::responseHead(0),
+                              Point::responseHead(20), Point::responseBody(3)}) {
+        uploadAndHold(point);
+        client->cancelUpload();
+        ASSERT_TRUE(waitForEvents(1));
+        EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -999"));
+        EXPECT_TRUE(tests::waitUntil([this] { return server.heldCount() == 0; }));
+    }
+    start(source);
+    client->cancelUpload();
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -999"));
+}
+
+class LargeUploadTest : public tests::ClientTest
+{
+protected:
+    LargeUploadTest()
+        : ClientTest(standin::Options::forMeasuring())
+    {
+    }
+
+    /// The most memory that the process has held so far.
+    static qint64 peakBytes()
+    {
+        const QByteArray status = tests::contentsOf(QStringLiteral("/proc/self/status")).value_or(QByteArray());
+        const qsizetype start = status.indexOf("VmHWM:") + 6;
+        return status.mid(start, status.indexOf("kB", start) - start).trimmed().toLongLong() * 1024;
+    }
+};
+
+TEST_F(LargeUploadTest, SendsMoreThanFourGibibytesWithoutHoldingThem)
+{
+    const qint64 size = (qint64(4) << 30) + 1;
+    QFile sparse(path("sparse"));
+    ASSERT_TRUE(sparse.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(sparse.resize(size));
+    logIn();
+
+    const qint64 peakBefore = peakBytes();
+    std::pair<qint64, qint64> last;
+    client->uploadFileInIssue(sparse.fileName(), QStringLiteral("a.bin"), QStringLiteral("ABC-1"), completionCallBack(),
+                              [&last](qint64 sent, qint64 expected) {
+                                  last = {sent, expected};
+                              });
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("no error"));
+
+    const auto attachments = server.attachments("ABC-1");
+    ASSERT_EQ(attachments.size(), 1u);
+    EXPECT_EQ(attachments[0].size, size);
+    EXPECT_EQ(server.lastRequest().header("Content-Length"), std::to_string(size + 252));
+    EXPECT_EQ(last, std::make_pair(size + 252, size + 252));
+    EXPECT_GT(peakBefore, 0);
+    EXPECT_LT(peakBytes() - peakBefore, 64 << 20);
+}
+
+} // namespace
