@@ -15,7 +15,10 @@ constexpr std::size_t mostInMemory = 1 << 20;
 int openNamelessFile()
 {
     std::error_code error;
-    std::string name = std::filesystem::temp_directory_path(error) / "standin-XXXXXX";
+    const auto folder = std::filesystem::temp_directory_path(error);
+    if (error)
+        return -1;
+    std::string name = folder / "standin-XXXXXX";
     const int descriptor = ::mkstemp(name.data());
     if (descriptor >= 0)
         ::unlink(name.c_str());
