@@ -46,7 +46,7 @@ void ChildWindows::show(const Entry& entry)
         widget->winId();
         widget->windowHandle()->setTransientParent(m_parent.widget()->windowHandle());
     }
-    widget->show();
+    entry.child->show();
     if (entry.ordered == Window::Ordered::Above)
         widget->raise();
     else

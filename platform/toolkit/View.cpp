@@ -56,8 +56,11 @@ void layoutSubtreeIfNeeded(QWidget* view)
 {
     if (!view)
         return;
-    if (view->layout())
-        view->layout()->activate();
+    if (QLayout* layout = view->layout()) {
+        // A hidden view keeps the size changes that its layout has yet to hear of.
+        layout->invalidate();
+        layout->activate();
+    }
     for (QWidget* subview : subviews(view))
         layoutSubtreeIfNeeded(subview);
 }

@@ -54,6 +54,8 @@ public:
     void setDelegate(const std::shared_ptr<WindowDelegate>& delegate);
     std::shared_ptr<WindowDelegate> delegate() const;
 
+    /// Until the window system has put the window on screen its decorations are not known, and the frame is the
+    /// content's.
     QRectF frame() const;
 
     /// frame() and the content's size are the new ones when this returns. With `animate`, and if the window is on
@@ -135,6 +137,7 @@ private:
     void showAsSheet();
     void setApplicationModal(bool modal);
 
+    void show();
     void announceClose();
     void focusFirstControl();
     void takeAlong();

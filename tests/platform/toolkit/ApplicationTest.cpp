@@ -38,7 +38,12 @@ void click(QWidget* button)
 class ModalRun : public testing::Test
 {
 protected:
-    ModalRun() { window->widget()->resize(300, 200); }
+    ModalRun()
+    {
+        Window::pretendDecorations(QMargins());
+        window->widget()->resize(300, 200);
+    }
+    ~ModalRun() override { Window::pretendDecorations(std::nullopt); }
 
     std::shared_ptr<Window> window = Window::create(QStringLiteral("Modal"), new QWidget);
     std::shared_ptr<Window> other = Window::create(QStringLiteral("Other"), new QWidget);

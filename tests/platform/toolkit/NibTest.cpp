@@ -101,15 +101,16 @@ TEST(Nib, thatIsBrokenIsLoggedByName)
 
 TEST(Nib, showsEveryLoadedViewToTheObserversWithItsProperties)
 {
-    QHash<QString, QColor> seen;
-    observeLoadedViews(
-        [&](QWidget* view) { seen[view->objectName()] = view->property("tBackgroundColor").value<QColor>(); });
+    const auto seen = std::make_shared<QHash<QString, QColor>>();
+    observeLoadedViews([seen](QWidget* view) {
+        seen->insert(view->objectName(), view->property("tBackgroundColor").value<QColor>());
+    });
 
     nibNamed("Form")->instantiate();
 
-    EXPECT_EQ(seen.value(QStringLiteral("view")), QColor(10, 20, 30));
-    EXPECT_TRUE(seen.contains(QStringLiteral("loginButton")));
-    EXPECT_TRUE(seen.contains(QStringLiteral("errorTitle")));
+    EXPECT_EQ(seen->value(QStringLiteral("view")), QColor(10, 20, 30));
+    EXPECT_TRUE(seen->contains(QStringLiteral("loginButton")));
+    EXPECT_TRUE(seen->contains(QStringLiteral("errorTitle")));
 }
 
 TEST(Nib, makesCellsFromTheirPrototype)

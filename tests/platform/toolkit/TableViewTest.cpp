@@ -59,12 +59,14 @@ class TableViewTest : public testing::Test
 protected:
     TableViewTest()
     {
+        Window::pretendDecorations(QMargins());
         registerViewClass<TestCell>(QStringLiteral("TestCell"));
         const Nib::Views views = Nib::load(QStringLiteral("List"), tests::forms())->instantiate();
         window = Window::create(QStringLiteral("List"), views.view);
         table = views.view->findChild<TableView*>(QStringLiteral("tableView"));
         table->setDataSource(&rows);
     }
+    ~TableViewTest() override { Window::pretendDecorations(std::nullopt); }
 
     void show(qint64 count)
     {

@@ -14,9 +14,11 @@ class ChildWindow : public testing::Test
 protected:
     ChildWindow()
     {
+        Window::pretendDecorations(QMargins());
         parent->setFrame(QRectF(100, 100, 300, 200), true);
         child->setFrame(QRectF(500, 150, 100, 80), true);
     }
+    ~ChildWindow() override { Window::pretendDecorations(std::nullopt); }
 
     QWidget parentContent;
     QWidget childContent;

@@ -33,8 +33,15 @@ protected:
     std::shared_ptr<Window> window = Window::create(QStringLiteral("Frames"), &content);
 };
 
-INSTANTIATE_TEST_SUITE_P(withAndWithoutDecorations, WindowFrame,
-                         testing::Values(QMargins(), QMargins(0, titleBar, 0, 0), QMargins(3, titleBar, 4, 5)));
+std::string decorationsName(const testing::TestParamInfo<QMargins>& decorations)
+{
+    static const char* const names[] = {"bare", "titleBar", "titleBarAndBorders"};
+    return names[decorations.index];
+}
+
+INSTANTIATE_TEST_SUITE_P(decorations, WindowFrame,
+                         testing::Values(QMargins(), QMargins(0, titleBar, 0, 0), QMargins(3, titleBar, 4, 5)),
+                         decorationsName);
 
 TEST_P(WindowFrame, isMeasuredFromTheLowerLeftCornerOfTheScreen)
 {
@@ -142,7 +149,14 @@ TEST_P(WindowFrame, isCentredWhenTheWindowIsFirstShownUnplaced)
     EXPECT_EQ(rect.center(), QGuiApplication::primaryScreen()->availableGeometry().center());
 }
 
-TEST(WindowContent, isLaidOutWithTheFrameThoughNothingWasShownYet)
+class WindowContent : public testing::Test
+{
+protected:
+    WindowContent() { Window::pretendDecorations(QMargins()); }
+    ~WindowContent() override { Window::pretendDecorations(std::nullopt); }
+};
+
+TEST_F(WindowContent, isLaidOutWithTheFrameThoughNothingWasShownYet)
 {
     QWidget content;
     auto* layout = new QVBoxLayout(&content);
@@ -156,7 +170,7 @@ TEST(WindowContent, isLaidOutWithTheFrameThoughNothingWasShownYet)
     EXPECT_EQ(inner->size(), QSize(321, 123));
 }
 
-TEST(WindowContent, mayBeLargerThanTheFrameThatTheProgramSetsButNotThanTheUsersResizing)
+TEST_F(WindowContent, mayBeLargerThanTheFrameThatTheProgramSetsButNotThanTheUsersResizing)
 {
     QWidget content;
     auto* layout = new QVBoxLayout(&content);
@@ -174,7 +188,7 @@ TEST(WindowContent, mayBeLargerThanTheFrameThatTheProgramSetsButNotThanTheUsersR
     EXPECT_EQ(window->widget()->minimumSize(), content.minimumSizeHint());
 }
 
-TEST(WindowContent, givesTheWindowItsSize)
+TEST_F(WindowContent, givesTheWindowItsSize)
 {
     QWidget content;
     content.resize(345, 234);

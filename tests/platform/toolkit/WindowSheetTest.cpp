@@ -28,9 +28,12 @@ class Sheet : public testing::Test
 protected:
     Sheet()
     {
+        Window::pretendDecorations(QMargins());
         parent->setFrame(QRectF(200, 100, 400, 300), true);
         parent->makeKeyAndOrderFront();
     }
+
+    ~Sheet() override { Window::pretendDecorations(std::nullopt); }
 
     Window::SheetCompletion note()
     {
@@ -68,7 +71,6 @@ TEST_F(Sheet, hangsBelowTheParentsTitleBarWithItsOwnBelowIt)
     parent->beginSheet(sheet, note());
 
     EXPECT_EQ(sheet->frame(), QRectF(300, 100 + 300 - 124, 200, 124));
-    Window::pretendDecorations(std::nullopt);
 }
 
 TEST_F(Sheet, goesAlongWhenItsParentMoves)

@@ -219,7 +219,7 @@ TEST_F(WindowTest, escapeClicksTheVisibleCancelButton)
 
     QTest::keyClick(field, Qt::Key_Escape);
 
-    EXPECT_EQ(clicks, 1);
+    EXPECT_TRUE(tests::waitUntil([&] { return clicks == 1; }));
     EXPECT_EQ(hiddenClicks, 0);
 }
 
