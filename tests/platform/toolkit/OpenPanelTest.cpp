@@ -1,12 +1,14 @@
 #include "platform/toolkit/OpenPanel.h"
 
 #include "platform/toolkit/ModalResponse.h"
+#include "tests/support/WaitUntil.h"
 
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QListView>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
@@ -37,6 +39,8 @@ protected:
             wasVisible = dialog.isVisible();
             mode = dialog.fileMode();
             dialog.setDirectory(folder.path());
+            auto* list = dialog.findChild<QListView*>(QStringLiteral("listView"));
+            EXPECT_TRUE(tests::waitUntil([&] { return list->model()->rowCount(list->rootIndex()) > 0; }));
             auto* field = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
             field->setText(text);
             dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
