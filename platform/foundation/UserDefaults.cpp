@@ -48,7 +48,7 @@ UserDefaults::UserDefaults(const QString& path)
 std::optional<QJsonValue> UserDefaults::objectForKey(const QString& key) const
 {
     const std::lock_guard lock(m_mutex);
-    refresh();
+    refreshNowAndThen();
     const auto entry = m_values.constFind(key);
     return entry == m_values.constEnd() ? std::nullopt : std::optional<QJsonValue>(entry.value());
 }
@@ -84,6 +84,18 @@ void UserDefaults::synchronize()
     const std::lock_guard lock(m_mutex);
     store();
     refresh();
+}
+
+/// Every request reads several values; what another process wrote within so short a time might as well have been
+/// written after it.
+void UserDefaults::refreshNowAndThen() const
+{
+    constexpr auto interval = std::chrono::milliseconds(10);
+    const auto now = std::chrono::steady_clock::now();
+    if (now - m_refreshTime < interval)
+        return;
+    refresh();
+    m_refreshTime = now;
 }
 
 void UserDefaults::refresh() const

@@ -5,6 +5,7 @@
 #include <QJsonObject>
 #include <QJsonValue>
 
+#include <chrono>
 #include <mutex>
 #include <optional>
 
@@ -12,7 +13,7 @@ namespace platform {
 
 /// The application's small settings, by key. A value that was set is visible at once to every reader in the process and
 /// already on disk when the call returns. Processes of the same application share the store: each writes only the keys
-/// it sets. From any thread.
+/// it sets, and sees what the others wrote a hundredth of a second later at the latest. From any thread.
 ///
 /// The store is one JSON file of the application's configuration folder (XDG_CONFIG_HOME). A file that cannot be
 /// understood is kept aside under another name and the store starts empty.
@@ -39,12 +40,14 @@ public:
     void synchronize();
 
 private:
+    void refreshNowAndThen() const;
     void refresh() const;
     QJsonObject usableValues(const std::optional<QByteArray>& present) const;
     void store();
 
     mutable std::mutex m_mutex;
     mutable SharedFile m_file;
+    mutable std::chrono::steady_clock::time_point m_refreshTime;
     mutable QJsonObject m_values;
     /// What the disk does not have yet; null stands for a key to remove.
     QJsonObject m_unsaved;

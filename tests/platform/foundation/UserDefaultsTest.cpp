@@ -280,8 +280,9 @@ TEST_F(UserDefaultsTest, TakesUpWhatAnotherWrote)
     UserDefaults theirs(m_path);
     mine.setObject(1, key);
     theirs.setObject(2, key);
-    EXPECT_EQ(mine.objectForKey(key), QJsonValue(2));
+    EXPECT_TRUE(tests::waitUntil([&] { return mine.objectForKey(key) == QJsonValue(2); }));
     theirs.removeObjectForKey(key);
+    mine.synchronize();
     EXPECT_EQ(mine.objectForKey(key), std::nullopt);
     theirs.setObject(3, QStringLiteral("other"));
     mine.setObject(4, key);
