@@ -1,5 +1,6 @@
 #include "platform/foundation/FileManager.h"
 
+#include "platform/foundation/CopyItem.h"
 #include "platform/foundation/PathString.h"
 #include "platform/foundation/os/ExclusiveRename.h"
 
@@ -105,8 +106,7 @@ std::error_code moveAcrossFileSystems(const fs::path& source, const fs::path& de
 {
     const std::string name = ".moving-" + QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString();
     const fs::path partial = destination.parent_path() / name;
-    std::error_code failure;
-    fs::copy(source, partial, fs::copy_options::recursive | fs::copy_options::copy_symlinks, failure);
+    std::error_code failure = copyItem(source, partial);
     if (!failure)
         failure = os::renameExclusively(partial, destination);
     std::error_code ignored;

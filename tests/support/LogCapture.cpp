@@ -2,6 +2,7 @@
 
 #include <QtGlobal>
 
+#include <atomic>
 #include <cstring>
 #include <mutex>
 
@@ -11,15 +12,15 @@ namespace {
 
 std::mutex capturedMutex;
 QStringList captured;
-QtMessageHandler handlerBefore = nullptr;
+std::atomic<QtMessageHandler> handlerBefore = nullptr;
 
 void capture(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     if (context.category && std::strcmp(context.category, "platform.log") == 0) {
         const std::lock_guard lock(capturedMutex);
         captured.append(message);
-    } else if (handlerBefore) {
-        handlerBefore(type, context, message);
+    } else if (const QtMessageHandler before = handlerBefore) {
+        before(type, context, message);
     }
 }
 

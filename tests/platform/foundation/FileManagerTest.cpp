@@ -321,8 +321,13 @@ protected:
 TEST_F(AcrossFileSystems, MovesAFile)
 {
     const QString destination = m_elsewhere.filePath(QStringLiteral("new"));
-    EXPECT_EQ(FileManager::moveItemAtPath(makeFile(u"old"), destination), std::nullopt);
-    EXPECT_EQ(contentOf(destination), "content");
+    const QByteArray content(3 * 1024 * 1024 + 1, 'x');
+    ASSERT_TRUE(QFile::setPermissions(makeFile(u"old", content), QFile::ReadOwner | QFile::ExeOwner));
+    EXPECT_EQ(FileManager::moveItemAtPath(path(u"old"), destination), std::nullopt);
+    EXPECT_EQ(contentOf(destination), content);
+    struct stat status = {};
+    ASSERT_EQ(stat(QFile::encodeName(destination).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777u, 0500u);
     EXPECT_FALSE(QFileInfo::exists(path(u"old")));
     EXPECT_EQ(FileManager::filesBelowPath(m_elsewhere.path()), QStringList{QStringLiteral("new")});
 }
@@ -333,8 +338,12 @@ TEST_F(AcrossFileSystems, MovesAFolder)
     makeFile(u"old/a/file");
     ASSERT_TRUE(QFile::link(QStringLiteral("a"), path(u"old/link")));
     const QString destination = m_elsewhere.filePath(QStringLiteral("new"));
+    ASSERT_EQ(chmod(QFile::encodeName(path(u"old/a")).constData(), 0750), 0);
     EXPECT_EQ(FileManager::moveItemAtPath(path(u"old"), destination), std::nullopt);
     EXPECT_EQ(contentOf(destination + QStringLiteral("/a/file")), "content");
+    struct stat status = {};
+    ASSERT_EQ(stat(QFile::encodeName(destination + QStringLiteral("/a")).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777u, 0750u);
     EXPECT_TRUE(QFileInfo(destination + QStringLiteral("/link")).isSymLink());
     EXPECT_FALSE(QFileInfo::exists(path(u"old")));
 }
