@@ -1,0 +1,76 @@
+#include "host/HostOptions.h"
+
+#include "framework/TLJiraController.h"
+
+#include <QCommandLineParser>
+
+namespace tessaloom {
+
+namespace {
+
+const QString connectToOption = QStringLiteral("connect-to");
+const QString statusOption = QStringLiteral("status");
+const QString tourOption = QStringLiteral("tour");
+const QString darkOption = QStringLiteral("dark");
+const QString helpOption = QStringLiteral("help");
+
+void describe(QCommandLineParser& parser)
+{
+    parser.setApplicationDescription(QStringLiteral("A small editor that exchanges its documents with Jira."));
+    parser.addOptions({
+        {connectToOption, QStringLiteral("Reach the first host and port at the second; may be repeated."),
+         QStringLiteral("HOST:PORT:ADDR:PORT")},
+        {statusOption, QStringLiteral("Show this in the status line."), QStringLiteral("TEXT")},
+        {tourOption,
+         QStringLiteral("Walk through all windows against a server of its own and save their pictures in this folder. "
+                        "The exit status is 1 if anything differs from what is expected."),
+         QStringLiteral("DIR")},
+        {darkOption, QStringLiteral("Use dark colours.")},
+        {{QStringLiteral("h"), helpOption}, QStringLiteral("Print this.")},
+    });
+    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The document to open."),
+                                 QStringLiteral("[FILE]"));
+}
+
+QString problemOf(const HostOptions& options, const QStringList& files)
+{
+    for (const QString& route : options.routes) {
+        if (!platform::URLSessionConfiguration::isRoute(route))
+            return QStringLiteral("'%1' is not HOST:PORT:ADDR:PORT.").arg(route);
+    }
+    if (files.size() > 1)
+        return QStringLiteral("Unexpected argument '%1'.").arg(files.at(1));
+    if (!options.tourFolder.isEmpty() && !(options.routes.isEmpty() && files.isEmpty()))
+        return QStringLiteral("The tour brings its own server and document.");
+    return {};
+}
+
+} // namespace
+
+HostOptions HostOptions::parse(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    describe(parser);
+    HostOptions options;
+    if (!parser.parse(arguments)) {
+        options.error = parser.errorText();
+        return options;
+    }
+    options.routes = parser.values(connectToOption);
+    options.status = parser.value(statusOption);
+    options.tourFolder = parser.value(tourOption);
+    options.isDark = parser.isSet(darkOption);
+    options.wantsHelp = parser.isSet(helpOption);
+    options.file = parser.positionalArguments().value(0);
+    options.error = problemOf(options, parser.positionalArguments());
+    return options;
+}
+
+QString HostOptions::help()
+{
+    QCommandLineParser parser;
+    describe(parser);
+    return parser.helpText();
+}
+
+} // namespace tessaloom

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace tessaloom {
+
+/// The command line of the sample host.
+struct HostOptions
+{
+    QStringList routes = {};
+    QString file = {};
+    QString status = {};
+    QString tourFolder = {}; ///< empty: no tour
+    bool isDark = false;
+    bool wantsHelp = false;
+    QString error = {}; ///< what cannot be understood; empty: nothing
+
+    /// The first argument is the program's name.
+    static HostOptions parse(const QStringList& arguments);
+    static QString help();
+};
+
+} // namespace tessaloom

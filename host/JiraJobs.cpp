@@ -1,0 +1,75 @@
+#include "host/JiraJobs.h"
+
+#include "framework/TLJiraController.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace tessaloom {
+
+namespace {
+
+/// A Cancel button ends the sheet that its window is. These windows stand alone, so that closing them is up to us.
+void closeOnClick(const std::shared_ptr<platform::Window>& window, QPushButton* button)
+{
+    QObject::connect(button, &QPushButton::clicked, window->widget(), [weak = std::weak_ptr(window)] {
+        if (const auto open = weak.lock())
+            open->close();
+    });
+}
+
+bool isSending(TLJiraUpload& upload)
+{
+    return upload.window()->isVisible() && upload.window()->attachedSheet();
+}
+
+} // namespace
+
+std::optional<QString> JiraJobs::upload(const QString& name, const QByteArray& bytes)
+{
+    if (m_upload && isSending(*m_upload)) {
+        m_upload->showWindow();
+        return std::nullopt;
+    }
+
+    // When an upload ends, the folder of the file is removed: it gets a copy, alone in a folder of its own.
+    auto folder = std::make_unique<QTemporaryDir>();
+    QFile copy(folder->filePath(name));
+    if (!copy.open(QFile::WriteOnly) || copy.write(bytes) != bytes.size() || !copy.flush())
+        return copy.errorString();
+    m_copies.push_back(std::move(folder));
+
+    if (m_upload)
+        m_upload->window()->close();
+    m_upload = TLJiraUpload::initWithName(name, copy.fileName());
+    m_upload->window()->setTitle(QObject::tr("Upload to Jira"));
+    m_upload->showWindow();
+    closeOnClick(m_upload->window(), m_upload->jaLoginWindow()->cancelButton());
+    closeOnClick(m_upload->window(), m_upload->bodyViewController()->cancelButton());
+    return std::nullopt;
+}
+
+std::optional<QString> JiraJobs::download()
+{
+    const auto window = JMWindowController::init();
+    window->window()->setTitle(QObject::tr("Open from Jira"));
+    closeOnClick(window->window(), window->jaLoginWindow()->cancelButton());
+
+    std::optional<QString> document;
+    window->run([&](const std::optional<QString>& path) {
+        // A download that was cancelled leaves the name of a file that is not there.
+        if (path && QFileInfo::exists(*path))
+            document = path;
+    });
+    return document;
+}
+
+void JiraJobs::showClassic(const QString& path, const QStringList& pages)
+{
+    m_document.setProperty("pages", pages);
+    m_classic = JAWindowController::initWithPath(path);
+    m_classic->setTmpFile(&m_document);
+    m_classic->showWindow();
+}
+
+} // namespace tessaloom

@@ -1,0 +1,65 @@
+#include "host/tour/User.h"
+
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTest>
+#include <QWindow>
+
+namespace tessaloom::tour::user {
+
+namespace {
+
+void clickAt(QWidget& view, const QPoint& position)
+{
+    QWidget* const window = view.window();
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, view.mapTo(window, position));
+}
+
+QMenu* menuWith(const QMenuBar& bar, QAction* action)
+{
+    for (QAction* entry : bar.actions()) {
+        if (entry->menu() && entry->menu()->actions().contains(action))
+            return entry->menu();
+    }
+    return nullptr;
+}
+
+} // namespace
+
+Step click(QWidget* view)
+{
+    co_await InNextTurn([view] { clickAt(*view, view->rect().center()); });
+}
+
+Step type(QLineEdit* field, QString text)
+{
+    co_await click(field);
+    co_await InNextTurn([field, text] {
+        QWindow* const window = field->window()->windowHandle();
+        QTest::keySequence(window, QKeySequence::SelectAll);
+        QTest::keyClick(window, Qt::Key_Delete);
+        for (const QChar character : text)
+            QTest::sendKeyEvent(QTest::Click, window, Qt::Key_unknown, QString(character), Qt::NoModifier);
+    });
+}
+
+Step press(QWidget* window, Qt::Key key)
+{
+    co_await InNextTurn([window, key] { QTest::keyClick(window->windowHandle(), key); });
+}
+
+Step choose(QMenuBar* bar, QAction* action)
+{
+    QMenu* const menu = menuWith(*bar, action);
+    co_await InNextTurn([bar, menu] { clickAt(*bar, bar->actionGeometry(menu->menuAction()).center()); });
+    co_await Until([menu] { return menu->isVisible(); });
+    co_await InNextTurn([menu, action] { clickAt(*menu, menu->actionGeometry(action).center()); });
+}
+
+Step closeWindow(QWidget* window)
+{
+    co_await InNextTurn([window] { window->close(); });
+}
+
+} // namespace tessaloom::tour::user
