@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t BufferSize = 1024 * 1024;
+constexpr std::size_t BufferSize = std::size_t(1024) * 1024;
 
 struct Closing
 {

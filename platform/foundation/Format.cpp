@@ -68,7 +68,7 @@ QString describeNested(const QJsonValue& value, int depth);
 
 QString indentation(int depth)
 {
-    return QString(4 * depth, u' ');
+    return QString(qsizetype(4) * depth, u' ');
 }
 
 QString describeObject(const QJsonObject& object, int depth)

@@ -169,9 +169,10 @@ TEST_F(UserDefaultsTest, TwoProcessesLoseNothing)
         EXPECT_EQ(process->exitCode(), 0);
         EXPECT_EQ(process->readAllStandardError(), QByteArray());
     }
+    const UserDefaults afterwards(m_path);
     for (const QString& prefix : prefixes) {
         for (int number = 0; number < count; ++number)
-            EXPECT_EQ(reader.objectForKey(prefix + QString::number(number)), QJsonValue(number));
+            EXPECT_EQ(afterwards.objectForKey(prefix + QString::number(number)), QJsonValue(number));
     }
     EXPECT_THAT(QDir(QFileInfo(m_path).path()).entryList(QDir::Files | QDir::Hidden),
                 ElementsAre(QStringLiteral("userdefaults.json")));
