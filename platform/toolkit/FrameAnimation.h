@@ -3,6 +3,7 @@
 #include <QRect>
 #include <QVariantAnimation>
 
+#include <functional>
 #include <optional>
 
 class QWidget;
@@ -13,16 +14,21 @@ namespace platform {
 class FrameAnimation
 {
 public:
-    explicit FrameAnimation(QWidget* widget);
+    /// `onArrival` is called when an animation, not a setting at once, has reached its target.
+    FrameAnimation(QWidget* widget, std::function<void()> onArrival);
 
     /// Takes over from a running animation. What has no visible way to go is set at once.
     void moveTo(const QRect& target, bool smoothly);
 
     /// The rectangle under way; nullopt when the widget is where it should be.
-    std::optional<QRect> target() const;
+    std::optional<QRect> target() const { return m_target; }
 
 private:
+    void arrive();
+
     QWidget* m_widget;
+    std::function<void()> m_onArrival;
+    std::optional<QRect> m_target;
     QVariantAnimation m_animation;
 };
 

@@ -66,7 +66,7 @@ bool takesTab(const QWidget* control)
 
 Window::Window()
     : m_widget(std::make_unique<WindowWidget>(*this))
-    , m_animation(std::make_unique<FrameAnimation>(m_widget.get()))
+    , m_animation(std::make_unique<FrameAnimation>(m_widget.get(), [this] { geometryChanged(); }))
     , m_sheets(std::make_unique<SheetQueue>(*this))
     , m_children(std::make_unique<ChildWindows>(*this))
 {

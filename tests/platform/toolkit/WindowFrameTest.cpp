@@ -115,6 +115,22 @@ TEST_P(WindowFrame, goesWhereTheLastOfTwoAnimationsLeads)
     EXPECT_EQ(window->frame(), last);
 }
 
+TEST_P(WindowFrame, keepsTheContentInStepWhenAnAnimationTakesOverFromAnother)
+{
+    window->setFrame(QRectF(100, 100, 200, 150), true);
+    window->makeKeyAndOrderFront();
+    const QSize start = window->widget()->size();
+    window->setFrame(QRectF(50, 300, 500, 400), true, true);
+    ASSERT_TRUE(tests::waitUntil([&] { return window->widget()->size() != start; }));
+    const QSize underWay = window->widget()->size();
+
+    window->setFrame(QRectF(10, 20, 320, 240), true, true);
+
+    EXPECT_EQ(window->widget()->size(), underWay);
+    EXPECT_EQ(content.size(),
+              QSize(320 - margins().left() - margins().right(), 240 - margins().top() - margins().bottom()));
+}
+
 TEST_P(WindowFrame, setAtOnceEndsAnAnimation)
 {
     window->setFrame(QRectF(100, 100, 200, 150), true);
