@@ -45,9 +45,11 @@ void setUsualPermissions(const QString& path)
 QString downloadDestination(const std::optional<QString>& to, const QString& attachmentName)
 {
     const QString name = platform::fileNameFromUntrustedText(attachmentName);
-    const QString path = QDir::current().absoluteFilePath(to.value_or(QStringLiteral(".")));
-    const bool isFolder = !to || to->endsWith(u'/') || QFileInfo(path).isDir();
-    return isFolder ? platform::appendingPathComponent(path, name) : path;
+    const QFileInfo info(to.value_or(QDir::currentPath()));
+    if (info.isDir())
+        return platform::appendingPathComponent(info.canonicalFilePath(), name);
+    const QString path = info.absoluteFilePath();
+    return info.filePath().endsWith(u'/') ? platform::appendingPathComponent(path, name) : path;
 }
 
 DownloadPlace::DownloadPlace(const QString& destination)

@@ -1,0 +1,74 @@
+#include "cli/CommandTable.h"
+#include "tests/cli/ToolRun.h"
+
+#include <QFile>
+#include <QStandardPaths>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::HasSubstr;
+using testing::Not;
+
+struct Finding
+{
+    int status = -1;
+    std::string text;
+};
+
+Finding runProgram(const QString& name, const QStringList& arguments)
+{
+    QProcess program;
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.start(name, arguments);
+    EXPECT_TRUE(program.waitForFinished(60000)) << name.toStdString();
+    return {program.exitCode(), program.readAll().toStdString()};
+}
+
+std::string manPage()
+{
+    QFile file(QStringLiteral(MAN_PAGE));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+}
+
+TEST(BuiltTool, NeedsNoWindowSystemAndNoOtherNetworkLibrary)
+{
+    if (QStandardPaths::findExecutable(u"ldd"_s).isEmpty())
+        GTEST_SKIP() << "there is no ldd";
+    const Finding libraries = runProgram(u"ldd"_s, {tests::toolPath()});
+    EXPECT_EQ(libraries.status, 0);
+    EXPECT_THAT(libraries.text, HasSubstr("libQt6Core"));
+    EXPECT_THAT(libraries.text, HasSubstr("libcurl"));
+    for (const char* unwanted : {"libQt6Gui", "libQt6Widgets", "libQt6Network", "libX11", "libxcb"})
+        EXPECT_THAT(libraries.text, Not(HasSubstr(unwanted)));
+}
+
+TEST(BuiltTool, HasAManPageWithoutMistakes)
+{
+    const QString page = QStringLiteral(MAN_PAGE);
+    if (!QStandardPaths::findExecutable(u"mandoc"_s).isEmpty()) {
+        const Finding lint = runProgram(u"mandoc"_s, {u"-Tlint"_s, u"-Wwarning"_s, page});
+        EXPECT_EQ(lint.text, "");
+        EXPECT_EQ(lint.status, 0);
+    } else if (!QStandardPaths::findExecutable(u"groff"_s).isEmpty()) {
+        EXPECT_EQ(runProgram(u"groff"_s, {u"-mdoc"_s, u"-ww"_s, u"-z"_s, page}).text, "");
+    } else {
+        GTEST_SKIP() << "there is neither mandoc nor groff";
+    }
+}
+
+TEST(BuiltTool, HasAManPageThatNamesEveryCommandAndOption)
+{
+    const std::string page = manPage();
+    for (const auto& command : cli::commandTable()) {
+        EXPECT_THAT(page, HasSubstr("\n.It Cm " + command.name.toStdString()));
+        for (const QString& option : command.options)
+            EXPECT_THAT(page, HasSubstr("\n.It Fl -" + option.toStdString()));
+    }
+    for (const char* option : {"-connect-to", "-verbose", "-version", "-help"})
+        EXPECT_THAT(page, HasSubstr(std::string("Fl ") + option));
+}
+
+} // namespace

@@ -1,0 +1,193 @@
+#include "tests/cli/CommandTest.h"
+#include "tests/cli/SmallDisk.h"
+
+#include <QDir>
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using standin::Fault;
+using standin::Match;
+using standin::Point;
+using tests::words;
+
+class DownloadCommand : public tests::CommandTest
+{
+protected:
+    DownloadCommand() { logIn(); }
+
+    /// What the tool prints for a file in its folder.
+    QByteArray printed(const QString& name) const
+    {
+        return (QDir(path({})).canonicalPath() + u'/' + name + u'\n').toUtf8();
+    }
+    void misbehaveOnFiles(const Fault& fault) { server.misbehave(Match::on("/secure/attachment/*"), fault); }
+    void expectNothingLeft() const
+    {
+        EXPECT_EQ(workItems(), QStringList());
+        EXPECT_EQ(temporaryFiles(), QStringList());
+    }
+};
+
+TEST_F(DownloadCommand, FetchesByNameIntoTheCurrentFolder)
+{
+    const std::string bytes = standin::Server::pattern(0, 300000);
+    attach("my plan.tessaloom", bytes);
+    EXPECT_EQ(run({u"download"_s, u"ABC-1"_s, u"my plan.tessaloom"_s}),
+              Result({0, printed(u"my plan.tessaloom"_s), {}}));
+    EXPECT_EQ(readFile(u"my plan.tessaloom"_s), QByteArray::fromStdString(bytes));
+    EXPECT_EQ(workItems(), QStringList{u"my plan.tessaloom"_s});
+    EXPECT_EQ(temporaryFiles(), QStringList());
+}
+
+TEST_F(DownloadCommand, FetchesTheNewestOfAName)
+{
+    attach("plan", "newer", "2018-01-01T00:00:00.000+0000");
+    attach("plan", "older", "2017-01-01T00:00:00.000+0000");
+    EXPECT_EQ(run(words("download ABC-1 plan")).status, 0);
+    EXPECT_EQ(readFile(u"plan"_s), "newer");
+}
+
+TEST_F(DownloadCommand, FetchesById)
+{
+    attach("plan", "first");
+    attach("plan", "second");
+    EXPECT_EQ(run(words("download ABC-1 10000 --to first")).status, 0);
+    EXPECT_EQ(run(words("download ABC-1 10001 --to second")).status, 0);
+    EXPECT_EQ(readFile(u"first"_s), "first");
+    EXPECT_EQ(readFile(u"second"_s), "second");
+}
+
+TEST_F(DownloadCommand, FetchesAnEmptyFile)
+{
+    attach("empty", "");
+    EXPECT_EQ(run(words("download ABC-1 empty")), Result({0, printed(u"empty"_s), {}}));
+    EXPECT_EQ(readFile(u"empty"_s), "");
+}
+
+TEST_F(DownloadCommand, PutsTheFileIntoAFolder)
+{
+    attach("plan", "bytes");
+    ASSERT_TRUE(QDir(path({})).mkdir(u"folder"_s));
+    EXPECT_EQ(run(words("download ABC-1 plan --to folder")), Result({0, printed(u"folder/plan"_s), {}}));
+    EXPECT_EQ(readFile(u"folder/plan"_s), "bytes");
+}
+
+TEST_F(DownloadCommand, LeavesWhatIsThere)
+{
+    attach("plan", "theirs");
+    writeFile(u"plan"_s, "mine");
+    const auto filesBefore = server.requests("/secure/*").size();
+    const Result result = run(words("download ABC-1 plan"));
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_TRUE(result.error.startsWith("“plan” couldn’t be saved in “")) << result.error.toStdString();
+    EXPECT_TRUE(result.error.endsWith("” because an item with the same name already exists.\n"));
+    EXPECT_EQ(readFile(u"plan"_s), "mine");
+    EXPECT_EQ(workItems(), QStringList{u"plan"_s});
+    EXPECT_EQ(server.requests("/secure/*").size(), filesBefore);
+}
+
+TEST_F(DownloadCommand, LeavesAFolderOfTheAttachmentsName)
+{
+    attach("plan", "theirs");
+    ASSERT_TRUE(QDir(path({})).mkpath(u"plan/sub"_s));
+    EXPECT_EQ(run(words("download ABC-1 plan")).status, 1);
+    EXPECT_TRUE(QDir(path(u"plan/sub"_s)).exists());
+}
+
+TEST_F(DownloadCommand, KeepsHostileNamesInTheFolder)
+{
+    attach("../../../evil.tessaloom", "bytes");
+    attach("/tmp/evil\n\x1b[2J", "bytes");
+    attach("..", "bytes");
+    EXPECT_EQ(run(words("download ABC-1 10000")), Result({0, printed(u".._.._.._evil.tessaloom"_s), {}}));
+    EXPECT_EQ(run(words("download ABC-1 10001")), Result({0, printed(u"_tmp_evil__[2J"_s), {}}));
+    EXPECT_EQ(run(words("download ABC-1 10002")), Result({0, printed(u"_"_s), {}}));
+    EXPECT_EQ(workItems().size(), 3);
+}
+
+TEST_F(DownloadCommand, FailsForAnUnknownName)
+{
+    attach("plan", "bytes");
+    EXPECT_EQ(run(words("download ABC-1 pla")), Result({1, {}, "ABC-1 has no attachment “pla”.\n"}));
+    EXPECT_EQ(run(words("download NO-1 plan")),
+              Result({1, {}, "The operation couldn’t be completed. (invalid sessioin error 404.)\n"}));
+    expectNothingLeft();
+}
+
+TEST_F(DownloadCommand, DoesNotTakeALoginPageForTheFile)
+{
+    attach("plan", std::string(60444, 'x'));
+    misbehaveOnFiles(Fault().status(200, "<html>Log in</html>", "text/html"));
+    EXPECT_EQ(run(words("download ABC-1 plan")),
+              Result({1, {}, "The server sent 19 bytes for “plan” instead of 60444.\n"}));
+    expectNothingLeft();
+}
+
+TEST_F(DownloadCommand, DoesNotTakeAnErrorForTheFile)
+{
+    attach("plan", "bytes");
+    misbehaveOnFiles(Fault().status(404, "not found"));
+    EXPECT_EQ(run(words("download ABC-1 plan")), Result({1, {}, "The server sent 9 bytes for “plan” instead of 5.\n"}));
+    expectNothingLeft();
+}
+
+TEST_F(DownloadCommand, FailsWhenTheBodyIsCutShort)
+{
+    attachSynthetic("plan", 1 << 20);
+    misbehaveOnFiles(Fault().close(Point::responseBody(100000)));
+    EXPECT_EQ(run(words("download ABC-1 plan")), Result({1, {}, "The network connection was lost.\n"}));
+    expectNothingLeft();
+}
+
+TEST_F(DownloadCommand, FailsWhenABodyWithoutLengthIsCutShort)
+{
+    attachSynthetic("plan", 1 << 20);
+    misbehaveOnFiles(Fault().withoutLength().close(Point::responseBody(100000)));
+    EXPECT_EQ(run(words("download ABC-1 plan")),
+              Result({1, {}, "The server sent 100000 bytes for “plan” instead of 1048576.\n"}));
+    expectNothingLeft();
+}
+
+TEST_F(DownloadCommand, FailsBeforeTheTransferWhereTheFolderIsMissing)
+{
+    attach("plan", "bytes");
+    for (const char* command : {"download ABC-1 plan --to no/plan", "download ABC-1 plan --to no/"}) {
+        const Result result = run(words(command));
+        EXPECT_EQ(result.status, 1);
+        EXPECT_TRUE(result.error.endsWith("couldn’t be created in “no” because the latter doesn’t exist.\n"))
+            << result.error.toStdString();
+        EXPECT_EQ(result.error.count('\n'), 1);
+    }
+    EXPECT_TRUE(server.requests("/secure/*").empty());
+    expectNothingLeft();
+}
+
+TEST_F(DownloadCommand, FailsWhenTheDestinationsDiskIsFull)
+{
+    const tests::SmallDisk disk;
+    if (!disk.isThere())
+        GTEST_SKIP() << "no file system may be mounted here";
+    attachSynthetic("plan", 3'000'000);
+    const Result result = run({u"download"_s, u"ABC-1"_s, u"plan"_s, u"--to"_s, disk.path()});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_TRUE(result.error.endsWith("because there isn’t enough space.\n")) << result.error.toStdString();
+    EXPECT_EQ(QDir(disk.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+    expectNothingLeft();
+}
+
+TEST_F(DownloadCommand, FailsWhenTheTemporaryDiskIsFull)
+{
+    const tests::SmallDisk disk;
+    if (!disk.isThere())
+        GTEST_SKIP() << "no file system may be mounted here";
+    environment.insert(u"TMPDIR"_s, disk.path());
+    attachSynthetic("plan", 3'000'000);
+    EXPECT_EQ(run(words("download ABC-1 plan")),
+              Result({1, {}, "The download couldn’t be saved because the disk is full.\n"}));
+    expectNothingLeft();
+}
+
+} // namespace

@@ -1,0 +1,28 @@
+#include "cli/Help.h"
+
+#include "cli/CommandTable.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::HasSubstr;
+
+TEST(Help, NamesEveryCommandWithItsWordsAndOptions)
+{
+    const std::string help = cli::helpText().toStdString();
+    for (const auto& command : cli::commandTable()) {
+        const QStringList words = QStringList{command.name} + command.operands;
+        EXPECT_THAT(help, HasSubstr("\n  " + words.join(u' ').toStdString() + ' '));
+        for (const QString& option : command.options)
+            EXPECT_THAT(help, HasSubstr("\n  --" + option.toStdString() + ' '));
+    }
+}
+
+TEST(Help, FitsATerminal)
+{
+    for (const QByteArray& line : cli::helpText().split('\n'))
+        EXPECT_LE(line.size(), 80) << line.toStdString();
+}
+
+} // namespace

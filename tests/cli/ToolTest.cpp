@@ -1,0 +1,107 @@
+#include "tests/cli/CommandTest.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using standin::Fault;
+using standin::Match;
+using standin::Point;
+using testing::HasSubstr;
+using tests::words;
+
+class Tool : public tests::CommandTest
+{
+};
+
+TEST_F(Tool, PrintsHelpAndVersion)
+{
+    const Result help = run(words("--help"));
+    EXPECT_EQ(help.status, 0);
+    EXPECT_TRUE(help.output.startsWith("Usage: tljira [OPTION]... COMMAND\n"));
+    EXPECT_EQ(help.error, "");
+    EXPECT_EQ(run(words("--version")), Result({0, "tljira 1.0.0\n", {}}));
+}
+
+TEST_F(Tool, AnswersWrongUsageWithTwoAndOneLine)
+{
+    EXPECT_EQ(run({}), Result({2, {}, "No command is given. See tljira --help.\n"}));
+    EXPECT_EQ(run(words("steal")), Result({2, {}, "“steal” is no command. See tljira --help.\n"}));
+    EXPECT_EQ(run(words("upload ABC-1")), Result({2, {}, "upload needs FILE. See tljira --help.\n"}));
+    EXPECT_EQ(run(words("whoami --frob")), Result({2, {}, "Unknown option 'frob'. See tljira --help.\n"}));
+    EXPECT_EQ(run(words("--connect-to x whoami")),
+              Result({2, {}, "“x” is not of the form HOST:PORT:ADDR:PORT. See tljira --help.\n"}));
+}
+
+TEST_F(Tool, TakesItsRouteBehindTheCommandToo)
+{
+    logIn();
+    const QString route = u"jira.example.test:80:127.0.0.1:%1"_s.arg(server.port());
+    tests::ToolRun tool({u"whoami"_s, u"--connect-to"_s, route}, environment, path({}));
+    EXPECT_EQ(tool.status(), 0);
+}
+
+TEST_F(Tool, IsSilentUnlessVerbose)
+{
+    logIn();
+    writeFile(u"plan"_s, "bytes");
+    EXPECT_EQ(run(words("upload ABC-1 plan")), Result({0, {}, {}}));
+    const Result verbose = run(words("upload ABC-1 plan --verbose"));
+    EXPECT_EQ(verbose.status, 0);
+    EXPECT_EQ(verbose.output, "");
+    EXPECT_TRUE(verbose.error.startsWith("uploadFileInIssue path file: plan\n")) << verbose.error.toStdString();
+}
+
+TEST_F(Tool, ShowsWithTheLogWhatTheServerSaysOfAFailure)
+{
+    logIn();
+    const Result result = run(words("attachments NO-1 --verbose"));
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.error.toStdString(), HasSubstr("Issue Does Not Exist"));
+}
+
+TEST_F(Tool, SaysNothingOfItsOwnInAnyLocale)
+{
+    environment.insert(u"LC_ALL"_s, u"C"_s);
+    environment.insert(u"QT_LOGGING_RULES"_s, u"*=true"_s);
+    logIn();
+    EXPECT_EQ(run(words("attachments ABC-1 --json")), Result({0, "[]\n", {}}));
+}
+
+TEST_F(Tool, SurvivesAReaderThatGoesAway)
+{
+    logIn();
+    attach("plan.tessaloom", "bytes");
+    server.misbehave(Match::on("/rest/api/2/issue/*"), Fault().hold(Point::responseHead(0)));
+    const auto tool = start(words("attachments ABC-1"));
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    tool->closeOutput();
+    server.release();
+    EXPECT_EQ(tool->status(), 1);
+    EXPECT_EQ(tool->error(), "The result couldn’t be written: Broken pipe.\n");
+}
+
+TEST_F(Tool, FailsWhenItsResultCannotBeWritten)
+{
+    QProcess tool;
+    tool.setStandardOutputFile(u"/dev/full"_s);
+    tool.start(tests::toolPath(), words("--help"));
+    ASSERT_TRUE(tool.waitForFinished());
+    EXPECT_EQ(tool.exitCode(), 1);
+    EXPECT_EQ(tool.readAllStandardError(), "The result couldn’t be written: No space left on device.\n");
+}
+
+TEST_F(Tool, StartsAfreshWithADamagedSettingsFile)
+{
+    logIn();
+    const QString settings = environment.value(u"XDG_CONFIG_HOME"_s) + u"/tljira/userdefaults.json"_s;
+    {
+        QFile file(settings);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("{\"jiraUrl\":");
+    }
+    EXPECT_EQ(run(words("whoami")), Result({1, {}, "No server is set: use tljira login SERVER USER first.\n"}));
+    logIn();
+    EXPECT_EQ(run(words("whoami")).status, 0);
+}
+
+} // namespace
