@@ -26,6 +26,7 @@ class TableCellView;
 ///     object name is the identifier;
 ///   - all others are handed to the owner as they are, outside any window, for it to put where it likes.
 /// A file without a direct child named "view" is itself the view. The root's window title is the window's title.
+/// Layouts need their margins in the file: QUiLoader gives those of top-level views none of its own.
 class TL_EXPORT Nib : public std::enable_shared_from_this<Nib>
 {
 public:

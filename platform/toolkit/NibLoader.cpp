@@ -5,6 +5,7 @@
 #include "platform/toolkit/TableView.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QUiLoader>
 
 namespace platform {
@@ -30,10 +31,20 @@ public:
     }
 };
 
-// Kept for the life of the process: making one searches the machine for Designer plugins.
+// QUiLoader would load every Designer plugin of the machine into the host, which takes longer than to open a window,
+// and none of them is needed. It looks for them once, below the application's library paths.
+Loader* makeLoaderWithoutPlugins()
+{
+    const QStringList paths = QCoreApplication::libraryPaths();
+    QCoreApplication::setLibraryPaths({});
+    auto* loader = new Loader;
+    QCoreApplication::setLibraryPaths(paths);
+    return loader;
+}
+
 Loader& sharedLoader()
 {
-    static auto* const loader = new Loader;
+    static Loader* const loader = makeLoaderWithoutPlugins();
     return *loader;
 }
 

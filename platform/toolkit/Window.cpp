@@ -3,6 +3,7 @@
 #include "platform/toolkit/ChildWindows.h"
 #include "platform/toolkit/FrameAnimation.h"
 #include "platform/toolkit/ModalRuns.h"
+#include "platform/toolkit/SheetEdge.h"
 #include "platform/toolkit/SheetQueue.h"
 #include "platform/toolkit/View.h"
 #include "platform/toolkit/WindowDelegate.h"
@@ -392,6 +393,7 @@ void Window::leaveSheet()
 {
     m_sheetParent.reset();
     orderOut();
+    delete m_sheetEdge;
     if (QWindow* handle = m_widget->windowHandle())
         handle->setTransientParent(nullptr);
 }
@@ -411,8 +413,17 @@ void Window::showAsSheet()
     rect.moveTo(below.left() + (below.width() - rect.width()) / 2, below.top() + decorations().top());
     placeContentRect(keptInside(rect, parent->m_widget->screen()->availableGeometry()), false);
     show();
+    drawSheetEdge();
     m_widget->activateWindow();
     focusFirstControl();
+}
+
+void Window::drawSheetEdge()
+{
+    if (!m_sheetEdge)
+        m_sheetEdge = new SheetEdge(m_widget.get());
+    m_sheetEdge->setVisible(decorations().isNull());
+    m_sheetEdge->raise();
 }
 
 // Child windows.

@@ -20,6 +20,7 @@ class WindowDelegate;
 class WindowWidget;
 class ChildWindows;
 class FrameAnimation;
+class SheetEdge;
 class SheetQueue;
 
 /// A top-level window around one content view, which fills it. Main thread only.
@@ -135,6 +136,7 @@ private:
     void becomeSheetOf(const std::shared_ptr<Window>& parent);
     void leaveSheet();
     void showAsSheet();
+    void drawSheetEdge();
     void setApplicationModal(bool modal);
 
     void show();
@@ -151,6 +153,7 @@ private:
     std::unique_ptr<SheetQueue> m_sheets;
     std::unique_ptr<ChildWindows> m_children;
     QPointer<QWidget> m_content;
+    QPointer<SheetEdge> m_sheetEdge;
     std::weak_ptr<WindowDelegate> m_delegate;
     std::weak_ptr<Window> m_sheetParent;
     std::weak_ptr<Window> m_parentWindow;

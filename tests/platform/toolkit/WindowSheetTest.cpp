@@ -73,6 +73,21 @@ TEST_F(Sheet, hangsBelowTheParentsTitleBarWithItsOwnBelowIt)
     EXPECT_EQ(sheet->frame(), QRectF(300, 100 + 300 - 124, 200, 124));
 }
 
+TEST_F(Sheet, isSetOffFromItsParentByALineWhereNothingElseDoes)
+{
+    const QColor inside = sheet->widget()->grab().toImage().pixelColor(0, 50);
+
+    parent->beginSheet(sheet, note());
+    EXPECT_NE(sheet->widget()->grab().toImage().pixelColor(0, 50), inside);
+    EXPECT_EQ(sheet->widget()->grab().toImage().pixelColor(1, 50), inside);
+    parent->endSheet(sheet);
+    EXPECT_EQ(sheet->widget()->grab().toImage().pixelColor(0, 50), inside);
+
+    Window::pretendDecorations(QMargins(1, 24, 1, 1));
+    parent->beginSheet(sheet, note());
+    EXPECT_EQ(sheet->widget()->grab().toImage().pixelColor(0, 50), inside);
+}
+
 TEST_F(Sheet, goesAlongWhenItsParentMoves)
 {
     parent->beginSheet(sheet, note());
