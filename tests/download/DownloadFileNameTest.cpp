@@ -1,0 +1,78 @@
+#include "download/DownloadFileName.h"
+
+#include "tests/support/Printers.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QString of(const char* name)
+{
+    return downloadFileName(QString::fromUtf8(name));
+}
+
+TEST(DownloadFileNameTest, GivesAPacketTheDocumentsExtension)
+{
+    EXPECT_EQ(of("plan.tessaloompacket"), QStringLiteral("plan.tessaloom"));
+    EXPECT_EQ(of("my plan.v2.tessaloompacket"), QStringLiteral("my plan.v2.tessaloom"));
+}
+
+TEST(DownloadFileNameTest, AppendsTheExtensionToEveryOtherName)
+{
+    EXPECT_EQ(of("notes.txt"), QStringLiteral("notes.txt.tessaloom"));
+    EXPECT_EQ(of("notes"), QStringLiteral("notes.tessaloom"));
+    EXPECT_EQ(of("notes."), QStringLiteral("notes..tessaloom"));
+    EXPECT_EQ(of("plan.tessaloom"), QStringLiteral("plan.tessaloom.tessaloom"));
+    EXPECT_EQ(of(".hidden"), QStringLiteral(".hidden.tessaloom"));
+    EXPECT_EQ(of("Übersicht (1).png"), QStringLiteral("Übersicht (1).png.tessaloom"));
+}
+
+TEST(DownloadFileNameTest, ComparesThePacketsExtensionExactly)
+{
+    EXPECT_EQ(of("plan.TessaloomPacket"), QStringLiteral("plan.TessaloomPacket.tessaloom"));
+    EXPECT_EQ(of("tessaloompacket"), QStringLiteral("tessaloompacket.tessaloom"));
+    EXPECT_EQ(of(".tessaloompacket"), QStringLiteral(".tessaloompacket.tessaloom"));
+    EXPECT_EQ(of("plan.tessaloompacket.zip"), QStringLiteral("plan.tessaloompacket.zip.tessaloom"));
+}
+
+TEST(DownloadFileNameTest, StaysInsideTheFolder)
+{
+    EXPECT_EQ(of("../../etc/passwd"), QStringLiteral(".._.._etc_passwd.tessaloom"));
+    EXPECT_EQ(of("/etc/passwd"), QStringLiteral("_etc_passwd.tessaloom"));
+    EXPECT_EQ(of("a/b.tessaloompacket"), QStringLiteral("a_b.tessaloom"));
+    EXPECT_EQ(of("plan.tessaloom/"), QStringLiteral("plan.tessaloom_.tessaloom"));
+    EXPECT_EQ(of(".."), QStringLiteral("_.tessaloom"));
+    EXPECT_EQ(of("."), QStringLiteral("_.tessaloom"));
+    EXPECT_EQ(of("..tessaloompacket"), QStringLiteral("..tessaloom"));
+}
+
+TEST(DownloadFileNameTest, NamesWhatHasNoName)
+{
+    EXPECT_EQ(of(""), QStringLiteral("_.tessaloom"));
+    EXPECT_EQ(downloadFileName(std::nullopt), QStringLiteral("_.tessaloom"));
+}
+
+TEST(DownloadFileNameTest, HoldsNoControlCharacters)
+{
+    EXPECT_EQ(of("a\nb\tc\x7f.txt"), QStringLiteral("a_b_c_.txt.tessaloom"));
+    EXPECT_EQ(downloadFileName(QStringLiteral("a") + QChar(0) + QStringLiteral("b")), QStringLiteral("a_b.tessaloom"));
+}
+
+TEST(DownloadFileNameTest, FitsAFileSystemWithTheExtension)
+{
+    const QString ending = QStringLiteral(".tessaloom");
+    for (const int letters : {244, 245, 246, 254, 255, 256, 300, 5000}) {
+        const QString name = downloadFileName(QString(letters, u'x'));
+        EXPECT_EQ(name, QString(qMin(letters, 245), u'x') + ending);
+    }
+    EXPECT_EQ(downloadFileName(QString(300, u'x') + QStringLiteral(".tessaloompacket")), QString(239, u'x') + ending);
+    EXPECT_EQ(downloadFileName(QStringLiteral("x.") + QString(300, u'y')).toUtf8().size(), 255);
+}
+
+TEST(DownloadFileNameTest, CutsLongNamesBetweenCharacters)
+{
+    const QString name = downloadFileName(QString(300, u'ü'));
+    EXPECT_EQ(name, QString(122, u'ü') + QStringLiteral(".tessaloom"));
+}
+
+} // namespace

@@ -1,0 +1,105 @@
+#include "download/DownloadFolder.h"
+
+#include "platform/foundation/FileManager.h"
+#include "platform/foundation/TemporaryDirectory.h"
+#include "tests/download/DownloadTest.h"
+#include "tests/support/WithoutPrivileges.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+using testing::ElementsAre;
+using tests::contentsOf;
+using tests::writeFile;
+
+class DownloadFolderTest : public testing::Test
+{
+protected:
+    void makeAnew() { DownloadFolder::makeAnew(path); }
+
+    QString inFolder(const char* name) const { return path + u'/' + QString::fromUtf8(name); }
+
+    tests::LogCapture log;
+    const QString path = DownloadFolder::path();
+};
+
+TEST_F(DownloadFolderTest, LiesInTheTemporaryDirectory)
+{
+    EXPECT_EQ(path, platform::temporaryDirectory() + QStringLiteral("/com.tessalooom.JAController"));
+}
+
+TEST_F(DownloadFolderTest, IsMadeWhereThereIsNone)
+{
+    makeAnew();
+    EXPECT_TRUE(QFileInfo(path).isDir());
+    EXPECT_THAT(
+        log.lines(),
+        ElementsAre(QStringLiteral("tmp directory: ") + path,
+                    QStringLiteral("removeItemAtPath error : “com.tessalooom.JAController” couldn’t be removed."),
+                    QStringLiteral("createDirectoryAtPath error : (null)")));
+}
+
+TEST_F(DownloadFolderTest, LosesEverythingItHeld)
+{
+    QDir().mkpath(inFolder("deep/er"));
+    writeFile(inFolder("old.tessaloom"), "old");
+    writeFile(inFolder("deep/er/older"), "older");
+    makeAnew();
+    EXPECT_TRUE(QFileInfo(path).isDir());
+    EXPECT_TRUE(QDir(path).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot));
+    EXPECT_THAT(log.lines(),
+                ElementsAre(QStringLiteral("tmp directory: ") + path, QStringLiteral("removeItemAtPath error : (null)"),
+                            QStringLiteral("createDirectoryAtPath error : (null)")));
+}
+
+TEST_F(DownloadFolderTest, TakesThePlaceOfAFile)
+{
+    writeFile(path, "a file");
+    makeAnew();
+    EXPECT_TRUE(QFileInfo(path).isDir());
+}
+
+TEST_F(DownloadFolderTest, TakesThePlaceOfALinkAndLeavesWhatItPointsTo)
+{
+    const QString elsewhere = platform::temporaryDirectory() + QStringLiteral("/elsewhere");
+    QDir().mkpath(elsewhere);
+    writeFile(elsewhere + QStringLiteral("/precious"), "precious");
+    ASSERT_TRUE(QFile::link(elsewhere, path));
+    makeAnew();
+    EXPECT_TRUE(QFileInfo(path).isDir());
+    EXPECT_FALSE(QFileInfo(path).isSymLink());
+    EXPECT_EQ(contentsOf(elsewhere + QStringLiteral("/precious")), QByteArray("precious"));
+}
+
+TEST_F(DownloadFolderTest, RemovesLinksInsideAndLeavesWhatTheyPointTo)
+{
+    const QString elsewhere = platform::temporaryDirectory() + QStringLiteral("/elsewhere");
+    QDir().mkpath(elsewhere);
+    writeFile(elsewhere + QStringLiteral("/precious"), "precious");
+    QDir().mkpath(path);
+    ASSERT_TRUE(QFile::link(elsewhere, inFolder("link")));
+    makeAnew();
+    EXPECT_FALSE(platform::FileManager::fileExistsAtPath(inFolder("link")));
+    EXPECT_EQ(contentsOf(elsewhere + QStringLiteral("/precious")), QByteArray("precious"));
+}
+
+TEST_F(DownloadFolderTest, SaysWhenItCannotBeEmptied)
+{
+    QDir().mkpath(inFolder("locked"));
+    writeFile(inFolder("locked/kept"), "kept");
+    QFile::setPermissions(inFolder("locked"), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    {
+        const tests::WithoutPrivileges asAnyUser;
+        makeAnew();
+    }
+    QFile::setPermissions(inFolder("locked"), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    EXPECT_EQ(contentsOf(inFolder("locked/kept")), QByteArray("kept"));
+    ASSERT_EQ(log.lines().size(), 3);
+    EXPECT_NE(log.lines()[1], QStringLiteral("removeItemAtPath error : (null)"));
+    EXPECT_THAT(log.lines()[1].toStdString(), testing::HasSubstr("permission"));
+    EXPECT_EQ(log.lines()[2], QStringLiteral("createDirectoryAtPath error : (null)"));
+}
+
+} // namespace

@@ -1,0 +1,270 @@
+#include "download/JABodyViewController.h"
+
+#include "platform/toolkit/Alert.h"
+#include "platform/toolkit/Layer.h"
+#include "platform/toolkit/OpenPanel.h"
+#include "platform/toolkit/View.h"
+#include "tests/download/DownloadTest.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest/QTest>
+
+namespace {
+
+using standin::Fault;
+using standin::Match;
+using standin::Point;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using tests::shownTitles;
+
+class JABodyViewControllerTest : public tests::DownloadTest
+{
+protected:
+    void SetUp() override
+    {
+        DownloadTest::SetUp();
+        client->setPathFile(QStringLiteral("/documents/plan.tessaloom"));
+        panel = JABodyViewController::initWithNibName(QStringLiteral("JABodyViewController"), std::nullopt);
+        window = tests::shownWindow(panel->view());
+        tests::drainMainQueue();
+        log.clear();
+    }
+
+    const JAListAttachedFilesWindow& list() const { return *panel->jaListAttachedWindow(); }
+
+    void add(const char* issue, const char* name)
+    {
+        server.addAttachment(issue, {.fileName = name, .bytes = "bytes", .created = "2017-03-14T10:22:33.123+0100"});
+    }
+
+    QPushButton* lookUpButton() const
+    {
+        return panel->view()->findChild<QPushButton*>(QStringLiteral("getListAttachedFilesButton"));
+    }
+
+    void press(const QString& key)
+    {
+        panel->keyDownloadTextField()->clear();
+        QTest::keyClicks(panel->keyDownloadTextField(), key);
+        tests::click(lookUpButton());
+    }
+
+    void lookUp(const QString& key)
+    {
+        press(key);
+        ASSERT_TRUE(tests::waitUntil([this] { return panel->jaListAttachedWindow()->window()->isVisible(); }));
+        tests::drainMainQueue();
+    }
+
+    void close() { tests::click(tests::closeButton(*panel->jaListAttachedWindow()->window())); }
+
+    std::shared_ptr<JABodyViewController> panel;
+    std::shared_ptr<platform::Window> window;
+};
+
+TEST_F(JABodyViewControllerTest, FindsEverythingInItsInterfaceFile)
+{
+    EXPECT_THAT(panel->interfaceProblems(), IsEmpty());
+}
+
+TEST_F(JABodyViewControllerTest, HoldsItsViewsInTheirAreas)
+{
+    EXPECT_EQ(platform::subviews(panel->containerView()),
+              QList<QWidget*>({panel->uploadView(), panel->checkFileView()}));
+    EXPECT_EQ(platform::subviews(panel->downloadWrapper()),
+              QList<QWidget*>({panel->checkDownloadFiles(), panel->receivingAttachmentsView()}));
+    EXPECT_EQ(panel->checkFileView()->geometry(), panel->containerView()->rect());
+    EXPECT_EQ(panel->checkDownloadFiles()->geometry(), panel->downloadWrapper()->rect());
+}
+
+TEST_F(JABodyViewControllerTest, ShowsTheFirstViewOfEitherArea)
+{
+    EXPECT_TRUE(panel->checkFileView()->isVisible());
+    EXPECT_FALSE(panel->uploadView()->isVisible());
+    EXPECT_TRUE(panel->checkDownloadFiles()->isVisible());
+    EXPECT_FALSE(panel->receivingAttachmentsView()->isVisible());
+    EXPECT_TRUE(panel->spinerView()->isAnimating());
+}
+
+TEST_F(JABodyViewControllerTest, ShowsOneViewOfAnAreaAtATime)
+{
+    panel->setDownloadActualView(panel->receivingAttachmentsView());
+    EXPECT_TRUE(panel->receivingAttachmentsView()->isVisible());
+    EXPECT_FALSE(panel->checkDownloadFiles()->isVisible());
+    panel->setDownloadActualView(panel->checkDownloadFiles());
+    EXPECT_FALSE(panel->receivingAttachmentsView()->isVisible());
+    EXPECT_TRUE(panel->checkDownloadFiles()->isVisible());
+    EXPECT_TRUE(panel->checkFileView()->isVisible());
+}
+
+TEST_F(JABodyViewControllerTest, StandsOnATranslucentBlack)
+{
+    const auto* layer = platform::Layer::layerOf(panel->view());
+    ASSERT_NE(layer, nullptr);
+    ASSERT_TRUE(layer->backgroundColor().has_value());
+    EXPECT_EQ(layer->backgroundColor()->rgb(), QColor(Qt::black).rgb());
+    EXPECT_NEAR(layer->backgroundColor()->alphaF(), 0.4, 0.001);
+}
+
+TEST_F(JABodyViewControllerTest, BeginsWithTheClientsFile)
+{
+    EXPECT_EQ(panel->pathFile(), QStringLiteral("/documents/plan.tessaloom"));
+    EXPECT_EQ(panel->pathLabel()->text(), QStringLiteral("/documents/plan.tessaloom"));
+}
+
+TEST_F(JABodyViewControllerTest, ShowsNoPathWhereTheClientHasNone)
+{
+    client->setPathFile(std::nullopt);
+    const auto other = JABodyViewController::initWithNibName(QStringLiteral("JABodyViewController"), std::nullopt);
+    other->view();
+    EXPECT_EQ(other->pathFile(), std::nullopt);
+    EXPECT_EQ(other->pathLabel()->text(), QString());
+}
+
+// The file.
+
+TEST_F(JABodyViewControllerTest, TheTwoSettersOfThePathDiffer)
+{
+    panel->setPathFile(QStringLiteral("/other"));
+    EXPECT_EQ(panel->pathFile(), QStringLiteral("/other"));
+    EXPECT_EQ(panel->pathLabel()->text(), QStringLiteral("/documents/plan.tessaloom"));
+    EXPECT_EQ(client->pathFile(), QStringLiteral("/documents/plan.tessaloom"));
+
+    panel->setPathfile(QStringLiteral("/third"));
+    EXPECT_EQ(panel->pathFile(), QStringLiteral("/third"));
+    EXPECT_EQ(panel->pathLabel()->text(), QStringLiteral("/third"));
+    EXPECT_EQ(client->pathFile(), QStringLiteral("/third"));
+}
+
+TEST_F(JABodyViewControllerTest, TakesTheFileThatIsChosen)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("chosen file.tessaloom"));
+    tests::writeFile(file, "bytes");
+    platform::OpenPanel::observeDialogs([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
+        dialog.selectFile(file);
+        static_cast<QDialog&>(dialog).accept();
+    });
+    tests::click(panel->openFileButton());
+    EXPECT_EQ(panel->pathFile(), file);
+    EXPECT_EQ(panel->pathLabel()->text(), file);
+    EXPECT_EQ(client->pathFile(), file);
+    EXPECT_THAT(log.lines(), ElementsAre(file));
+}
+
+TEST_F(JABodyViewControllerTest, KeepsItsFileWhenTheOpenPanelIsDismissed)
+{
+    platform::OpenPanel::observeDialogs([](QFileDialog& dialog) { dialog.reject(); });
+    tests::click(panel->openFileButton());
+    EXPECT_EQ(panel->pathFile(), QStringLiteral("/documents/plan.tessaloom"));
+    EXPECT_EQ(panel->pathLabel()->text(), QStringLiteral("/documents/plan.tessaloom"));
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
+TEST_F(JABodyViewControllerTest, TheUploadButtonShowsTheUploadingViewAndSendsNothing)
+{
+    tests::click(panel->uploadButton());
+    tests::drainMainQueue();
+    EXPECT_TRUE(panel->uploadView()->isVisible());
+    EXPECT_FALSE(panel->checkFileView()->isVisible());
+    EXPECT_EQ(panel->uploadView()->geometry(), panel->containerView()->rect());
+    EXPECT_THAT(server.requests(), IsEmpty());
+    EXPECT_EQ(client->upladTask(), nullptr);
+}
+
+// The session.
+
+TEST_F(JABodyViewControllerTest, OnlyTheUploadButtonDependsOnTheSession)
+{
+    panel->jaInvalidSession();
+    EXPECT_FALSE(panel->uploadButton()->isEnabled());
+    for (const QWidget* control : std::initializer_list<QWidget*>{panel->keyTextField(), panel->openFileButton(),
+                                                                  panel->keyDownloadTextField(), lookUpButton()})
+        EXPECT_TRUE(control->isEnabled()) << control->objectName().toStdString();
+    add("ABC-1", "a.png");
+    lookUp(QStringLiteral("ABC-1"));
+    EXPECT_THAT(shownTitles(list()), ElementsAre(QStringLiteral("a.png")));
+    panel->jaValidSession();
+    EXPECT_TRUE(panel->uploadButton()->isEnabled());
+}
+
+// The attachments.
+
+TEST_F(JABodyViewControllerTest, ListsEveryAttachmentInTheServersOrder)
+{
+    for (const char* name : {"b.png", "a.tessaloom", "notes", "c.TESSALOOM"})
+        add("ABC-1", name);
+    lookUp(QStringLiteral("ABC-1"));
+    EXPECT_THAT(shownTitles(list()), ElementsAre(QStringLiteral("b.png"), QStringLiteral("a.tessaloom"),
+                                                 QStringLiteral("notes"), QStringLiteral("c.TESSALOOM")));
+    EXPECT_EQ(window->attachedSheet(), panel->jaListAttachedWindow()->window());
+}
+
+TEST_F(JABodyViewControllerTest, ShowsTheEmptyViewForAnIssueWithoutAttachments)
+{
+    lookUp(QStringLiteral("ABC-1"));
+    ASSERT_TRUE(tests::waitUntil([this] { return list().noDataView()->isVisible(); }));
+}
+
+TEST_F(JABodyViewControllerTest, ASecondLookUpKeepsTheRowsOfTheFirst)
+{
+    add("ABC-1", "first.png");
+    server.addIssue("ABC-2");
+    add("ABC-2", "second.png");
+    add("ABC-2", "third.png");
+    lookUp(QStringLiteral("ABC-1"));
+    close();
+    log.clear();
+    lookUp(QStringLiteral("ABC-2"));
+    EXPECT_THAT(shownTitles(list()), ElementsAre(QStringLiteral("first.png")));
+    EXPECT_EQ(list().attachments().size(), 2U);
+    panel->jaListAttachedWindow()->reload();
+    EXPECT_THAT(shownTitles(list()), ElementsAre(QStringLiteral("second.png"), QStringLiteral("third.png")));
+}
+
+TEST_F(JABodyViewControllerTest, DoesNothingWhenTheSheetEndsAfterADownload)
+{
+    add("ABC-1", "a.png");
+    lookUp(QStringLiteral("ABC-1"));
+    tests::click(tests::cellAtRow(list(), 0)->downloadButton());
+    ASSERT_TRUE(tests::waitUntil([this] { return list().isDone(); }));
+    close();
+    tests::drainMainQueue();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(panel->pathFile(), QStringLiteral("/documents/plan.tessaloom"));
+}
+
+TEST_F(JABodyViewControllerTest, SaysNothingOfALookUpInVain)
+{
+    server.misbehave(Match::on("*/issue/DOWN-1"), Fault().close(Point::responseHead(0)));
+    for (const char* key : {"NO-1", "", "DOWN-1"}) {
+        const auto before = server.finishedRequestCount();
+        press(QString::fromUtf8(key));
+        ASSERT_TRUE(tests::waitUntil([&] { return server.finishedRequestCount() > before; }));
+        tests::drainMainQueue();
+        EXPECT_EQ(window->attachedSheet(), nullptr) << key;
+        EXPECT_TRUE(panel->checkDownloadFiles()->isVisible());
+        EXPECT_THAT(panel->jaListAttachedWindow()->attachments(), IsEmpty());
+    }
+}
+
+// Errors.
+
+TEST_F(JABodyViewControllerTest, ShowsAnErrorInAnAlert)
+{
+    QStringList texts;
+    platform::Alert::observeDialogs([&](QMessageBox& box) {
+        texts = {box.text(), box.informativeText()};
+        EXPECT_EQ(box.icon(), QMessageBox::Warning);
+        box.accept();
+    });
+    panel->errorMessage(QStringLiteral("It did not work."));
+    EXPECT_THAT(texts, ElementsAre(QStringLiteral("Error"), QStringLiteral("It did not work.")));
+}
+
+} // namespace

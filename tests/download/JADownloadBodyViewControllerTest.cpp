@@ -1,0 +1,427 @@
+#include "download/JADownloadBodyViewController.h"
+
+#include "constants/FrameworkBundle.h"
+#include "platform/toolkit/Application.h"
+#include "tests/download/DownloadTest.h"
+
+#include <QTimer>
+#include <QtTest/QTest>
+
+namespace {
+
+using standin::Fault;
+using standin::Match;
+using standin::Point;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using tests::shownTitles;
+
+constexpr char early[] = "2017-03-14T10:22:33.123+0100";
+constexpr char late[] = "2018-03-14T10:22:33.123+0100";
+
+class JADownloadBodyViewControllerTest : public tests::DownloadTest
+{
+protected:
+    void SetUp() override
+    {
+        DownloadTest::SetUp();
+        panel = JADownloadBodyViewController::initWithNibName(
+            QStringLiteral("JADownloadBodyViewController"),
+            platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+        window = tests::shownWindow(panel->view());
+        tests::drainMainQueue();
+        log.clear();
+    }
+
+    const JAListAttachedFilesWindow& list() const { return *panel->jaListAttachedWindow(); }
+    bool isSheetUp() const { return window->attachedSheet() != nullptr; }
+
+    void add(const std::string& name, const std::string& created)
+    {
+        server.addAttachment("ABC-1", {.fileName = name, .bytes = "the plan", .created = created});
+    }
+
+    void type(const QString& key)
+    {
+        panel->issueKeyTextField()->clear();
+        QTest::keyClicks(panel->issueKeyTextField(), key);
+    }
+
+    void press() { tests::click(panel->getAttachButton()); }
+
+    /// Looks the issue up and waits for the list or the empty view.
+    void lookUp(const QString& key = QStringLiteral("ABC-1"))
+    {
+        type(key);
+        press();
+        ASSERT_TRUE(
+            tests::waitUntil([this] { return isSheetUp() && panel->jaListAttachedWindow()->window()->isVisible(); }));
+        tests::drainMainQueue();
+    }
+
+    /// Looks something up that fails in whatever way.
+    void lookUpInVain(const QString& key)
+    {
+        const auto before = server.finishedRequestCount();
+        type(key);
+        press();
+        ASSERT_TRUE(tests::waitUntil([&] { return server.finishedRequestCount() > before; }));
+        expectSilence();
+    }
+
+    void expectSilence()
+    {
+        tests::drainMainQueue();
+        EXPECT_FALSE(isSheetUp());
+        EXPECT_FALSE(panel->jaListAttachedWindow()->window()->isVisible());
+        EXPECT_TRUE(panel->getAttachButton()->isEnabled());
+        EXPECT_EQ(panel->path(), std::nullopt);
+        EXPECT_THAT(panel->jaListAttachedWindow()->attachments(), IsEmpty());
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    }
+
+    void download(qint64 row = 0)
+    {
+        tests::click(tests::cellAtRow(list(), row)->downloadButton());
+        ASSERT_TRUE(tests::waitUntil([this] { return list().isDone(); }));
+        tests::drainMainQueue();
+    }
+
+    void close() { tests::click(tests::closeButton(*panel->jaListAttachedWindow()->window())); }
+
+    std::shared_ptr<JADownloadBodyViewController> panel;
+    std::shared_ptr<platform::Window> window;
+};
+
+TEST_F(JADownloadBodyViewControllerTest, FindsEverythingInItsInterfaceFile)
+{
+    EXPECT_THAT(panel->interfaceProblems(), IsEmpty());
+    EXPECT_TRUE(panel->getAttachButton()->isDefault());
+}
+
+// Covering.
+
+TEST_F(JADownloadBodyViewControllerTest, IsUsableFromTheStart)
+{
+    EXPECT_FALSE(panel->shadow()->isVisible());
+    EXPECT_TRUE(panel->getAttachButton()->isEnabled());
+    EXPECT_TRUE(panel->issueKeyTextField()->isEnabled());
+    EXPECT_EQ(panel->path(), std::nullopt);
+}
+
+TEST_F(JADownloadBodyViewControllerTest, IsCoveredWhileTheSessionIsInvalid)
+{
+    panel->jaInvalidSession();
+    tests::drainMainQueue();
+    EXPECT_TRUE(panel->shadow()->isVisible());
+    EXPECT_EQ(panel->shadow()->geometry(), panel->view()->rect());
+    EXPECT_FALSE(panel->getAttachButton()->isEnabled());
+    EXPECT_FALSE(panel->issueKeyTextField()->isEnabled());
+
+    panel->jaValidSession();
+    EXPECT_FALSE(panel->shadow()->isVisible());
+    EXPECT_TRUE(panel->getAttachButton()->isEnabled());
+    EXPECT_TRUE(panel->issueKeyTextField()->isEnabled());
+}
+
+TEST_F(JADownloadBodyViewControllerTest, TheCoverTakesTheMouse)
+{
+    panel->jaInvalidSession();
+    tests::drainMainQueue();
+    const QPoint onField = panel->issueKeyTextField()->mapTo(panel->view(), QPoint(5, 5));
+    EXPECT_EQ(panel->view()->childAt(onField), panel->shadow());
+}
+
+// What is listed.
+
+TEST_F(JADownloadBodyViewControllerTest, ListsTheDocumentsNewestFirst)
+{
+    add("a.tessaloom", early);
+    add("b.png", late);
+    add("c.tessaloom", late);
+    lookUp();
+    EXPECT_THAT(shownTitles(list()), ElementsAre(QStringLiteral("c.tessaloom"), QStringLiteral("a.tessaloom")));
+    EXPECT_TRUE(list().wrapperTableView()->isVisible());
+    EXPECT_EQ(panel->jaListAttachedWindow()->window()->frame().height(), 350);
+}
+
+TEST_F(JADownloadBodyViewControllerTest, ReturnLooksUpToo)
+{
+    add("a.tessaloom", early);
+    type(QStringLiteral("ABC-1"));
+    QTest::keyClick(panel->issueKeyTextField(), Qt::Key_Return);
+    ASSERT_TRUE(tests::waitUntil([this] { return isSheetUp(); }));
+    EXPECT_EQ(server.requests("*/issue/*").size(), 1U);
+}
+
+TEST_F(JADownloadBodyViewControllerTest, KeepsNamesWithExactlyTheExtensionOfDocuments)
+{
+    const auto kept = [](const QStringList& names) {
+        return tests::names(JADownloadBodyViewController::filteredAttachments(tests::attachmentsNamed(names)));
+    };
+    EXPECT_THAT(
+        kept({QStringLiteral("plan.tessaloom"), QStringLiteral("plan.TESSALOOM"),
+              QStringLiteral("plan.tessaloompacket"), QStringLiteral("plan.tessaloom.zip"), QStringLiteral("tessaloom"),
+              QStringLiteral(".tessaloom"), QStringLiteral("plan"), QStringLiteral("plan."), QString(),
+              QStringLiteral("a.b.tessaloom"), QStringLiteral("plan.tessaloom/")}),
+        ElementsAre(QStringLiteral("plan.tessaloom"), QStringLiteral("a.b.tessaloom"),
+                    QStringLiteral("plan.tessaloom/")));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, DropsAttachmentsWithoutAName)
+{
+    const JADownloadBodyViewController::Attachments attachments = {
+        tests::attachment({}), tests::attachmentNamed(QStringLiteral("a.tessaloom"))};
+    EXPECT_EQ(JADownloadBodyViewController::filteredAttachments(attachments),
+              JADownloadBodyViewController::Attachments{attachments[1]});
+    EXPECT_EQ(attachments.size(), 2U);
+}
+
+TEST_F(JADownloadBodyViewControllerTest, ListsDocumentsWithoutADateLastInTheServersOrder)
+{
+    add("none1.tessaloom", "yesterday");
+    add("early.tessaloom", early);
+    add("none2.tessaloom", "2017-13-14T10:22:33.123+0100");
+    add("late.tessaloom", late);
+    lookUp();
+    EXPECT_THAT(shownTitles(list()), ElementsAre(QStringLiteral("late.tessaloom"), QStringLiteral("early.tessaloom"),
+                                                 QStringLiteral("none1.tessaloom"), QStringLiteral("none2.tessaloom")));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, KeepsTheServersOrderAmongEqualDates)
+{
+    for (const char* name : {"b.tessaloom", "a.tessaloom", "d.tessaloom", "c.tessaloom"})
+        add(name, early);
+    lookUp();
+    EXPECT_THAT(shownTitles(list()), ElementsAre(QStringLiteral("b.tessaloom"), QStringLiteral("a.tessaloom"),
+                                                 QStringLiteral("d.tessaloom"), QStringLiteral("c.tessaloom")));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, ShowsTheEmptyViewWithoutDocuments)
+{
+    add("A.Tessaloom", early);
+    lookUp();
+    EXPECT_TRUE(list().noDataView()->isVisible());
+    EXPECT_FALSE(list().wrapperTableView()->isVisible());
+    EXPECT_EQ(panel->jaListAttachedWindow()->window()->frame().height(), 200);
+}
+
+TEST_F(JADownloadBodyViewControllerTest, AnotherLookUpShowsTheOtherIssue)
+{
+    add("a.tessaloom", early);
+    server.addIssue("ABC-2");
+    server.addAttachment("ABC-2", {.fileName = "z.tessaloom", .bytes = "z"});
+    lookUp();
+    close();
+    lookUp(QStringLiteral("ABC-2"));
+    EXPECT_THAT(shownTitles(list()), ElementsAre(QStringLiteral("z.tessaloom")));
+}
+
+// Look-ups in vain.
+
+TEST_F(JADownloadBodyViewControllerTest, SaysNothingOfAnUnknownKey)
+{
+    lookUpInVain(QStringLiteral("NO-1"));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, AsksForAnEmptyKeyAndSaysNothing)
+{
+    lookUpInVain(QString());
+    EXPECT_EQ(server.lastRequest().path, "/rest/api/2/issue/");
+}
+
+TEST_F(JADownloadBodyViewControllerTest, SendsKeysAsTheyAreTyped)
+{
+    lookUpInVain(QStringLiteral("abc-1/../x"));
+    EXPECT_EQ(server.requests("*/issue/*").size(), 1U);
+}
+
+TEST_F(JADownloadBodyViewControllerTest, SaysNothingOfAKeyWithBlanks)
+{
+    type(QStringLiteral(" ABC 1 "));
+    press();
+    expectSilence();
+    EXPECT_THAT(server.requests(), IsEmpty());
+}
+
+TEST_F(JADownloadBodyViewControllerTest, SaysNothingWithoutASession)
+{
+    server.expireSessions();
+    lookUpInVain(QStringLiteral("ABC-1"));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, SaysNothingOfANetworkError)
+{
+    server.misbehave(Match::on("*/issue/*"), Fault().close(Point::responseHead(0)));
+    lookUpInVain(QStringLiteral("ABC-1"));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, SaysNothingOfAnAnswerThatIsCutShort)
+{
+    add("a.tessaloom", early);
+    server.misbehave(Match::on("*/issue/*"), Fault().close(Point::responseBody(20)));
+    lookUpInVain(QStringLiteral("ABC-1"));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, StaysUsableDuringALookUp)
+{
+    server.misbehave(Match::on("*/issue/*").once(), Fault().hold(Point::responseHead(0)));
+    type(QStringLiteral("ABC-1"));
+    press();
+    waitForHeldAnswer();
+    EXPECT_TRUE(panel->getAttachButton()->isEnabled());
+    EXPECT_TRUE(panel->issueKeyTextField()->isEnabled());
+    EXPECT_FALSE(isSheetUp());
+}
+
+TEST_F(JADownloadBodyViewControllerTest, ASecondLookUpBeforeTheFirstAnswerTakesOverTheSheet)
+{
+    add("a.tessaloom", early);
+    server.addIssue("ABC-2");
+    server.addAttachment("ABC-2", {.fileName = "z.tessaloom", .bytes = "z"});
+    server.misbehave(Match::on("*/issue/*").limited(2), Fault().hold(Point::responseHead(0)));
+    type(QStringLiteral("ABC-1"));
+    press();
+    waitForHeldAnswer();
+    type(QStringLiteral("ABC-2"));
+    press();
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 2; }));
+    server.release();
+    const auto countLines = [this] { return log.lines().filter(QStringLiteral("self.attachments.count")).size(); };
+    ASSERT_TRUE(tests::waitUntil([&] { return countLines() == 2; }));
+    tests::drainMainQueue();
+    EXPECT_TRUE(isSheetUp());
+    EXPECT_EQ(shownTitles(list()), tests::names(list().attachments()));
+    close();
+    tests::drainMainQueue();
+    EXPECT_FALSE(isSheetUp());
+    EXPECT_TRUE(window->isVisible());
+}
+
+// The end of the sheet.
+
+TEST_F(JADownloadBodyViewControllerTest, StaysOpenWhenNothingWasDownloaded)
+{
+    add("a.tessaloom", early);
+    lookUp();
+    close();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(panel->path(), std::nullopt);
+    EXPECT_TRUE(panel->getAttachButton()->isEnabled());
+}
+
+TEST_F(JADownloadBodyViewControllerTest, ClosesItsWindowAfterADownload)
+{
+    add("a.tessaloom", early);
+    lookUp();
+    download();
+    EXPECT_EQ(panel->path(), std::nullopt);
+    EXPECT_TRUE(window->isVisible());
+    close();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(panel->path(), list().path());
+    EXPECT_EQ(tests::contentsOf(panel->path().value_or(QString())), QByteArray("the plan"));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, EndsTheModalRunAfterADownload)
+{
+    add("a.tessaloom", early);
+    window->orderOut();
+    QTimer::singleShot(0, [this] {
+        lookUp();
+        download();
+        close();
+    });
+    EXPECT_EQ(platform::Application::runModalForWindow(window), platform::ModalResponse::Stop);
+    EXPECT_NE(panel->path(), std::nullopt);
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(JADownloadBodyViewControllerTest, NamesTheUnfinishedFileOfACancelledDownload)
+{
+    add("a.tessaloom", early);
+    lookUp();
+    server.misbehave(Match::on("*/secure/*").once(), Fault().hold(Point::responseBody(3)));
+    tests::click(tests::cellAtRow(list(), 0)->downloadButton());
+    waitForHeldAnswer();
+    close();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(panel->path().value_or(QString()).endsWith(QStringLiteral("/a.tessaloom.tessaloom")));
+    EXPECT_EQ(tests::contentsOf(*panel->path()), std::nullopt);
+}
+
+TEST_F(JADownloadBodyViewControllerTest, NamesTheFileOfAFailedDownload)
+{
+    add("a.tessaloom", early);
+    lookUp();
+    server.misbehave(Match::on("*/secure/*").once(), Fault().close(Point::responseBody(3)));
+    tests::click(tests::cellAtRow(list(), 0)->downloadButton());
+    ASSERT_TRUE(tests::waitUntil([this] { return !list().downloadError()->text().isEmpty(); }));
+    close();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(panel->path().value_or(QString()).endsWith(QStringLiteral("/a.tessaloom.tessaloom")));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, ALaterSheetBringsBackThePathOfTheEarlierDownload)
+{
+    add("a.tessaloom", early);
+    lookUp();
+    download();
+    close();
+    const auto path = panel->path();
+    panel->setPath(std::nullopt);
+    window->makeKeyAndOrderFront();
+    lookUp();
+    close();
+    EXPECT_EQ(panel->path(), path);
+    EXPECT_FALSE(window->isVisible());
+}
+
+// Ends from outside.
+
+TEST_F(JADownloadBodyViewControllerTest, AnAnswerAfterTheWindowClosedShowsNothing)
+{
+    add("a.tessaloom", early);
+    server.misbehave(Match::on("*/issue/*").once(), Fault().hold(Point::responseHead(0)));
+    type(QStringLiteral("ABC-1"));
+    press();
+    waitForHeldAnswer();
+    window->close();
+    server.release();
+    ASSERT_TRUE(tests::waitUntil([this] { return !list().attachments().empty(); }));
+    tests::drainMainQueue();
+    EXPECT_FALSE(panel->jaListAttachedWindow()->window()->isVisible());
+}
+
+TEST_F(JADownloadBodyViewControllerTest, AnAnswerAfterTheHostLetGoIsQuiet)
+{
+    add("a.tessaloom", early);
+    server.misbehave(Match::on("*/issue/*").once(), Fault().hold(Point::responseHead(0)));
+    type(QStringLiteral("ABC-1"));
+    press();
+    waitForHeldAnswer();
+    const std::weak_ptr<JADownloadBodyViewController> weak = panel;
+    window->close();
+    window.reset();
+    panel.reset();
+    server.release();
+    EXPECT_TRUE(tests::waitUntil([&] { return weak.expired(); }));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, TheWindowClosesInTheMiddleOfADownload)
+{
+    server.addAttachment("ABC-1", {.fileName = "a.tessaloom", .syntheticSize = 1'000'000});
+    lookUp();
+    server.misbehave(Match::on("*/secure/*").once(), Fault().hold(Point::responseBody(500'000)));
+    tests::click(tests::cellAtRow(list(), 0)->downloadButton());
+    waitForHeldAnswer();
+    window->close();
+    EXPECT_FALSE(panel->jaListAttachedWindow()->window()->isVisible());
+    EXPECT_EQ(panel->path(), list().path());
+    server.release();
+    ASSERT_TRUE(tests::waitUntil([this] { return list().isDone(); }));
+    tests::drainMainQueue();
+    EXPECT_EQ(tests::contentsOf(*panel->path()).value_or(QByteArray()).size(), 1'000'000);
+}
+
+} // namespace

@@ -1,0 +1,522 @@
+#include "download/DownloadFolder.h"
+#include "download/JAListAttachedFilesWindow.h"
+
+#include "platform/foundation/FileManager.h"
+#include "platform/foundation/TemporaryDirectory.h"
+#include "tests/download/DownloadTest.h"
+#include "tests/support/WithoutPrivileges.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTimer>
+#include <QtTest/QTest>
+
+namespace {
+
+using standin::Fault;
+using standin::Match;
+using standin::Point;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using tests::contentsOf;
+using tests::writeFile;
+
+class JAListAttachedFilesWindowDownloadTest : public tests::DownloadTest
+{
+protected:
+    void SetUp() override
+    {
+        DownloadTest::SetUp();
+        parent->beginSheet(list->window(), [this](int code) { returnCodes.push_back(code); });
+        tests::drainMainQueue();
+    }
+
+    void show(const std::shared_ptr<const JAAttachmentObject>& attachment)
+    {
+        list->setAttachments({attachment});
+        list->reload();
+        tests::drainMainQueue();
+        log.clear();
+    }
+
+    void showFile(const std::string& name, const std::string& bytes)
+    {
+        show(attach({.fileName = name, .bytes = bytes}));
+    }
+
+    void showSyntheticFile(qint64 size) { show(attach({.fileName = "plan.tessaloom", .syntheticSize = size})); }
+
+    void press(qint64 row = 0) { tests::click(tests::cellAtRow(*list, row)->downloadButton()); }
+
+    void pressClose() { tests::click(tests::closeButton(*list->window())); }
+
+    QString percent() const { return list->downloadPercent()->text(); }
+    QString error() const { return list->downloadError()->text(); }
+    int bar() const { return list->downloadProgressBar()->value(); }
+    QString target() const { return list->path().value_or(QString()); }
+
+    /// The download has ended, and the file is where it is going to be.
+    void waitForEnd()
+    {
+        ASSERT_TRUE(tests::waitUntil([this] { return percent() == QStringLiteral("DONE") || !error().isEmpty(); }));
+        tests::drainMainQueue();
+    }
+
+    void downloadAndWait()
+    {
+        press();
+        waitForEnd();
+    }
+
+    /// Starts a download that stops after so many bytes of the answer's body.
+    void downloadAndHold(Point point)
+    {
+        server.misbehave(Match::on("*/secure/*").once(), Fault().hold(point));
+        press();
+        waitForHeldAnswer();
+    }
+
+    void expectFailure(const QString& text)
+    {
+        EXPECT_EQ(error(), text);
+        EXPECT_EQ(percent(), QString());
+        EXPECT_EQ(bar(), 100);
+        EXPECT_FALSE(list->isDone());
+        EXPECT_TRUE(list->downloadView()->isVisible());
+        EXPECT_FALSE(platform::FileManager::fileExistsAtPath(target()));
+    }
+
+    const std::shared_ptr<platform::Window> parent = tests::shownWindow();
+    const std::shared_ptr<JAListAttachedFilesWindow> list = JAListAttachedFilesWindow::init();
+    const QString folder = DownloadFolder::path();
+    std::vector<int> returnCodes;
+};
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, PutsTheFileIntoTheDownloadFolder)
+{
+    showFile("plan.tessaloompacket", "the plan");
+    downloadAndWait();
+    EXPECT_EQ(percent(), QStringLiteral("DONE"));
+    EXPECT_EQ(bar(), 100);
+    EXPECT_EQ(error(), QString());
+    EXPECT_TRUE(list->isDone());
+    EXPECT_EQ(list->path(), folder + QStringLiteral("/plan.tessaloom"));
+    EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, DoublesTheExtensionOfADocument)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndWait();
+    EXPECT_EQ(list->path(), folder + QStringLiteral("/plan.tessaloom.tessaloom"));
+    EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, LogsWhatItDoesInOrder)
+{
+    showFile("plan.tessaloom", "the plan");
+    press();
+    const QStringList lines = log.lines();
+    ASSERT_GE(lines.size(), 5);
+    EXPECT_THAT(
+        lines.mid(0, 5),
+        ElementsAre(QStringLiteral("Download Action 0"), QStringLiteral("tmp directory: ") + folder,
+                    QStringLiteral("removeItemAtPath error : “com.tessalooom.JAController” couldn’t be removed."),
+                    QStringLiteral("createDirectoryAtPath error : (null)"), target()));
+    waitForEnd();
+    EXPECT_THAT(log.lines(), testing::IsSupersetOf({QStringLiteral("percent:100.000000 total:8 bytes: 8 0"),
+                                                    QStringLiteral("percent:1250.000000 total:8 bytes: 100 1"),
+                                                    QStringLiteral("New location: ") + target()}));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, KnowsThePathBeforeTheFirstByte)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndHold(Point::responseHead(0));
+    EXPECT_EQ(list->path(), folder + QStringLiteral("/plan.tessaloom.tessaloom"));
+    EXPECT_FALSE(list->isDone());
+    EXPECT_FALSE(platform::FileManager::fileExistsAtPath(target()));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsTheDownloadingState)
+{
+    showFile("plan.tessaloom", "the plan");
+    const QRectF before = list->window()->frame();
+    downloadAndHold(Point::responseHead(0));
+    EXPECT_TRUE(list->downloadView()->isVisible());
+    EXPECT_FALSE(list->wrapperTableView()->isVisible());
+    EXPECT_FALSE(list->noDataView()->isVisible());
+    EXPECT_EQ(list->window()->frame(), QRectF(before.x(), before.y(), before.width(), 200));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsHowFarItIs)
+{
+    showSyntheticFile(1'000'000);
+    downloadAndHold(Point::responseBody(420'000));
+    ASSERT_TRUE(tests::waitUntil([this] { return bar() == 42; }));
+    EXPECT_EQ(percent(), QStringLiteral("42 %"));
+    EXPECT_EQ(error(), QString());
+    server.release();
+    waitForEnd();
+    EXPECT_EQ(percent(), QStringLiteral("DONE"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, TakesTheTotalFromTheRecordNotFromTheAnswer)
+{
+    show(attach({.fileName = "plan.tessaloom",
+                 .syntheticSize = 1'000'000,
+                 .json = {.set = {{QStringLiteral("size"), 4'000'000}}}}));
+    downloadAndHold(Point::responseBody(1'000'000));
+    ASSERT_TRUE(tests::waitUntil([this] { return percent() == QStringLiteral("25 %"); }));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsAHundredPercentAByteWithoutASize)
+{
+    show(attach({.fileName = "plan.tessaloom", .syntheticSize = 1'000'000, .json = {.without = {"size", "created"}}}));
+    downloadAndHold(Point::responseBody(500'000));
+    ASSERT_TRUE(tests::waitUntil([this] { return percent() == QStringLiteral("50000000 %"); }));
+    EXPECT_EQ(bar(), 100);
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, ReplacesEveryEarlierDownload)
+{
+    showFile("first.txt", "first");
+    downloadAndWait();
+    const QString first = target();
+    showFile("second.txt", "second");
+    downloadAndWait();
+    EXPECT_FALSE(platform::FileManager::fileExistsAtPath(first));
+    EXPECT_THAT(QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                ElementsAre(QStringLiteral("second.txt.tessaloom")));
+    EXPECT_EQ(contentsOf(target()), QByteArray("second"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, DownloadsTheSameFileAgain)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndWait();
+    list->reload();
+    tests::drainMainQueue();
+    downloadAndWait();
+    EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
+}
+
+// The keyboard.
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, TabReachesTheButtonOfARowAndReturnDownloads)
+{
+    const auto first = attach({.fileName = "first.txt", .bytes = "first"});
+    const auto second = attach({.fileName = "second.txt", .bytes = "second"});
+    list->setAttachments({first, second});
+    list->reload();
+    tests::drainMainQueue();
+    const auto hasFocus = [this](qint64 row) { return tests::cellAtRow(*list, row)->downloadButton()->hasFocus(); };
+    list->tableView()->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    ASSERT_TRUE(hasFocus(0));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    ASSERT_TRUE(hasFocus(1));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    waitForEnd();
+    EXPECT_EQ(contentsOf(target()), QByteArray("second"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, SpaceDownloadsToo)
+{
+    showFile("plan.tessaloom", "the plan");
+    tests::cellAtRow(*list, 0)->downloadButton()->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    waitForEnd();
+    EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
+}
+
+// Names and places.
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, AnEvilNameEndsInsideTheFolder)
+{
+    showFile("plan", "the plan");
+    for (const char* name : {"../../evil", "/tmp/evil", "..", "", "a\nb"}) {
+        auto json = QJsonObject{{QStringLiteral("filename"), QString::fromUtf8(name)},
+                                {QStringLiteral("content"), *list->attachments()[0]->downloadLink()}};
+        show(tests::attachment(json));
+        downloadAndWait();
+        EXPECT_EQ(QFileInfo(target()).absolutePath(), folder) << name;
+        EXPECT_EQ(contentsOf(target()), QByteArray("the plan")) << name;
+    }
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, ANameOfThreeHundredLettersIsCutToFit)
+{
+    showFile(std::string(300, 'x'), "the plan");
+    downloadAndWait();
+    EXPECT_EQ(QFileInfo(target()).fileName(), QString(245, u'x') + QStringLiteral(".tessaloom"));
+    EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, AFileInPlaceOfTheFolderGoes)
+{
+    writeFile(folder, "in the way");
+    showFile("plan.tessaloom", "the plan");
+    downloadAndWait();
+    EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, ALinkInPlaceOfTheFolderGoesAndWhatItPointsToStays)
+{
+    const QString elsewhere = platform::temporaryDirectory() + QStringLiteral("/elsewhere");
+    QDir().mkpath(elsewhere);
+    writeFile(elsewhere + QStringLiteral("/precious"), "precious");
+    ASSERT_TRUE(QFile::link(elsewhere, folder));
+    showFile("plan.tessaloom", "the plan");
+    downloadAndWait();
+    EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
+    EXPECT_THAT(QDir(elsewhere).entryList(QDir::Files), ElementsAre(QStringLiteral("precious")));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, AFolderThatCannotBeEmptiedStillTakesTheFile)
+{
+    QDir().mkpath(folder + QStringLiteral("/locked"));
+    writeFile(folder + QStringLiteral("/locked/kept"), "kept");
+    QFile::setPermissions(folder + QStringLiteral("/locked"), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    showFile("plan.tessaloom", "the plan");
+    {
+        const tests::WithoutPrivileges asAnyUser;
+        downloadAndWait();
+    }
+    EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
+    EXPECT_EQ(contentsOf(folder + QStringLiteral("/locked/kept")), QByteArray("kept"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, IsDoneEvenIfTheFileCannotBePutInPlace)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndHold(Point::responseBody(4));
+    QDir(folder).removeRecursively();
+    writeFile(folder, "in the way");
+    log.clear();
+    server.release();
+    waitForEnd();
+    EXPECT_EQ(percent(), QStringLiteral("DONE"));
+    EXPECT_TRUE(list->isDone());
+    EXPECT_EQ(contentsOf(target()), std::nullopt);
+    EXPECT_THAT(log.lines(), testing::Contains(testing::ResultOf(
+                                 [](const QString& line) {
+                                     return line.startsWith(QStringLiteral("Move item error: ")) &&
+                                            line != QStringLiteral("Move item error: (null)");
+                                 },
+                                 true)));
+}
+
+// What goes wrong on the way.
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, SavesAnErrorPageUnderTheNameOfTheFile)
+{
+    showFile("plan.tessaloom", "the plan");
+    for (const int status : {401, 404, 500, 503}) {
+        server.misbehave(Match::on("*/secure/*").once(), Fault().status(status, "<html>sorry</html>", "text/html"));
+        list->reload();
+        tests::drainMainQueue();
+        downloadAndWait();
+        EXPECT_EQ(percent(), QStringLiteral("DONE")) << status;
+        EXPECT_EQ(contentsOf(target()), QByteArray("<html>sorry</html>")) << status;
+    }
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsAnErrorWhereverTheTransferBreaks)
+{
+    const std::string bytes = "a plan of thirty-two bytes......";
+    showFile("plan.tessaloom", bytes);
+    for (std::size_t at = 0; at < bytes.size(); ++at) {
+        server.misbehave(Match::on("*/secure/*").once(), Fault().close(Point::responseBody(std::int64_t(at))));
+        list->reload();
+        tests::drainMainQueue();
+        downloadAndWait();
+        expectFailure(QStringLiteral("The network connection was lost."));
+    }
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsAnErrorWhereverTheHeadBreaks)
+{
+    showFile("plan.tessaloom", "the plan");
+    for (const std::int64_t at : {0, 1, 12, 40}) {
+        for (const bool abruptly : {false, true}) {
+            const Point point = Point::responseHead(at);
+            server.misbehave(Match::on("*/secure/*").limited(2),
+                             abruptly ? Fault().reset(point) : Fault().close(point));
+            list->reload();
+            tests::drainMainQueue();
+            downloadAndWait();
+            expectFailure(QStringLiteral("The network connection was lost."));
+            server.behave();
+        }
+    }
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsThatTheServerIsGone)
+{
+    showFile("plan.tessaloom", "the plan");
+    auto json = QJsonObject{{QStringLiteral("filename"), QStringLiteral("plan.tessaloom")},
+                            {QStringLiteral("content"), QStringLiteral("http://127.0.0.1:1/plan")}};
+    show(tests::attachment(json));
+    downloadAndWait();
+    expectFailure(QStringLiteral("Could not connect to the server."));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsThatAnAttachmentHasNoContent)
+{
+    show(tests::attachmentNamed(QStringLiteral("plan.tessaloom")));
+    downloadAndWait();
+    expectFailure(QStringLiteral("unsupported URL"));
+    EXPECT_EQ(list->path(), folder + QStringLiteral("/plan.tessaloom.tessaloom"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, ADownloadAfterAFailureWorks)
+{
+    showFile("plan.tessaloom", "the plan");
+    server.misbehave(Match::on("*/secure/*").once(), Fault().close(Point::responseBody(3)));
+    downloadAndWait();
+    expectFailure(QStringLiteral("The network connection was lost."));
+    list->reload();
+    tests::drainMainQueue();
+    downloadAndWait();
+    EXPECT_EQ(percent(), QStringLiteral("DONE"));
+    EXPECT_EQ(error(), QString());
+    EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, TheEndOfALaterRequestClearsTheErrorOfAFailedDownload)
+{
+    showFile("plan.tessaloom", "the plan");
+    server.misbehave(Match::on("*/secure/*").once(), Fault().close(Point::responseBody(3)));
+    downloadAndWait();
+    client->getCurrentUser({});
+    ASSERT_TRUE(tests::waitUntil([this] { return error().isEmpty(); }));
+    EXPECT_EQ(percent(), QStringLiteral("0 %"));
+    EXPECT_EQ(bar(), 0);
+    EXPECT_FALSE(list->isDone());
+}
+
+// Cancel.
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, CancelEndsTheSheetAndTheDownloadBeforeTheAnswer)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndHold(Point::responseHead(0));
+    pressClose();
+    EXPECT_THAT(returnCodes, ElementsAre(0));
+    EXPECT_FALSE(list->window()->isVisible());
+    ASSERT_TRUE(tests::waitUntil([this] { return error() == QStringLiteral("cancelled"); }));
+    EXPECT_FALSE(list->isDone());
+    EXPECT_EQ(list->path(), folder + QStringLiteral("/plan.tessaloom.tessaloom"));
+    EXPECT_FALSE(platform::FileManager::fileExistsAtPath(target()));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, CancelEndsTheDownloadInItsMiddle)
+{
+    showSyntheticFile(1'000'000);
+    downloadAndHold(Point::responseBody(500'000));
+    ASSERT_TRUE(tests::waitUntil([this] { return bar() == 50; }));
+    pressClose();
+    EXPECT_THAT(returnCodes, ElementsAre(0));
+    ASSERT_TRUE(tests::waitUntil([this] { return error() == QStringLiteral("cancelled"); }));
+    EXPECT_FALSE(list->isDone());
+    EXPECT_THAT(QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), IsEmpty());
+    ASSERT_TRUE(tests::waitUntil([this] { return server.openConnectionCount() == 0; }));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, CancelWhenAllBytesButTheEndAreThere)
+{
+    showSyntheticFile(100'000);
+    server.misbehave(Match::on("*/secure/*").once(), Fault().withoutLength().hold(Point::responseBody(100'000)));
+    press();
+    waitForHeldAnswer();
+    ASSERT_TRUE(tests::waitUntil([this] { return bar() == 100 && percent() == QStringLiteral("100 %"); }));
+    pressClose();
+    ASSERT_TRUE(tests::waitUntil([this] { return error() == QStringLiteral("cancelled"); }));
+    EXPECT_FALSE(list->isDone());
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, CancelAfterTheEndKeepsTheFile)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndWait();
+    pressClose();
+    tests::drainMainQueue();
+    EXPECT_THAT(returnCodes, ElementsAre(0));
+    EXPECT_TRUE(list->isDone());
+    EXPECT_EQ(percent(), QStringLiteral("DONE"));
+    EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, CancelAfterAFailureEndsTheSheet)
+{
+    showFile("plan.tessaloom", "the plan");
+    server.misbehave(Match::on("*/secure/*").once(), Fault().close(Point::responseBody(3)));
+    downloadAndWait();
+    pressClose();
+    EXPECT_THAT(returnCodes, ElementsAre(0));
+    EXPECT_FALSE(list->isDone());
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, CancelTwiceEndsTheSheetOnce)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndHold(Point::responseBody(3));
+    list->cancalAction(nullptr);
+    list->cancalAction(nullptr);
+    ASSERT_TRUE(tests::waitUntil([this] { return error() == QStringLiteral("cancelled"); }));
+    list->cancalAction(nullptr);
+    tests::drainMainQueue();
+    EXPECT_THAT(returnCodes, ElementsAre(0));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, CancelInTheTurnOfTheStart)
+{
+    showFile("plan.tessaloom", "the plan");
+    press();
+    pressClose();
+    ASSERT_TRUE(tests::waitUntil([this] { return error() == QStringLiteral("cancelled"); }));
+    EXPECT_FALSE(list->isDone());
+}
+
+// Ends from outside.
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, ADownloadGoesOnWhenTheWindowsClose)
+{
+    showSyntheticFile(1'000'000);
+    downloadAndHold(Point::responseBody(500'000));
+    parent->close();
+    EXPECT_THAT(returnCodes, ElementsAre(platform::ModalResponse::Stop));
+    server.release();
+    waitForEnd();
+    EXPECT_TRUE(list->isDone());
+    EXPECT_EQ(contentsOf(target()).value_or(QByteArray()).size(), 1'000'000);
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, TheUserInterfaceStaysAliveDuringADownload)
+{
+    showSyntheticFile(200'000'000);
+    press();
+    std::chrono::nanoseconds longest{};
+    QElapsedTimer sinceTick;
+    sinceTick.start();
+    QTimer ticks;
+    QObject::connect(&ticks, &QTimer::timeout, [&] {
+        longest = std::max(longest, std::chrono::nanoseconds(sinceTick.nsecsElapsed()));
+        sinceTick.restart();
+    });
+    ticks.start(0);
+    QEventLoop loop;
+    QTimer done;
+    QObject::connect(&done, &QTimer::timeout, [&] {
+        if (list->isDone())
+            loop.quit();
+    });
+    done.start(1);
+    loop.exec();
+    // Far above what is wanted, so that only a wait for the network or the disk on the main thread fails it.
+    EXPECT_LT(longest, std::chrono::milliseconds(250));
+    EXPECT_EQ(QFileInfo(target()).size(), 200'000'000);
+}
+
+} // namespace

@@ -1,0 +1,294 @@
+#include "download/JAListAttachedFilesWindow.h"
+
+#include "tests/download/DownloadTest.h"
+
+#include <QElapsedTimer>
+#include <QScrollBar>
+#include <QtTest/QTest>
+
+#include <algorithm>
+
+namespace {
+
+using testing::ElementsAre;
+using tests::attachmentNamed;
+using tests::attachmentsNamed;
+using tests::cellAtRow;
+using tests::shownTitles;
+
+JAListAttachedFilesWindow::Attachments numbered(int count)
+{
+    JAListAttachedFilesWindow::Attachments attachments;
+    attachments.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+        attachments.push_back(attachmentNamed(QStringLiteral("%1.tessaloom").arg(i)));
+    return attachments;
+}
+
+class JAListAttachedFilesWindowListTest : public testing::Test
+{
+protected:
+    JAListAttachedFilesWindowListTest()
+    {
+        parent->beginSheet(list->window(), [this](int code) { returnCode = code; });
+        tests::drainMainQueue();
+        log.clear();
+    }
+
+    void show(const JAListAttachedFilesWindow::Attachments& attachments)
+    {
+        list->setAttachments(attachments);
+        list->reload();
+        tests::drainMainQueue();
+    }
+
+    void showOne(const QJsonObject& attachment) { show({tests::attachment(attachment)}); }
+
+    JAAttachedCell& cell(qint64 row = 0) const
+    {
+        auto* found = cellAtRow(*list, row);
+        EXPECT_NE(found, nullptr);
+        return *found;
+    }
+
+    QString sizeShownOf(qint64 bytes)
+    {
+        showOne({{QStringLiteral("size"), bytes}});
+        return cell().sizeLabel()->text();
+    }
+
+    std::chrono::nanoseconds timeToShow(int count)
+    {
+        list->setAttachments(numbered(count));
+        QElapsedTimer timer;
+        timer.start();
+        list->reload();
+        list->view()->repaint();
+        const std::chrono::nanoseconds time(timer.nsecsElapsed());
+        EXPECT_EQ(cell().titleLabel()->text(), QStringLiteral("0.tessaloom"));
+        return time;
+    }
+
+    tests::LogCapture log;
+    const std::shared_ptr<platform::Window> parent = tests::shownWindow();
+    std::shared_ptr<JAListAttachedFilesWindow> list = JAListAttachedFilesWindow::init();
+    std::optional<int> returnCode;
+};
+
+// The states.
+
+TEST_F(JAListAttachedFilesWindowListTest, ShowsTheEmptyViewWithoutAttachments)
+{
+    const QRectF before = list->window()->frame();
+    show({});
+    EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("self.attachments.count ::: 0")));
+    EXPECT_TRUE(list->noDataView()->isVisible());
+    EXPECT_FALSE(list->wrapperTableView()->isVisible());
+    EXPECT_FALSE(list->downloadView()->isVisible());
+    EXPECT_EQ(list->window()->frame(), QRectF(before.x(), before.y(), before.width(), 200));
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, ShowsTheListWithOneAttachment)
+{
+    show({});
+    log.clear();
+    const QRectF before = list->window()->frame();
+    show(attachmentsNamed({QStringLiteral("plan.tessaloom")}));
+    EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("self.attachments.count ::: 1")));
+    EXPECT_TRUE(list->wrapperTableView()->isVisible());
+    EXPECT_FALSE(list->noDataView()->isVisible());
+    EXPECT_FALSE(list->downloadView()->isVisible());
+    EXPECT_EQ(list->window()->frame(), QRectF(before.x(), before.y(), before.width(), 350));
+    EXPECT_THAT(shownTitles(*list), ElementsAre(QStringLiteral("plan.tessaloom")));
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, AReloadLeavesTheDownloadingState)
+{
+    show(attachmentsNamed({QStringLiteral("a")}));
+    list->setActualView(list->downloadView());
+    EXPECT_TRUE(list->downloadView()->isVisible());
+    EXPECT_FALSE(list->wrapperTableView()->isVisible());
+    EXPECT_EQ(list->window()->frame().height(), 200);
+    list->reload();
+    EXPECT_FALSE(list->downloadView()->isVisible());
+    EXPECT_TRUE(list->wrapperTableView()->isVisible());
+    EXPECT_EQ(list->window()->frame().height(), 350);
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, TheSheetCanBeLeftFromEveryState)
+{
+    for (const int count : {0, 1}) {
+        show(numbered(count));
+        EXPECT_NE(tests::closeButton(*list->window()), nullptr);
+    }
+    list->setActualView(list->downloadView());
+    EXPECT_NE(tests::closeButton(*list->window()), nullptr);
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, TheCloseButtonEndsTheSheet)
+{
+    show(numbered(1));
+    tests::click(tests::closeButton(*list->window()));
+    EXPECT_EQ(returnCode, 0);
+    EXPECT_FALSE(list->window()->isVisible());
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, EscapeEndsTheSheet)
+{
+    show(numbered(1));
+    QTest::keyClick(list->window()->widget(), Qt::Key_Escape);
+    EXPECT_EQ(returnCode, 0);
+}
+
+// The cells.
+
+TEST_F(JAListAttachedFilesWindowListTest, ListsTheAttachmentsInTheirOrder)
+{
+    const QStringList names = {QStringLiteral("b.tessaloom"), QStringLiteral("a.png"), QStringLiteral("c")};
+    show(attachmentsNamed(names));
+    EXPECT_EQ(shownTitles(*list), names);
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, ACellKnowsItsAttachment)
+{
+    const auto attachments = attachmentsNamed({QStringLiteral("a"), QStringLiteral("b")});
+    show(attachments);
+    EXPECT_EQ(cell(1).attachmetn(), attachments[1]);
+    EXPECT_EQ(cell(1).row(), 0);
+    EXPECT_EQ(cell(1).identifier(), QStringLiteral("jaAttachedCell"));
+    EXPECT_EQ(cell(1).downloadButton()->property("tag").toLongLong(), 1);
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, ShowsSizesInMegabytesOf1024Times1024Bytes)
+{
+    EXPECT_EQ(sizeShownOf(0), QStringLiteral("0.00 MB"));
+    EXPECT_EQ(sizeShownOf(2048), QStringLiteral("0.00 MB"));
+    EXPECT_EQ(sizeShownOf(3 * 512 * 1024), QStringLiteral("1.50 MB"));
+    EXPECT_EQ(sizeShownOf(10 * 1024 * 1024), QStringLiteral("10.00 MB"));
+    EXPECT_EQ(sizeShownOf(qint64(5) << 40), QStringLiteral("5242880.00 MB"));
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, ShowsDatesInTheUsersMediumStyle)
+{
+    showOne({{QStringLiteral("created"), QStringLiteral("2017-03-14T10:22:33.123+0100")}});
+    const QString expected = platform::DateFormatter::withMediumStyle().stringFromDate(
+        QDateTime(QDate(2017, 3, 14), QTime(9, 22, 33, 123), Qt::UTC));
+    EXPECT_EQ(cell().dateLabel()->text(), expected);
+    EXPECT_TRUE(expected.contains(QStringLiteral("2017")));
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, LeavesTheDateEmptyWhereItIsNone)
+{
+    const auto created = [](const char* text) {
+        return tests::attachment({{QStringLiteral("created"), QString::fromUtf8(text)}});
+    };
+    show({created("2017-03-14T10:22:33.123+0100"), created("yesterday"), created("2017-13-14T10:22:33.123+0100"),
+          created("2017-03-15T10:22:33.123+0100")});
+    EXPECT_NE(cell(0).dateLabel()->text(), QString());
+    EXPECT_EQ(cell(1).dateLabel()->text(), QString());
+    EXPECT_EQ(cell(2).dateLabel()->text(), QString());
+    EXPECT_NE(cell(3).dateLabel()->text(), QString());
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, ShowsAnAttachmentThatHasNothing)
+{
+    showOne({});
+    EXPECT_EQ(cell().titleLabel()->text(), QStringLiteral("(null)"));
+    EXPECT_EQ(cell().sizeLabel()->text(), QStringLiteral("0.00 MB"));
+    EXPECT_EQ(cell().dateLabel()->text(), QString());
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, TellsTheButtonsApartForThoseWhoCannotSeeThem)
+{
+    show(attachmentsNamed({QStringLiteral("a & b.tessaloom"), QStringLiteral("%1.tessaloom")}));
+    EXPECT_EQ(cell(0).downloadButton()->accessibleName(), QStringLiteral("Download a & b.tessaloom"));
+    EXPECT_EQ(cell(1).downloadButton()->accessibleName(), QStringLiteral("Download %1.tessaloom"));
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, ShortensLongNamesInTheMiddleAndKeepsThemAsToolTip)
+{
+    const QString name = QString(200, u'x') + QStringLiteral(".tessaloom");
+    show(attachmentsNamed({name}));
+    EXPECT_EQ(cell().titleLabel()->text(), name);
+    EXPECT_LE(cell().titleLabel()->geometry().right(), cell().sizeLabel()->geometry().left());
+    EXPECT_LE(cell().downloadButton()->geometry().right(), cell().width());
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, LinesUpSizesAndButtons)
+{
+    show({tests::attachment({{QStringLiteral("size"), 1}}),
+          tests::attachment({{QStringLiteral("filename"), QString(80, u'x')}, {QStringLiteral("size"), 734003200}})});
+    EXPECT_EQ(cell(0).sizeLabel()->geometry().right(), cell(1).sizeLabel()->geometry().right());
+    EXPECT_EQ(cell(0).downloadButton()->geometry(), cell(1).downloadButton()->geometry());
+    EXPECT_TRUE(cell(0).sizeLabel()->alignment().testFlag(Qt::AlignRight));
+}
+
+// Many rows, and rows of old.
+
+TEST_F(JAListAttachedFilesWindowListTest, MakesCellsForTheRowsInSightOnly)
+{
+    show(numbered(100'000));
+    EXPECT_EQ(list->tableView()->numberOfRows(), 100'000);
+    const auto fitting = list->tableView()->viewport()->height() / cell().height() + 1;
+    EXPECT_LE(list->tableView()->findChildren<JAAttachedCell*>().size(), fitting + 3);
+    list->tableView()->scrollRowToVisible(99'999);
+    EXPECT_EQ(cell(99'999).titleLabel()->text(), QStringLiteral("99999.tessaloom"));
+    EXPECT_LE(list->tableView()->findChildren<JAAttachedCell*>().size(), fitting + 3);
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, AHundredThousandAttachmentsOpenLikeTwenty)
+{
+    std::chrono::nanoseconds few = std::chrono::hours(1);
+    std::chrono::nanoseconds many = std::chrono::hours(1);
+    for (int round = 0; round < 7; ++round) {
+        few = std::min(few, timeToShow(20));
+        many = std::min(many, timeToShow(100'000));
+    }
+    EXPECT_LE(many.count(), 3 * few.count());
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, KeepsItsRowsUntilItIsReloaded)
+{
+    show(numbered(3));
+    log.clear();
+    list->setAttachments(numbered(1));
+    tests::drainMainQueue();
+    EXPECT_EQ(shownTitles(*list).size(), 3);
+    EXPECT_THAT(log.lines(), testing::IsEmpty());
+    list->reload();
+    EXPECT_EQ(shownTitles(*list).size(), 1);
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, RowsWhoseAttachmentsAreGoneHaveNoCell)
+{
+    show(numbered(1000));
+    list->setAttachments(numbered(2));
+    list->tableView()->scrollRowToVisible(900);
+    EXPECT_EQ(cellAtRow(*list, 900), nullptr);
+    list->tableView()->scrollRowToVisible(0);
+    EXPECT_EQ(cell(1).titleLabel()->text(), QStringLiteral("1.tessaloom"));
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, AButtonWhoseAttachmentIsGoneDoesNothing)
+{
+    show(numbered(2));
+    list->setAttachments(numbered(1));
+    log.clear();
+    tests::click(cell(1).downloadButton());
+    EXPECT_EQ(log.lines().value(0), QStringLiteral("Download Action 1"));
+    EXPECT_EQ(list->path(), std::nullopt);
+    EXPECT_TRUE(list->wrapperTableView()->isVisible());
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, GoesAwayWhileItIsASheet)
+{
+    show(numbered(30));
+    std::weak_ptr<JAListAttachedFilesWindow> weak = list;
+    list.reset();
+    tests::drainMainQueue();
+    EXPECT_TRUE(weak.expired());
+    EXPECT_EQ(returnCode, platform::ModalResponse::Stop);
+    EXPECT_EQ(parent->attachedSheet(), nullptr);
+}
+
+} // namespace

@@ -1,0 +1,215 @@
+#include "download/JAListAttachedFilesWindow.h"
+
+#include "platform/toolkit/Layer.h"
+#include "tests/download/DownloadTest.h"
+
+#include <limits>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const auto failure = platform::makeError(QStringLiteral("test"), 7, QStringLiteral("It did not work."));
+
+class JAListAttachedFilesWindowTest : public testing::Test
+{
+protected:
+    QString percent() const { return list->downloadPercent()->text(); }
+    QString error() const { return list->downloadError()->text(); }
+    int bar() const { return list->downloadProgressBar()->value(); }
+
+    tests::LogCapture log;
+    const std::shared_ptr<JAListAttachedFilesWindow> list = JAListAttachedFilesWindow::init();
+};
+
+TEST_F(JAListAttachedFilesWindowTest, IsLoadedInsideInit)
+{
+    EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("JAListAttachedFilesWindow windowWillLoad"),
+                                         QStringLiteral("JAListAttachedFilesWindow windowDidLoad")));
+    EXPECT_TRUE(list->isWindowLoaded());
+    EXPECT_EQ(list->window()->delegate().get(), list.get());
+    EXPECT_EQ(list->tableView()->dataSource(), list.get());
+    EXPECT_FALSE(list->isDone());
+    EXPECT_EQ(list->path(), std::nullopt);
+    EXPECT_THAT(list->attachments(), IsEmpty());
+}
+
+TEST_F(JAListAttachedFilesWindowTest, FindsEverythingInItsInterfaceFile)
+{
+    EXPECT_THAT(list->interfaceProblems(), IsEmpty());
+    EXPECT_EQ(list->window()->contentView(), list->view());
+    EXPECT_EQ(list->downloadProgressBar()->minimum(), 0);
+    EXPECT_EQ(list->downloadProgressBar()->maximum(), 100);
+}
+
+TEST_F(JAListAttachedFilesWindowTest, ShowsNothingOfADownloadBeforeThereIsOne)
+{
+    EXPECT_EQ(percent(), QString());
+    EXPECT_EQ(error(), QString());
+    EXPECT_EQ(bar(), 0);
+}
+
+TEST_F(JAListAttachedFilesWindowTest, LogsThatItIsShown)
+{
+    log.clear();
+    list->showWindow();
+    EXPECT_TRUE(list->window()->isVisible());
+    EXPECT_THAT(log.lines(), testing::Contains(QStringLiteral("JAListAttachedFilesWindow showWindow")));
+}
+
+TEST_F(JAListAttachedFilesWindowTest, StandsOnOpaqueWhite)
+{
+    ASSERT_NE(platform::Layer::layerOf(list->view()), nullptr);
+    EXPECT_EQ(platform::Layer::layerOf(list->view())->backgroundColor(), QColor(255, 255, 255, 255));
+}
+
+TEST_F(JAListAttachedFilesWindowTest, WritesDarkOnWhiteInADarkApplicationToo)
+{
+    const QPalette before = QApplication::palette();
+    QApplication::setPalette(QPalette(QColor(0x35, 0x35, 0x35), QColor(0x20, 0x20, 0x20)));
+    const auto inTheDark = JAListAttachedFilesWindow::init();
+    for (const QWidget* control : inTheDark->view()->findChildren<QWidget*>())
+        EXPECT_LT(control->palette().color(QPalette::WindowText).lightness(), 64)
+            << control->objectName().toStdString();
+    QApplication::setPalette(before);
+}
+
+// Progress.
+
+TEST_F(JAListAttachedFilesWindowTest, ShowsTheWholePercentWhileBytesArrive)
+{
+    list->updateDownload(21, 50, std::nullopt, false);
+    EXPECT_EQ(percent(), QStringLiteral("42 %"));
+    EXPECT_EQ(bar(), 42);
+    EXPECT_EQ(error(), QString());
+    EXPECT_FALSE(list->isDone());
+}
+
+TEST_F(JAListAttachedFilesWindowTest, CutsOffTheFraction)
+{
+    list->updateDownload(999, 1000, std::nullopt, false);
+    EXPECT_EQ(percent(), QStringLiteral("99 %"));
+    list->updateDownload(-999, 100000, std::nullopt, false);
+    EXPECT_EQ(percent(), QStringLiteral("0 %"));
+}
+
+TEST_F(JAListAttachedFilesWindowTest, RoundsToSinglePrecisionBeforeItCutsOff)
+{
+    log.clear();
+    // 100 / 49 * 49 is a little less than 100 in double precision.
+    list->updateDownload(49, 49, std::nullopt, false);
+    EXPECT_EQ(percent(), QStringLiteral("100 %"));
+    list->updateDownload(999'999'999, 1'000'000'000, std::nullopt, false);
+    EXPECT_EQ(percent(), QStringLiteral("100 %"));
+    EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("percent:100.000000 total:49 bytes: 49 0"),
+                                         QStringLiteral("percent:100.000000 total:1000000000 bytes: 999999999 0")));
+}
+
+TEST_F(JAListAttachedFilesWindowTest, CountsAnUnknownSizeAsOneByte)
+{
+    log.clear();
+    list->updateDownload(7, 0, std::nullopt, false);
+    EXPECT_EQ(percent(), QStringLiteral("700 %"));
+    EXPECT_EQ(bar(), 100);
+    EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("percent:700.000000 total:0 bytes: 7 0")));
+}
+
+TEST_F(JAListAttachedFilesWindowTest, ShowsMoreThanAHundredPercentOfASizeThatWasTooSmall)
+{
+    list->updateDownload(300, 200, std::nullopt, false);
+    EXPECT_EQ(percent(), QStringLiteral("150 %"));
+    EXPECT_EQ(bar(), 100);
+}
+
+TEST_F(JAListAttachedFilesWindowTest, ShowsPercentsBeyondTheRangeOfTheBarsNumbers)
+{
+    list->updateDownload(qint64(1) << 40, 0, std::nullopt, false);
+    EXPECT_EQ(percent(), QStringLiteral("109951162777600 %"));
+    EXPECT_EQ(bar(), 100);
+}
+
+TEST_F(JAListAttachedFilesWindowTest, TakesThePercentThatNoNumberHoldsAsTheLowest)
+{
+    list->updateDownload(std::numeric_limits<qint64>::max(), 0, std::nullopt, false);
+    EXPECT_EQ(percent(), QStringLiteral("-9223372036854775808 %"));
+    EXPECT_EQ(bar(), 0);
+}
+
+TEST_F(JAListAttachedFilesWindowTest, ShowsANegativeSizeAsItIs)
+{
+    list->updateDownload(50, -100, std::nullopt, false);
+    EXPECT_EQ(percent(), QStringLiteral("-50 %"));
+    EXPECT_EQ(bar(), 0);
+}
+
+TEST_F(JAListAttachedFilesWindowTest, SaysDoneWithAFullBar)
+{
+    list->updateDownload(10, 400, failure, false);
+    log.clear();
+    list->updateDownload(100, 400, std::nullopt, true);
+    EXPECT_EQ(percent(), QStringLiteral("DONE"));
+    EXPECT_EQ(bar(), 100);
+    EXPECT_EQ(error(), QString());
+    EXPECT_TRUE(list->isDone());
+    EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("percent:25.000000 total:400 bytes: 100 1")));
+}
+
+TEST_F(JAListAttachedFilesWindowTest, ShowsAnErrorUnderAFullBar)
+{
+    list->updateDownload(10, 400, std::nullopt, false);
+    log.clear();
+    list->updateDownload(0, 400, failure, false);
+    EXPECT_EQ(error(), QStringLiteral("It did not work."));
+    EXPECT_EQ(percent(), QString());
+    EXPECT_EQ(bar(), 100);
+    EXPECT_FALSE(list->isDone());
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
+TEST_F(JAListAttachedFilesWindowTest, AnErrorOutweighsTheEnd)
+{
+    list->updateDownload(100, 100, failure, true);
+    EXPECT_EQ(error(), QStringLiteral("It did not work."));
+    EXPECT_FALSE(list->isDone());
+}
+
+TEST_F(JAListAttachedFilesWindowTest, StaysDone)
+{
+    list->updateDownload(100, 100, std::nullopt, true);
+    list->updateDownload(0, 100, failure, false);
+    list->reload();
+    EXPECT_TRUE(list->isDone());
+}
+
+TEST_F(JAListAttachedFilesWindowTest, TakesErrorTextsLiterally)
+{
+    EXPECT_EQ(list->downloadError()->textFormat(), Qt::PlainText);
+    EXPECT_TRUE(list->downloadError()->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+}
+
+TEST_F(JAListAttachedFilesWindowTest, PrintsViewsWithOneMoreDashForEachLevel)
+{
+    QWidget root;
+    root.setObjectName(QStringLiteral("root"));
+    QLabel first(&root);
+    first.setObjectName(QStringLiteral("first"));
+    QWidget second(&root);
+    second.setObjectName(QStringLiteral("second"));
+    QLabel inner(&second);
+    inner.setObjectName(QStringLiteral("inner"));
+    log.clear();
+    list->printSubView(&root, QStringLiteral("+"));
+    EXPECT_THAT(log.lines(),
+                ElementsAre(QStringLiteral("+ <QWidget: root>"), QStringLiteral("-+ <QLabel: first>"),
+                            QStringLiteral("-+ <QWidget: second>"), QStringLiteral("--+ <QLabel: inner>")));
+}
+
+TEST_F(JAListAttachedFilesWindowTest, CancelDoesNothingWhereItIsNoSheet)
+{
+    list->showWindow();
+    list->cancalAction(nullptr);
+    EXPECT_TRUE(list->window()->isVisible());
+}
+
+} // namespace
