@@ -1,0 +1,200 @@
+#include "upload/JAUploadBodyViewController.h"
+
+#include "platform/toolkit/Alert.h"
+#include "platform/toolkit/Layer.h"
+#include "platform/toolkit/OpenPanel.h"
+#include "tests/upload/UploadTest.h"
+
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QtTest/QTest>
+
+namespace {
+
+using namespace tests;
+using namespace testing;
+
+class JAUploadBodyViewControllerTest : public UploadTest
+{
+};
+
+TEST_F(JAUploadBodyViewControllerTest, findsEverythingInItsInterfaceFile)
+{
+    EXPECT_EQ(panel->interfaceProblems(), QStringList());
+}
+
+TEST_F(JAUploadBodyViewControllerTest, opensUsableWithTheDocumentAndTheKeyField)
+{
+    EXPECT_TRUE(panel->uploadFileButton()->isEnabled());
+    EXPECT_TRUE(panel->taskTextField()->isEnabled());
+    EXPECT_FALSE(isShown(panel->shadow()));
+    EXPECT_TRUE(isShown(panel->uploadView()));
+    EXPECT_FALSE(isShown(panel->checkFileView()));
+    EXPECT_EQ(panel->taskTextField()->text(), QString());
+    EXPECT_FALSE(panel->uploadFileButton()->isFlat());
+}
+
+TEST_F(JAUploadBodyViewControllerTest, showsTheNameOfTheDocumentNotItsPath)
+{
+    panel->setNewPathFile(QStringLiteral("/a/b/c.tessaloom"), QStringLiteral("Shown.tessaloom"));
+
+    EXPECT_EQ(panel->filePath(), QStringLiteral("/a/b/c.tessaloom"));
+    EXPECT_EQ(panel->fileName(), QStringLiteral("Shown.tessaloom"));
+    EXPECT_EQ(panel->pathLabel()->text(), QStringLiteral("Shown.tessaloom"));
+}
+
+TEST_F(JAUploadBodyViewControllerTest, showsNothingForNoDocument)
+{
+    panel->setNewPathFile(std::nullopt, std::nullopt);
+
+    EXPECT_EQ(panel->filePath(), std::nullopt);
+    EXPECT_EQ(panel->fileName(), std::nullopt);
+    EXPECT_EQ(panel->pathLabel()->text(), QString());
+}
+
+TEST_F(JAUploadBodyViewControllerTest, showsOneOfItsTwoViews)
+{
+    panel->setUploadActualView(panel->checkFileView());
+    EXPECT_TRUE(isShown(panel->checkFileView()));
+    EXPECT_FALSE(isShown(panel->uploadView()));
+
+    panel->setUploadActualView(panel->uploadView());
+    EXPECT_FALSE(isShown(panel->checkFileView()));
+    EXPECT_TRUE(isShown(panel->uploadView()));
+}
+
+TEST_F(JAUploadBodyViewControllerTest, dimsThePanelWhileTheSessionIsInvalid)
+{
+    panel->jaInvalidSession();
+
+    EXPECT_FALSE(panel->uploadFileButton()->isEnabled());
+    EXPECT_FALSE(panel->taskTextField()->isEnabled());
+    EXPECT_TRUE(isShown(panel->shadow()));
+    drainMainQueue();
+    EXPECT_EQ(panel->shadow()->geometry(), panel->view()->rect());
+
+    panel->jaValidSession();
+
+    EXPECT_TRUE(panel->uploadFileButton()->isEnabled());
+    EXPECT_TRUE(panel->taskTextField()->isEnabled());
+    EXPECT_FALSE(isShown(panel->shadow()));
+}
+
+TEST_F(JAUploadBodyViewControllerTest, dimsWithBlackAtFourTenths)
+{
+    const auto* layer = platform::Layer::layerOf(panel->shadow());
+
+    ASSERT_NE(layer, nullptr);
+    ASSERT_TRUE(layer->backgroundColor().has_value());
+    EXPECT_EQ(layer->backgroundColor()->rgb(), qRgb(0, 0, 0));
+    EXPECT_NEAR(layer->backgroundColor()->alphaF(), 0.4, 0.001);
+}
+
+TEST_F(JAUploadBodyViewControllerTest, keepsTheShadowOverAllOfThePanel)
+{
+    panel->jaInvalidSession();
+    window->widget()->resize(window->widget()->size() + QSize(80, 50));
+    drainMainQueue();
+
+    EXPECT_EQ(panel->shadow()->geometry(), panel->view()->rect());
+}
+
+/// Answers the open dialog with a path, or cancels it without one.
+void answerOpenPanel(const QString& path)
+{
+    platform::OpenPanel::observeDialogs([path](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
+        if (path.isEmpty()) {
+            dialog.reject();
+            return;
+        }
+        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(path);
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
+    });
+}
+
+TEST_F(JAUploadBodyViewControllerTest, takesTheFileThatTheUserOpens)
+{
+    const LoneDocument other;
+    panel->setUploadActualView(panel->checkFileView());
+    answerOpenPanel(other.path());
+    click(panel->openFileButton());
+
+    EXPECT_EQ(panel->filePath(), other.path());
+    EXPECT_EQ(panel->fileName(), QStringLiteral("plan.tessaloom"));
+    EXPECT_EQ(panel->pathLabel()->text(), QStringLiteral("plan.tessaloom"));
+    EXPECT_EQ(log.lines(), QStringList(other.path()));
+}
+
+TEST_F(JAUploadBodyViewControllerTest, keepsTheDocumentWhenOpeningIsCancelled)
+{
+    panel->setUploadActualView(panel->checkFileView());
+    answerOpenPanel(QString());
+    click(panel->openFileButton());
+
+    EXPECT_EQ(panel->filePath(), document.path());
+    EXPECT_EQ(panel->fileName(), LoneDocument::name());
+    EXPECT_EQ(log.lines(), QStringList());
+}
+
+TEST_F(JAUploadBodyViewControllerTest, endsTheSheetThatItsWindowIs)
+{
+    const auto host = platform::Window::create(QStringLiteral("Host"), nullptr);
+    std::vector<int> codes;
+    window->orderOut();
+    host->makeKeyAndOrderFront();
+    host->beginSheet(window, [&codes](int code) { codes.push_back(code); });
+    click(panel->cancelButton());
+
+    EXPECT_THAT(codes, ElementsAre(platform::ModalResponse::Stop));
+}
+
+TEST_F(JAUploadBodyViewControllerTest, cancelsNothingInAWindowThatIsNoSheet)
+{
+    click(panel->cancelButton());
+
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(JAUploadBodyViewControllerTest, showsAlerts)
+{
+    QString title;
+    QString message;
+    platform::Alert::observeDialogs([&](QMessageBox& box) {
+        title = box.text();
+        message = box.informativeText();
+        EXPECT_EQ(box.icon(), QMessageBox::Warning);
+        box.accept();
+    });
+    panel->alert(QStringLiteral("Title"), QStringLiteral("What happened"));
+
+    EXPECT_EQ(title, QStringLiteral("Title"));
+    EXPECT_EQ(message, QStringLiteral("What happened"));
+}
+
+TEST_F(JAUploadBodyViewControllerTest, listsTheFilesBelowAFolder)
+{
+    const QDir folder(document.folder());
+    ASSERT_TRUE(folder.mkpath(QStringLiteral("inner/empty")));
+    QFile inner(folder.filePath(QStringLiteral("inner/page")));
+    ASSERT_TRUE(inner.open(QIODevice::WriteOnly));
+
+    const QStringList paths = panel->getRelativePath(folder.path());
+
+    EXPECT_THAT(std::vector<QString>(paths.begin(), paths.end()),
+                UnorderedElementsAre(QStringLiteral("plan.tessaloom"), QStringLiteral("inner/page")));
+    EXPECT_EQ(panel->getRelativePath(QStringLiteral("/no/such/folder")), QStringList());
+}
+
+TEST_F(JAUploadBodyViewControllerTest, walksWithTheTabKeyFromTheKeyToTheButtons)
+{
+    panel->taskTextField()->setFocus();
+    QTest::keyClick(panel->taskTextField(), Qt::Key_Tab);
+    EXPECT_EQ(window->widget()->focusWidget(), panel->cancelButton());
+    QTest::keyClick(panel->cancelButton(), Qt::Key_Tab);
+    EXPECT_EQ(window->widget()->focusWidget(), panel->uploadFileButton());
+}
+
+} // namespace

@@ -1,0 +1,240 @@
+#include "upload/JAUploadingWindow.h"
+
+#include "platform/toolkit/View.h"
+#include "tests/upload/JiraTest.h"
+
+#include <QScrollArea>
+#include <QtTest/QTest>
+
+#include <limits>
+
+namespace {
+
+using namespace tests;
+using namespace testing;
+
+/// The window as a sheet on another one.
+class JAUploadingWindowTest : public JiraTest
+{
+protected:
+    JAUploadingWindowTest()
+    {
+        parent->makeKeyAndOrderFront();
+        parent->beginSheet(sheet->window(), [this](int code) { codes.push_back(code); });
+    }
+
+    const std::shared_ptr<platform::Window> parent = platform::Window::create(QStringLiteral("Parent"), nullptr);
+    const std::shared_ptr<JAUploadingWindow> sheet = JAUploadingWindow::init();
+    std::vector<int> codes;
+};
+
+const platform::Error refused = platform::makeError(QStringLiteral("server"), 403, QStringLiteral("Not allowed here."));
+
+TEST_F(JAUploadingWindowTest, findsEverythingInItsInterfaceFile)
+{
+    EXPECT_EQ(sheet->interfaceProblems(), QStringList());
+}
+
+TEST_F(JAUploadingWindowTest, beginsWithTheUploadingViewAlone)
+{
+    EXPECT_TRUE(isShown(sheet->uploadingView()));
+    EXPECT_FALSE(isShown(sheet->errorView()));
+    EXPECT_FALSE(isShown(sheet->successView()));
+}
+
+TEST_F(JAUploadingWindowTest, fillsTheContainerWithEachOfItsViewsInOrder)
+{
+    const QList<QWidget*> views{sheet->uploadingView(), sheet->errorView(), sheet->successView()};
+
+    EXPECT_EQ(platform::subviews(sheet->containerView()), views);
+    for (const QWidget* view : views)
+        EXPECT_EQ(view->geometry(), sheet->containerView()->rect()) << view->objectName().toStdString();
+}
+
+TEST_F(JAUploadingWindowTest, keepsItsViewsAtTheSizeOfTheContainer)
+{
+    const QSize before = sheet->containerView()->size();
+    sheet->window()->widget()->resize(sheet->window()->widget()->size() + QSize(60, 40));
+    drainMainQueue();
+
+    EXPECT_EQ(sheet->containerView()->size(), before + QSize(60, 40));
+    EXPECT_EQ(sheet->uploadingView()->size(), before + QSize(60, 40));
+}
+
+TEST_F(JAUploadingWindowTest, showsTheBarAtOneForZeroPercent)
+{
+    sheet->setUploadingState(0, QStringLiteral("size is calculated"));
+
+    EXPECT_EQ(sheet->uploadingProgressBar()->value(), 1);
+    EXPECT_EQ(sheet->sizeLabel()->text(), QStringLiteral("size is calculated"));
+}
+
+TEST_F(JAUploadingWindowTest, keepsTheBarInsideItsRange)
+{
+    const std::vector<std::pair<qint64, int>> cases{
+        {std::numeric_limits<qint64>::min(), 1},  {-1, 1}, {1, 1}, {2, 2}, {50, 50}, {100, 100},
+        {std::numeric_limits<qint64>::max(), 100}};
+    for (const auto& [percent, shown] : cases) {
+        sheet->setUploadingState(percent, QString());
+        EXPECT_EQ(sheet->uploadingProgressBar()->value(), shown) << percent;
+    }
+}
+
+TEST_F(JAUploadingWindowTest, showsAnErrorWithItsDescription)
+{
+    sheet->setErrorState(refused);
+
+    EXPECT_EQ(sheet->errortitle()->text(), QStringLiteral("Error"));
+    EXPECT_EQ(sheet->errorMessage()->text(), QStringLiteral("Not allowed here."));
+    EXPECT_TRUE(isShown(sheet->errorView()));
+    EXPECT_FALSE(isShown(sheet->uploadingView()));
+    EXPECT_FALSE(isShown(sheet->successView()));
+}
+
+TEST_F(JAUploadingWindowTest, showsAnErrorWithoutDescription)
+{
+    sheet->setErrorState(platform::makeError(QStringLiteral("server"), 403, QString()));
+
+    EXPECT_EQ(sheet->errortitle()->text(), QStringLiteral("Error"));
+    EXPECT_EQ(sheet->errorMessage()->text(), QString());
+    EXPECT_TRUE(isShown(sheet->errorView()));
+}
+
+TEST_F(JAUploadingWindowTest, showsWhatTheServerSaysAsPlainTextThatCanBeCopied)
+{
+    const QString text = QStringLiteral("<b>no</b><img src='file:///etc/passwd'>");
+    sheet->setErrorState(platform::makeError(QStringLiteral("server"), 403, text));
+
+    EXPECT_EQ(sheet->errorMessage()->text(), text);
+    EXPECT_EQ(sheet->errorMessage()->textFormat(), Qt::PlainText);
+    EXPECT_TRUE(sheet->errorMessage()->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+}
+
+TEST_F(JAUploadingWindowTest, keepsALongErrorWithinReach)
+{
+    const QSize before = sheet->window()->widget()->size();
+    sheet->setErrorState(platform::makeError(QString(), 0, QStringLiteral("one more sentence. ").repeated(200)));
+    drainMainQueue();
+
+    EXPECT_EQ(sheet->window()->widget()->size(), before);
+    auto* area = sheet->errorView()->findChild<QScrollArea*>();
+    ASSERT_NE(area, nullptr);
+    EXPECT_GE(area->widget()->height(), sheet->errorMessage()->heightForWidth(sheet->errorMessage()->width()));
+    EXPECT_GT(area->widget()->height(), area->viewport()->height());
+}
+
+TEST_F(JAUploadingWindowTest, returnsFromAnErrorToProgress)
+{
+    sheet->setErrorState(refused);
+    sheet->setUploadingState(7, QStringLiteral(" 0.1 / 1.00 mb"));
+
+    EXPECT_TRUE(isShown(sheet->uploadingView()));
+    EXPECT_FALSE(isShown(sheet->errorView()));
+    EXPECT_EQ(sheet->uploadingProgressBar()->value(), 7);
+}
+
+TEST_F(JAUploadingWindowTest, saysDoneWhereTheSizeStoodAndChangesNothingElse)
+{
+    sheet->setUploadingState(64, QStringLiteral(" 0.6 / 1.00 mb"));
+    sheet->setSuccessState();
+
+    EXPECT_EQ(sheet->sizeLabel()->text(), QStringLiteral("DONE"));
+    EXPECT_EQ(sheet->uploadingProgressBar()->value(), 64);
+    EXPECT_TRUE(isShown(sheet->uploadingView()));
+    EXPECT_FALSE(isShown(sheet->successView()));
+}
+
+TEST_F(JAUploadingWindowTest, keepsTheErrorInSightThroughASuccess)
+{
+    sheet->setErrorState(refused);
+    sheet->setSuccessState();
+
+    EXPECT_TRUE(isShown(sheet->errorView()));
+    EXPECT_FALSE(isShown(sheet->uploadingView()));
+    EXPECT_EQ(sheet->errorMessage()->text(), QStringLiteral("Not allowed here."));
+    EXPECT_EQ(sheet->sizeLabel()->text(), QStringLiteral("DONE"));
+}
+
+TEST_F(JAUploadingWindowTest, showsTheSuccessViewToWhoeverAsksForIt)
+{
+    sheet->setActualView(sheet->successView());
+
+    EXPECT_TRUE(isShown(sheet->successView()));
+    EXPECT_FALSE(isShown(sheet->uploadingView()));
+    EXPECT_FALSE(isShown(sheet->errorView()));
+}
+
+TEST_F(JAUploadingWindowTest, callsItsButtonByWhatItDoes)
+{
+    sheet->setUploadingState(5, QString());
+    EXPECT_EQ(sheet->cancelButton()->text(), QStringLiteral("Cancel"));
+    sheet->setErrorState(refused);
+    EXPECT_EQ(sheet->cancelButton()->text(), QStringLiteral("Close"));
+    sheet->setUploadingState(5, QString());
+    EXPECT_EQ(sheet->cancelButton()->text(), QStringLiteral("Cancel"));
+    sheet->setSuccessState();
+    EXPECT_EQ(sheet->cancelButton()->text(), QStringLiteral("Close"));
+    EXPECT_EQ(sheet->cancelButton()->accessibleName(), QStringLiteral("Close"));
+}
+
+TEST_F(JAUploadingWindowTest, endsTheSheetWithCodeZeroWhileUploading)
+{
+    sheet->setUploadingState(5, QString());
+    click(sheet->cancelButton());
+
+    EXPECT_THAT(codes, ElementsAre(0));
+    EXPECT_FALSE(sheet->window()->isVisible());
+}
+
+TEST_F(JAUploadingWindowTest, endsTheSheetWithCodeZeroAfterAnError)
+{
+    sheet->setErrorState(refused);
+    click(sheet->cancelButton());
+
+    EXPECT_THAT(codes, ElementsAre(0));
+}
+
+TEST_F(JAUploadingWindowTest, endsTheSheetWithCodeZeroAfterASuccess)
+{
+    sheet->setSuccessState();
+    click(sheet->cancelButton());
+
+    EXPECT_THAT(codes, ElementsAre(0));
+}
+
+TEST_F(JAUploadingWindowTest, endsTheSheetAtTheEscapeKey)
+{
+    press(*sheet->window(), Qt::Key_Escape);
+
+    EXPECT_THAT(codes, ElementsAre(0));
+}
+
+TEST_F(JAUploadingWindowTest, cancelsNothingWhereItIsNoSheet)
+{
+    click(sheet->cancelButton());
+    sheet->cancelAction();
+
+    EXPECT_THAT(codes, ElementsAre(0));
+}
+
+TEST_F(JAUploadingWindowTest, keepsItsLastStateUntilTheNextCall)
+{
+    sheet->setErrorState(refused);
+    click(sheet->cancelButton());
+    parent->beginSheet(sheet->window(), {});
+
+    EXPECT_TRUE(isShown(sheet->errorView()));
+}
+
+TEST(JAUploadingWindowBeforeLoadingTest, takesEveryCallQuietly)
+{
+    const auto sheet = JAUploadingWindow::init();
+    sheet->setUploadingState(1, QString());
+    sheet->setErrorState(refused);
+    sheet->setSuccessState();
+
+    EXPECT_FALSE(sheet->isWindowLoaded());
+    EXPECT_EQ(sheet->sizeLabel(), nullptr);
+}
+
+} // namespace

@@ -1,0 +1,153 @@
+#include "tests/upload/UploadTest.h"
+
+#include <QFileInfo>
+#include <QProcess>
+#include <QSemaphore>
+#include <QThreadPool>
+
+namespace {
+
+using namespace tests;
+using namespace testing;
+
+/// What ends an upload, or its panel, before its time.
+class UploadEndingTest : public UploadTest
+{
+protected:
+    UploadEndingTest() { panel->setNewPathFile(large.path(), LoneDocument::name()); }
+
+    void startHeldUpload()
+    {
+        holdUploadsAfter(1 << 20);
+        upload();
+        waitForHeldExchange();
+    }
+
+    bool isFolderGone() const { return !QFileInfo::exists(large.folder()); }
+
+    LoneDocument large{QByteArray(8 << 20, 'x')};
+};
+
+TEST_F(UploadEndingTest, cancelsUnderWay)
+{
+    startHeldUpload();
+    click(sheet()->cancelButton());
+
+    EXPECT_EQ(window->attachedSheet(), nullptr);
+    EXPECT_FALSE(isShown(panel->shadow()));
+    EXPECT_TRUE(panel->taskTextField()->isEnabled());
+    ASSERT_TRUE(waitUntil([this] { return hasFailed(); }));
+    EXPECT_EQ(sheet()->errorMessage()->text(), QStringLiteral("cancelled"));
+    EXPECT_TRUE(isFolderGone());
+    EXPECT_TRUE(waitUntil([this] { return server.openConnectionCount() == 0; }));
+    EXPECT_TRUE(server.attachments("ABC-1").empty());
+}
+
+TEST_F(UploadEndingTest, cancelsBeforeTheUploadHasReallyBegun)
+{
+    QThreadPool::globalInstance()->setMaxThreadCount(1);
+    QSemaphore slowDisk;
+    QThreadPool::globalInstance()->start([&slowDisk] { slowDisk.acquire(); });
+    holdUploadsAfter(1 << 20);
+    upload();
+    click(sheet()->cancelButton());
+    ASSERT_EQ(window->attachedSheet(), nullptr);
+    slowDisk.release();
+
+    ASSERT_TRUE(waitUntil([this] { return hasFailed(); }));
+    EXPECT_EQ(sheet()->errorMessage()->text(), QStringLiteral("cancelled"));
+    EXPECT_TRUE(isFolderGone());
+    EXPECT_TRUE(server.attachments("ABC-1").empty());
+}
+
+TEST_F(UploadEndingTest, cancelsNothingAfterASuccess)
+{
+    upload();
+    ASSERT_EQ(outcome(), QStringLiteral("DONE"));
+    click(sheet()->cancelButton());
+    drainMainQueue();
+
+    EXPECT_FALSE(hasFailed());
+    EXPECT_EQ(server.attachments("ABC-1").size(), 1U);
+    EXPECT_EQ(log.lines().filter(QStringLiteral("before delete src")).size(), 1);
+}
+
+TEST_F(UploadEndingTest, uploadsAgainAfterACancel)
+{
+    startHeldUpload();
+    click(sheet()->cancelButton());
+    ASSERT_TRUE(waitUntil([this] { return hasFailed(); }));
+
+    server.behave();
+    panel->setNewPathFile(document.path(), LoneDocument::name());
+    upload();
+
+    EXPECT_EQ(outcome(), QStringLiteral("DONE"));
+    EXPECT_EQ(server.attachments("ABC-1").size(), 1U);
+}
+
+TEST_F(UploadEndingTest, goesOnWhenTheWindowCloses)
+{
+    startHeldUpload();
+    window->close();
+
+    EXPECT_EQ(window->attachedSheet(), nullptr);
+    EXPECT_FALSE(window->isVisible());
+    server.release();
+    ASSERT_TRUE(waitUntil([this] { return isDone(); }));
+    EXPECT_TRUE(isFolderGone());
+    ASSERT_EQ(server.attachments("ABC-1").size(), 1U);
+    EXPECT_EQ(server.attachments("ABC-1").at(0).size, 8 << 20);
+}
+
+TEST_F(UploadEndingTest, goesOnWhenThePanelIsLetGo)
+{
+    startHeldUpload();
+    const std::weak_ptr<JAUploadBodyViewController> letGo = panel;
+    window.reset();
+    panel.reset();
+    drainMainQueue();
+    EXPECT_FALSE(letGo.expired());
+    server.release();
+
+    EXPECT_TRUE(waitUntil([this] { return isFolderGone(); }));
+    EXPECT_EQ(server.attachments("ABC-1").size(), 1U);
+}
+
+TEST_F(UploadEndingTest, letsThePanelGoOnceTheUploadHasEnded)
+{
+    upload();
+    ASSERT_EQ(outcome(), QStringLiteral("DONE"));
+    const std::weak_ptr<JAUploadBodyViewController> letGo = panel;
+    window.reset();
+    panel.reset();
+
+    EXPECT_TRUE(waitUntil([&letGo] { return letGo.expired(); }));
+    client->uploadCallBack()(1, 2);
+    drainMainQueue();
+}
+
+class QuitUnderWayTest : public UploadEndingTest, public WithParamInterface<const char*>
+{
+};
+
+TEST_P(QuitUnderWayTest, leavesTheHostWithoutACrash)
+{
+    holdUploadsAfter(1 << 20);
+    QProcess host;
+    host.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    host.start(QStringLiteral(UPLOAD_HOST), {QString::number(server.port()), large.path(), QLatin1String(GetParam())});
+    ASSERT_TRUE(waitUntil([this] { return server.heldCount() == 1; }));
+    host.write("quit\n");
+    ASSERT_TRUE(waitUntil([&host] { return host.state() == QProcess::NotRunning; }));
+
+    EXPECT_EQ(host.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(host.exitCode(), 0);
+    EXPECT_TRUE(server.attachments("ABC-1").empty());
+    EXPECT_TRUE(QFileInfo::exists(large.path()));
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, QuitUnderWayTest, Values("quit", "exit"),
+                         [](const auto& way) { return std::string(way.param); });
+
+} // namespace
