@@ -78,7 +78,8 @@ Step Visit::lookUp(QString key)
     m_stage.journal.note(QStringLiteral("type the key %1 and press Show documents").arg(key));
     co_await user::type(panel().issueKeyTextField(), key);
     co_await user::click(panel().getAttachButton());
-    co_await m_stage.until(QStringLiteral("the list comes up"), [&] { return m_entry.window()->attachedSheet(); });
+    co_await m_stage.until(QStringLiteral("the list comes up"),
+                           [&] { return m_entry.window()->attachedSheet() != nullptr; });
     co_await InNextTurn();
 }
 
@@ -169,7 +170,8 @@ Step downloadTour(Stage& stage)
 {
     co_await stage.chooseInFileMenu(QStringLiteral("New"));
     co_await stage.chooseInFileMenu(QStringLiteral("Open from Jira…"));
-    co_await stage.until(QStringLiteral("a window runs"), [] { return platform::Application::modalWindow(); });
+    co_await stage.until(QStringLiteral("a window runs"),
+                         [] { return platform::Application::modalWindow() != nullptr; });
     const auto entry = std::dynamic_pointer_cast<JMWindowController>(JAController::sharedInstance()->delegate());
     Visit visit(stage, *entry);
     co_await visit.logIn();

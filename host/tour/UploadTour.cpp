@@ -106,7 +106,8 @@ Step startUpload(Stage& stage, TLJiraUpload& upload)
     stage.journal.note(QStringLiteral("type the key LOOM-9 and press Upload"));
     co_await user::type(panel->taskTextField(), QStringLiteral("LOOM-9"));
     co_await user::click(panel->uploadFileButton());
-    co_await stage.until(QStringLiteral("the progress sheet is up"), [&] { return upload.window()->attachedSheet(); });
+    co_await stage.until(QStringLiteral("the progress sheet is up"),
+                         [&] { return upload.window()->attachedSheet() != nullptr; });
 }
 
 Step upload(Stage& stage, TLJiraUpload& upload)
