@@ -18,11 +18,11 @@ Commands:
   logout                     end the session and forget the server
 
 Options:
-  --password-stdin           login: read the password as one line of standard input
+  --password-stdin           login: read the password from standard input
   --all                      attachments: everything, in the server's order
   --json                     session, whoami, attachments: print one JSON value
   --name NAME                upload: the attachment's name, if not the file's
-  --to PATH                  download: a file to make, or a folder to put it into
+  --to PATH                  download: a file to make, or a folder to put it in
   --connect-to HOST:PORT:ADDR:PORT
                              connect to ADDR:PORT for HOST:PORT; may be repeated
   --verbose                  show the log on standard error

@@ -1,5 +1,6 @@
 #include "cli/TransferRate.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace cli {
@@ -15,8 +16,7 @@ constexpr double longestTimeLeft = 100 * 3600.0;
 void TransferRate::addSample(qint64 bytes, Time time)
 {
     m_samples.push_back({bytes, time});
-    // The newest of those that are as old as the window stays, as its beginning.
-    while (m_samples.size() > 2 && m_samples[1].time <= time - window)
+    while (m_samples.size() > 1 && m_samples[1].time <= time - window)
         m_samples.pop_front();
 }
 
@@ -24,8 +24,16 @@ std::optional<double> TransferRate::bytesPerSecond(Time now) const
 {
     if (m_samples.empty() || now - m_samples.front().time < shortest)
         return std::nullopt;
-    const std::chrono::duration<double> elapsed = now - m_samples.front().time;
-    return static_cast<double>(m_samples.back().bytes - m_samples.front().bytes) / elapsed.count();
+    const Sample& first = start(now);
+    const std::chrono::duration<double> elapsed = now - first.time;
+    return static_cast<double>(m_samples.back().bytes - first.bytes) / elapsed.count();
+}
+
+const TransferRate::Sample& TransferRate::start(Time now) const
+{
+    const auto later = std::find_if(m_samples.begin() + 1, m_samples.end(),
+                                    [now](const Sample& sample) { return sample.time > now - window; });
+    return *(later - 1);
 }
 
 std::optional<std::chrono::seconds> TransferRate::timeLeft(qint64 total, Time now) const

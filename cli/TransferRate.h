@@ -31,6 +31,9 @@ private:
         Time time = {};
     };
 
+    /// The newest sample that is as old as the window; before there is one, the first.
+    const Sample& start(Time now) const;
+
     std::deque<Sample> m_samples;
 };
 

@@ -100,7 +100,7 @@ TEST_F(DownloadCommand, KeepsHostileNamesInTheFolder)
 {
     attach("../../../evil.tessaloom", "bytes");
     attach("/tmp/evil\n\x1b[2J", "bytes");
-    attach("..", "bytes");
+    server.addAttachment("ABC-1", {.fileName = "up", .bytes = "bytes", .json = {.set = {{u"filename"_s, u".."_s}}}});
     EXPECT_EQ(run(words("download ABC-1 10000")), Result({0, printed(u".._.._.._evil.tessaloom"_s), {}}));
     EXPECT_EQ(run(words("download ABC-1 10001")), Result({0, printed(u"_tmp_evil__[2J"_s), {}}));
     EXPECT_EQ(run(words("download ABC-1 10002")), Result({0, printed(u"_"_s), {}}));

@@ -13,7 +13,7 @@ using cli::progressLine;
 TEST(ProgressLine, ShowsShareBarBytesRateAndTimeLeft)
 {
     EXPECT_EQ(progressLine({45'100'000, 100'000'000, 12'300'000.0, 5s}, 79),
-              u" 45% [##########-------------] 45.1 MB of 100.0 MB  12.3 MB/s  0:05 left       "_s);
+              u" 45% [###########--------------] 45.1 MB of 100.0 MB  12.3 MB/s  0:05 left     "_s);
 }
 
 TEST(ProgressLine, LeavesOutWhatIsNotKnown)
@@ -43,13 +43,15 @@ TEST(ProgressLine, WritesMinutesAndHours)
 
 TEST(ProgressLine, IsFullAtTheEndAndForNothing)
 {
-    EXPECT_TRUE(progressLine({10, 10, std::nullopt, std::nullopt}, 79).startsWith(u"100% [#######################]"_s));
+    EXPECT_TRUE(
+        progressLine({10, 10, std::nullopt, std::nullopt}, 79).startsWith(u"100% [#########################]"_s));
     EXPECT_TRUE(progressLine({0, 0, std::nullopt, std::nullopt}, 79).startsWith(u"100% "_s));
 }
 
 TEST(ProgressLine, NeverPassesOneHundredPercent)
 {
-    EXPECT_TRUE(progressLine({30, 10, std::nullopt, std::nullopt}, 79).startsWith(u"100% [#######################]"_s));
+    EXPECT_TRUE(
+        progressLine({30, 10, std::nullopt, std::nullopt}, 79).startsWith(u"100% [#########################]"_s));
 }
 
 } // namespace

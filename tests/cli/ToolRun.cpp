@@ -36,11 +36,6 @@ void ToolRun::sendSignal(int number) const
     ::kill(static_cast<pid_t>(m_process.processId()), number);
 }
 
-void ToolRun::closeOutput()
-{
-    m_process.closeReadChannel(QProcess::StandardOutput);
-}
-
 int ToolRun::status()
 {
     if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(60000))

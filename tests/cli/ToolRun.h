@@ -18,8 +18,6 @@ public:
     /// Closes its standard input behind `bytes`.
     void sendInput(const QByteArray& bytes);
     void sendSignal(int number) const;
-    /// Nothing more is read from its standard output.
-    void closeOutput();
 
     /// Waits for the end; 1000 and the signal's number when a signal ended it, -1 when it does not end.
     int status();

@@ -61,6 +61,8 @@ TEST(TransferRate, SinksWhileNothingMoves)
     EXPECT_EQ(rate.bytesPerSecond(2000ms), 2000.0);
     EXPECT_EQ(rate.bytesPerSecond(4000ms), 1000.0);
     EXPECT_EQ(rate.timeLeft(8000, 4000ms), 4s);
+    EXPECT_EQ(rate.bytesPerSecond(6000ms), 0.0);
+    EXPECT_EQ(rate.timeLeft(8000, 6000ms), std::nullopt);
 }
 
 TEST(TransferRate, HasNoTimeLeftWhenNothingHasMoved)
