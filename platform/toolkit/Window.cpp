@@ -9,54 +9,11 @@
 #include "platform/toolkit/WindowDelegate.h"
 #include "platform/toolkit/WindowWidget.h"
 
-#include <QGuiApplication>
-#include <QScreen>
-#include <QWindow>
-
-#include <cmath>
-
 namespace platform {
 
 namespace {
 
 constexpr Qt::WindowFlags windowStyle = Qt::Window;
-#ifdef Q_OS_MACOS
-constexpr Qt::WindowFlags sheetStyle = Qt::Sheet;
-#else
-constexpr Qt::WindowFlags sheetStyle = Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
-#endif
-
-std::optional<QMargins> pretendedDecorations;
-
-QRect primaryScreen()
-{
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? screen->geometry() : QRect();
-}
-
-// The platform's y of a line is its distance from the lower edge of the screen; the same rule leads back.
-QRectF flipped(const QRectF& rect)
-{
-    const QRectF screen = primaryScreen();
-    return QRectF(rect.x() - screen.x(), screen.bottom() - rect.y() - rect.height(), rect.width(), rect.height());
-}
-
-QRect unflipped(const QRectF& frame)
-{
-    const QRectF screen = primaryScreen();
-    const QRectF rect(frame.x() + screen.x(), screen.bottom() - frame.y() - frame.height(), frame.width(),
-                      frame.height());
-    return rect.toRect();
-}
-
-QRect keptInside(QRect rect, const QRect& area)
-{
-    rect.moveRight(std::min(rect.right(), area.right()));
-    rect.moveBottom(std::min(rect.bottom(), area.bottom()));
-    rect.moveLeft(std::max(rect.left(), area.left()));
-    rect.moveTop(std::max(rect.top(), area.top()));
-    return rect;
-}
 
 bool takesTab(const QWidget* control)
 {
@@ -127,106 +84,6 @@ std::shared_ptr<WindowDelegate> Window::delegate() const
 {
     return m_delegate.lock();
 }
-
-// Frames.
-
-QMargins Window::decorations() const
-{
-    if (pretendedDecorations)
-        return *pretendedDecorations;
-    const QWindow* handle = m_widget->windowHandle();
-    return handle ? handle->frameMargins() : QMargins();
-}
-
-void Window::pretendDecorations(std::optional<QMargins> margins)
-{
-    pretendedDecorations = margins;
-}
-
-QRect Window::contentRect() const
-{
-    return m_animation->target().value_or(m_widget->geometry());
-}
-
-QRectF Window::frame() const
-{
-    return flipped(contentRect().marginsAdded(decorations()));
-}
-
-void Window::setFrame(const QRectF& frame, bool display, bool animate)
-{
-    m_isPlaced = true;
-    placeContentRect(unflipped(frame).marginsRemoved(decorations()), animate);
-    if (display && m_content && m_widget->isVisible())
-        m_content->repaint();
-}
-
-// The content has its final size before the edges start to move: whoever measures it meanwhile finds it in step with
-// frame(), and it is laid out once, not at every step.
-void Window::placeContentRect(const QRect& rect, bool smoothly)
-{
-    const QRect target(rect.topLeft(), rect.size().expandedTo(QSize(0, 0)));
-    m_widget->setMinimumSize(0, 0);
-    layOutContent(target.size());
-    m_animation->moveTo(target, smoothly);
-    takeAlong();
-}
-
-void Window::moveBy(const QPoint& distance)
-{
-    placeContentRect(contentRect().translated(distance), false);
-}
-
-void Window::center()
-{
-    const QScreen* screen = m_widget->screen();
-    if (!screen)
-        return;
-    m_isPlaced = true;
-    QRect rect = contentRect().marginsAdded(decorations());
-    rect.moveCenter(screen->availableGeometry().center());
-    placeContentRect(rect.marginsRemoved(decorations()), false);
-}
-
-void Window::layOutContent(const QSize& size)
-{
-    if (!m_content)
-        return;
-    m_content->setGeometry(QRect(QPoint(0, 0), size));
-    if (!m_content->isVisible())
-        layoutSubtreeIfNeeded(m_content);
-}
-
-void Window::limitUserToContent()
-{
-    if (m_content && !m_animation->target())
-        m_widget->setMinimumSize(m_content->minimumSizeHint().boundedTo(m_widget->size()).expandedTo(QSize(0, 0)));
-}
-
-void Window::takeAlong()
-{
-    const QPoint distance = contentRect().topLeft() - m_lastOrigin;
-    if (distance.isNull())
-        return;
-    m_lastOrigin += distance;
-    m_children->parentMoved(distance);
-    m_sheets->parentMoved(distance);
-}
-
-void Window::geometryChanged()
-{
-    if (!m_animation->target())
-        layOutContent(m_widget->size());
-    limitUserToContent();
-    takeAlong();
-}
-
-void Window::contentWantsLayout()
-{
-    limitUserToContent();
-}
-
-// On screen and off.
 
 bool Window::isVisible() const
 {
@@ -357,92 +214,6 @@ void Window::setApplicationModal(bool modal)
     m_widget->setWindowModality(modality);
     if (wasVisible)
         show();
-}
-
-// Sheets.
-
-void Window::beginSheet(const std::shared_ptr<Window>& sheet, SheetCompletion completion)
-{
-    if (sheet)
-        m_sheets->begin(sheet, std::move(completion));
-}
-
-void Window::endSheet(const std::shared_ptr<Window>& sheet, int returnCode)
-{
-    if (sheet)
-        m_sheets->end(sheet, returnCode);
-}
-
-std::shared_ptr<Window> Window::sheetParent() const
-{
-    return m_sheetParent.lock();
-}
-
-std::shared_ptr<Window> Window::attachedSheet() const
-{
-    return m_sheets->attached();
-}
-
-void Window::becomeSheetOf(const std::shared_ptr<Window>& parent)
-{
-    orderOut();
-    m_sheetParent = parent;
-}
-
-void Window::leaveSheet()
-{
-    m_sheetParent.reset();
-    orderOut();
-    delete m_sheetEdge;
-    if (QWindow* handle = m_widget->windowHandle())
-        handle->setTransientParent(nullptr);
-}
-
-void Window::showAsSheet()
-{
-    const std::shared_ptr<Window> parent = sheetParent();
-    if (!parent)
-        return;
-    setStyle(sheetStyle, Qt::WindowModal);
-    m_widget->setAttribute(Qt::WA_QuitOnClose, false);
-    m_widget->winId();
-    m_widget->windowHandle()->setTransientParent(parent->m_widget->windowHandle());
-
-    const QRect below = parent->contentRect();
-    QRect rect = contentRect();
-    rect.moveTo(below.left() + (below.width() - rect.width()) / 2, below.top() + decorations().top());
-    placeContentRect(keptInside(rect, parent->m_widget->screen()->availableGeometry()), false);
-    show();
-    drawSheetEdge();
-    m_widget->activateWindow();
-    focusFirstControl();
-}
-
-void Window::drawSheetEdge()
-{
-    if (!m_sheetEdge)
-        m_sheetEdge = new SheetEdge(m_widget.get());
-    m_sheetEdge->setVisible(decorations().isNull());
-    m_sheetEdge->raise();
-}
-
-// Child windows.
-
-void Window::addChildWindow(const std::shared_ptr<Window>& child, Ordered ordered)
-{
-    if (child && child.get() != this)
-        m_children->add(child, ordered);
-}
-
-void Window::removeChildWindow(const std::shared_ptr<Window>& child)
-{
-    if (child)
-        m_children->remove(child);
-}
-
-std::shared_ptr<Window> Window::parentWindow() const
-{
-    return m_parentWindow.lock();
 }
 
 QWidget* Window::widget() const
