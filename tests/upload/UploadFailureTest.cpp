@@ -187,7 +187,7 @@ TEST_F(UploadFailureTest, leavesTheWorkingFolderAloneWithoutADocument)
 
 TEST_F(UploadFailureTest, uploadsAgainAfterAFailure)
 {
-    answerUploadsWith(Fault().reset(Point::responseHead(0)));
+    answerUploadsWith(Fault().reset(Point::requestBody(1)));
     upload();
     ASSERT_EQ(outcome(), QStringLiteral("The network connection was lost."));
     click(sheet()->cancelButton());

@@ -1,0 +1,288 @@
+#include "shell/JAHeadViewController.h"
+
+#include "constants/FrameworkBundle.h"
+#include "shell/JALoginWindow.h"
+#include "standin/Avatar.h"
+#include "tests/upload/JiraTest.h"
+
+#include <QBuffer>
+#include <QRandomGenerator>
+
+namespace {
+
+using namespace tests;
+using namespace testing;
+using standin::Fault;
+using standin::Match;
+using standin::Point;
+
+const std::string userPath = "/rest/api/2/myself";
+const std::string avatarPath = "/secure/useravatar";
+
+class JAHeadViewControllerTest : public JiraTest
+{
+protected:
+    explicit JAHeadViewControllerTest(const standin::Options& options = {})
+        : JiraTest(options)
+        , header(JAHeadViewController::initWithNibName(
+              QStringLiteral("JAHeadViewController"),
+              platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier))))
+        , window(platform::Window::create(QStringLiteral("Header"), header->view()))
+    {
+        window->makeKeyAndOrderFront();
+    }
+
+    QStringList names() const
+    {
+        return {header->nameLabel()->text(), header->displayNameLabel()->text(), header->emailLabel()->text()};
+    }
+
+    bool waitForAvatar()
+    {
+        return waitUntil([this] { return !header->avatarImage()->image().isNull(); });
+    }
+
+    void fill()
+    {
+        logIn();
+        header->setOkSessionView();
+        ASSERT_TRUE(waitForAvatar());
+        forgetThePast();
+    }
+
+    void loadAvatar(const Fault& answer)
+    {
+        server.misbehave(Match::on(avatarPath), answer);
+        header->setAvatarByURL(address + QStringLiteral("secure/useravatar"));
+    }
+
+    QPushButton* button(const char* name) const
+    {
+        return window->widget()->findChild<QPushButton*>(QLatin1String(name));
+    }
+
+    std::shared_ptr<JAHeadViewController> header;
+    std::shared_ptr<platform::Window> window;
+    const QStringList janesNames{QStringLiteral("jane"), QStringLiteral("Jane Doe"),
+                                 QStringLiteral("jane@example.test")};
+};
+
+TEST_F(JAHeadViewControllerTest, findsEverythingInItsInterfaceFile)
+{
+    EXPECT_EQ(header->interfaceProblems(), QStringList());
+}
+
+TEST_F(JAHeadViewControllerTest, beginsEmptyAndLookingForASession)
+{
+    EXPECT_EQ(names(), QStringList({QString(), QString(), QString()}));
+    EXPECT_TRUE(header->avatarImage()->image().isNull());
+    EXPECT_FALSE(isShown(header->okSessionView()));
+    EXPECT_TRUE(header->findSessionProgressIndicator()->isAnimating());
+    EXPECT_NE(header->jaLoginWindow(), nullptr);
+    EXPECT_EQ(header->okSessionView()->parentWidget(), header->view());
+}
+
+TEST_F(JAHeadViewControllerTest, keepsThePanelAtTheSizeOfTheHeader)
+{
+    EXPECT_EQ(header->okSessionView()->geometry(), header->view()->rect());
+    window->widget()->resize(window->widget()->size() + QSize(100, 20));
+    drainMainQueue();
+
+    EXPECT_EQ(header->okSessionView()->geometry(), header->view()->rect());
+}
+
+TEST_F(JAHeadViewControllerTest, doesNothingWithoutASession)
+{
+    client->setHost(address);
+    header->setOkSessionView();
+    drainMainQueue();
+
+    EXPECT_FALSE(isShown(header->okSessionView()));
+    EXPECT_TRUE(server.requests().empty());
+    EXPECT_EQ(names(), QStringList({QString(), QString(), QString()}));
+}
+
+TEST_F(JAHeadViewControllerTest, showsWhoIsLoggedIn)
+{
+    logIn();
+    header->setOkSessionView();
+    EXPECT_TRUE(isShown(header->okSessionView()));
+    EXPECT_EQ(names(), QStringList({QString(), QString(), QString()}));
+
+    ASSERT_TRUE(waitForAvatar());
+    EXPECT_EQ(names(), janesNames);
+    EXPECT_EQ(header->avatarImage()->image(), QImage::fromData(QByteArray::fromStdString(standin::avatarPng(48))));
+    EXPECT_TRUE(header->findSessionProgressIndicator()->isAnimating());
+}
+
+TEST_F(JAHeadViewControllerTest, fetchesTheAvatarUnderTheSession)
+{
+    logIn();
+    header->setOkSessionView();
+    ASSERT_TRUE(waitForAvatar());
+
+    ASSERT_EQ(server.requests(avatarPath).size(), 1U);
+    EXPECT_THAT(server.requests(avatarPath).at(0).header("Cookie"), HasSubstr("JSESSIONID="));
+}
+
+TEST_F(JAHeadViewControllerTest, emptiesTheLabelsWhenTheServerDoesNotSayWhoItIs)
+{
+    fill();
+    server.misbehave(Match::on(userPath), Fault().status(500, "{}", "application/json"));
+    header->setOkSessionView();
+
+    ASSERT_TRUE(waitUntil([this] { return header->nameLabel()->text().isEmpty(); }));
+    EXPECT_EQ(names(), QStringList({QString(), QString(), QString()}));
+    drainMainQueue();
+    EXPECT_FALSE(header->avatarImage()->image().isNull());
+    EXPECT_TRUE(server.requests(avatarPath).empty());
+}
+
+class WithoutAddressesTest : public JAHeadViewControllerTest
+{
+protected:
+    WithoutAddressesTest()
+        : JAHeadViewControllerTest([] {
+            standin::Options options;
+            options.emailAddresses = false;
+            return options;
+        }())
+    {
+    }
+};
+
+TEST_F(WithoutAddressesTest, leavesTheAddressEmptyWhereTheServerHidesIt)
+{
+    fill();
+
+    EXPECT_EQ(names(), QStringList({QStringLiteral("jane"), QStringLiteral("Jane Doe"), QString()}));
+}
+
+TEST_F(JAHeadViewControllerTest, showsNamesAsPlainTextWhateverTheyHold)
+{
+    for (const QLabel* label : {header->nameLabel(), header->displayNameLabel(), header->emailLabel()})
+        EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->objectName().toStdString();
+}
+
+TEST_F(JAHeadViewControllerTest, keepsTheAvatarWhenTheNextOneDoesNotCome)
+{
+    fill();
+    const QImage before = header->avatarImage()->image();
+    header->setAvatarByURL(deadAddress);
+    header->setAvatarByURL(std::nullopt);
+    ASSERT_TRUE(waitUntil([this] { return log.lines().filter(QStringLiteral("Error task")).size() >= 2; }));
+    drainMainQueue();
+
+    EXPECT_EQ(header->avatarImage()->image(), before);
+}
+
+TEST_F(JAHeadViewControllerTest, clearsTheAvatarForBytesThatAreNoPicture)
+{
+    fill();
+    loadAvatar(Fault().status(200, "no picture", "image/png"));
+
+    EXPECT_TRUE(waitUntil([this] { return header->avatarImage()->image().isNull(); }));
+}
+
+TEST_F(JAHeadViewControllerTest, clearsTheAvatarForNoBytesAtAll)
+{
+    fill();
+    loadAvatar(Fault().status(204));
+
+    EXPECT_TRUE(waitUntil([this] { return header->avatarImage()->image().isNull(); }));
+}
+
+TEST_F(JAHeadViewControllerTest, takesAPictureWhateverTheStatus)
+{
+    logIn();
+    loadAvatar(Fault().status(404, standin::avatarPng(16), "image/png"));
+
+    ASSERT_TRUE(waitForAvatar());
+    EXPECT_EQ(header->avatarImage()->image().size(), QSize(16, 16));
+}
+
+std::string noise(const QSize& size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    QRandomGenerator random(1);
+    random.fillRange(reinterpret_cast<quint32*>(image.bits()), image.sizeInBytes() / 4);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG", 100);
+    return buffer.data().toStdString();
+}
+
+TEST_F(JAHeadViewControllerTest, shrinksAHugePicture)
+{
+    logIn();
+    const std::string picture = noise(QSize(2600, 2000));
+    ASSERT_GT(picture.size(), 15U << 20);
+    loadAvatar(Fault().status(200, picture, "image/png"));
+
+    ASSERT_TRUE(waitForAvatar());
+    EXPECT_EQ(header->avatarImage()->image().size(), QSize(256, 197));
+}
+
+TEST_F(JAHeadViewControllerTest, doesNotWaitForAnAvatarThatNeverComes)
+{
+    server.misbehave(Match::on(avatarPath), Fault().hold(Point::responseBody(10)));
+    logIn();
+    header->setOkSessionView();
+    waitForHeldExchange();
+
+    EXPECT_EQ(names(), janesNames);
+    EXPECT_TRUE(header->avatarImage()->image().isNull());
+    EXPECT_TRUE(button("logoutButton")->isEnabled());
+
+    const std::weak_ptr<JAHeadViewController> letGo = header;
+    window.reset();
+    header.reset();
+    server.release();
+    EXPECT_TRUE(waitUntil([&letGo] { return letGo.expired(); }));
+}
+
+TEST_F(JAHeadViewControllerTest, keepsTheLastUserThroughALogout)
+{
+    fill();
+    click(button("logoutButton"));
+    ASSERT_TRUE(waitUntil(
+        [this] { return server.finishedRequestCount() == server.requestCount() && server.sessionCount() == 0; }));
+    drainMainQueue();
+
+    EXPECT_EQ(server.lastRequest().method, "DELETE");
+    EXPECT_EQ(names(), janesNames);
+    EXPECT_FALSE(header->avatarImage()->image().isNull());
+    EXPECT_TRUE(isShown(header->okSessionView()));
+}
+
+TEST_F(JAHeadViewControllerTest, logsInThroughASheet)
+{
+    click(button("loginButton"));
+    const auto form = header->jaLoginWindow();
+    ASSERT_EQ(window->attachedSheet(), form->window());
+    type(form->hostTextField(), address);
+    type(form->emailTextField(), QStringLiteral("jane"));
+    type(form->passwordTextField(), QStringLiteral("secret"));
+    click(form->loginButton());
+
+    ASSERT_TRUE(waitForAvatar());
+    EXPECT_EQ(window->attachedSheet(), nullptr);
+    EXPECT_EQ(names(), janesNames);
+    EXPECT_TRUE(isShown(header->okSessionView()));
+}
+
+TEST_F(JAHeadViewControllerTest, ignoresASheetThatEndsWithAnotherCode)
+{
+    logIn();
+    for (const int code : {0, 2, -1, -1000}) {
+        header->loginAction();
+        ASSERT_EQ(window->attachedSheet(), header->jaLoginWindow()->window());
+        window->endSheet(header->jaLoginWindow()->window(), code);
+    }
+    drainMainQueue();
+
+    EXPECT_TRUE(server.requests().empty());
+    EXPECT_FALSE(isShown(header->okSessionView()));
+}
+
+} // namespace

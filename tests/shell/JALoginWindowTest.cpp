@@ -1,0 +1,279 @@
+#include "shell/JALoginWindow.h"
+
+#include "constants/JAConstants.h"
+#include "platform/foundation/UserDefaults.h"
+#include "tests/upload/JiraTest.h"
+
+#include <QtTest/QTest>
+
+namespace {
+
+using namespace tests;
+using namespace testing;
+using standin::Fault;
+using standin::Match;
+
+class JALoginWindowTest : public JiraTest
+{
+protected:
+    JALoginWindowTest() { form->window()->makeKeyAndOrderFront(); }
+
+    void fillIn(const QString& host, const QString& user, const QString& password)
+    {
+        type(form->hostTextField(), host);
+        type(form->emailTextField(), user);
+        type(form->passwordTextField(), password);
+    }
+
+    void logInWith(const QString& host, const QString& user, const QString& password)
+    {
+        fillIn(host, user, password);
+        click(form->loginButton());
+        ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
+    }
+
+    QString error() const { return form->errorLabel()->text(); }
+
+    std::shared_ptr<JALoginWindow> form = JALoginWindow::init();
+    const QString jane = QStringLiteral("jane");
+    const QString secret = QStringLiteral("secret");
+};
+
+TEST_F(JALoginWindowTest, findsEverythingInItsInterfaceFile)
+{
+    EXPECT_EQ(form->interfaceProblems(), QStringList());
+}
+
+TEST_F(JALoginWindowTest, beginsIdle)
+{
+    EXPECT_TRUE(form->loginButton()->isEnabled());
+    EXPECT_FALSE(form->loginButton()->isFlat());
+    EXPECT_FALSE(isShown(form->spiner()));
+    EXPECT_EQ(error(), QString());
+    EXPECT_EQ(form->hostTextField()->text(), QString());
+    EXPECT_EQ(form->hostTextField()->placeholderText(), QStringLiteral("https://jira.example.com"));
+    EXPECT_EQ(form->passwordTextField()->echoMode(), QLineEdit::Password);
+    EXPECT_EQ(form->window()->widget()->focusWidget(), form->hostTextField());
+}
+
+TEST_F(JALoginWindowTest, walksWithTheTabKeyThroughFieldsAndButtons)
+{
+    const QWidget* order[] = {form->emailTextField(), form->passwordTextField(), form->cancelButton(),
+                              form->loginButton()};
+    form->hostTextField()->setFocus();
+    for (const QWidget* next : order) {
+        QTest::keyClick(form->window()->widget()->focusWidget(), Qt::Key_Tab);
+        EXPECT_EQ(form->window()->widget()->focusWidget(), next) << next->objectName().toStdString();
+    }
+}
+
+TEST_F(JALoginWindowTest, showsThatALoginIsUnderWay)
+{
+    server.misbehave(Match::on("POST", "/rest/auth/1/session"), Fault().hold(standin::Point::responseHead(0)));
+    fillIn(address, jane, secret);
+    click(form->loginButton());
+    waitForHeldExchange();
+
+    EXPECT_FALSE(form->loginButton()->isEnabled());
+    EXPECT_TRUE(isShown(form->spiner()));
+    EXPECT_TRUE(form->spiner()->isAnimating());
+
+    QTest::mouseClick(form->loginButton(), Qt::LeftButton);
+    press(*form->window(), Qt::Key_Return);
+    server.release();
+    ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
+
+    EXPECT_FALSE(isShown(form->spiner()));
+    EXPECT_EQ(server.requests("/rest/auth/1/session").size(), 1U);
+}
+
+TEST_F(JALoginWindowTest, sendsWhatIsTyped)
+{
+    logInWith(address, QStringLiteral(" jane "), QStringLiteral("p\"w ü"));
+
+    EXPECT_EQ(QByteArray::fromStdString(server.lastRequest().body),
+              QStringLiteral("{\"password\":\"p\\\"w ü\",\"username\":\" jane \"}").toUtf8());
+}
+
+TEST_F(JALoginWindowTest, savesTheAddressAsItIsTyped)
+{
+    const QString typed = QStringLiteral("http://jira.example.test/with/path");
+    logInWith(typed, jane, secret);
+
+    EXPECT_EQ(platform::UserDefaults::standardUserDefaults().stringForKey(kJiraURL), typed);
+    EXPECT_EQ(client->jiraHost(), address);
+    EXPECT_THAT(log.lines(), Contains(QStringLiteral("host: ") + typed));
+}
+
+TEST_F(JALoginWindowTest, logsInAtTheReturnKey)
+{
+    fillIn(address, jane, secret);
+    press(*form->window(), Qt::Key_Return);
+
+    ASSERT_TRUE(waitUntil([this] { return client->jaSession() != nullptr; }));
+    EXPECT_EQ(error(), QString());
+}
+
+TEST_F(JALoginWindowTest, tellsOfAWrongPassword)
+{
+    logInWith(address, jane, QStringLiteral("wrong"));
+
+    EXPECT_EQ(error(), QStringLiteral("Incorrect login or password"));
+    EXPECT_THAT(log.lines(), Contains(QStringLiteral("error: <QLabel: errorLabel> The operation couldn’t be completed. "
+                                                     "(invalid sessioin error 401.)")));
+}
+
+TEST_F(JALoginWindowTest, tellsOfACaptchaThatHasToBeSolved)
+{
+    server.requireCaptcha("jane");
+    logInWith(address, jane, secret);
+
+    EXPECT_EQ(error(), QStringLiteral("The operation couldn’t be completed. (invalid sessioin error 403.)"));
+}
+
+TEST_F(JALoginWindowTest, tellsOfAPageInsteadOfAnAnswer)
+{
+    server.misbehave({}, Fault().status(503, "<html>Maintenance</html>", "text/html"));
+    logInWith(address, jane, secret);
+
+    EXPECT_EQ(error(), QStringLiteral("The operation couldn’t be completed. (invalid sessioin error 503.)"));
+}
+
+TEST_F(JALoginWindowTest, takesAnyAnswerWithStatus200ForALogin)
+{
+    server.misbehave({}, Fault().status(200, "<html>Welcome</html>", "text/html"));
+    logInWith(address, jane, secret);
+
+    EXPECT_EQ(error(), QString());
+    EXPECT_NE(client->jaSession(), nullptr);
+}
+
+TEST_F(JALoginWindowTest, tellsOfAServerThatIsDown)
+{
+    logInWith(deadAddress, jane, secret);
+
+    EXPECT_EQ(error(), QStringLiteral("Could not connect to the server."));
+}
+
+TEST_F(JALoginWindowTest, sendsEmptyFieldsAsTheyAre)
+{
+    logInWith(address, QString(), QString());
+
+    EXPECT_EQ(server.lastRequest().body, R"({"password":"","username":""})");
+    EXPECT_EQ(error(), QStringLiteral("Incorrect login or password"));
+}
+
+TEST_F(JALoginWindowTest, tellsOfAnEmptyAddress)
+{
+    logInWith(QString(), jane, secret);
+
+    EXPECT_EQ(error(), QStringLiteral("unsupported URL"));
+    EXPECT_TRUE(server.requests().empty());
+}
+
+TEST_F(JALoginWindowTest, tellsOfAnAddressWithoutAScheme)
+{
+    logInWith(QStringLiteral("jira.example.test"), jane, secret);
+
+    EXPECT_EQ(error(), QStringLiteral("unsupported URL"));
+    EXPECT_TRUE(server.requests().empty());
+}
+
+TEST_F(JALoginWindowTest, keepsTheErrorThroughTheNextLogin)
+{
+    logInWith(address, jane, QStringLiteral("wrong"));
+    type(form->passwordTextField(), secret);
+    click(form->loginButton());
+    EXPECT_EQ(error(), QStringLiteral("Incorrect login or password"));
+    ASSERT_TRUE(waitUntil([this] { return client->jaSession() != nullptr; }));
+    drainMainQueue();
+
+    EXPECT_EQ(error(), QStringLiteral("Incorrect login or password"));
+}
+
+TEST_F(JALoginWindowTest, showsErrorsAsPlainTextThatCanBeCopied)
+{
+    EXPECT_EQ(form->errorLabel()->textFormat(), Qt::PlainText);
+    EXPECT_TRUE(form->errorLabel()->wordWrap());
+    EXPECT_TRUE(form->errorLabel()->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+}
+
+TEST_F(JALoginWindowTest, livesUntilItsLoginHasEnded)
+{
+    const std::weak_ptr<JALoginWindow> letGo = form;
+    server.misbehave({}, Fault().hold(standin::Point::responseHead(0)));
+    fillIn(address, jane, secret);
+    click(form->loginButton());
+    waitForHeldExchange();
+    form.reset();
+    drainMainQueue();
+    EXPECT_FALSE(letGo.expired());
+    server.release();
+
+    EXPECT_TRUE(waitUntil([&letGo] { return letGo.expired(); }));
+}
+
+/// The form as the sheet of another window.
+class LoginSheetTest : public JALoginWindowTest
+{
+protected:
+    LoginSheetTest()
+    {
+        form->window()->orderOut();
+        parent->makeKeyAndOrderFront();
+        parent->beginSheet(form->window(), [this](int code) { codes.push_back(code); });
+    }
+
+    const std::shared_ptr<platform::Window> parent = platform::Window::create(QStringLiteral("Parent"), nullptr);
+    std::vector<int> codes;
+};
+
+TEST_F(LoginSheetTest, endsWithCodeOneAfterALogin)
+{
+    logInWith(address, jane, secret);
+
+    EXPECT_THAT(codes, ElementsAre(1));
+    EXPECT_FALSE(form->window()->isVisible());
+}
+
+TEST_F(LoginSheetTest, staysUpAfterAFailure)
+{
+    logInWith(address, jane, QStringLiteral("wrong"));
+
+    EXPECT_THAT(codes, IsEmpty());
+    EXPECT_TRUE(form->window()->isVisible());
+}
+
+TEST_F(LoginSheetTest, isNotEndedByItsOwnCancelButton)
+{
+    click(form->cancelButton());
+
+    EXPECT_THAT(codes, IsEmpty());
+    EXPECT_TRUE(form->window()->isVisible());
+}
+
+TEST_F(JALoginWindowTest, endsTheSheetThatItsParentWindowIs)
+{
+    const auto host = platform::Window::create(QStringLiteral("Host"), nullptr);
+    const auto entry = platform::Window::create(QStringLiteral("Entry"), nullptr);
+    entry->addChildWindow(form->window(), platform::Window::Ordered::Below);
+    std::vector<int> codes;
+    host->makeKeyAndOrderFront();
+    host->beginSheet(entry, [&codes](int code) { codes.push_back(code); });
+    form->cancelAction();
+
+    EXPECT_THAT(codes, ElementsAre(0));
+}
+
+TEST_F(JALoginWindowTest, cancelsNothingWhereNothingIsASheet)
+{
+    const auto entry = platform::Window::create(QStringLiteral("Entry"), nullptr);
+    entry->makeKeyAndOrderFront();
+    click(form->cancelButton());
+    entry->addChildWindow(form->window(), platform::Window::Ordered::Below);
+    form->cancelAction();
+
+    EXPECT_TRUE(entry->isVisible());
+}
+
+} // namespace

@@ -1,0 +1,165 @@
+#include "platform/toolkit/Application.h"
+#include "platform/toolkit/View.h"
+#include "tests/shell/TLJiraUploadTest.h"
+
+#include <QTimer>
+
+namespace {
+
+using namespace tests;
+using namespace testing;
+
+/// How both session-switching controllers treat their window, seen on the upload window.
+class SessionWindowControllerTest : public TLJiraUploadTest
+{
+protected:
+    ~SessionWindowControllerTest() override { platform::Window::pretendDecorations(std::nullopt); }
+
+    /// Shows the window with its login form, and with a frame 4 wide at the sides and below and a title bar of 30.
+    void openDecorated()
+    {
+        platform::Window::pretendDecorations(QMargins(4, 30, 4, 4));
+        open();
+        ASSERT_TRUE(waitForLoginForm());
+        forgetThePast();
+    }
+};
+
+TEST_F(SessionWindowControllerTest, takesTheSizeOfTheContainerAndItsPlaceFromTheUpperRightCorner)
+{
+    openDecorated();
+    entry->window()->setFrame(QRectF(200, 100, 608, 434), false);
+    ASSERT_EQ(entry->view()->size(), QSize(600, 400));
+    entry->downloadViewContainer()->resize(500, 320);
+    log.clear();
+    entry->setActualView(entry->downloadViewContainer());
+
+    // x = 200 + 608 - 500, y = 100 + 434 - 320, width = 500 + 8, height = 320 + 34
+    EXPECT_EQ(entry->window()->frame(), QRectF(308, 214, 508, 354));
+    EXPECT_EQ(log.lines(),
+              QStringList({QStringLiteral(" {{0, 0}, {600, 400}}"), QStringLiteral(" {{200, 100}, {608, 434}}"),
+                           QStringLiteral(" {{308, 214}, {508, 354}}")}));
+}
+
+TEST_F(SessionWindowControllerTest, movesItsUpperRightCornerOutwardsByTheDecorationsAtEverySwitch)
+{
+    openDecorated();
+    entry->window()->setFrame(QRectF(200, 100, 608, 434), false);
+    const QRectF before = entry->window()->frame();
+    double top = before.y() + before.height();
+    double right = before.x() + before.width();
+    for (QWidget* container : {entry->downloadViewContainer(), entry->loginViewContainer(), entry->loginViewContainer(),
+                               entry->downloadViewContainer()}) {
+        entry->setActualView(container);
+        const QRectF frame = entry->window()->frame();
+        EXPECT_EQ(frame.y() + frame.height(), top + 34);
+        EXPECT_EQ(frame.x() + frame.width(), right + 8);
+        top += 34;
+        right += 8;
+    }
+}
+
+TEST_F(SessionWindowControllerTest, staysInItsCornerWithoutDecorations)
+{
+    platform::Window::pretendDecorations(QMargins());
+    open();
+    ASSERT_TRUE(waitForLoginForm());
+    entry->window()->setFrame(QRectF(200, 100, 600, 400), false);
+    entry->downloadViewContainer()->resize(500, 320);
+    entry->setActualView(entry->downloadViewContainer());
+
+    EXPECT_EQ(entry->window()->frame(), QRectF(300, 180, 500, 320));
+}
+
+TEST_F(SessionWindowControllerTest, showsTheContainerAloneAtTheOriginInItsOwnSize)
+{
+    openDecorated();
+    entry->downloadViewContainer()->resize(500, 320);
+    entry->downloadViewContainer()->hide();
+    entry->setActualView(entry->downloadViewContainer());
+
+    EXPECT_EQ(platform::subviews(entry->view()), QList<QWidget*>{entry->downloadViewContainer()});
+    EXPECT_EQ(entry->downloadViewContainer()->geometry(), QRect(0, 0, 500, 320));
+    EXPECT_FALSE(entry->downloadViewContainer()->isHidden());
+}
+
+TEST_F(SessionWindowControllerTest, keepsTheContainerInStepWithTheWindowThatTheUserResizes)
+{
+    openDecorated();
+    entry->window()->widget()->resize(700, 500);
+    drainMainQueue();
+
+    EXPECT_EQ(entry->loginViewContainer()->size(), QSize(700, 500));
+    EXPECT_EQ(entry->jaLoginWindow()->view()->size(), QSize(700, 500));
+}
+
+TEST_F(SessionWindowControllerTest, givesTheLoginContainerTheSizeOfTheForm)
+{
+    const QSize size = JALoginWindow::init()->window()->contentView()->size();
+    openDecorated();
+
+    EXPECT_EQ(entry->loginViewContainer()->size(), size);
+    EXPECT_EQ(entry->window()->frame().size(), QSizeF(size + QSize(8, 34)));
+}
+
+TEST_F(SessionWindowControllerTest, keepsTheFormsOwnWindowAsAnInvisibleChild)
+{
+    open();
+
+    EXPECT_EQ(entry->jaLoginWindow()->window()->parentWindow(), entry->window());
+    EXPECT_FALSE(entry->jaLoginWindow()->window()->isVisible());
+    EXPECT_EQ(entry->jaLoginWindow()->view()->parentWidget(), entry->loginViewContainer());
+}
+
+TEST_F(SessionWindowControllerTest, fillsItsAreasWithHeaderAndBody)
+{
+    logIn();
+    open();
+    ASSERT_TRUE(waitForBody());
+    QWidget* body = entry->bodyViewController()->view();
+    QWidget* header = entry->headViewController()->view();
+
+    EXPECT_EQ(body->parentWidget(), entry->bodyView());
+    EXPECT_EQ(body->geometry(), entry->bodyView()->rect());
+    EXPECT_EQ(header->parentWidget(), entry->headView());
+    EXPECT_EQ(header->geometry(), entry->headView()->rect());
+    EXPECT_GE(body->height(), body->minimumSizeHint().height());
+    EXPECT_GE(header->height(), header->minimumSizeHint().height());
+    EXPECT_EQ(entry->bodyViewController()->representedObject(),
+              QVariant::fromValue<qint64>(platform::subviews(body).size()));
+    EXPECT_EQ(entry->headViewController()->representedObject(),
+              QVariant::fromValue<qint64>(platform::subviews(header).size()));
+}
+
+TEST_F(SessionWindowControllerTest, takesSessionNewsQuietlyBeforeItsWindowIsLoaded)
+{
+    entry = TLJiraUpload::init();
+    entry->jaInvalidSession();
+    entry->jaValidSession();
+    drainMainQueue();
+
+    EXPECT_FALSE(entry->isWindowLoaded());
+    EXPECT_EQ(entry->view(), nullptr);
+}
+
+TEST_F(SessionWindowControllerTest, endsAModalRunWhenItsWindowCloses)
+{
+    openDecorated();
+    QTimer::singleShot(0, [this] { entry->window()->widget()->close(); });
+    const int code = platform::Application::runModalForWindow(entry->window());
+
+    EXPECT_EQ(code, platform::ModalResponse::Stop);
+    EXPECT_EQ(log.lines(), QStringList(QStringLiteral("JAWindowController windowWillClose")));
+    EXPECT_EQ(client->delegate(), entry);
+}
+
+TEST_F(SessionWindowControllerTest, closesWithoutAModalRun)
+{
+    openDecorated();
+    entry->window()->close();
+
+    EXPECT_EQ(log.lines(), QStringList(QStringLiteral("JAWindowController windowWillClose")));
+    EXPECT_FALSE(entry->window()->isVisible());
+}
+
+} // namespace

@@ -1,0 +1,268 @@
+#include "tests/shell/TLJiraUploadTest.h"
+
+#include "constants/JAConstants.h"
+#include "platform/foundation/UserDefaults.h"
+
+#include <QFileInfo>
+
+namespace tests {
+
+TLJiraUploadTest::TLJiraUploadTest()
+{
+    platform::UserDefaults::standardUserDefaults().setObject(true, kClearCache);
+}
+
+void TLJiraUploadTest::open()
+{
+    entry = TLJiraUpload::initWithName(LoneDocument::name(), document.path());
+    entry->showWindow();
+}
+
+bool TLJiraUploadTest::waitForLoginForm()
+{
+    return waitUntil([this] { return isShown(entry->jaLoginWindow()->view()); });
+}
+
+bool TLJiraUploadTest::waitForBody()
+{
+    return waitUntil([this] { return isShown(entry->bodyViewController()->uploadView()); });
+}
+
+void TLJiraUploadTest::logInThroughTheForm(const QString& password)
+{
+    const auto form = entry->jaLoginWindow();
+    type(form->hostTextField(), address);
+    type(form->emailTextField(), QStringLiteral("jane"));
+    type(form->passwordTextField(), password);
+    click(form->loginButton());
+    ASSERT_TRUE(waitUntil([&form] { return form->loginButton()->isEnabled(); }));
+}
+
+QStringList TLJiraUploadTest::names() const
+{
+    const auto header = entry->headViewController();
+    return {header->nameLabel()->text(), header->displayNameLabel()->text(), header->emailLabel()->text()};
+}
+
+} // namespace tests
+
+namespace {
+
+using namespace tests;
+using namespace testing;
+
+const QStringList janesNames{QStringLiteral("jane"), QStringLiteral("Jane Doe"), QStringLiteral("jane@example.test")};
+
+TEST_F(TLJiraUploadTest, findsEverythingInItsInterfaceFiles)
+{
+    open();
+
+    EXPECT_EQ(entry->interfaceProblems(), QStringList());
+    EXPECT_EQ(entry->bodyViewController()->interfaceProblems(), QStringList());
+    EXPECT_EQ(entry->headViewController()->interfaceProblems(), QStringList());
+    EXPECT_EQ(entry->jaLoginWindow()->interfaceProblems(), QStringList());
+}
+
+TEST_F(TLJiraUploadTest, keepsNameAndPathOfTheDocument)
+{
+    entry = TLJiraUpload::initWithName(QStringLiteral("Name"), QStringLiteral("/a/path"));
+    const auto other = TLJiraUpload::init();
+
+    EXPECT_NE(entry, other);
+    EXPECT_EQ(entry->name(), QStringLiteral("Name"));
+    EXPECT_EQ(entry->path(), QStringLiteral("/a/path"));
+    EXPECT_EQ(other->name(), std::nullopt);
+    EXPECT_EQ(other->path(), std::nullopt);
+}
+
+TEST_F(TLJiraUploadTest, takesOverTheClientWithoutLoadingItsWindow)
+{
+    client->setPathFile(QStringLiteral("/another"));
+    entry = TLJiraUpload::init();
+
+    EXPECT_EQ(client->pathFile(), QString());
+    EXPECT_EQ(client->delegate(), entry);
+    EXPECT_FALSE(entry->isWindowLoaded());
+    EXPECT_NE(entry->headViewController(), nullptr);
+    EXPECT_NE(entry->jaLoginWindow(), nullptr);
+    ASSERT_EQ(log.lines().size(), 1);
+    EXPECT_EQ(log.lines().at(0), QStringLiteral("?? ") + describe(std::static_pointer_cast<platform::NibOwner>(
+                                                             entry->bodyViewController())));
+    EXPECT_THAT(log.lines().at(0).toStdString(), StartsWith("?? <JAUploadBodyViewController: 0x"));
+}
+
+TEST_F(TLJiraUploadTest, logsOutAtTheFirstRunOnly)
+{
+    auto& defaults = platform::UserDefaults::standardUserDefaults();
+    defaults.removeObjectForKey(kClearCache);
+    logIn();
+    const auto session = JALoginObject::restoreSession();
+    entry = TLJiraUpload::initWithName(std::nullopt, std::nullopt);
+
+    EXPECT_TRUE(defaults.boolForKey(QStringLiteral("kClearCach0")));
+    EXPECT_EQ(client->jiraHost(), std::nullopt);
+    EXPECT_EQ(JALoginObject::restoreSession(), session);
+    ASSERT_TRUE(waitUntil([this] { return server.requests().size() == 1; }));
+    EXPECT_EQ(server.lastRequest().method, "DELETE");
+
+    client->setHost(address);
+    entry = TLJiraUpload::initWithName(std::nullopt, std::nullopt);
+    drainMainQueue();
+    EXPECT_EQ(client->jiraHost(), address);
+    EXPECT_EQ(server.requests().size(), 1U);
+}
+
+TEST_F(TLJiraUploadTest, asksForALoginWithoutASession)
+{
+    open();
+    EXPECT_FALSE(isShown(entry->jaLoginWindow()->view()));
+    EXPECT_FALSE(isShown(entry->bodyViewController()->view()));
+
+    ASSERT_TRUE(waitForLoginForm());
+    EXPECT_FALSE(isShown(entry->bodyViewController()->view()));
+    EXPECT_EQ(names(), QStringList({QString(), QString(), QString()}));
+    EXPECT_EQ(entry->window()->widget()->focusWidget(), entry->jaLoginWindow()->hostTextField());
+}
+
+TEST_F(TLJiraUploadTest, goesToWorkWithASavedSession)
+{
+    logIn();
+    open();
+
+    ASSERT_TRUE(waitForBody());
+    EXPECT_FALSE(isShown(entry->jaLoginWindow()->view()));
+    EXPECT_EQ(entry->bodyViewController()->pathLabel()->text(), LoneDocument::name());
+    EXPECT_EQ(entry->bodyViewController()->filePath(), document.path());
+    EXPECT_EQ(entry->window()->widget()->focusWidget(), entry->bodyViewController()->taskTextField());
+    ASSERT_TRUE(waitUntil([this] { return names() == janesNames; }));
+}
+
+TEST_F(TLJiraUploadTest, asksForALoginWhenTheSavedSessionIsStale)
+{
+    logIn();
+    server.expireSessions();
+    open();
+
+    EXPECT_TRUE(waitForLoginForm());
+}
+
+TEST_F(TLJiraUploadTest, asksForALoginWhenTheServerIsDown)
+{
+    logIn();
+    client->setHost(deadAddress);
+    open();
+
+    EXPECT_TRUE(waitForLoginForm());
+}
+
+TEST_F(TLJiraUploadTest, uploadsAfterARefusedAndAnAcceptedLogin)
+{
+    open();
+    ASSERT_TRUE(waitForLoginForm());
+    logInThroughTheForm(QStringLiteral("wrong"));
+    EXPECT_EQ(entry->jaLoginWindow()->errorLabel()->text(), QStringLiteral("Incorrect login or password"));
+    EXPECT_TRUE(isShown(entry->jaLoginWindow()->view()));
+
+    logInThroughTheForm();
+    ASSERT_TRUE(waitForBody());
+    EXPECT_EQ(entry->jaLoginWindow()->errorLabel()->text(), QStringLiteral("Incorrect login or password"));
+
+    const auto body = entry->bodyViewController();
+    type(body->taskTextField(), QStringLiteral("ABC-1"));
+    press(*entry->window(), Qt::Key_Return);
+    ASSERT_TRUE(
+        waitUntil([&body] { return body->jaUploadingWindow()->sizeLabel()->text() == QStringLiteral("DONE"); }));
+    ASSERT_EQ(server.attachments("ABC-1").size(), 1U);
+    EXPECT_EQ(server.content(server.attachments("ABC-1").at(0).id), "contents of the document\n");
+    EXPECT_FALSE(QFileInfo::exists(document.folder()));
+}
+
+TEST_F(TLJiraUploadTest, keepsTheHeaderThroughALogout)
+{
+    logIn();
+    open();
+    const auto header = entry->headViewController();
+    ASSERT_TRUE(waitUntil([&] { return names() == janesNames && !header->avatarImage()->image().isNull(); }));
+    click(entry->window()->widget()->findChild<QPushButton*>(QStringLiteral("logoutButton")));
+
+    ASSERT_TRUE(waitForLoginForm());
+    EXPECT_EQ(names(), janesNames);
+    EXPECT_FALSE(header->avatarImage()->image().isNull());
+}
+
+TEST_F(TLJiraUploadTest, endsTheSheetThatItsWindowIsAtCancel)
+{
+    const auto host = platform::Window::create(QStringLiteral("Host"), nullptr);
+    std::vector<int> codes;
+    host->makeKeyAndOrderFront();
+    entry = TLJiraUpload::initWithName(LoneDocument::name(), document.path());
+    host->beginSheet(entry->window(), [&codes](int code) { codes.push_back(code); });
+    ASSERT_TRUE(waitForLoginForm());
+    click(entry->jaLoginWindow()->cancelButton());
+
+    EXPECT_THAT(codes, ElementsAre(0));
+}
+
+TEST_F(TLJiraUploadTest, staysOpenAtCancelWhereItsWindowIsNoSheet)
+{
+    open();
+    ASSERT_TRUE(waitForLoginForm());
+    click(entry->jaLoginWindow()->cancelButton());
+
+    EXPECT_TRUE(entry->window()->isVisible());
+}
+
+TEST_F(TLJiraUploadTest, finishesAnUploadWhoseSessionIsLostMeanwhile)
+{
+    logIn();
+    open();
+    ASSERT_TRUE(waitForBody());
+    server.misbehave(standin::Match::on("POST", "*/attachments"),
+                     standin::Fault().hold(standin::Point::requestBody(1)));
+    const auto body = entry->bodyViewController();
+    type(body->taskTextField(), QStringLiteral("ABC-1"));
+    click(body->uploadFileButton());
+    waitForHeldExchange();
+    server.expireSessions();
+    client->updateSession({});
+    ASSERT_TRUE(waitForLoginForm());
+    EXPECT_EQ(entry->window()->attachedSheet(), body->jaUploadingWindow()->window());
+    server.release();
+
+    ASSERT_TRUE(
+        waitUntil([&body] { return body->jaUploadingWindow()->sizeLabel()->text() == QStringLiteral("DONE"); }));
+    click(body->jaUploadingWindow()->cancelButton());
+    EXPECT_EQ(entry->window()->attachedSheet(), nullptr);
+    EXPECT_TRUE(isShown(entry->jaLoginWindow()->view()));
+}
+
+TEST_F(TLJiraUploadTest, leavesTheSessionToTheControllerThatCameLast)
+{
+    logIn();
+    open();
+    ASSERT_TRUE(waitForBody());
+    const auto first = entry;
+    open();
+    ASSERT_TRUE(waitForBody());
+    server.expireSessions();
+    client->updateSession({});
+
+    ASSERT_TRUE(waitForLoginForm());
+    EXPECT_TRUE(isShown(first->bodyViewController()->uploadView()));
+    EXPECT_FALSE(isShown(first->jaLoginWindow()->view()));
+}
+
+TEST_F(TLJiraUploadTest, goesWhenAnotherControllerHasTakenOver)
+{
+    logIn();
+    open();
+    ASSERT_TRUE(waitForBody());
+    ASSERT_TRUE(waitUntil([this] { return !entry->headViewController()->avatarImage()->image().isNull(); }));
+    const std::weak_ptr<TLJiraUpload> first = entry;
+    open();
+    ASSERT_TRUE(waitForBody());
+
+    EXPECT_TRUE(waitUntil([&first] { return first.expired(); }));
+}
+
+} // namespace
