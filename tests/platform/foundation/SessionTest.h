@@ -1,0 +1,97 @@
+#pragma once
+
+#include "platform/foundation/URLSession.h"
+#include "standin/Server.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/Printers.h"
+#include "tests/support/WaitUntil.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+namespace tests {
+
+/// A session, a server to talk to, and what the session tells of its tasks as `events`, in order.
+class SessionTest : public testing::Test, public platform::URLSessionDelegate
+{
+protected:
+    explicit SessionTest(const standin::Options& options = {})
+        : server(options)
+        , session(platform::URLSession::sessionWithConfiguration(
+              platform::URLSessionConfiguration::defaultSessionConfiguration(),
+              std::shared_ptr<platform::URLSessionDelegate>(anchor, this)))
+    {
+    }
+
+    platform::URLRequest requestFor(const char* path, double timeout = 60) const
+    {
+        return platform::URLRequest(QString::fromStdString(server.url()) + QString::fromUtf8(path),
+                                    platform::URLRequestCachePolicy::UseProtocolCachePolicy, timeout);
+    }
+
+    std::shared_ptr<platform::URLSessionDataTask> dataTask(const platform::URLRequest& request)
+    {
+        return session->dataTaskWithRequest(
+            request, [this](const auto& newBody, const auto& newResponse, const auto& newError) {
+                body = newBody ? newBody->bytes() : std::nullopt;
+                response = newResponse;
+                error = newError;
+                events.push_back(newResponse ? std::to_string(newResponse->statusCode) : "no response");
+            });
+    }
+
+    /// Starts the request and runs until the session has told of its end.
+    void run(const platform::URLRequest& request)
+    {
+        const std::size_t before = ends;
+        dataTask(request)->resume();
+        EXPECT_TRUE(waitUntil([&] { return ends > before; }));
+        drainMainQueue();
+    }
+
+    void didSendBodyData(const std::shared_ptr<platform::URLSessionTask>&, qint64 bytesSent, qint64 totalBytesSent,
+                         qint64 totalBytesExpectedToSend) override
+    {
+        sentIncrements += bytesSent;
+        sent.emplace_back(totalBytesSent, totalBytesExpectedToSend);
+    }
+    void didWriteData(const std::shared_ptr<platform::URLSessionDownloadTask>&, qint64 bytesWritten,
+                      qint64 totalBytesWritten, qint64 totalBytesExpectedToWrite) override
+    {
+        writtenIncrements += bytesWritten;
+        written.emplace_back(totalBytesWritten, totalBytesExpectedToWrite);
+    }
+    void didFinishDownloadingToURL(const std::shared_ptr<platform::URLSessionDownloadTask>&,
+                                   const QString& newLocation) override
+    {
+        location = newLocation;
+        events.push_back("file");
+    }
+    void didCompleteWithError(const std::shared_ptr<platform::URLSessionTask>&,
+                              const std::optional<platform::Error>& newError) override
+    {
+        ++ends;
+        error = newError;
+        events.push_back(newError ? "end " + std::to_string(newError->code) : "end");
+    }
+
+    LogCapture log;
+    standin::Server server;
+    const std::shared_ptr<int> anchor = std::make_shared<int>(0);
+    std::shared_ptr<platform::URLSession> session;
+
+    std::vector<std::string> events;
+    std::size_t ends = 0;
+    std::optional<QByteArray> body;
+    std::optional<platform::HTTPURLResponse> response;
+    std::optional<platform::Error> error;
+    std::vector<std::pair<qint64, qint64>> sent;
+    std::vector<std::pair<qint64, qint64>> written;
+    qint64 sentIncrements = 0;
+    qint64 writtenIncrements = 0;
+    QString location;
+};
+
+} // namespace tests
