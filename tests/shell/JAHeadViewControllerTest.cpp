@@ -215,12 +215,12 @@ std::string noise(const QSize& size)
 TEST_F(JAHeadViewControllerTest, shrinksAHugePicture)
 {
     logIn();
-    const std::string picture = noise(QSize(2600, 2000));
-    ASSERT_GT(picture.size(), 15U << 20);
+    const std::string picture = noise(QSize(3000, 2400));
+    ASSERT_GT(picture.size(), 20U << 20);
     loadAvatar(Fault().status(200, picture, "image/png"));
 
     ASSERT_TRUE(waitForAvatar());
-    EXPECT_EQ(header->avatarImage()->image().size(), QSize(256, 197));
+    EXPECT_EQ(header->avatarImage()->image().size(), QSize(256, 205));
 }
 
 TEST_F(JAHeadViewControllerTest, doesNotWaitForAnAvatarThatNeverComes)

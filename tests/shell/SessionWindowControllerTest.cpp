@@ -86,6 +86,7 @@ TEST_F(SessionWindowControllerTest, showsTheContainerAloneAtTheOriginInItsOwnSiz
 TEST_F(SessionWindowControllerTest, keepsTheContainerInStepWithTheWindowThatTheUserResizes)
 {
     openDecorated();
+    entry->window()->setFrame(QRectF(200, 100, 608, 434), false);
     entry->window()->widget()->resize(700, 500);
     drainMainQueue();
 

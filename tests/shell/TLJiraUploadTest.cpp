@@ -20,12 +20,12 @@ void TLJiraUploadTest::open()
 
 bool TLJiraUploadTest::waitForLoginForm()
 {
-    return waitUntil([this] { return isShown(entry->jaLoginWindow()->view()); });
+    return waitUntil([this] { return isOnScreen(entry->jaLoginWindow()->view()); });
 }
 
 bool TLJiraUploadTest::waitForBody()
 {
-    return waitUntil([this] { return isShown(entry->bodyViewController()->uploadView()); });
+    return waitUntil([this] { return isOnScreen(entry->bodyViewController()->uploadView()); });
 }
 
 void TLJiraUploadTest::logInThroughTheForm(const QString& password)
@@ -115,11 +115,11 @@ TEST_F(TLJiraUploadTest, logsOutAtTheFirstRunOnly)
 TEST_F(TLJiraUploadTest, asksForALoginWithoutASession)
 {
     open();
-    EXPECT_FALSE(isShown(entry->jaLoginWindow()->view()));
-    EXPECT_FALSE(isShown(entry->bodyViewController()->view()));
+    EXPECT_FALSE(isOnScreen(entry->jaLoginWindow()->view()));
+    EXPECT_FALSE(isOnScreen(entry->bodyViewController()->view()));
 
     ASSERT_TRUE(waitForLoginForm());
-    EXPECT_FALSE(isShown(entry->bodyViewController()->view()));
+    EXPECT_FALSE(isOnScreen(entry->bodyViewController()->view()));
     EXPECT_EQ(names(), QStringList({QString(), QString(), QString()}));
     EXPECT_EQ(entry->window()->widget()->focusWidget(), entry->jaLoginWindow()->hostTextField());
 }
@@ -130,7 +130,7 @@ TEST_F(TLJiraUploadTest, goesToWorkWithASavedSession)
     open();
 
     ASSERT_TRUE(waitForBody());
-    EXPECT_FALSE(isShown(entry->jaLoginWindow()->view()));
+    EXPECT_FALSE(isOnScreen(entry->jaLoginWindow()->view()));
     EXPECT_EQ(entry->bodyViewController()->pathLabel()->text(), LoneDocument::name());
     EXPECT_EQ(entry->bodyViewController()->filePath(), document.path());
     EXPECT_EQ(entry->window()->widget()->focusWidget(), entry->bodyViewController()->taskTextField());
@@ -161,7 +161,7 @@ TEST_F(TLJiraUploadTest, uploadsAfterARefusedAndAnAcceptedLogin)
     ASSERT_TRUE(waitForLoginForm());
     logInThroughTheForm(QStringLiteral("wrong"));
     EXPECT_EQ(entry->jaLoginWindow()->errorLabel()->text(), QStringLiteral("Incorrect login or password"));
-    EXPECT_TRUE(isShown(entry->jaLoginWindow()->view()));
+    EXPECT_TRUE(isOnScreen(entry->jaLoginWindow()->view()));
 
     logInThroughTheForm();
     ASSERT_TRUE(waitForBody());
@@ -233,7 +233,7 @@ TEST_F(TLJiraUploadTest, finishesAnUploadWhoseSessionIsLostMeanwhile)
         waitUntil([&body] { return body->jaUploadingWindow()->sizeLabel()->text() == QStringLiteral("DONE"); }));
     click(body->jaUploadingWindow()->cancelButton());
     EXPECT_EQ(entry->window()->attachedSheet(), nullptr);
-    EXPECT_TRUE(isShown(entry->jaLoginWindow()->view()));
+    EXPECT_TRUE(isOnScreen(entry->jaLoginWindow()->view()));
 }
 
 TEST_F(TLJiraUploadTest, leavesTheSessionToTheControllerThatCameLast)
@@ -248,8 +248,8 @@ TEST_F(TLJiraUploadTest, leavesTheSessionToTheControllerThatCameLast)
     client->updateSession({});
 
     ASSERT_TRUE(waitForLoginForm());
-    EXPECT_TRUE(isShown(first->bodyViewController()->uploadView()));
-    EXPECT_FALSE(isShown(first->jaLoginWindow()->view()));
+    EXPECT_TRUE(isOnScreen(first->bodyViewController()->uploadView()));
+    EXPECT_FALSE(isOnScreen(first->jaLoginWindow()->view()));
 }
 
 TEST_F(TLJiraUploadTest, goesWhenAnotherControllerHasTakenOver)

@@ -87,4 +87,9 @@ bool isShown(const QWidget* view)
     return view && view->isVisibleTo(view->window());
 }
 
+bool isOnScreen(const QWidget* view)
+{
+    return view && view->isVisible();
+}
+
 } // namespace tests

@@ -57,7 +57,8 @@ void click(QAbstractButton* button);
 void type(QLineEdit* field, const QString& text);
 void press(platform::Window& window, Qt::Key key);
 
-/// Whether a view shows, up to the window that it stands in.
+/// Whether a view shows as soon as the window that it stands in does.
 bool isShown(const QWidget* view);
+bool isOnScreen(const QWidget* view);
 
 } // namespace tests

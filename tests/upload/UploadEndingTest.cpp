@@ -39,6 +39,7 @@ TEST_F(UploadEndingTest, cancelsUnderWay)
     ASSERT_TRUE(waitUntil([this] { return hasFailed(); }));
     EXPECT_EQ(sheet()->errorMessage()->text(), QStringLiteral("cancelled"));
     EXPECT_TRUE(isFolderGone());
+    server.release();
     EXPECT_TRUE(waitUntil([this] { return server.requests("*/attachments").at(0).finished; }));
     EXPECT_FALSE(server.requests("*/attachments").at(0).bodyComplete);
     EXPECT_TRUE(server.attachments("ABC-1").empty());
