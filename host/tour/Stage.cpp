@@ -4,6 +4,7 @@
 #include "host/tour/User.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -119,7 +120,12 @@ Step Stage::chooseInFileMenu(QString text)
 
 Step Stage::until(QString what, std::function<bool()> condition)
 {
-    journal.expect(what, co_await Until(std::move(condition)));
+    const bool holds = co_await Until(std::move(condition));
+    if (journal.expect(what, holds))
+        co_return;
+    journal.note(QStringLiteral("         the tour ends here"));
+    QApplication::exit();
+    co_await std::suspend_always();
 }
 
 Step Stage::untilQuiet()

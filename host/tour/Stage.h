@@ -52,7 +52,7 @@ public:
     /// Chooses an entry of the editor's File menu.
     Step chooseInFileMenu(QString text);
 
-    /// Waits until the condition holds; if it does not, that is a difference.
+    /// Waits until the condition holds. If it does not within a minute, that is a difference and the end of the tour.
     Step until(QString what, std::function<bool()> condition);
 
     /// Waits until what was asked of the server, or of the main thread, has been dealt with.

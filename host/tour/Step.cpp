@@ -1,6 +1,10 @@
 #include "host/tour/Step.h"
 
+#include <QApplication>
 #include <QTimer>
+
+#include <chrono>
+#include <memory>
 
 namespace tessaloom::tour {
 
@@ -10,13 +14,57 @@ using namespace std::chrono_literals;
 constexpr auto pause = 5ms;
 constexpr int patience = 60s / pause;
 
+/// One action and the step that it belongs to; the step goes on once.
+class Deed : public std::enable_shared_from_this<Deed>
+{
+public:
+    Deed(std::function<void()> action, std::coroutine_handle<> step)
+        : m_action(std::move(action))
+        , m_step(step)
+        , m_modalBefore(QApplication::activeModalWidget())
+    {
+    }
+
+    void begin()
+    {
+        QTimer::singleShot(pause, [self = shared_from_this()] { self->look(); });
+        m_action();
+        goOn();
+    }
+
+private:
+    void look()
+    {
+        if (m_hasGoneOn)
+            return;
+        if (QApplication::activeModalWidget() != m_modalBefore)
+            goOn();
+        else
+            QTimer::singleShot(pause, [self = shared_from_this()] { self->look(); });
+    }
+
+    void goOn()
+    {
+        if (!std::exchange(m_hasGoneOn, true))
+            QTimer::singleShot(0, [step = m_step] { step.resume(); });
+    }
+
+    std::function<void()> m_action;
+    std::coroutine_handle<> m_step;
+    QWidget* m_modalBefore;
+    bool m_hasGoneOn = false;
+};
+
 } // namespace
 
 void InNextTurn::await_suspend(std::coroutine_handle<> step) const
 {
-    if (m_action)
-        QTimer::singleShot(0, m_action);
     QTimer::singleShot(0, [step] { step.resume(); });
+}
+
+void Doing::await_suspend(std::coroutine_handle<> step) const
+{
+    QTimer::singleShot(0, [deed = std::make_shared<Deed>(m_action, step)] { deed->begin(); });
 }
 
 void Until::await_suspend(std::coroutine_handle<> step)

@@ -66,12 +66,21 @@ inline std::coroutine_handle<> Step::await_suspend(std::coroutine_handle<> calle
     return m_handle;
 }
 
-/// Does something in the next turn of the event loop and goes on in the one after it, also when the doing has not
-/// returned by then.
+/// Goes on in a later turn of the event loop.
 class InNextTurn
 {
 public:
-    explicit InNextTurn(std::function<void()> action = {})
+    bool await_ready() const { return false; }
+    void await_suspend(std::coroutine_handle<> step) const;
+    void await_resume() const {}
+};
+
+/// Does something in the next turn of the event loop and goes on when that has returned, or begun a modal run that
+/// keeps it from returning.
+class Doing
+{
+public:
+    explicit Doing(std::function<void()> action)
         : m_action(std::move(action))
     {
     }

@@ -29,37 +29,39 @@ QMenu* menuWith(const QMenuBar& bar, QAction* action)
 
 Step click(QWidget* view)
 {
-    co_await InNextTurn([view] { clickAt(*view, view->rect().center()); });
+    co_await Doing([view] { clickAt(*view, view->rect().center()); });
 }
 
 Step type(QLineEdit* field, QString text)
 {
     co_await click(field);
-    co_await InNextTurn([field, text] {
+    // GCC 12 destroys what a lambda has captured twice where the lambda is a temporary of a co_await.
+    const auto keys = [field, text] {
         QWindow* const window = field->window()->windowHandle();
         QTest::keySequence(window, QKeySequence::SelectAll);
         QTest::keyClick(window, Qt::Key_Delete);
         for (const QChar character : text)
             QTest::sendKeyEvent(QTest::Click, window, Qt::Key_unknown, QString(character), Qt::NoModifier);
-    });
+    };
+    co_await Doing(keys);
 }
 
 Step press(QWidget* window, Qt::Key key)
 {
-    co_await InNextTurn([window, key] { QTest::keyClick(window->windowHandle(), key); });
+    co_await Doing([window, key] { QTest::keyClick(window->windowHandle(), key); });
 }
 
 Step choose(QMenuBar* bar, QAction* action)
 {
     QMenu* const menu = menuWith(*bar, action);
-    co_await InNextTurn([bar, menu] { clickAt(*bar, bar->actionGeometry(menu->menuAction()).center()); });
+    co_await Doing([bar, menu] { clickAt(*bar, bar->actionGeometry(menu->menuAction()).center()); });
     co_await Until([menu] { return menu->isVisible(); });
-    co_await InNextTurn([menu, action] { clickAt(*menu, menu->actionGeometry(action).center()); });
+    co_await Doing([menu, action] { clickAt(*menu, menu->actionGeometry(action).center()); });
 }
 
 Step closeWindow(QWidget* window)
 {
-    co_await InNextTurn([window] { window->close(); });
+    co_await Doing([window] { window->close(); });
 }
 
 } // namespace tessaloom::tour::user
