@@ -134,6 +134,7 @@ void NetworkThread::run()
         curl_multi_perform(m_multi, &running);
         finishHops();
         failStalled();
+        reportHeldBack();
         wait();
     }
 }
@@ -197,7 +198,8 @@ void NetworkThread::wait()
     auto timeout = std::chrono::milliseconds(longestWaitMs);
     const auto now = Transfer::Clock::now();
     for (const auto& [transfer, active] : m_active) {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(transfer->deadline() - now);
+        const auto next = std::min(transfer->deadline(), transfer->reportDue());
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(next - now);
         timeout = std::clamp(left, std::chrono::milliseconds(0), timeout);
     }
     if (awaitsCommandAwake())
@@ -239,6 +241,13 @@ void NetworkThread::failStalled()
     }
     for (Transfer* transfer : stalled)
         abort(transfer, makeURLError(URLError::TimedOut));
+}
+
+/// What moved just before a transfer came to a halt.
+void NetworkThread::reportHeldBack()
+{
+    for (const auto& [transfer, active] : m_active)
+        transfer->reportIfDue();
 }
 
 void NetworkThread::abort(Transfer* transfer, const Error& error)

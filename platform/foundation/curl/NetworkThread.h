@@ -51,6 +51,7 @@ private:
     void wait();
     void noteUnexplainedMove();
     void failStalled();
+    void reportHeldBack();
     void abort(Transfer* transfer, const Error& error);
     CURL* takeHandle();
     void keepHandle(CURL* easy);

@@ -274,9 +274,25 @@ void Transfer::reportProgress(bool isLast)
     if (m_progress.expectedToSend == 0 && m_destination == AnswerBody::Destination::Memory)
         return;
     const bool isAllSent = m_progress.sent == m_progress.expectedToSend && m_progress.sent > m_reportedSent;
-    if (!isLast && !isAllSent && m_lastMove - m_lastReport < reportInterval)
+    m_hasUnreported = !isLast && !isAllSent && m_lastMove - m_lastReport < reportInterval;
+    if (m_hasUnreported)
         return;
     m_lastReport = m_lastMove;
+    m_reportedSent = m_progress.sent;
+    m_observer->transferMoved(m_progress);
+}
+
+Transfer::Clock::time_point Transfer::reportDue() const
+{
+    return m_hasUnreported ? m_lastReport + reportInterval : Clock::time_point::max();
+}
+
+void Transfer::reportIfDue()
+{
+    if (reportDue() > Clock::now())
+        return;
+    m_hasUnreported = false;
+    m_lastReport = Clock::now();
     m_reportedSent = m_progress.sent;
     m_observer->transferMoved(m_progress);
 }

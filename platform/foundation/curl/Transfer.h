@@ -41,6 +41,9 @@ public:
 
     /// When the transfer counts as stalled unless a byte moves before.
     Clock::time_point deadline() const { return m_lastMove + m_timeout; }
+    /// When progress that was held back is to be reported; never, if there is none.
+    Clock::time_point reportDue() const;
+    void reportIfDue();
     Clock::time_point lastMove() const { return m_lastMove; }
     bool awaitsHead() const { return !m_head.isComplete(); }
     void noteMove() { m_lastMove = Clock::now(); }
@@ -92,6 +95,7 @@ private:
 
     Clock::time_point m_lastMove = Clock::now();
     Clock::time_point m_lastReport;
+    bool m_hasUnreported = false;
     TransferProgress m_progress;
     qint64 m_reportedSent = 0;
     curl_off_t m_downloaded = 0;
