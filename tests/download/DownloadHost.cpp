@@ -58,7 +58,8 @@ int main(int argc, char** argv)
     if (!tests::waitUntil([&] { return quits ? isUnderWay(list) : hasEnded(list); }))
         return 2;
     if (quits) {
-        QMetaObject::invokeMethod(&application, &QCoreApplication::quit, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &application, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
         return QApplication::exec();
     }
     tests::drainMainQueue();

@@ -11,6 +11,7 @@ namespace {
 using standin::Fault;
 using standin::Match;
 using standin::Point;
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 
 class HostProcessesTest : public tests::DownloadTest
@@ -89,7 +90,7 @@ TEST_F(HostProcessesTest, TwoDownloadTheSameFileAtTheSameTime)
 TEST_F(HostProcessesTest, OneQuitsInTheMiddleOfADownload)
 {
     attach({.fileName = "a.tessaloom", .syntheticSize = 1'000'000});
-    holdDownloads(1);
+    server.misbehave(Match::on("*/secure/*"), Fault().drip(20'000, 20ms).hold(Point::responseBody(500'000)));
     QProcess host;
     start(host, arguments("a.tessaloom") << QStringLiteral("quit"));
     outputOf(host);

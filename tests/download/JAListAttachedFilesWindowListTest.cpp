@@ -37,6 +37,7 @@ protected:
 
     void show(const JAListAttachedFilesWindow::Attachments& attachments)
     {
+        log.clear();
         list->setAttachments(attachments);
         list->reload();
         tests::drainMainQueue();
@@ -91,7 +92,6 @@ TEST_F(JAListAttachedFilesWindowListTest, ShowsTheEmptyViewWithoutAttachments)
 TEST_F(JAListAttachedFilesWindowListTest, ShowsTheListWithOneAttachment)
 {
     show({});
-    log.clear();
     const QRectF before = list->window()->frame();
     show(attachmentsNamed({QStringLiteral("plan.tessaloom")}));
     EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("self.attachments.count ::: 1")));
@@ -137,6 +137,7 @@ TEST_F(JAListAttachedFilesWindowListTest, EscapeEndsTheSheet)
 {
     show(numbered(1));
     QTest::keyClick(list->window()->widget(), Qt::Key_Escape);
+    ASSERT_TRUE(tests::waitUntil([this] { return returnCode.has_value(); }));
     EXPECT_EQ(returnCode, 0);
 }
 
@@ -250,8 +251,9 @@ TEST_F(JAListAttachedFilesWindowListTest, AHundredThousandAttachmentsOpenLikeTwe
 TEST_F(JAListAttachedFilesWindowListTest, KeepsItsRowsUntilItIsReloaded)
 {
     show(numbered(3));
+    const auto other = numbered(1);
     log.clear();
-    list->setAttachments(numbered(1));
+    list->setAttachments(other);
     tests::drainMainQueue();
     EXPECT_EQ(shownTitles(*list).size(), 3);
     EXPECT_THAT(log.lines(), testing::IsEmpty());

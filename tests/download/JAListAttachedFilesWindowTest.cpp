@@ -3,6 +3,8 @@
 #include "platform/toolkit/Layer.h"
 #include "tests/download/DownloadTest.h"
 
+#include <QApplication>
+
 #include <limits>
 
 namespace {

@@ -1,0 +1,161 @@
+#include "shell/JAWindowController.h"
+
+#include "client/JAController.h"
+#include "platform/toolkit/Application.h"
+#include "platform/toolkit/View.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/Printers.h"
+#include "tests/support/WaitUntil.h"
+
+#include <QTimer>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class JAWindowControllerTest : public testing::Test
+{
+protected:
+    /// The lines that the controller itself writes when its window is loaded.
+    QStringList linesOfLoading(const std::shared_ptr<JAWindowController>& controller)
+    {
+        log.clear();
+        controller->window();
+        QStringList lines = log.lines();
+        const auto firstOfPanel = lines.indexOf(QStringLiteral("JAListAttachedFilesWindow windowWillLoad"));
+        return lines.mid(0, firstOfPanel);
+    }
+
+    const std::shared_ptr<JAController>& client = JAController::sharedInstance();
+    tests::LogCapture log;
+};
+
+TEST_F(JAWindowControllerTest, InitClearsTheClientsFile)
+{
+    client->setPathFile(QStringLiteral("/before"));
+    const auto controller = JAWindowController::init();
+    EXPECT_EQ(client->pathFile(), QString());
+    EXPECT_EQ(controller->pathFile(), std::nullopt);
+    EXPECT_EQ(client->delegate(), nullptr);
+    EXPECT_FALSE(controller->isWindowLoaded());
+}
+
+TEST_F(JAWindowControllerTest, InitWithPathMakesItTheClientsFile)
+{
+    const auto controller = JAWindowController::initWithPath(QStringLiteral("/documents/plan"));
+    EXPECT_EQ(controller->pathFile(), QStringLiteral("/documents/plan"));
+    EXPECT_EQ(client->pathFile(), QStringLiteral("/documents/plan"));
+    EXPECT_EQ(client->delegate(), nullptr);
+    controller->window();
+    EXPECT_EQ(controller->bodyViewController()->pathLabel()->text(), QStringLiteral("/documents/plan"));
+}
+
+TEST_F(JAWindowControllerTest, LoadsItsPanelsFromTheHostsBundle)
+{
+    const auto controller = JAWindowController::init();
+    EXPECT_EQ(controller->bodyViewController(), nullptr);
+    EXPECT_EQ(controller->headViewController(), nullptr);
+    controller->window();
+    EXPECT_THAT(controller->interfaceProblems(), IsEmpty());
+    EXPECT_THAT(controller->bodyViewController()->interfaceProblems(), IsEmpty());
+    EXPECT_THAT(controller->headViewController()->interfaceProblems(), IsEmpty());
+}
+
+TEST_F(JAWindowControllerTest, ItsPanelsFillTheirPlaces)
+{
+    const auto controller = JAWindowController::init();
+    controller->showWindow();
+    ASSERT_TRUE(tests::waitUntil([&] { return controller->window()->isVisible(); }));
+    tests::drainMainQueue();
+    QWidget* body = controller->bodyViewController()->view();
+    QWidget* head = controller->headViewController()->view();
+    EXPECT_EQ(body->parentWidget(), controller->bodyView());
+    EXPECT_EQ(head->parentWidget(), controller->headView());
+    EXPECT_EQ(body->geometry(), controller->bodyView()->rect());
+    EXPECT_EQ(head->geometry(), controller->headView()->rect());
+    EXPECT_TRUE(body->isVisible());
+    EXPECT_TRUE(head->isVisible());
+}
+
+TEST_F(JAWindowControllerTest, ItsPanelsCarryTheNumberOfTheirSubviews)
+{
+    const auto controller = JAWindowController::init();
+    controller->window();
+    const auto count = [](platform::ViewController& panel) { return platform::subviews(panel.view()).size(); };
+    EXPECT_GT(count(*controller->bodyViewController()), 0);
+    EXPECT_EQ(controller->bodyViewController()->representedObject().toLongLong(),
+              count(*controller->bodyViewController()));
+    EXPECT_EQ(controller->headViewController()->representedObject().toLongLong(),
+              count(*controller->headViewController()));
+}
+
+TEST_F(JAWindowControllerTest, LogsThePagesOfTheHostsObject)
+{
+    QObject document;
+    const QVariantList pages = {QStringLiteral("first"), 2, QVariantMap{{QStringLiteral("width"), 210}}};
+    document.setProperty("pages", pages);
+    const auto controller = JAWindowController::init();
+    controller->setTmpFile(&document);
+    EXPECT_THAT(linesOfLoading(controller),
+                ElementsAre(QStringLiteral("self.tmpFile: QObject"), QStringLiteral("first"), QStringLiteral("2"),
+                            QStringLiteral("{\n    width = 210;\n}")));
+}
+
+TEST_F(JAWindowControllerTest, LogsPagesThatAreTexts)
+{
+    QObject document;
+    document.setProperty("pages", QStringList{QStringLiteral("a"), QStringLiteral("b")});
+    const auto controller = JAWindowController::init();
+    controller->setTmpFile(&document);
+    EXPECT_THAT(linesOfLoading(controller).mid(1), ElementsAre(QStringLiteral("a"), QStringLiteral("b")));
+}
+
+TEST_F(JAWindowControllerTest, LogsNoPagesWhereThereAreNone)
+{
+    QObject document;
+    const auto withoutPages = JAWindowController::init();
+    withoutPages->setTmpFile(&document);
+    EXPECT_EQ(linesOfLoading(withoutPages).size(), 1);
+    EXPECT_THAT(linesOfLoading(JAWindowController::init()), ElementsAre(QStringLiteral("self.tmpFile: (null)")));
+}
+
+TEST_F(JAWindowControllerTest, DoesNotKeepTheHostsObject)
+{
+    const auto controller = JAWindowController::init();
+    {
+        QObject document;
+        controller->setTmpFile(&document);
+        EXPECT_EQ(controller->tmpFile(), &document);
+    }
+    EXPECT_EQ(controller->tmpFile(), nullptr);
+    EXPECT_THAT(linesOfLoading(controller), ElementsAre(QStringLiteral("self.tmpFile: (null)")));
+}
+
+TEST_F(JAWindowControllerTest, RunDoesNothing)
+{
+    const auto controller = JAWindowController::init();
+    bool isCalled = false;
+    controller->run([&isCalled](const auto&) { isCalled = true; });
+    tests::drainMainQueue();
+    EXPECT_FALSE(isCalled);
+    EXPECT_FALSE(controller->isWindowLoaded());
+    EXPECT_EQ(platform::Application::modalWindow(), nullptr);
+}
+
+TEST_F(JAWindowControllerTest, ClosingItsWindowEndsTheHostsModalRun)
+{
+    const auto controller = JAWindowController::init();
+    controller->window();
+    QTimer::singleShot(0, [&] {
+        log.clear();
+        controller->window()->widget()->close();
+    });
+    EXPECT_EQ(platform::Application::runModalForWindow(controller->window()), platform::ModalResponse::Stop);
+    EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("JAWindowController windowWillClose")));
+    EXPECT_FALSE(controller->window()->isVisible());
+}
+
+} // namespace
