@@ -124,6 +124,10 @@ Step Stage::until(QString what, std::function<bool()> condition)
     if (journal.expect(what, holds))
         co_return;
     journal.note(QStringLiteral("         the tour ends here"));
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible())
+            album.add(QStringLiteral("the-end"), *window);
+    }
     QApplication::exit();
     co_await std::suspend_always();
 }

@@ -151,9 +151,11 @@ Step failingUpload(Stage& stage, TLJiraUpload& upload)
     stage.journal.scene(QStringLiteral("An upload whose connection breaks"));
     const auto sheet = upload.bodyViewController()->jaUploadingWindow();
     const auto attachmentsBefore = stage.server.attachments("LOOM-9").size();
-    stage.server.misbehave(Match::on("POST", "*/attachments").once(), Fault().reset(Point::requestBody(heldAfter)));
+    // Not only once: a connection that was in use before and breaks is tried again.
+    stage.server.misbehave(Match::on("POST", "*/attachments"), Fault().reset(Point::requestBody(heldAfter)));
     co_await startUpload(stage, upload);
     co_await stage.until(QStringLiteral("the sheet shows an error"), [&] { return sheet->errorView()->isVisible(); });
+    stage.server.behave();
     stage.journal.expectText(QStringLiteral("it says"), sheet->errorMessage()->text(),
                              QStringLiteral("The network connection was lost."));
     stage.journal.expect(QStringLiteral("the issue has no attachment more"),
