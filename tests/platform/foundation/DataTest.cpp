@@ -1,0 +1,176 @@
+#include "platform/foundation/Data.h"
+
+#include "tests/support/Printers.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace {
+
+using platform::Data;
+using platform::DataReader;
+
+class DataTest : public testing::Test
+{
+protected:
+    QString fileWith(const QByteArray& bytes)
+    {
+        const QString path = folder.filePath(QStringLiteral("file"));
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(file.write(bytes), bytes.size());
+        return path;
+    }
+
+    static QByteArray readInStepsOf(DataReader& reader, qint64 step)
+    {
+        QByteArray all;
+        QByteArray buffer(step, '\0');
+        for (qint64 count = reader.read(buffer.data(), step); count > 0; count = reader.read(buffer.data(), step))
+            all += buffer.first(count);
+        return all;
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(DataTest, IsEmptyAtFirst)
+{
+    EXPECT_TRUE(Data().isEmpty());
+    EXPECT_EQ(Data().bytes(), QByteArray());
+    EXPECT_EQ(Data().utf8Text(), QString());
+}
+
+TEST_F(DataTest, HoldsBytesInMemory)
+{
+    const Data data(QByteArray("a\0b", 3));
+    EXPECT_EQ(data.size(), 3);
+    EXPECT_EQ(data.bytes(), QByteArray("a\0b", 3));
+}
+
+TEST_F(DataTest, HoldsAFile)
+{
+    const auto data = Data::contentsOfFile(fileWith("of a file"));
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->size(), 9);
+    EXPECT_EQ(data->bytes(), QByteArray("of a file"));
+}
+
+TEST_F(DataTest, HoldsAnEmptyFile)
+{
+    const auto data = Data::contentsOfFile(fileWith({}));
+    ASSERT_TRUE(data);
+    EXPECT_TRUE(data->isEmpty());
+    EXPECT_EQ(data->bytes(), QByteArray());
+}
+
+TEST_F(DataTest, IsNothingForWhatIsNoReadableFile)
+{
+    EXPECT_FALSE(Data::contentsOfFile(folder.filePath(QStringLiteral("missing"))));
+    EXPECT_FALSE(Data::contentsOfFile(folder.path()));
+    EXPECT_FALSE(Data::contentsOfFile(QString()));
+    EXPECT_FALSE(Data::contentsOfFile(QStringLiteral("/dev/null")));
+}
+
+TEST_F(DataTest, KeepsTheFileThatWasOpenedWhenItsNameGoes)
+{
+    const QString path = fileWith("the first");
+    const auto data = Data::contentsOfFile(path);
+    ASSERT_TRUE(QFile::remove(path));
+    fileWith("another");
+    EXPECT_EQ(data->bytes(), QByteArray("the first"));
+}
+
+TEST_F(DataTest, JoinsPiecesInOrder)
+{
+    Data data(QByteArray("head "));
+    data.append(*Data::contentsOfFile(fileWith("file"))).append(QByteArray()).append(QByteArray(" tail"));
+    EXPECT_EQ(data.size(), 14);
+    EXPECT_EQ(data.bytes(), QByteArray("head file tail"));
+    data.append(data);
+    EXPECT_EQ(data.bytes(), QByteArray("head file tailhead file tail"));
+}
+
+TEST_F(DataTest, IsNotChangedByWhatIsAppendedToACopy)
+{
+    const Data data(QByteArray("a"));
+    Data copy = data;
+    copy.append(QByteArray("b"));
+    EXPECT_EQ(data.bytes(), QByteArray("a"));
+    EXPECT_EQ(copy.bytes(), QByteArray("ab"));
+}
+
+TEST_F(DataTest, IsTextOnlyWhenItIsUtf8)
+{
+    EXPECT_EQ(Data(QByteArray("gr\xc3\xbc\xc3\x9f")).utf8Text(), QStringLiteral("grüß"));
+    EXPECT_EQ(Data(QByteArray("\xff\xfe")).utf8Text(), std::nullopt);
+    EXPECT_EQ(Data(QByteArray("cut \xc3")).utf8Text(), std::nullopt);
+}
+
+TEST_F(DataTest, IsReadInStepsOfAnySize)
+{
+    Data data(QByteArray("head "));
+    data.append(*Data::contentsOfFile(fileWith("file"))).append(QByteArray(" tail"));
+    for (qint64 step = 1; step <= 20; ++step) {
+        DataReader reader(data);
+        EXPECT_EQ(readInStepsOf(reader, step), QByteArray("head file tail")) << step;
+        EXPECT_FALSE(reader.error());
+    }
+}
+
+TEST_F(DataTest, IsReadAgainFromAnyPosition)
+{
+    Data data(QByteArray("head "));
+    data.append(*Data::contentsOfFile(fileWith("file"))).append(QByteArray(" tail"));
+    DataReader reader(data);
+    readInStepsOf(reader, 3);
+    for (qint64 position = 0; position <= data.size(); ++position) {
+        reader.seek(position);
+        EXPECT_EQ(readInStepsOf(reader, 4), QByteArray("head file tail").mid(position)) << position;
+    }
+}
+
+TEST_F(DataTest, IsReadByTwoReadersAtTheSameTime)
+{
+    const Data data = *Data::contentsOfFile(fileWith("0123456789"));
+    DataReader first(data);
+    DataReader second(data);
+    char byte = 0;
+    for (const char expected : QByteArray("0123456789")) {
+        ASSERT_EQ(first.read(&byte, 1), 1);
+        EXPECT_EQ(byte, expected);
+        ASSERT_EQ(second.read(&byte, 1), 1);
+        EXPECT_EQ(byte, expected);
+    }
+}
+
+TEST_F(DataTest, SaysSoWhenAFileGivesLessThanItHeld)
+{
+    const QString path = fileWith("0123456789");
+    const Data data = *Data::contentsOfFile(path);
+    ASSERT_TRUE(QFile::resize(path, 4));
+    DataReader reader(data);
+    char buffer[16];
+    EXPECT_EQ(reader.read(buffer, sizeof buffer), -1);
+    ASSERT_TRUE(reader.error());
+    EXPECT_EQ(reader.error()->domain, QStringLiteral("NSCocoaErrorDomain"));
+    EXPECT_EQ(reader.error()->code, 256);
+    EXPECT_EQ(reader.error()->localizedDescription(),
+              QStringLiteral("The file “file” became shorter or unreadable while it was being read."));
+    EXPECT_EQ(data.bytes(), std::nullopt);
+}
+
+TEST_F(DataTest, IsAsLongAsTheFileWasAlsoWhenItGrows)
+{
+    const QString path = fileWith("0123");
+    const Data data = *Data::contentsOfFile(path);
+    fileWith("0123456789");
+    EXPECT_EQ(data.bytes(), QByteArray("0123"));
+}
+
+} // namespace
