@@ -70,9 +70,13 @@ void JAUploadingWindow::setSuccessState()
 
 void JAUploadingWindow::nameButton(const QString& name)
 {
-    platform::setText(m_cancelButton, name);
-    if (m_cancelButton)
-        m_cancelButton->setAccessibleName(name);
+    if (!m_cancelButton)
+        return;
+    // A button gives up its shortcut with its text.
+    const QKeySequence shortcut = m_cancelButton->shortcut();
+    m_cancelButton->setText(name);
+    m_cancelButton->setShortcut(shortcut);
+    m_cancelButton->setAccessibleName(name);
 }
 
 void JAUploadingWindow::cancelAction()

@@ -209,6 +209,14 @@ TEST_F(JAUploadingWindowTest, endsTheSheetAtTheEscapeKey)
     EXPECT_THAT(codes, ElementsAre(0));
 }
 
+TEST_F(JAUploadingWindowTest, endsTheSheetAtTheEscapeKeyAlsoAfterAnError)
+{
+    sheet->setErrorState(refused);
+    press(*sheet->window(), Qt::Key_Escape);
+
+    EXPECT_THAT(codes, ElementsAre(0));
+}
+
 TEST_F(JAUploadingWindowTest, cancelsNothingWhereItIsNoSheet)
 {
     click(sheet->cancelButton());
