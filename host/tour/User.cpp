@@ -10,10 +10,17 @@ namespace tessaloom::tour::user {
 
 namespace {
 
+/// The window system's own way, not straight to the view.
 void clickAt(QWidget& view, const QPoint& position)
 {
     QWidget* const window = view.window();
     QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, view.mapTo(window, position));
+}
+
+bool isInSight(const QWidget& view)
+{
+    const QWidget* const window = view.window();
+    return view.isVisible() && window->rect().contains(view.mapTo(window, view.rect().center()));
 }
 
 QMenu* menuWith(const QMenuBar& bar, QAction* action)
@@ -29,6 +36,8 @@ QMenu* menuWith(const QMenuBar& bar, QAction* action)
 
 Step click(QWidget* view)
 {
+    // A window that grows smoothly may not have come to it yet.
+    co_await Until([view] { return isInSight(*view); });
     co_await Doing([view] { clickAt(*view, view->rect().center()); });
 }
 
