@@ -49,7 +49,8 @@ QSize ElidedLabel::minimumSizeHint() const
 bool ElidedLabel::event(QEvent* event)
 {
     if (event->type() == QEvent::ToolTip && shownText() != onOneLine(text())) {
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), Qt::convertFromPlainText(text()), this);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                           Qt::convertFromPlainText(text(), Qt::WhiteSpaceNormal), this);
         return true;
     }
     return QLabel::event(event);

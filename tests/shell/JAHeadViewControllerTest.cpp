@@ -7,6 +7,8 @@
 
 #include <QBuffer>
 #include <QRandomGenerator>
+#include <QSemaphore>
+#include <QThreadPool>
 
 namespace {
 
@@ -220,7 +222,22 @@ TEST_F(JAHeadViewControllerTest, shrinksAHugePicture)
     loadAvatar(Fault().status(200, picture, "image/png"));
 
     ASSERT_TRUE(waitForAvatar());
-    EXPECT_EQ(header->avatarImage()->image().size(), QSize(256, 205));
+    EXPECT_EQ(header->avatarImage()->image().size(), QSize(256, 204));
+}
+
+TEST_F(JAHeadViewControllerTest, decodesPicturesOnAnotherThread)
+{
+    logIn();
+    QThreadPool::globalInstance()->setMaxThreadCount(1);
+    QSemaphore slowDecoder;
+    QThreadPool::globalInstance()->start([&slowDecoder] { slowDecoder.acquire(); });
+    header->setAvatarByURL(address + QStringLiteral("secure/useravatar"));
+    ASSERT_TRUE(waitUntil([this] { return !log.lines().filter(QStringLiteral("Error task")).isEmpty(); }));
+    drainMainQueue();
+    EXPECT_TRUE(header->avatarImage()->image().isNull());
+    slowDecoder.release();
+
+    EXPECT_TRUE(waitForAvatar());
 }
 
 TEST_F(JAHeadViewControllerTest, doesNotWaitForAnAvatarThatNeverComes)
