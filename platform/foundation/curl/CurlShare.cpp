@@ -31,6 +31,13 @@ CurlShare::~CurlShare()
     curl_share_cleanup(m_share);
 }
 
+void CurlShare::reset(CURL* easy)
+{
+    // libcurl 7.88 forgets this list without freeing it.
+    curl_easy_setopt(easy, CURLOPT_COOKIEFILE, nullptr);
+    curl_easy_reset(easy);
+}
+
 std::vector<HTTPCookie> CurlShare::cookiesOf(CURL* easy)
 {
     curl_slist* lines = nullptr;

@@ -27,6 +27,8 @@ public:
     void setCookie(const HTTPCookie& cookie);
     void deleteAllCookies();
 
+    /// Makes a transfer's handle as good as new.
+    static void reset(CURL* easy);
     /// The cookies of the engine that a transfer takes part in.
     static std::vector<HTTPCookie> cookiesOf(CURL* easy);
 

@@ -273,7 +273,7 @@ CURL* NetworkThread::takeHandle()
 
 void NetworkThread::keepHandle(CURL* easy)
 {
-    curl_easy_reset(easy);
+    CurlShare::reset(easy);
     if (m_idleHandles.size() < mostIdleHandles)
         m_idleHandles.push_back(easy);
     else

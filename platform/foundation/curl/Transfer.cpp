@@ -63,7 +63,7 @@ Transfer::~Transfer() = default;
 bool Transfer::prepareHop(CURL* easy)
 {
     m_easy = easy;
-    curl_easy_reset(m_easy);
+    CurlShare::reset(m_easy);
     m_head = AnswerHead();
     m_body = std::make_unique<AnswerBody>(m_destination);
     m_progress = TransferProgress();
@@ -165,8 +165,6 @@ void Transfer::setCookies(const QString& explicitCookies)
     const auto& jar = m_configuration.HTTPCookieStorage;
     const bool usesJar = jar && m_configuration.HTTPShouldSetCookies && m_request.HTTPShouldHandleCookies;
     curl_easy_setopt(m_easy, CURLOPT_SHARE, usesJar ? jar->share().handle() : nullptr);
-    if (usesJar)
-        curl_easy_setopt(m_easy, CURLOPT_COOKIEFILE, "");
     if (explicitCookies.isEmpty())
         return;
 
