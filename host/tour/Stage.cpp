@@ -28,7 +28,7 @@ QByteArray longDocument()
     QByteArray text = "Harbour blanket, row by row\n\n";
     for (int row = 1; text.size() < size; ++row) {
         text += "row " + QByteArray::number(row) + "  ";
-        for (int end = 0; end < 60; ++end)
+        for (int end = 0; end < 28; ++end)
             text += (row + end) % 4 == 0 ? " ##" : " ··";
         text += '\n';
     }
@@ -41,7 +41,7 @@ QByteArray longDocument()
 
 std::string dayInMarch(int day)
 {
-    return "2026-03-" + std::to_string(day) + "T10:06:29.399+0100";
+    return (day < 10 ? "2026-03-0" : "2026-03-") + std::to_string(day) + "T10:06:29.399+0100";
 }
 
 QAction* actionNamed(const QMenuBar& bar, QString text)

@@ -1,0 +1,244 @@
+#include "host/EditorWindow.h"
+#include "tests/support/Printers.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+using tessaloom::EditorWindow;
+using tessaloom::JiraJobs;
+
+namespace {
+
+/// Deals with the next dialog of this kind once it is up.
+template <class Dialog>
+void whenUp(std::function<void(Dialog&)> handle)
+{
+    QTimer::singleShot(1, [handle] {
+        if (auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget()))
+            handle(*dialog);
+        else
+            whenUp<Dialog>(handle);
+    });
+}
+
+class EditorWindowTest : public testing::Test
+{
+protected:
+    EditorWindowTest()
+        : editor(jira)
+    {
+        editor.QMainWindow::show();
+    }
+
+    QString pathOf(const char* name) const { return folder.filePath(QLatin1String(name)); }
+
+    QString makeFile(const char* name, const QByteArray& bytes) const
+    {
+        QFile file(pathOf(name));
+        EXPECT_TRUE(file.open(QFile::WriteOnly));
+        file.write(bytes);
+        return file.fileName();
+    }
+
+    static QByteArray bytesOf(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("(no file)");
+    }
+
+    void typeAtEnd(const QString& text)
+    {
+        editor.textEdit()->moveCursor(QTextCursor::End);
+        QTest::keyClicks(editor.textEdit(), text);
+    }
+
+    void answerNextQuestion(QMessageBox::StandardButton answer)
+    {
+        whenUp<QMessageBox>([this, answer](QMessageBox& box) {
+            question = box.text();
+            QTest::mouseClick(box.button(answer), Qt::LeftButton);
+        });
+    }
+
+    QTemporaryDir folder;
+    JiraJobs jira;
+    EditorWindow editor;
+    QString question;
+};
+
+TEST_F(EditorWindowTest, beginsWithAnUntitledDocument)
+{
+    EXPECT_EQ(editor.documentName(), QStringLiteral("Untitled.tessaloom"));
+    EXPECT_EQ(editor.documentBytes(), QByteArray());
+    EXPECT_FALSE(editor.isWindowModified());
+}
+
+TEST_F(EditorWindowTest, opensADocumentAndSaysSoInItsTitle)
+{
+    EXPECT_TRUE(editor.open(makeFile("plan.tessaloom", "wool\n")));
+
+    EXPECT_EQ(editor.textEdit()->toPlainText(), QStringLiteral("wool\n"));
+    EXPECT_EQ(editor.windowTitle(), QStringLiteral("plan.tessaloom[*] – Tessaloom"));
+    EXPECT_FALSE(editor.isWindowModified());
+}
+
+TEST_F(EditorWindowTest, marksAChangeUntilItIsSaved)
+{
+    const QString path = makeFile("plan.tessaloom", "wool");
+    editor.open(path);
+
+    typeAtEnd(QStringLiteral(" and silk"));
+    EXPECT_TRUE(editor.isWindowModified());
+    EXPECT_EQ(bytesOf(path), QByteArray("wool"));
+
+    EXPECT_TRUE(editor.save());
+    EXPECT_FALSE(editor.isWindowModified());
+    EXPECT_EQ(bytesOf(path), QByteArray("wool and silk"));
+}
+
+TEST_F(EditorWindowTest, savesTheLineEndsAndNoBreakSpacesThatItFound)
+{
+    const QByteArray bytes = "60\xC2\xA0\r\nwide";
+    const QString path = makeFile("plan.tessaloom", bytes);
+    editor.open(path);
+
+    typeAtEnd(QStringLiteral("r"));
+    editor.save();
+
+    EXPECT_EQ(bytesOf(path), bytes + "r");
+}
+
+TEST_F(EditorWindowTest, followsALinkToTheFileItSaves)
+{
+    const QString path = makeFile("plan.tessaloom", "wool");
+    ASSERT_TRUE(QFile::link(path, pathOf("link.tessaloom")));
+    editor.open(pathOf("link.tessaloom"));
+
+    typeAtEnd(QStringLiteral("ly"));
+    editor.save();
+
+    EXPECT_TRUE(QFileInfo(pathOf("link.tessaloom")).isSymLink());
+    EXPECT_EQ(bytesOf(path), QByteArray("woolly"));
+}
+
+TEST_F(EditorWindowTest, saysWhatCannotBeSavedAndKeepsTheChange)
+{
+    const QString path = makeFile("plan.tessaloom", "wool");
+    editor.open(path);
+    typeAtEnd(QStringLiteral("ly"));
+    ASSERT_TRUE(QDir(folder.path()).removeRecursively());
+
+    answerNextQuestion(QMessageBox::Ok);
+    EXPECT_FALSE(editor.save());
+
+    EXPECT_EQ(question, QStringLiteral("“plan.tessaloom” cannot be saved."));
+    EXPECT_TRUE(editor.isWindowModified());
+    EXPECT_EQ(editor.documentBytes(), QByteArray("woolly"));
+}
+
+TEST_F(EditorWindowTest, refusesAFileThatItCouldNotSaveUnchanged)
+{
+    editor.open(makeFile("plan.tessaloom", "wool"));
+
+    answerNextQuestion(QMessageBox::Ok);
+    EXPECT_FALSE(editor.open(makeFile("picture.tessaloom", "\xFF\xD8\xFF")));
+
+    EXPECT_EQ(question, QStringLiteral("“picture.tessaloom” cannot be opened."));
+    EXPECT_EQ(editor.documentName(), QStringLiteral("plan.tessaloom"));
+    EXPECT_EQ(editor.documentBytes(), QByteArray("wool"));
+}
+
+TEST_F(EditorWindowTest, saysThatAFileIsNotThere)
+{
+    answerNextQuestion(QMessageBox::Ok);
+    EXPECT_FALSE(editor.open(pathOf("none.tessaloom")));
+
+    EXPECT_EQ(question, QStringLiteral("“none.tessaloom” cannot be opened."));
+}
+
+TEST_F(EditorWindowTest, asksBeforeItClosesAChangedDocument)
+{
+    const QString path = makeFile("plan.tessaloom", "wool");
+    editor.open(path);
+    typeAtEnd(QStringLiteral("ly"));
+
+    answerNextQuestion(QMessageBox::Cancel);
+    EXPECT_FALSE(editor.close());
+    EXPECT_EQ(question, QStringLiteral("Save the changes to “plan.tessaloom”?"));
+    EXPECT_TRUE(editor.isVisible());
+
+    answerNextQuestion(QMessageBox::Discard);
+    EXPECT_TRUE(editor.close());
+    EXPECT_EQ(bytesOf(path), QByteArray("wool"));
+}
+
+TEST_F(EditorWindowTest, savesOnClosingWhereThatIsTheAnswer)
+{
+    const QString path = makeFile("plan.tessaloom", "wool");
+    editor.open(path);
+    typeAtEnd(QStringLiteral("ly"));
+
+    answerNextQuestion(QMessageBox::Save);
+    EXPECT_TRUE(editor.close());
+
+    EXPECT_EQ(bytesOf(path), QByteArray("woolly"));
+}
+
+TEST_F(EditorWindowTest, closesAnUnchangedDocumentWithoutAsking)
+{
+    editor.open(makeFile("plan.tessaloom", "wool"));
+
+    EXPECT_TRUE(editor.close());
+}
+
+TEST_F(EditorWindowTest, asksBeforeAnotherDocumentTakesThePlaceOfAChangedOne)
+{
+    editor.open(makeFile("plan.tessaloom", "wool"));
+    typeAtEnd(QStringLiteral("ly"));
+
+    answerNextQuestion(QMessageBox::Cancel);
+    EXPECT_FALSE(editor.open(makeFile("other.tessaloom", "silk")));
+
+    EXPECT_EQ(editor.documentName(), QStringLiteral("plan.tessaloom"));
+    EXPECT_EQ(editor.documentBytes(), QByteArray("woolly"));
+}
+
+TEST_F(EditorWindowTest, asksWhereToSaveANewDocument)
+{
+    typeAtEnd(QStringLiteral("silk"));
+
+    whenUp<QFileDialog>([this](QFileDialog& dialog) {
+        dialog.findChild<QLineEdit*>()->setText(pathOf("new"));
+        QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save), Qt::LeftButton);
+    });
+    EXPECT_TRUE(editor.save());
+
+    EXPECT_EQ(bytesOf(pathOf("new.tessaloom")), QByteArray("silk"));
+    EXPECT_EQ(editor.documentName(), QStringLiteral("new.tessaloom"));
+}
+
+TEST_F(EditorWindowTest, opensACopyAsADocumentThatIsSavedNowhereYet)
+{
+    const QString path = makeFile("plan.tessaloom.tessaloom", "wool");
+
+    EXPECT_TRUE(editor.openAsNew(path, QStringLiteral("plan.tessaloom")));
+
+    EXPECT_EQ(editor.documentName(), QStringLiteral("plan.tessaloom"));
+    EXPECT_EQ(editor.documentPath(), QString());
+    EXPECT_TRUE(editor.isWindowModified());
+}
+
+} // namespace
