@@ -11,7 +11,7 @@ all: $(BUILD)/build.ninja
 
 # Takes a document to a server and back: in windows where there is a display, otherwise with screenshots.
 run: $(BUILD)/build.ninja
-	cmake --build --preset $(PRESET) -j $(JOBS) --target tljira tljira-standin
+	cmake --build --preset $(PRESET) -j $(JOBS) --target tljira tljira-standin tessaloom
 	scripts/run $(BUILD)
 
 test: all

@@ -1,8 +1,14 @@
 #include "bench/Bench.h"
+#include "bench/windows/WindowCases.h"
+#include "client/JAController.h"
+#include "constants/JAConstants.h"
+#include "platform/foundation/URLSessionConfiguration.h"
+#include "platform/foundation/UserDefaults.h"
 #include "standin/Server.h"
 
+#include <QApplication>
 #include <QCommandLineParser>
-#include <QCoreApplication>
+#include <QLoggingCategory>
 #include <QProcess>
 #include <QSaveFile>
 #include <QTemporaryDir>
@@ -51,12 +57,27 @@ void prepare(standin::Server& server)
     server.addIssue("SINK-1");
     server.addIssue("SOURCE-1");
     server.addIssue("SMALL-1");
+    server.addIssue("WIDE-1");
+    server.addIssue("LARGE-1");
     for (int i = 0; i < 3; ++i) {
         standin::NewAttachment attachment;
         attachment.fileName = "plan " + std::to_string(i) + ".tessaloom";
         attachment.bytes = "x";
         server.addAttachment("SMALL-1", attachment);
     }
+}
+
+/// The windows run in this process: they take up this session instead of asking for one.
+void openSessionForWindows(const bench::Bench& bench)
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("platform.log=false"));
+    platform::URLSessionConfiguration::setDefaultRoutes({QString::fromStdString(bench.route())});
+    // The first upload window of all would log out.
+    platform::UserDefaults::standardUserDefaults().setObject(true, kClearCache);
+    JAController::sharedInstance()->setHost(QStringLiteral("http://jira.example.test/"));
+    const QString cookie = QString::fromStdString(bench.cookie);
+    JALoginObject::initWithDictionary({{kSession, QJsonObject{{kSessionName, cookie.section(u'=', 0, 0)},
+                                                              {kSessionValue, cookie.section(u'=', 1)}}}});
 }
 
 int run(const QCommandLineParser& options)
@@ -75,6 +96,12 @@ int run(const QCommandLineParser& options)
     for (const bench::Row& row : bench::issueCase(bench))
         rows.push_back(row);
 
+    openSessionForWindows(bench);
+    for (const bench::Row& row : bench::uploadWindowCases(bench))
+        rows.push_back(row);
+    for (const bench::Row& row : bench::listWindowCases(bench))
+        rows.push_back(row);
+
     const std::string report = bench::report(rows, bench.runs);
     std::fputs(report.c_str(), stdout);
     const QString path = options.value(QStringLiteral("write"));
@@ -89,7 +116,10 @@ int run(const QCommandLineParser& options)
 
 int main(int argc, char** argv)
 {
-    QCoreApplication application(argc, argv);
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
     QCommandLineParser options;
     options.setApplicationDescription(QStringLiteral("Measures tljira and the client beside their peers."));
     options.addHelpOption();

@@ -1,0 +1,120 @@
+#include "bench/Comparison.h"
+#include "bench/windows/FirstFrame.h"
+#include "bench/windows/LoopWatch.h"
+#include "bench/windows/WindowCases.h"
+#include "shell/TLJiraUpload.h"
+#include "upload/JAUploadingWindow.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+namespace bench {
+
+namespace {
+
+constexpr double longestStall = 0.016;
+
+/// A document alone in a folder of its own, which the upload removes.
+std::string documentOfSize(const Bench& bench, long long size)
+{
+    const std::string folder = bench.folder + "/document";
+    std::filesystem::create_directories(folder);
+    const std::string path = folder + "/plan.tessaloom";
+    std::ofstream(path).put('x');
+    std::filesystem::resize_file(path, static_cast<std::uintmax_t>(size));
+    return path;
+}
+
+std::shared_ptr<TLJiraUpload> openUpload(const std::string& document)
+{
+    auto upload = TLJiraUpload::initWithName(QStringLiteral("plan.tessaloom"), QString::fromStdString(document));
+    upload->showWindow();
+    return upload;
+}
+
+/// Seconds of the longest stretch away from the event loop while the document is sent.
+double stallOfUpload(const Bench& bench)
+{
+    const auto upload = openUpload(documentOfSize(bench, bench.large));
+    const auto panel = upload->bodyViewController();
+    runUntil([&] { return panel->view()->isVisible(); });
+    panel->taskTextField()->setText(QStringLiteral("SINK-1"));
+    const LoopWatch watch;
+    panel->uploadFileButton()->click();
+    runUntil([&] { return panel->jaUploadingWindow()->sizeLabel()->text() == QLatin1String("DONE"); });
+    const double longest = watch.longestSeconds();
+    panel->jaUploadingWindow()->cancelAction();
+    upload->window()->close();
+    return longest;
+}
+
+/// A window with as many plain Qt controls of the same kinds as `window` has.
+std::unique_ptr<QWidget> plainWindowLike(const QWidget* window)
+{
+    auto plain = std::make_unique<QWidget>();
+    for (const QWidget* control : window->findChildren<QWidget*>()) {
+        if (qobject_cast<const QPushButton*>(control))
+            new QPushButton(plain.get());
+        else if (qobject_cast<const QLineEdit*>(control))
+            new QLineEdit(plain.get());
+        else if (qobject_cast<const QProgressBar*>(control))
+            new QProgressBar(plain.get());
+        else if (qobject_cast<const QLabel*>(control))
+            new QLabel(plain.get());
+        else
+            new QWidget(plain.get());
+    }
+    plain->resize(window->size());
+    return plain;
+}
+
+Row openingRow(const Bench& bench)
+{
+    std::shared_ptr<TLJiraUpload> upload;
+    std::unique_ptr<QWidget> plain;
+    const std::string document = documentOfSize(bench, 1024);
+    const auto openOurs = [&]() -> QWidget* {
+        upload = openUpload(document);
+        return upload->window()->widget();
+    };
+    secondsToFirstFrame(openOurs);
+    const std::shared_ptr<TLJiraUpload> model = upload;
+    const Comparison comparison = compare(
+        4 * bench.runs, [&] { return secondsToFirstFrame(openOurs); },
+        [&] {
+            return secondsToFirstFrame([&]() -> QWidget* {
+                plain = plainWindowLike(model->window()->widget());
+                plain->show();
+                return plain.get();
+            });
+        });
+    return {"opening the upload window, to the first frame (a plain window with as many controls)",
+            seconds(comparison.ours),
+            seconds(comparison.peer),
+            times(comparison.ratio),
+            "at most 1.50",
+            comparison.ratio <= 1.5};
+}
+
+} // namespace
+
+std::vector<Row> uploadWindowCases(const Bench& bench)
+{
+    std::vector<double> stalls;
+    for (int run = 0; run < bench.runs; ++run)
+        stalls.push_back(stallOfUpload(bench));
+    const double stall = median(stalls);
+    return {{"upload of " + mebibytes(static_cast<double>(bench.large)) +
+                 " in its window, longest time away from the event loop",
+             seconds(stall), "", "", "at most 0.016 s", stall <= longestStall},
+            openingRow(bench)};
+}
+
+} // namespace bench
