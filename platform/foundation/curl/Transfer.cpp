@@ -165,6 +165,9 @@ void Transfer::setCookies(const QString& explicitCookies)
     const auto& jar = m_configuration.HTTPCookieStorage;
     const bool usesJar = jar && m_configuration.HTTPShouldSetCookies && m_request.HTTPShouldHandleCookies;
     curl_easy_setopt(m_easy, CURLOPT_SHARE, usesJar ? jar->share().handle() : nullptr);
+    // Sharing alone would send the jar's cookies, but take up none.
+    if (usesJar)
+        curl_easy_setopt(m_easy, CURLOPT_COOKIEFILE, "");
     if (explicitCookies.isEmpty())
         return;
 
