@@ -75,6 +75,13 @@ bool ClientTest::waitForEvents(std::size_t count)
     return arrived;
 }
 
+bool ClientTest::waitForEnds(qsizetype count)
+{
+    const bool ended = waitUntil([&] { return log.lines().filter(QStringLiteral("Error task: ")).size() >= count; });
+    drainMainQueue();
+    return ended;
+}
+
 JAController::RequestCallBack ClientTest::requestCallBack()
 {
     return [this](const auto& newBody, const auto& newError, const auto& newResponse) {

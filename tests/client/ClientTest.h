@@ -32,6 +32,8 @@ protected:
     QString writeFile(const char* name, const QByteArray& bytes) const;
 
     bool waitForEvents(std::size_t count);
+    /// Until so many tasks have ended since the test or `logIn`, for those whose end is told to nobody.
+    bool waitForEnds(qsizetype count);
 
     JAController::RequestCallBack requestCallBack();
     JAController::LoginCallBack loginCallBack();

@@ -179,8 +179,7 @@ TEST_F(JAControllerRequestsTest, DoesWithoutACallback)
     client->sendGetRequest(myself(), nullptr);
     client->sendDeleteRequest(myself(), nullptr);
     client->sendPostRequest(myself(), std::nullopt, std::nullopt, nullptr);
-    EXPECT_TRUE(tests::waitUntil([this] { return server.finishedRequestCount() == 3; }));
-    tests::drainMainQueue();
+    EXPECT_TRUE(waitForEnds(3));
 }
 
 TEST_F(JAControllerRequestsTest, TakesTheSessionAlongOnARedirectToTheSameHost)

@@ -426,8 +426,7 @@ TEST_F(JAControllerSessionTest, DoesWithoutCallbacks)
     ASSERT_TRUE(waitForEvents(2));
     client->getCurrentUser(nullptr);
     client->getIssueObject(QStringLiteral("ABC-1"), nullptr);
-    EXPECT_TRUE(tests::waitUntil([this] { return server.finishedRequestCount() == 4; }));
-    tests::drainMainQueue();
+    EXPECT_TRUE(waitForEnds(4));
     client->logout(nullptr);
     ASSERT_TRUE(waitForEvents(3));
     EXPECT_THAT(events, ElementsAre("valid", "valid", "invalid"));

@@ -199,7 +199,7 @@ TEST_F(LargeUploadTest, SendsMoreThanFourGibibytesWithoutHoldingThem)
                               [&last](qint64 sent, qint64 expected) {
                                   last = {sent, expected};
                               });
-    ASSERT_TRUE(waitForEvents(1));
+    ASSERT_TRUE(tests::waitUntil([this] { return !events.empty(); }, std::chrono::seconds(280)));
     EXPECT_THAT(events, ElementsAre("no error"));
 
     const auto attachments = server.attachments("ABC-1");

@@ -316,8 +316,7 @@ TEST_F(JAControllerUploadTest, DoesWithoutCallbacks)
     logIn();
     client->uploadFileInIssue(writeFile("source", "B"), QStringLiteral("a.bin"), QStringLiteral("ABC-1"), nullptr,
                               nullptr);
-    EXPECT_TRUE(tests::waitUntil([this] { return server.finishedRequestCount() == 2; }));
-    tests::drainMainQueue();
+    EXPECT_TRUE(waitForEnds(1));
     EXPECT_EQ(server.attachments("ABC-1").size(), 1u);
 }
 
