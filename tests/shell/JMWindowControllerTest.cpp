@@ -30,7 +30,8 @@ protected:
     /// Does this in the modal run, once the session is known to be good.
     void duringRun(const std::function<void()>& steps)
     {
-        QTimer::singleShot(0, [this, steps] {
+        // Not 0: events that are posted already would not be handed out while one of them waits for the others.
+        QTimer::singleShot(1, [this, steps] {
             ASSERT_TRUE(tests::waitUntil([this] { return body().getAttachButton()->isVisible(); }));
             steps();
         });
