@@ -12,6 +12,15 @@ namespace tessaloom::tour {
 
 namespace {
 
+QtMessageHandler printAnyway = nullptr;
+
+/// Platforms without a window manager say at every window what they cannot do.
+void withoutRemarksOfThePlatform(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    if (!text.startsWith(QLatin1String("This plugin does not support")))
+        printAnyway(type, context, text);
+}
+
 Step everything(Stage& stage)
 {
     co_await InNextTurn();
@@ -30,6 +39,8 @@ int run(const QString& albumFolder)
     QApplication::setCursorFlashTime(0);
     QApplication::setQuitOnLastWindowClosed(false);
     QLoggingCategory::setFilterRules(QStringLiteral("platform.log=false"));
+
+    printAnyway = qInstallMessageHandler(withoutRemarksOfThePlatform);
 
     Stage stage(albumFolder);
     Step tour = everything(stage);
