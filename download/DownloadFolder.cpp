@@ -6,12 +6,50 @@
 #include "platform/foundation/PathString.h"
 #include "platform/foundation/TemporaryDirectory.h"
 
+#include <QFile>
+#include <QFileInfo>
+#include <QThreadPool>
+
+#include <memory>
+#include <vector>
+
 namespace {
 
 std::optional<QString> descriptionOf(const std::optional<platform::Error>& error)
 {
     return error ? std::optional(error->localizedDescription()) : std::nullopt;
 }
+
+/// While it lives, the files below a folder keep their bytes, also when they are removed. A large file takes the time
+/// of many frames to give its bytes back, so that happens on another thread, when this goes.
+class HeldFiles
+{
+public:
+    explicit HeldFiles(const QString& folder)
+    {
+        for (const QString& name : platform::FileManager::filesBelowPath(folder)) {
+            const QString path = platform::appendingPathComponent(folder, name);
+            const QFileInfo info(path);
+            if (!info.isFile() || info.isSymLink())
+                continue;
+            m_files->push_back(std::make_unique<QFile>(path));
+            m_files->back()->open(QIODevice::ReadOnly);
+        }
+    }
+
+    ~HeldFiles()
+    {
+        if (!m_files->empty())
+            QThreadPool::globalInstance()->start([files = std::move(m_files)] { files->clear(); });
+    }
+
+    HeldFiles(const HeldFiles&) = delete;
+    HeldFiles& operator=(const HeldFiles&) = delete;
+
+private:
+    using Files = std::vector<std::unique_ptr<QFile>>;
+    std::shared_ptr<Files> m_files = std::make_shared<Files>();
+};
 
 } // namespace
 
@@ -22,6 +60,8 @@ QString DownloadFolder::path()
 
 void DownloadFolder::makeAnew(const QString& path)
 {
+    // A link to a folder is removed itself: what it points to is nobody's business here.
+    const HeldFiles held(QFileInfo(path).isSymLink() ? QString() : path);
     const auto removeError = platform::FileManager::removeItemAtPath(path);
     platform::log(u"tmp directory: %@", path);
     platform::log(u"removeItemAtPath error : %@", descriptionOf(removeError));
