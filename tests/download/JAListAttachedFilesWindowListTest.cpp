@@ -71,9 +71,9 @@ protected:
     }
 
     tests::LogCapture log;
+    std::optional<int> returnCode;
     const std::shared_ptr<platform::Window> parent = tests::shownWindow();
     std::shared_ptr<JAListAttachedFilesWindow> list = JAListAttachedFilesWindow::init();
-    std::optional<int> returnCode;
 };
 
 // The states.
