@@ -61,7 +61,7 @@ public:
 
     /// frame() and the content's size are the new ones when this returns. With `animate`, and if the window is on
     /// screen, its edges follow smoothly; a later setFrame() takes over from where they are. `display` draws the
-    /// content at once. A sheet that is up takes the size only: it goes on hanging from its parent's upper edge.
+    /// content at once.
     void setFrame(const QRectF& frame, bool display, bool animate = false);
 
     /// In the middle of its screen.
@@ -136,7 +136,6 @@ private:
     void becomeSheetOf(const std::shared_ptr<Window>& parent);
     void leaveSheet();
     void showAsSheet();
-    QRect hungFrom(const Window& parent, const QSize& size) const;
     void drawSheetEdge();
     void setApplicationModal(bool modal);
 

@@ -63,11 +63,7 @@ QRectF Window::frame() const
 void Window::setFrame(const QRectF& frame, bool display, bool animate)
 {
     m_isPlaced = true;
-    QRect rect = unflipped(frame).marginsRemoved(decorations());
-    const std::shared_ptr<Window> parent = sheetParent();
-    if (parent && isVisible())
-        rect = hungFrom(*parent, rect.size());
-    placeContentRect(rect, animate);
+    placeContentRect(unflipped(frame).marginsRemoved(decorations()), animate);
     if (display && m_content && m_widget->isVisible())
         m_content->repaint();
 }

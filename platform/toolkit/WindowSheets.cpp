@@ -75,18 +75,14 @@ void Window::showAsSheet()
     m_widget->winId();
     m_widget->windowHandle()->setTransientParent(parent->m_widget->windowHandle());
 
-    placeContentRect(hungFrom(*parent, contentRect().size()), false);
+    const QRect below = parent->contentRect();
+    QRect rect = contentRect();
+    rect.moveTo(below.left() + (below.width() - rect.width()) / 2, below.top() + decorations().top());
+    placeContentRect(keptInside(rect, parent->m_widget->screen()->availableGeometry()), false);
     show();
     drawSheetEdge();
     m_widget->activateWindow();
     focusFirstControl();
-}
-
-QRect Window::hungFrom(const Window& parent, const QSize& size) const
-{
-    const QRect below = parent.contentRect();
-    const QPoint place(below.left() + (below.width() - size.width()) / 2, below.top() + decorations().top());
-    return keptInside(QRect(place, size), parent.m_widget->screen()->availableGeometry());
 }
 
 void Window::drawSheetEdge()

@@ -73,17 +73,6 @@ TEST_F(Sheet, hangsBelowTheParentsTitleBarWithItsOwnBelowIt)
     EXPECT_EQ(sheet->frame(), QRectF(300, 100 + 300 - 124, 200, 124));
 }
 
-TEST_F(Sheet, goesOnHangingThereWhenItChangesItsSize)
-{
-    parent->beginSheet(sheet, note());
-
-    QRectF taller = sheet->frame();
-    taller.setHeight(150);
-    sheet->setFrame(taller, true, true);
-
-    EXPECT_EQ(sheet->frame(), QRectF(300, 100 + 300 - 150, 200, 150));
-}
-
 TEST_F(Sheet, isSetOffFromItsParentByALineWhereNothingElseDoes)
 {
     const QColor inside = sheet->widget()->grab().toImage().pixelColor(0, 50);
