@@ -114,6 +114,8 @@ void EditorWindow::addStatusLine()
 {
     m_status->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_status->setContentsMargins(4, 0, 0, 0);
+    m_position->setContentsMargins(0, 0, 4, 0);
+    statusBar()->setSizeGripEnabled(false);
     statusBar()->addWidget(m_status, 1);
     statusBar()->addPermanentWidget(m_position);
 }

@@ -27,7 +27,7 @@ QByteArray longDocument()
     constexpr qsizetype size = 8 << 20;
     QByteArray text = "Harbour blanket, row by row\n\n";
     for (int row = 1; text.size() < size; ++row) {
-        text += "row " + QByteArray::number(row) + "  ";
+        text += "row " + QByteArray::number(row).rightJustified(6) + "  ";
         for (int end = 0; end < 28; ++end)
             text += (row + end) % 4 == 0 ? " ##" : " ··";
         text += '\n';
@@ -158,9 +158,9 @@ Step Stage::picture(QString what, std::shared_ptr<platform::Window> window)
 
 Step Stage::picture(QString what, QWidget* window)
 {
+    co_await InNextTurn();
     const QString file = album.add(what, *window);
     journal.expect(QStringLiteral("picture %1").arg(file), !file.isEmpty());
-    co_return;
 }
 
 Step Stage::sendLogin(std::shared_ptr<JALoginWindow> form, QString secret)
