@@ -81,6 +81,23 @@ TEST_F(JAControllerUploadFaultsTest, AConnectionThatEndsInTheAnswer)
     }
 }
 
+/// Where a connection that was kept from an earlier request breaks, a client may be tempted to try again on a new one.
+TEST_F(JAControllerUploadFaultsTest, AFileThatTheServerTookWithoutAnAnswerIsNotSentAgain)
+{
+    for (const Fault& fault : {Fault().close(Point::responseHead(0)), Fault().reset(Point::responseHead(0))}) {
+        const std::size_t before = server.attachments("ABC-1").size();
+        server.behave();
+        client->sendGetRequest(client->url(QStringLiteral("rest/api/2/issue/ABC-1")), requestCallBack());
+        events.clear();
+        ASSERT_TRUE(waitForEvents(1));
+        server.misbehave(Match::next(), fault);
+        start(source);
+        ASSERT_TRUE(waitForEvents(1));
+        EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -1005"));
+        EXPECT_EQ(server.attachments("ABC-1").size(), before + 1);
+    }
+}
+
 TEST_F(JAControllerUploadFaultsTest, AnAnswerThatComesBeforeTheBodyIsRead)
 {
     upload(Fault().status(413, R"({"errorMessages": ["too large"]})", "application/json").beforeBody());

@@ -66,8 +66,12 @@ bool RawClient::send(std::string_view bytes)
 {
     while (!bytes.empty()) {
         const ssize_t sent = ::send(m_socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (sent <= 0)
+        if (sent <= 0) {
+            // The system tells of a reset once: whoever hears of it while sending reads a plain end afterwards.
+            if (errno == ECONNRESET)
+                m_end = End::reset;
             return false;
+        }
         bytes.remove_prefix(static_cast<std::size_t>(sent));
     }
     return true;
@@ -86,10 +90,10 @@ bool RawClient::fill()
         m_buffer.append(bytes, static_cast<std::size_t>(got));
         return true;
     }
-    if (got == 0)
-        m_end = End::closed;
-    else if (errno == ECONNRESET || errno == EPIPE)
+    if (got < 0 && errno == ECONNRESET)
         m_end = End::reset;
+    else if (got == 0 && m_end == End::none)
+        m_end = End::closed;
     return false;
 }
 

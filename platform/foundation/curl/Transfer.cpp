@@ -112,6 +112,9 @@ void Transfer::setMethodAndBody()
         m_progress.expectedToSend = body.size();
         curl_easy_setopt(m_easy, CURLOPT_POST, 1L);
         curl_easy_setopt(m_easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+        // A request whose kept connection breaks before any answer is sent again by libcurl, and a server that had taken
+        // the body would then hold it twice. On a connection of its own it is sent once.
+        curl_easy_setopt(m_easy, CURLOPT_FRESH_CONNECT, 1L);
     }
     if (!isPost && method != "GET")
         curl_easy_setopt(m_easy, CURLOPT_CUSTOMREQUEST, method.constData());
@@ -208,8 +211,6 @@ void Transfer::setCallbacks()
     curl_easy_setopt(m_easy, CURLOPT_PRIVATE, this);
     curl_easy_setopt(m_easy, CURLOPT_READFUNCTION, &Transfer::readBody);
     curl_easy_setopt(m_easy, CURLOPT_READDATA, this);
-    curl_easy_setopt(m_easy, CURLOPT_SEEKFUNCTION, &Transfer::seekBody);
-    curl_easy_setopt(m_easy, CURLOPT_SEEKDATA, this);
     curl_easy_setopt(m_easy, CURLOPT_HEADERFUNCTION, &Transfer::takeHeadLine);
     curl_easy_setopt(m_easy, CURLOPT_HEADERDATA, this);
     curl_easy_setopt(m_easy, CURLOPT_WRITEFUNCTION, &Transfer::takeBody);
@@ -224,15 +225,6 @@ std::size_t Transfer::readBody(char* buffer, std::size_t size, std::size_t count
     auto* self = static_cast<Transfer*>(transfer);
     const qint64 read = self->m_reader ? self->m_reader->read(buffer, static_cast<qint64>(size * count)) : 0;
     return read < 0 ? CURL_READFUNC_ABORT : static_cast<std::size_t>(read);
-}
-
-int Transfer::seekBody(void* transfer, curl_off_t offset, int origin)
-{
-    auto* self = static_cast<Transfer*>(transfer);
-    if (origin != SEEK_SET || !self->m_reader)
-        return CURL_SEEKFUNC_CANTSEEK;
-    self->m_reader->seek(offset);
-    return CURL_SEEKFUNC_OK;
 }
 
 std::size_t Transfer::takeHeadLine(char* bytes, std::size_t size, std::size_t count, void* transfer)

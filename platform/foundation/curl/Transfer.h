@@ -57,7 +57,6 @@ private:
     };
 
     static std::size_t readBody(char* buffer, std::size_t size, std::size_t count, void* transfer);
-    static int seekBody(void* transfer, curl_off_t offset, int origin);
     static std::size_t takeHeadLine(char* bytes, std::size_t size, std::size_t count, void* transfer);
     static std::size_t takeBody(char* bytes, std::size_t size, std::size_t count, void* transfer);
     static int takeProgress(void* transfer, curl_off_t downloadTotal, curl_off_t downloaded, curl_off_t uploadTotal,
