@@ -18,5 +18,7 @@ function(tl_embed_interface_files target)
         get_filename_component(alias "${file}" NAME)
         set_source_files_properties("${file}" PROPERTIES QT_RESOURCE_ALIAS "${alias}")
     endforeach()
-    qt_add_resources(${target} "${target}_interface_${count}" PREFIX "/${ARG_PREFIX}" FILES ${ARG_FILES})
+    # Read at each opening of a window: what compressing saves in bytes is not worth the time.
+    qt_add_resources(${target} "${target}_interface_${count}" PREFIX "/${ARG_PREFIX}" FILES ${ARG_FILES}
+        OPTIONS --no-compress)
 endfunction()

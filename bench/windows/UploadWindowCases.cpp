@@ -55,23 +55,45 @@ double stallOfUpload(const Bench& bench)
     return longest;
 }
 
-/// A window with as many plain Qt controls of the same kinds as `window` has.
-std::unique_ptr<QWidget> plainWindowLike(const QWidget* window)
+using Maker = void (*)(QWidget* parent);
+
+template <class Control>
+void makePlain(QWidget* parent)
+{
+    new Control(parent);
+}
+
+Maker plainLike(const QWidget* control)
+{
+    if (qobject_cast<const QPushButton*>(control))
+        return makePlain<QPushButton>;
+    if (qobject_cast<const QLineEdit*>(control))
+        return makePlain<QLineEdit>;
+    if (qobject_cast<const QProgressBar*>(control))
+        return makePlain<QProgressBar>;
+    if (qobject_cast<const QLabel*>(control))
+        return makePlain<QLabel>;
+    return makePlain<QWidget>;
+}
+
+/// A plain Qt control for each that opening a window makes, shown at once or waiting to be.
+std::vector<Maker> plainControls()
+{
+    std::vector<Maker> makers;
+    for (const QWidget* widget : QApplication::allWidgets()) {
+        if (!widget->isWindow())
+            makers.push_back(plainLike(widget));
+    }
+    return makers;
+}
+
+/// A window with these controls, without a text, a style or a place of their own.
+std::unique_ptr<QWidget> plainWindow(const std::vector<Maker>& controls, QSize size)
 {
     auto plain = std::make_unique<QWidget>();
-    for (const QWidget* control : window->findChildren<QWidget*>()) {
-        if (qobject_cast<const QPushButton*>(control))
-            new QPushButton(plain.get());
-        else if (qobject_cast<const QLineEdit*>(control))
-            new QLineEdit(plain.get());
-        else if (qobject_cast<const QProgressBar*>(control))
-            new QProgressBar(plain.get());
-        else if (qobject_cast<const QLabel*>(control))
-            new QLabel(plain.get());
-        else
-            new QWidget(plain.get());
-    }
-    plain->resize(window->size());
+    for (const Maker make : controls)
+        make(plain.get());
+    plain->resize(size);
     return plain;
 }
 
@@ -85,12 +107,13 @@ Row openingRow(const Bench& bench)
         return upload->window()->widget();
     };
     secondsToFirstFrame(openOurs);
-    const std::shared_ptr<TLJiraUpload> model = upload;
+    const std::vector<Maker> controls = plainControls();
+    const QSize size = upload->window()->widget()->size();
     const Comparison comparison = compare(
         4 * bench.runs, [&] { return secondsToFirstFrame(openOurs); },
         [&] {
             return secondsToFirstFrame([&]() -> QWidget* {
-                plain = plainWindowLike(model->window()->widget());
+                plain = plainWindow(controls, size);
                 plain->show();
                 return plain.get();
             });
