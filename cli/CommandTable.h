@@ -3,6 +3,7 @@
 #include "cli/Arguments.h"
 #include "cli/Command.h"
 #include "client/JAController.h"
+#include "platform/console/InterruptSignal.h"
 
 #include <memory>
 #include <vector>
@@ -13,8 +14,8 @@ namespace cli {
 struct Environment
 {
     std::shared_ptr<JAController> client;
-    /// Becomes readable when the user interrupts.
-    int interruptDescriptor = -1;
+    /// For a command that waits without running the event loop.
+    const platform::console::InterruptSignal& interrupts;
     bool showsProgress = false;
 };
 

@@ -8,7 +8,6 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <sys/stat.h>
 #include <thread>
 
 namespace cli {
@@ -32,12 +31,16 @@ bool isTaken(const QString& path)
     return info.exists() || info.isSymLink();
 }
 
-/// The transport keeps its files from everybody else; what the user asked for gets what the user's other files get.
-void setUsualPermissions(const QString& path)
+/// The transport keeps its files from everybody else; what the user asked for gets what a new file at `probe` gets.
+void setUsualPermissions(const QString& path, const QString& probe)
 {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    ::chmod(QFile::encodeName(path).constData(), 0666 & ~mask);
+    QFile ordinary(probe);
+    if (!ordinary.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        return;
+    // What the current user may do is no property of the file: Qt would make it one.
+    constexpr QFile::Permissions ofCurrentUser = QFile::ReadUser | QFile::WriteUser | QFile::ExeUser;
+    QFile::setPermissions(path, ordinary.permissions() & ~ofCurrentUser);
+    ordinary.remove();
 }
 
 } // namespace
@@ -84,7 +87,7 @@ void DownloadPlace::settle(const Completion& completion)
 std::optional<platform::Error> DownloadPlace::publish() const
 {
     const QString complete = m_beside.pathOf(m_name);
-    setUsualPermissions(complete);
+    setUsualPermissions(complete, complete + QStringLiteral(".new"));
     return platform::FileManager::moveItemAtPath(complete, m_destination);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/console/Input.h"
+
 #include <QString>
 
 namespace cli {
@@ -13,8 +15,7 @@ struct InputLine
     QString text;
 };
 
-/// Waits for a line on `descriptor` and reads no byte beyond it. `interruptDescriptor` ends the wait as soon as it is
-/// readable; nothing is taken from it.
-InputLine readLine(int descriptor, int interruptDescriptor);
+/// Waits for a line and reads no byte beyond it. An interrupt ends the wait and is not taken.
+InputLine readLine(const platform::console::Input& input, const platform::console::InterruptSignal& interrupts);
 
 } // namespace cli

@@ -5,13 +5,11 @@
 #include "cli/TerminalText.h"
 #include "platform/foundation/URL.h"
 
-#include <unistd.h>
-
 namespace cli {
 
 LoginCommand::LoginCommand(const Arguments& arguments, const Environment& environment)
     : m_client(environment.client)
-    , m_interruptDescriptor(environment.interruptDescriptor)
+    , m_interrupts(environment.interrupts)
     , m_server(arguments.operands.at(0))
     , m_user(arguments.operands.at(1))
     , m_readsStandardInput(arguments.takesPasswordFromStandardInput)
@@ -44,10 +42,10 @@ void LoginCommand::start(const Completion& completion)
 InputLine LoginCommand::askForPassword() const
 {
     if (m_readsStandardInput)
-        return readLine(STDIN_FILENO, m_interruptDescriptor);
+        return readLine(platform::console::Input::standardInput(), m_interrupts);
     const auto server = platform::URL::parse(m_server).value_or(platform::URL());
     const QString prompt = QStringLiteral("Password of %1 at %2: ").arg(m_user, server.host.value_or(m_server));
-    return promptForSecret(harmless(prompt), m_interruptDescriptor);
+    return promptForSecret(harmless(prompt), m_interrupts);
 }
 
 void LoginCommand::login(const QString& password, const Completion& completion)

@@ -1,9 +1,12 @@
 #include "cli/ProgressBar.h"
 
 #include "cli/ProgressLine.h"
-#include "cli/StandardStreams.h"
+#include "platform/console/StandardStreams.h"
 
 namespace cli {
+
+using platform::console::terminalColumns;
+using platform::console::writeError;
 
 ProgressBar::ProgressBar(bool isVisible)
     : m_isVisible(isVisible)

@@ -2,15 +2,17 @@
 
 #include "cli/ArgumentParser.h"
 #include "cli/Help.h"
-#include "cli/InterruptSignal.h"
+#include "cli/LogOutput.h"
 #include "cli/ServerAddress.h"
-#include "cli/StandardStreams.h"
 #include "cli/TerminalText.h"
+#include "platform/console/StandardStreams.h"
 #include "platform/foundation/MainQueue.h"
 
 namespace cli {
 
-Tool::Tool(InterruptSignal& interrupts)
+using platform::console::writeError;
+
+Tool::Tool(platform::console::InterruptSignal& interrupts)
     : m_interrupts(interrupts)
 {
 }
@@ -41,8 +43,8 @@ Outcome Tool::performCommand(const Arguments& arguments)
 {
     showLog(arguments.isVerbose);
     platform::URLSessionConfiguration::setDefaultRoutes(arguments.routes);
-    const Environment environment = {JAController::sharedInstance(), m_interrupts.descriptor(),
-                                     isErrorTerminal() && !arguments.isVerbose};
+    const Environment environment = {JAController::sharedInstance(), m_interrupts,
+                                     platform::console::isErrorTerminal() && !arguments.isVerbose};
     const CommandDescription& description = *findCommand(arguments.command);
     if (description.needsServer && !hasServer(*environment.client))
         return Outcome::failed(QStringLiteral("No server is set: use tljira login SERVER USER first."));
@@ -78,7 +80,7 @@ int Tool::report(const Outcome& outcome)
 {
     if (!outcome.reason.isEmpty())
         writeError(harmlessLine(outcome.reason).toUtf8() + '\n');
-    const auto problem = writeOutput(outcome.output);
+    const auto problem = platform::console::writeOutput(outcome.output);
     if (!problem)
         return outcome.status;
     writeError(QStringLiteral("The result couldn’t be written: %1.\n").arg(*problem).toUtf8());

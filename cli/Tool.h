@@ -6,13 +6,11 @@
 
 namespace cli {
 
-class InterruptSignal;
-
 /// One run of the tool: from the words of the command line to the exit status.
 class Tool
 {
 public:
-    explicit Tool(InterruptSignal& interrupts);
+    explicit Tool(platform::console::InterruptSignal& interrupts);
 
     /// Needs the application object; `words` starts with the program's name.
     int run(const QStringList& words);
@@ -24,7 +22,7 @@ private:
     void end(const Outcome& outcome);
     static int report(const Outcome& outcome);
 
-    InterruptSignal& m_interrupts;
+    platform::console::InterruptSignal& m_interrupts;
     std::unique_ptr<Command> m_command;
     QEventLoop m_loop;
     std::optional<Outcome> m_outcome;

@@ -1,13 +1,15 @@
-#include "cli/InterruptSignal.h"
-#include "cli/StandardStreams.h"
+#include "cli/LogOutput.h"
 #include "cli/Tool.h"
+#include "platform/console/InterruptSignal.h"
+#include "platform/console/StandardStreams.h"
 
 #include <QCoreApplication>
 
 int main(int argc, char** argv)
 {
-    cli::prepareStandardStreams();
-    cli::InterruptSignal interrupts;
+    platform::console::prepareStandardStreams();
+    cli::showLog(false);
+    platform::console::InterruptSignal interrupts;
     QCoreApplication application(argc, argv);
     // Names the folders of the tool's settings and cookies.
     QCoreApplication::setApplicationName(QStringLiteral("tljira"));

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <csignal>
 #include <unistd.h>
 
 namespace {
@@ -43,10 +44,10 @@ private:
 class LineReader : public testing::Test
 {
 protected:
-    cli::InputLine read() const { return cli::readLine(input.readEnd(), interrupt.readEnd()); }
+    cli::InputLine read() const { return cli::readLine(platform::console::Input(input.readEnd()), interrupts); }
 
     Pipe input;
-    Pipe interrupt;
+    platform::console::InterruptSignal interrupts;
 };
 
 TEST_F(LineReader, ReadsLineByLine)
@@ -83,7 +84,7 @@ TEST_F(LineReader, RefusesALineThatDoesNotEnd)
 
 TEST_F(LineReader, IsInterruptedWithoutTakingTheSignal)
 {
-    interrupt.write("x");
+    ::raise(SIGINT);
     EXPECT_EQ(read().kind, Kind::Interrupted);
     EXPECT_EQ(read().kind, Kind::Interrupted);
 }

@@ -1,12 +1,14 @@
-#include "cli/InterruptSignal.h"
+#include "platform/console/InterruptSignal.h"
 
-#include <array>
+#include "platform/console/SignalPipe.h"
+
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
-namespace cli {
+namespace platform::console {
 
 namespace {
 
@@ -44,16 +46,41 @@ void install(int number)
 
 } // namespace
 
-InterruptSignal::InterruptSignal()
+InterruptSignal::Pipe::Pipe()
 {
-    std::array<int, 2> ends = {-1, -1};
-    if (::pipe(ends.data()) != 0)
+    if (::pipe(m_ends.data()) != 0)
         return;
-    m_readEnd = ends[0];
-    m_writeEnd = ends[1];
-    prepareEnd(m_readEnd);
-    prepareEnd(m_writeEnd);
-    handlersWriteEnd = m_writeEnd;
+    for (const int end : m_ends)
+        prepareEnd(end);
+}
+
+InterruptSignal::Pipe::~Pipe()
+{
+    m_notifier.reset();
+    for (const int end : m_ends)
+        ::close(end);
+}
+
+void InterruptSignal::Pipe::setHandler(Handler handler)
+{
+    m_handler = std::move(handler);
+    m_notifier = std::make_unique<QSocketNotifier>(readEnd(), QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { readSignals(); });
+}
+
+void InterruptSignal::Pipe::readSignals()
+{
+    unsigned char number = 0;
+    while (::read(readEnd(), &number, 1) == 1)
+        m_handler(number);
+}
+
+InterruptSignal::InterruptSignal()
+    : m_pipe(std::make_unique<Pipe>())
+{
+    if (m_pipe->writeEnd() < 0)
+        return;
+    handlersWriteEnd = m_pipe->writeEnd();
     for (const int number : signalNumbers)
         install(number);
 }
@@ -62,23 +89,17 @@ InterruptSignal::~InterruptSignal()
 {
     for (const int number : signalNumbers)
         std::signal(number, SIG_DFL);
-    m_notifier.reset();
-    ::close(m_readEnd);
-    ::close(m_writeEnd);
+}
+
+bool InterruptSignal::isPending() const
+{
+    pollfd state = {m_pipe->readEnd(), POLLIN, 0};
+    return ::poll(&state, 1, 0) == 1;
 }
 
 void InterruptSignal::setHandler(Handler handler)
 {
-    m_handler = std::move(handler);
-    m_notifier = std::make_unique<QSocketNotifier>(m_readEnd, QSocketNotifier::Read);
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] { readSignals(); });
+    m_pipe->setHandler(std::move(handler));
 }
 
-void InterruptSignal::readSignals()
-{
-    unsigned char number = 0;
-    while (::read(m_readEnd, &number, 1) == 1)
-        m_handler(number);
-}
-
-} // namespace cli
+} // namespace platform::console

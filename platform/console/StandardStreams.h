@@ -5,10 +5,10 @@
 
 #include <optional>
 
-namespace cli {
+namespace platform::console {
 
-/// Before anything else: a reader that goes away becomes an error of writing, a stream that is closed becomes an empty
-/// one, so that no file takes its number, and the log is silent.
+/// Before anything else: a reader that goes away becomes an error of writing, and a stream that is closed becomes an
+/// empty one, so that no file takes its number.
 void prepareStandardStreams();
 
 /// What stopped the output, in the system's words; nothing when all was written.
@@ -21,7 +21,4 @@ bool isErrorTerminal();
 /// Width of the terminal at standard error, 80 when it does not say.
 int terminalColumns();
 
-/// Lets the platform log and Qt's own messages through to standard error, or nothing at all of them.
-void showLog(bool isShown);
-
-} // namespace cli
+} // namespace platform::console

@@ -1,6 +1,4 @@
-#include "cli/StandardStreams.h"
-
-#include <QLoggingCategory>
+#include "platform/console/StandardStreams.h"
 
 #include <cerrno>
 #include <csignal>
@@ -8,7 +6,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-namespace cli {
+namespace platform::console {
 
 namespace {
 
@@ -24,17 +22,6 @@ std::optional<int> writeAll(int descriptor, QByteArrayView bytes)
     return std::nullopt;
 }
 
-void dropMessage(QtMsgType type, const QMessageLogContext&, const QString& message)
-{
-    if (type == QtFatalMsg)
-        writeError(message.toUtf8() + '\n');
-}
-
-void showMessage(QtMsgType, const QMessageLogContext&, const QString& message)
-{
-    writeError(message.toUtf8() + '\n');
-}
-
 } // namespace
 
 void prepareStandardStreams()
@@ -44,7 +31,6 @@ void prepareStandardStreams()
         if (::fcntl(descriptor, F_GETFD) < 0)
             ::open("/dev/null", O_RDWR);
     }
-    showLog(false);
 }
 
 std::optional<QString> writeOutput(const QByteArray& bytes)
@@ -70,11 +56,4 @@ int terminalColumns()
     return isKnown ? size.ws_col : 80;
 }
 
-void showLog(bool isShown)
-{
-    qInstallMessageHandler(isShown ? showMessage : dropMessage);
-    // The rule spares what nobody sees its formatting.
-    QLoggingCategory::setFilterRules(isShown ? QString() : QStringLiteral("*=false"));
-}
-
-} // namespace cli
+} // namespace platform::console

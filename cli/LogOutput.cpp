@@ -1,0 +1,31 @@
+#include "cli/LogOutput.h"
+
+#include "platform/console/StandardStreams.h"
+
+#include <QLoggingCategory>
+
+namespace cli {
+
+namespace {
+
+void showMessage(QtMsgType, const QMessageLogContext&, const QString& message)
+{
+    platform::console::writeError(message.toUtf8() + '\n');
+}
+
+void dropMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (type == QtFatalMsg)
+        showMessage(type, context, message);
+}
+
+} // namespace
+
+void showLog(bool isShown)
+{
+    qInstallMessageHandler(isShown ? showMessage : dropMessage);
+    // The rule spares what nobody sees its formatting.
+    QLoggingCategory::setFilterRules(isShown ? QString() : QStringLiteral("*=false"));
+}
+
+} // namespace cli

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/console/InterruptSignal.h"
+
+namespace platform::console {
+
+/// Bytes that are typed or come through a pipe, one at a time, so that those behind a line are left for whoever reads
+/// next.
+class Input
+{
+public:
+    enum class Result { Byte, End, Interrupted };
+
+    /// Of the process.
+    static Input standardInput();
+
+    /// `descriptor` is a file number of the C runtime and stays its owner's. An interrupt ends the wait for a byte and
+    /// still waits to be handled then.
+    explicit Input(int descriptor)
+        : m_descriptor(descriptor)
+    {
+    }
+
+    /// What cannot be read has ended.
+    Result read(char& byte, const InterruptSignal& interrupts) const;
+
+private:
+    int m_descriptor;
+};
+
+} // namespace platform::console

@@ -1,0 +1,51 @@
+#include "platform/console/StandardStreams.h"
+
+#include "tests/support/Printers.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <unistd.h>
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(StandardStreams, MakeAnErrorOfAReaderThatHasGone)
+{
+    std::array<int, 2> ends = {-1, -1};
+    ASSERT_EQ(::pipe(ends.data()), 0);
+    const int before = ::dup(STDOUT_FILENO);
+    ::close(ends[0]);
+    ::dup2(ends[1], STDOUT_FILENO);
+    platform::console::prepareStandardStreams();
+    const auto problem = platform::console::writeOutput("text");
+    ::dup2(before, STDOUT_FILENO);
+    EXPECT_EQ(problem, u"Broken pipe"_s);
+    EXPECT_EQ(platform::console::writeOutput({}), std::nullopt);
+}
+
+TEST(StandardStreams, PutEmptyOnesInThePlaceOfClosedOnes)
+{
+    const int before = ::dup(STDIN_FILENO);
+    ::close(STDIN_FILENO);
+    platform::console::prepareStandardStreams();
+    char byte = 0;
+    EXPECT_EQ(::read(STDIN_FILENO, &byte, 1), 0);
+    ::dup2(before, STDIN_FILENO);
+}
+
+TEST(StandardStreams, AreEightyColumnsWideWhereNoTerminalIs)
+{
+    std::array<int, 2> ends = {-1, -1};
+    ASSERT_EQ(::pipe(ends.data()), 0);
+    const int before = ::dup(STDERR_FILENO);
+    ::dup2(ends[1], STDERR_FILENO);
+    const bool isTerminal = platform::console::isErrorTerminal();
+    const int columns = platform::console::terminalColumns();
+    ::dup2(before, STDERR_FILENO);
+    EXPECT_FALSE(isTerminal);
+    EXPECT_EQ(columns, 80);
+}
+
+} // namespace

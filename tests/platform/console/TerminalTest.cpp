@@ -1,0 +1,22 @@
+#include "platform/console/Terminal.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+namespace {
+
+TEST(Terminal, HidesNothingWhereThereIsNone)
+{
+    // A session of its own has no terminal; only a child may leave the session that it was started in.
+    EXPECT_EXIT(
+        {
+            ::setsid();
+            const platform::console::Terminal terminal;
+            terminal.write("nobody sees this");
+            ::_exit(terminal.hideTyping() ? 1 : 42);
+        },
+        testing::ExitedWithCode(42), "");
+}
+
+} // namespace

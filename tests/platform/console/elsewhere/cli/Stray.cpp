@@ -1,0 +1,6 @@
+#include <unistd.h>
+
+int closeInput()
+{
+    return ::close(0);
+}
