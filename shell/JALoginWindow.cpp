@@ -45,6 +45,9 @@ void JALoginWindow::windowDidLoad()
 
 void JALoginWindow::loginButtonAction()
 {
+    // The keyboard waits where a refused login is mended, not wherever it goes when the button is disabled.
+    if (m_loginButton && m_loginButton->window()->focusWidget() == m_loginButton && m_passwordTextField)
+        m_passwordTextField->setFocus();
     platform::setEnabled(m_loginButton, false);
     platform::setHidden(m_spiner, false);
     if (m_spiner)

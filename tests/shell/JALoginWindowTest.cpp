@@ -87,6 +87,19 @@ TEST_F(JALoginWindowTest, showsThatALoginIsUnderWay)
     EXPECT_EQ(server.requests("/rest/auth/1/session").size(), 1U);
 }
 
+TEST_F(JALoginWindowTest, leavesTheKeyboardToThePasswordWhileALoginIsUnderWay)
+{
+    server.misbehave(Match::on("POST", "/rest/auth/1/session"), Fault().hold(standin::Point::responseHead(0)));
+    fillIn(address, jane, secret);
+    form->loginButton()->setFocus();
+    click(form->loginButton());
+    waitForHeldExchange();
+    EXPECT_EQ(form->window()->widget()->focusWidget(), form->passwordTextField());
+    EXPECT_FALSE(form->hostTextField()->hasSelectedText());
+    server.release();
+    ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
+}
+
 TEST_F(JALoginWindowTest, sendsWhatIsTyped)
 {
     fillIn(address, QStringLiteral(" jane "), QStringLiteral("p\"w "));
