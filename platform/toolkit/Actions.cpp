@@ -25,12 +25,14 @@ QList<QWidget*> withDescendants(const QList<QWidget*>& views)
     return all;
 }
 
-void connectControl(QWidget* control, const QObject* context, const std::function<void()>& send)
+/// False for a view that can send nothing.
+bool connectControl(QWidget* control, const QObject* context, const std::function<void()>& send)
 {
     if (auto* button = qobject_cast<QAbstractButton*>(control))
-        QObject::connect(button, &QAbstractButton::clicked, context, send);
-    else if (auto* field = qobject_cast<QLineEdit*>(control))
-        QObject::connect(field, &QLineEdit::returnPressed, context, send);
+        return QObject::connect(button, &QAbstractButton::clicked, context, send);
+    if (auto* field = qobject_cast<QLineEdit*>(control))
+        return QObject::connect(field, &QLineEdit::returnPressed, context, send);
+    return false;
 }
 
 } // namespace
@@ -65,12 +67,14 @@ Actions::Missing Actions::connectTo(const QList<QWidget*>& topLevelViews, const 
             missing.undeclared.append(name);
             continue;
         }
-        used.insert(name);
-        connectControl(control, m_context.get(), [owner, action = found->second, control] {
+        const bool isConnected = connectControl(control, m_context.get(), [owner, action = found->second, control] {
             retainUntilNextTurn(owner.lock());
             action(control);
         });
+        if (isConnected)
+            used.insert(name);
     }
+    missing.undeclared.removeDuplicates();
     for (const auto& [name, action] : m_actions) {
         if (!used.contains(name))
             missing.unused.append(name);

@@ -33,7 +33,7 @@ public:
 
     struct Missing
     {
-        QStringList undeclared; ///< named by a control of the file, but not bound
+        QStringList undeclared; ///< named by controls of the file, but not bound; each once
         QStringList unused;     ///< bound, but named by no control of the file
     };
 

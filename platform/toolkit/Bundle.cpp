@@ -1,5 +1,6 @@
 #include "platform/toolkit/Bundle.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 namespace platform {
@@ -30,6 +31,22 @@ std::optional<Bundle> Bundle::bundleWithIdentifier(const QString& identifier)
     if (identifier.isEmpty() || !QFileInfo(folderOf(identifier)).isDir())
         return std::nullopt;
     return Bundle(identifier);
+}
+
+Bundle Bundle::forInterfaceFile(const QString& name, const std::optional<Bundle>& bundle)
+{
+    const Bundle host = mainBundle();
+    return bundle && !host.hasInterfaceFile(name) ? *bundle : host;
+}
+
+bool Bundle::isMainBundle() const
+{
+    return m_identifier == mainIdentifier;
+}
+
+bool Bundle::hasInterfaceFile(const QString& name) const
+{
+    return QFile::exists(pathForInterfaceFile(name));
 }
 
 QString Bundle::pathForInterfaceFile(const QString& name) const

@@ -22,6 +22,14 @@ public:
 
     QString identifier() const { return m_identifier; }
 
+    /// Where the interface file of that name is to be taken from: the host's own comes before that of `bundle`, and
+    /// without a bundle only the host's will do.
+    static Bundle forInterfaceFile(const QString& name, const std::optional<Bundle>& bundle);
+
+    bool isMainBundle() const;
+
+    bool hasInterfaceFile(const QString& name) const;
+
     /// Where the interface file of that name (without ".ui") is expected; says nothing about whether it exists.
     QString pathForInterfaceFile(const QString& name) const;
 

@@ -50,8 +50,9 @@ bool isWidgetNamed(const QXmlStreamReader& reader, const QString& name)
 
 } // namespace
 
-Nib::Nib(QString name, QByteArray text)
+Nib::Nib(QString name, const Bundle& bundle, QByteArray text)
     : m_name(std::move(name))
+    , m_description(bundle.isMainBundle() ? m_name + QStringLiteral(" (the host's own)") : m_name)
     , m_text(std::move(text))
 {
 }
@@ -59,10 +60,10 @@ Nib::Nib(QString name, QByteArray text)
 std::shared_ptr<Nib> Nib::load(const QString& name, const Bundle& bundle)
 {
     const QString path = bundle.pathForInterfaceFile(name);
-    const QByteArray text = contentsOf(path);
-    if (text.isEmpty())
-        log(u"interface file %@ is missing: no %@", name, path);
-    return std::shared_ptr<Nib>(new Nib(name, text));
+    const std::shared_ptr<Nib> nib(new Nib(name, bundle, contentsOf(path)));
+    if (nib->m_text.isEmpty())
+        log(u"interface file %@ is missing or empty: %@", nib->m_description, path);
+    return nib;
 }
 
 Nib::Views Nib::instantiate()
@@ -73,10 +74,14 @@ Nib::Views Nib::instantiate()
     QString error;
     QWidget* root = NibLoader::load(m_text, shared_from_this(), &error);
     if (!root) {
-        log(u"interface file %@ is broken: %@", m_name, error);
+        log(u"interface file %@ is broken: %@", m_description, error);
         return views;
     }
     views.windowTitle = root->windowTitle();
+    for (auto* cell : root->findChildren<TableCellView*>()) {
+        for (const QString& outlet : cell->connectOutlets())
+            views.missingCellOutlets.append(QStringLiteral("%1 in the cell %2").arg(outlet, cell->objectName()));
+    }
     views.view = viewIn(root);
     if (views.view != root) {
         for (QWidget* child : subviews(root)) {
@@ -117,19 +122,23 @@ QByteArray Nib::prototypeText(const QString& identifier) const
 
 TableCellView* Nib::makeCell(const QString& identifier)
 {
-    if (!m_prototypes.contains(identifier))
+    const bool isFirst = !m_prototypes.contains(identifier);
+    if (isFirst)
         m_prototypes.insert(identifier, prototypeText(identifier));
     const QByteArray text = m_prototypes.value(identifier);
+    if (text.isEmpty() && !isFirst)
+        return nullptr;
     QString error = QStringLiteral("no such view");
     QWidget* root = text.isEmpty() ? nullptr : NibLoader::load(text, shared_from_this(), &error);
     auto* cell = dynamic_cast<TableCellView*>(root);
     if (!cell) {
-        log(u"interface file %@ has no cell %@: %@", m_name, identifier,
+        log(u"interface file %@ has no cell %@: %@", m_description, identifier,
             root ? QStringLiteral("it is no table cell") : error);
+        m_prototypes.insert(identifier, QByteArray());
         delete root;
         return nullptr;
     }
-    cell->wake(m_name, identifier);
+    cell->wake(identifier);
     return cell;
 }
 

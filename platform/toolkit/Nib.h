@@ -8,6 +8,7 @@
 #include <QList>
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 #include <QWidget>
 
 #include <memory>
@@ -15,6 +16,16 @@
 namespace platform {
 
 class TableCellView;
+
+/// What one interface file brings.
+struct NibViews
+{
+    QPointer<QWidget> view;        ///< null if the file is missing or broken
+    QList<QPointer<QWidget>> rest; ///< further top-level views
+    QString windowTitle;
+    /// Outlets that cells made from this file will lack: "titleLabel in the cell jaAttachedCell".
+    QStringList missingCellOutlets;
+};
 
 /// The text of one interface file, made by Qt Designer.
 ///
@@ -33,30 +44,29 @@ public:
     /// Never null. A file that is missing is logged, and instantiate() then brings nothing.
     static std::shared_ptr<Nib> load(const QString& name, const Bundle& bundle);
 
-    struct Views
-    {
-        QPointer<QWidget> view;        ///< null if the file is missing or broken
-        QList<QPointer<QWidget>> rest; ///< further top-level views
-        QString windowTitle;
-    };
+    using Views = NibViews;
 
     /// Makes a fresh set of the file's views, none of which has a parent. Each is at least as large as its layout
     /// needs. A broken file is logged.
     Views instantiate();
 
-    /// Makes a fresh cell from the prototype of that identifier; null, and logged, if the file has none.
+    /// Makes a fresh cell from the prototype of that identifier; null if the file has none, which is logged once.
     TableCellView* makeCell(const QString& identifier);
 
     QString name() const { return m_name; }
 
+    /// For the log: the name, and whether the file is the host's own.
+    QString description() const { return m_description; }
+
 private:
-    Nib(QString name, QByteArray text);
+    Nib(QString name, const Bundle& bundle, QByteArray text);
 
     QByteArray prototypeText(const QString& identifier) const;
 
     QString m_name;
+    QString m_description;
     QByteArray m_text;
-    QHash<QString, QByteArray> m_prototypes;
+    QHash<QString, QByteArray> m_prototypes; ///< empty for one that no cell can be made from
 };
 
 } // namespace platform

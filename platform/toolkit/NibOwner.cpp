@@ -1,9 +1,23 @@
 #include "platform/toolkit/NibOwner.h"
 
 #include "platform/foundation/Log.h"
+#include "platform/toolkit/Nib.h"
 #include "platform/toolkit/OffScreen.h"
 
+#include <boost/core/demangle.hpp>
+
+#include <typeinfo>
+
 namespace platform {
+
+namespace {
+
+QString classNameOf(const NibOwner& owner)
+{
+    return QString::fromStdString(boost::core::demangle(typeid(owner).name()));
+}
+
+} // namespace
 
 NibOwner::~NibOwner()
 {
@@ -17,16 +31,17 @@ void NibOwner::setNib(const QString& name, const std::optional<Bundle>& bundle)
     m_bundle = bundle;
 }
 
-Nib::Views NibOwner::loadNib()
+NibViews NibOwner::loadNib()
 {
-    Nib::Views views = Nib::load(m_nibName, m_bundle.value_or(Bundle::mainBundle()))->instantiate();
+    const std::shared_ptr<Nib> nib = Nib::load(m_nibName, Bundle::forInterfaceFile(m_nibName, m_bundle));
+    NibViews views = nib->instantiate();
     if (!views.view) {
         m_problems.append(QStringLiteral("file ") + m_nibName);
         return views;
     }
     m_topLevelViews = views.rest;
     m_topLevelViews.prepend(views.view);
-    connectInterface();
+    connectInterface(*nib, views);
     return views;
 }
 
@@ -37,18 +52,25 @@ QWidget* NibOwner::addEmptyView()
     return view;
 }
 
-void NibOwner::connectInterface()
+void NibOwner::connectInterface(const Nib& nib, const NibViews& views)
 {
-    QList<QWidget*> views;
+    QList<QWidget*> topLevelViews;
     for (const QPointer<QWidget>& view : m_topLevelViews)
-        views.append(view);
-    for (const QString& name : outlets.connectTo(views))
-        m_problems.append(QStringLiteral("outlet ") + name);
-    const Actions::Missing missing = actions.connectTo(views, weak_from_this());
-    for (const QString& name : missing.undeclared + missing.unused)
-        m_problems.append(QStringLiteral("action ") + name);
-    for (const QString& problem : m_problems)
-        log(u"interface file %@: %@ is missing", m_nibName, problem);
+        topLevelViews.append(view);
+    QStringList complaints;
+    const auto note = [&](const char* kind, const char* complaint, const QStringList& names) {
+        for (const QString& name : names)
+            m_problems.append(QLatin1String(kind) + name);
+        if (!names.isEmpty())
+            complaints.append(QLatin1String(complaint) + names.join(QStringLiteral(", ")));
+    };
+    note("outlet ", "outlets missing: ", outlets.connectTo(topLevelViews) + views.missingCellOutlets);
+    const Actions::Missing missing = actions.connectTo(topLevelViews, weak_from_this());
+    note("action ", "actions missing: ", missing.unused);
+    note("action ", "actions unknown: ", missing.undeclared);
+    if (!complaints.isEmpty())
+        log(u"interface file %@ of %@: %@", nib.description(), classNameOf(*this),
+            complaints.join(QStringLiteral("; ")));
 }
 
 QString describe(const std::shared_ptr<NibOwner>& owner)

@@ -3,13 +3,19 @@
 #include "platform/foundation/Export.h"
 #include "platform/toolkit/Actions.h"
 #include "platform/toolkit/Bundle.h"
-#include "platform/toolkit/Nib.h"
 #include "platform/toolkit/Outlets.h"
+
+#include <QPointer>
+#include <QStringList>
+#include <QWidget>
 
 #include <memory>
 #include <optional>
 
 namespace platform {
+
+class Nib;
+struct NibViews;
 
 /// What a controller with an interface file is: it declares outlets and actions in its constructor, and owns the views
 /// of the file. Views that were moved into another window go with their owner; views that went with such a window leave
@@ -22,9 +28,10 @@ public:
     virtual ~NibOwner();
 
     /// After loading, what the owner and its file disagree about, one entry each: "outlet hostTextField" for an outlet
-    /// without a view of its name and class, "action cancelAction" for an action that only the owner or only the file
-    /// knows, "file JALoginWindow" for one that is missing or broken. Empty when all is well. Each is logged once, when
-    /// the file is loaded.
+    /// without a view of its name and class (of another class: "outlet errorLabel (a QLabel is needed, found a
+    /// QPushButton)"), "action cancelAction" for an action that only the owner or only the file knows, "file
+    /// JALoginWindow" for one that is missing or broken. Empty when all is well. When the file is loaded, one line of
+    /// the log tells all of it.
     QStringList interfaceProblems() const { return m_problems; }
 
     QString nibName() const { return m_nibName; }
@@ -34,8 +41,9 @@ protected:
 
     void setNib(const QString& name, const std::optional<Bundle>& bundle);
 
-    /// Loads the file, connects outlets and actions; keeps every view but does not place any.
-    Nib::Views loadNib();
+    /// Loads the file, the host's own of that name if there is one, connects outlets and actions; keeps every view but
+    /// does not place any.
+    NibViews loadNib();
 
     /// An empty view in place of one that could not be loaded.
     QWidget* addEmptyView();
@@ -51,7 +59,7 @@ protected:
     Actions actions;
 
 private:
-    void connectInterface();
+    void connectInterface(const Nib& nib, const NibViews& views);
 
     QString m_nibName;
     std::optional<Bundle> m_bundle;

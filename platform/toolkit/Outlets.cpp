@@ -15,14 +15,21 @@ QWidget* findView(const QString& name, const QList<QWidget*>& topLevelViews)
     return nullptr;
 }
 
+QString withClasses(const QString& name, const char* needed, const QWidget* found)
+{
+    return QStringLiteral("%1 (a %2 is needed, found a %3)")
+        .arg(name, QLatin1String(needed), QLatin1String(found->metaObject()->className()));
+}
+
 } // namespace
 
 QStringList Outlets::connectTo(const QList<QWidget*>& topLevelViews) const
 {
     QStringList missing;
     for (const Entry& entry : m_entries) {
-        if (!entry.set(findView(entry.name, topLevelViews)))
-            missing.append(entry.name);
+        QWidget* view = findView(entry.name, topLevelViews);
+        if (!entry.set(view))
+            missing.append(view ? withClasses(entry.name, entry.className, view) : entry.name);
     }
     return missing;
 }

@@ -24,20 +24,21 @@ public:
     template <class View>
     void bind(const char* name, QPointer<View>* outlet)
     {
-        m_entries.push_back({QString::fromLatin1(name), [outlet](QWidget* view) {
+        m_entries.push_back({QString::fromLatin1(name), View::staticMetaObject.className(), [outlet](QWidget* view) {
                                  *outlet = dynamic_cast<View*>(view);
                                  return !outlet->isNull();
                              }});
     }
 
-    /// Sets every outlet from these views and what is below them; the names that stayed empty come back in order of
-    /// binding.
+    /// Sets every outlet from these views and what is below them. Those that stayed empty come back in order of
+    /// binding: the name, and in brackets the two classes if a view of that name is of another class.
     QStringList connectTo(const QList<QWidget*>& topLevelViews) const;
 
 private:
     struct Entry
     {
         QString name;
+        const char* className;
         std::function<bool(QWidget*)> set;
     };
     std::vector<Entry> m_entries;

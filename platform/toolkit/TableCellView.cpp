@@ -1,7 +1,5 @@
 #include "platform/toolkit/TableCellView.h"
 
-#include "platform/foundation/Log.h"
-
 namespace platform {
 
 TableCellView::TableCellView(QWidget* parent)
@@ -9,11 +7,10 @@ TableCellView::TableCellView(QWidget* parent)
 {
 }
 
-void TableCellView::wake(const QString& nibName, const QString& identifier)
+void TableCellView::wake(const QString& identifier)
 {
     m_identifier = identifier;
-    for (const QString& name : outlets.connectTo({this}))
-        log(u"interface file %@, cell %@: outlet %@ is missing", nibName, identifier, name);
+    connectOutlets();
     awakeFromNib();
 }
 

@@ -30,7 +30,9 @@ protected:
 private:
     friend class Nib;
 
-    void wake(const QString& nibName, const QString& identifier);
+    /// The outlets that stay empty.
+    QStringList connectOutlets() { return outlets.connectTo({this}); }
+    void wake(const QString& identifier);
 
     QString m_identifier;
 };

@@ -1,5 +1,7 @@
 #include "platform/toolkit/ViewController.h"
 
+#include "platform/toolkit/Nib.h"
+
 #include <QEvent>
 
 namespace platform {

@@ -1,5 +1,7 @@
 #include "platform/toolkit/WindowController.h"
 
+#include "platform/toolkit/Nib.h"
+
 namespace platform {
 
 WindowController::~WindowController()
@@ -24,7 +26,7 @@ std::shared_ptr<Window> WindowController::window()
         return m_window;
     m_isLoading = true;
     windowWillLoad();
-    const Nib::Views views = loadNib();
+    const NibViews views = loadNib();
     m_window = Window::create(views.windowTitle, views.view ? views.view.data() : nullptr);
     m_window->setDelegate(sharedFrom(this));
     windowDidLoad();

@@ -38,4 +38,14 @@ TEST(Bundle, ofTheHostHoldsItsOwnFiles)
     EXPECT_FALSE(QFile::exists(Bundle::mainBundle().pathForInterfaceFile(QStringLiteral("Form"))));
 }
 
+TEST(Bundle, ofTheHostComesFirstForAFileThatBothHave)
+{
+    const auto forms = Bundle::bundleWithIdentifier(QStringLiteral("com.example.forms"));
+
+    EXPECT_TRUE(Bundle::forInterfaceFile(QStringLiteral("Plain"), forms).isMainBundle());
+    EXPECT_EQ(Bundle::forInterfaceFile(QStringLiteral("Form"), forms).identifier(),
+              QStringLiteral("com.example.forms"));
+    EXPECT_TRUE(Bundle::forInterfaceFile(QStringLiteral("Form"), std::nullopt).isMainBundle());
+}
+
 } // namespace

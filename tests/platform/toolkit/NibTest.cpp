@@ -85,7 +85,8 @@ TEST(Nib, thatIsMissingIsLoggedByName)
 
     EXPECT_FALSE(views.view);
     ASSERT_THAT(log.lines(), SizeIs(1));
-    EXPECT_EQ(log.lines()[0], QStringLiteral("interface file Nowhere is missing: no :/com.example.forms/Nowhere.ui"));
+    EXPECT_EQ(log.lines()[0],
+              QStringLiteral("interface file Nowhere is missing or empty: :/com.example.forms/Nowhere.ui"));
 }
 
 TEST(Nib, thatIsBrokenIsLoggedByName)
@@ -145,8 +146,10 @@ TEST(Nib, refusesAPrototypeThatIsMissingOrNoCell)
     const tests::LogCapture log;
     const auto nib = nibNamed("List");
 
-    EXPECT_EQ(nib->makeCell(QStringLiteral("otherCell")), nullptr);
-    EXPECT_EQ(nib->makeCell(QStringLiteral("plainWidget")), nullptr);
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        EXPECT_EQ(nib->makeCell(QStringLiteral("otherCell")), nullptr);
+        EXPECT_EQ(nib->makeCell(QStringLiteral("plainWidget")), nullptr);
+    }
 
     EXPECT_THAT(log.lines(), testing::ElementsAre(
                                  QStringLiteral("interface file List has no cell otherCell: no such view"),

@@ -269,13 +269,14 @@ TEST(WindowController, reportsWhatItAndItsFileDisagreeAbout)
     EXPECT_FALSE(controller->m_absentLabel);
     EXPECT_FALSE(controller->m_loginButton);
     EXPECT_THAT(controller->interfaceProblems(),
-                UnorderedElementsAre(QStringLiteral("outlet absentLabel"), QStringLiteral("outlet loginButton"),
+                UnorderedElementsAre(QStringLiteral("outlet absentLabel"),
+                                     QStringLiteral("outlet loginButton (a QCheckBox is needed, found a QPushButton)"),
                                      QStringLiteral("action strayAction"), QStringLiteral("action absentAction")));
     EXPECT_THAT(log.lines(),
-                UnorderedElementsAre(QStringLiteral("interface file Form: outlet absentLabel is missing"),
-                                     QStringLiteral("interface file Form: outlet loginButton is missing"),
-                                     QStringLiteral("interface file Form: action strayAction is missing"),
-                                     QStringLiteral("interface file Form: action absentAction is missing")));
+                ElementsAre(QStringLiteral(
+                    "interface file Form of (anonymous namespace)::MistakenController: outlets missing: absentLabel, "
+                    "loginButton (a QCheckBox is needed, found a QPushButton); actions missing: absentAction; actions "
+                    "unknown: strayAction")));
 }
 
 TEST(WindowController, hasAnEmptyWindowWhenItsFileIsMissingOrBroken)
