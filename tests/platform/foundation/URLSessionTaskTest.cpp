@@ -116,6 +116,20 @@ TEST_F(URLSessionTaskTest, ReportsBytesThatAddUp)
     EXPECT_EQ(written.back(), std::make_pair(size, size));
 }
 
+TEST_F(URLSessionTaskTest, ReportsWhatCameJustBeforeAStall)
+{
+    constexpr qint64 size = 8 << 20;
+    constexpr qint64 beforeTheStall = (6 << 20) + 1;
+    server.misbehave(Match(), Fault().status(200, std::string(size, 'x')).hold(Point::responseBody(beforeTheStall)));
+    const auto task = session->downloadTaskWithRequest(requestFor("x"));
+    task->resume();
+    EXPECT_TRUE(
+        tests::waitUntil([&] { return !written.empty() && written.back() == std::make_pair(beforeTheStall, size); }));
+    EXPECT_EQ(ends, 0u);
+    task->cancel();
+    ASSERT_TRUE(tests::waitUntil([this] { return ends == 1; }));
+}
+
 TEST_F(URLSessionTaskTest, SaysNothingMoreWhenItsSessionIsGone)
 {
     server.misbehave(Match(), Fault().status(200, "body").hold(Point::responseBody(2)));
