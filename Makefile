@@ -4,7 +4,7 @@ PRESET ?= release
 BUILD := build/$(PRESET)
 JOBS ?= $(shell nproc)
 
-.PHONY: all run test bench bench-report deps format tidy clean
+.PHONY: all run test install packages bench bench-report deps format tidy clean
 
 all: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS)
@@ -16,6 +16,17 @@ run: $(BUILD)/build.ninja
 
 test: all
 	ctest --preset $(PRESET)
+
+# Below PREFIX; DESTDIR is honoured.
+PREFIX ?= /usr/local
+install: all
+	DESTDIR=$(abspath $(DESTDIR)) cmake --install $(BUILD) --prefix $(PREFIX)
+
+# Debian packages, in build/packages; scripts/check-packages tries them in a fresh root.
+packages: PRESET = release
+packages: BUILD = build/release
+packages: all
+	cpack --config build/release/CPackConfig.cmake -B build/packages
 
 # Measures against the peers; bench-report also writes docs/benchmarks.md.
 bench: PRESET = release

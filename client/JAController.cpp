@@ -1,5 +1,4 @@
-#include "client/JAController.h"
-
+#include "client/JAControllerState.h"
 #include "constants/JAConstants.h"
 #include "platform/foundation/Format.h"
 #include "platform/foundation/HTTPCookieStorage.h"
@@ -34,17 +33,16 @@ std::shared_ptr<JAController> JAController::init()
 }
 
 JAController::JAController()
-    : m_jiraHost(kJiraURL)
+    : m_state(std::make_unique<State>())
 {
-    if (const auto savedHost = platform::UserDefaults::standardUserDefaults().stringForKey(kJiraURL))
-        setJiraHost(savedHost);
+    setJiraHost(platform::UserDefaults::standardUserDefaults().stringForKey(kJiraURL).value_or(kJiraURL));
 }
 
 JAController::~JAController() = default;
 
 std::optional<QString> JAController::jiraHost() const
 {
-    const std::optional<QString> address = m_jiraHost.get();
+    const std::optional<QString> address = m_state->jiraHost.get();
     if (!address)
         return std::nullopt;
     const platform::URL url = platform::URL::parse(*address).value_or(platform::URL());

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "client/Guarded.h"
 #include "client/JAControllerDelegate.h"
 #include "platform/foundation/URLSession.h"
 #include "records/JAIssueObject.h"
@@ -59,42 +58,42 @@ public:
     ~JAController() override;
 
     /// The session of the last successful login or check; null before. Neither failures nor logging out clear it.
-    std::shared_ptr<const JALoginObject> jaSession() const { return m_jaSession.get(); }
+    std::shared_ptr<const JALoginObject> jaSession() const;
 
     /// A document that the entry controllers hand in; only kept.
-    std::optional<QString> pathFile() const { return m_pathFile.get(); }
-    void setPathFile(const std::optional<QString>& path) { m_pathFile.set(path); }
+    std::optional<QString> pathFile() const;
+    void setPathFile(const std::optional<QString>& path);
 
     /// Kept alive. Whoever is the delegate when something happens is told.
-    std::shared_ptr<JAControllerDelegate> delegate() const { return m_delegate.get(); }
-    void setDelegate(const std::shared_ptr<JAControllerDelegate>& delegate) { m_delegate.set(delegate); }
+    std::shared_ptr<JAControllerDelegate> delegate() const;
+    void setDelegate(const std::shared_ptr<JAControllerDelegate>& delegate);
 
     /// Where every request runs. Its delegate is the client.
-    std::shared_ptr<platform::URLSession> session() const { return m_session.get(); }
-    void setSession(const std::shared_ptr<platform::URLSession>& session) { m_session.set(session); }
+    std::shared_ptr<platform::URLSession> session() const;
+    void setSession(const std::shared_ptr<platform::URLSession>& session);
 
-    DownloadCallBack downloadCallBack() const { return m_downloadCallBack.get(); }
-    void setDownloadCallBack(const DownloadCallBack& callBack) { m_downloadCallBack.set(callBack); }
+    DownloadCallBack downloadCallBack() const;
+    void setDownloadCallBack(const DownloadCallBack& callBack);
 
-    UploadCallBack uploadCallBack() const { return m_uploadCallBack.get(); }
-    void setUploadCallBack(const UploadCallBack& callBack) { m_uploadCallBack.set(callBack); }
+    UploadCallBack uploadCallBack() const;
+    void setUploadCallBack(const UploadCallBack& callBack);
 
     /// The server's base address, SCHEME://HOST/ whatever else the address that was set has; nothing when none is set.
     /// A part that the address lacks reads "(null)", which no request can reach.
     std::optional<QString> jiraHost() const;
     /// Only kept; `setHost` saves too.
-    void setJiraHost(const std::optional<QString>& host) { m_jiraHost.set(host); }
+    void setJiraHost(const std::optional<QString>& host);
 
-    std::optional<QString> savePath() const { return m_savePath.get(); }
-    void setSavePath(const std::optional<QString>& path) { m_savePath.set(path); }
+    std::optional<QString> savePath() const;
+    void setSavePath(const std::optional<QString>& path);
 
     /// The newest upload, running or ended.
-    std::shared_ptr<platform::URLSessionDataTask> upladTask() const { return m_upladTask.get(); }
-    void setUpladTask(const std::shared_ptr<platform::URLSessionDataTask>& task) { m_upladTask.set(task); }
+    std::shared_ptr<platform::URLSessionDataTask> upladTask() const;
+    void setUpladTask(const std::shared_ptr<platform::URLSessionDataTask>& task);
 
     /// The newest download, running or ended.
-    std::shared_ptr<platform::URLSessionDownloadTask> downloadTask() const { return m_downloadTask.get(); }
-    void setDownloadTask(const std::shared_ptr<platform::URLSessionDownloadTask>& task) { m_downloadTask.set(task); }
+    std::shared_ptr<platform::URLSessionDownloadTask> downloadTask() const;
+    void setDownloadTask(const std::shared_ptr<platform::URLSessionDownloadTask>& task);
 
     /// Saves the server's address as given, for later runs too, and uses it. Nothing forgets it.
     void setHost(const std::optional<QString>& host);
@@ -194,15 +193,6 @@ private:
     void refuseSession(const std::optional<platform::Error>& error, const LoginCallBack& callBack);
     void notifyInvalidSession() const;
 
-    // An upload starts on another thread than the one that reports its progress.
-    client::Guarded<std::shared_ptr<const JALoginObject>> m_jaSession;
-    client::Guarded<std::optional<QString>> m_pathFile;
-    client::Guarded<std::shared_ptr<JAControllerDelegate>> m_delegate;
-    client::Guarded<std::shared_ptr<platform::URLSession>> m_session;
-    client::Guarded<DownloadCallBack> m_downloadCallBack;
-    client::Guarded<UploadCallBack> m_uploadCallBack;
-    client::Guarded<std::optional<QString>> m_jiraHost;
-    client::Guarded<std::optional<QString>> m_savePath;
-    client::Guarded<std::shared_ptr<platform::URLSessionDataTask>> m_upladTask;
-    client::Guarded<std::shared_ptr<platform::URLSessionDownloadTask>> m_downloadTask;
+    struct State;
+    const std::unique_ptr<State> m_state;
 };

@@ -1,6 +1,6 @@
 #include "client/Answer.h"
 #include "client/CallIfSet.h"
-#include "client/JAController.h"
+#include "client/JAControllerState.h"
 #include "constants/JAConstants.h"
 #include "platform/foundation/HTTPCookieStorage.h"
 #include "platform/foundation/Log.h"
@@ -108,7 +108,7 @@ void JAController::getIssueObject(const QString& key, const IssueCallBack& callB
 void JAController::acceptSession(const QJsonObject& dictionary, const LoginCallBack& callBack)
 {
     const auto newSession = JALoginObject::initWithDictionary(dictionary);
-    m_jaSession.set(newSession);
+    m_state->jaSession.set(newSession);
     if (const auto receiver = delegate())
         receiver->jaValidSession();
     callIfSet(callBack, newSession, std::nullopt);

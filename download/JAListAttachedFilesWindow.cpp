@@ -5,6 +5,7 @@
 #include "download/DownloadFileName.h"
 #include "download/DownloadFolder.h"
 #include "download/PaletteOnWhite.h"
+#include "platform/foundation/DateFormatter.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/Numbers.h"
 #include "platform/foundation/PathString.h"
@@ -168,7 +169,7 @@ QString JAListAttachedFilesWindow::dateText(const JAAttachmentObject& attachment
         return QString();
     // One for all rows: making it takes longer than making a cell.
     if (!m_dateFormatter)
-        m_dateFormatter = platform::DateFormatter::withMediumStyle();
+        m_dateFormatter = std::make_unique<platform::DateFormatter>(platform::DateFormatter::withMediumStyle());
     return m_dateFormatter->stringFromDate(*attachment.date());
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "download/JAAttachedCell.h"
-#include "platform/foundation/DateFormatter.h"
 #include "platform/foundation/Error.h"
 #include "platform/toolkit/TableView.h"
 #include "platform/toolkit/WindowController.h"
@@ -9,6 +8,10 @@
 
 #include <QLabel>
 #include <QProgressBar>
+
+namespace platform {
+class DateFormatter;
+}
 
 /// The window that lists attachments and downloads one of them. It is made for being a sheet; one instance serves any
 /// number of sheets, and `path` and `isDone` carry over from one to the next.
@@ -100,5 +103,5 @@ private:
     Attachments m_attachments;
     std::optional<QString> m_path;
     bool m_isDone = false;
-    std::optional<platform::DateFormatter> m_dateFormatter;
+    std::unique_ptr<platform::DateFormatter> m_dateFormatter;
 };

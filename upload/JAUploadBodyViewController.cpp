@@ -1,5 +1,6 @@
 #include "upload/JAUploadBodyViewController.h"
 
+#include "client/Guarded.h"
 #include "client/JAController.h"
 #include "platform/foundation/FileManager.h"
 #include "platform/foundation/Log.h"
@@ -24,6 +25,14 @@ double megabytes(qint64 bytes)
 
 } // namespace
 
+/// An upload begins on another thread.
+struct JAUploadBodyViewController::Document
+{
+    client::Guarded<std::optional<QString>> filePath;
+    client::Guarded<std::optional<QString>> fileName;
+    client::Guarded<std::optional<QString>> zipFilePath;
+};
+
 std::shared_ptr<JAUploadBodyViewController>
 JAUploadBodyViewController::initWithNibName(const QString& name, const std::optional<platform::Bundle>& bundle)
 {
@@ -34,6 +43,7 @@ JAUploadBodyViewController::initWithNibName(const QString& name, const std::opti
 }
 
 JAUploadBodyViewController::JAUploadBodyViewController()
+    : m_document(std::make_unique<Document>())
 {
     outlets.bind("cancelButton", &m_cancelButton);
     outlets.bind("containerView", &m_containerView);
@@ -49,6 +59,38 @@ JAUploadBodyViewController::JAUploadBodyViewController()
     actions.bind("openFileAction", [this] { openFileAction(); });
     actions.bind("uploadFileAction", [this] { uploadFileAction(); });
     actions.bind("cancelAction", [this] { cancelAction(); });
+}
+
+JAUploadBodyViewController::~JAUploadBodyViewController() = default;
+
+std::optional<QString> JAUploadBodyViewController::filePath() const
+{
+    return m_document->filePath.get();
+}
+
+void JAUploadBodyViewController::setFilePath(const std::optional<QString>& path)
+{
+    m_document->filePath.set(path);
+}
+
+std::optional<QString> JAUploadBodyViewController::fileName() const
+{
+    return m_document->fileName.get();
+}
+
+void JAUploadBodyViewController::setFileName(const std::optional<QString>& name)
+{
+    m_document->fileName.set(name);
+}
+
+std::optional<QString> JAUploadBodyViewController::zipFilePath() const
+{
+    return m_document->zipFilePath.get();
+}
+
+void JAUploadBodyViewController::setZipFilePath(const std::optional<QString>& path)
+{
+    m_document->zipFilePath.set(path);
 }
 
 void JAUploadBodyViewController::viewDidLoad()

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "client/Guarded.h"
 #include "client/JAControllerDelegate.h"
 #include "platform/toolkit/ViewController.h"
 #include "upload/JAUploadingWindow.h"
@@ -22,6 +21,7 @@ class TL_EXPORT JAUploadBodyViewController : public platform::ViewController, pu
 public:
     static std::shared_ptr<JAUploadBodyViewController> initWithNibName(const QString& name,
                                                                        const std::optional<platform::Bundle>& bundle);
+    ~JAUploadBodyViewController() override;
 
     // Outlets; null until the view is loaded.
     QPushButton* cancelButton() const { return m_cancelButton; }
@@ -41,14 +41,14 @@ public:
     /// Dims the panel while it cannot be used.
     QWidget* shadow() const { return m_shadow; }
 
-    std::optional<QString> filePath() const { return m_filePath.get(); }
-    void setFilePath(const std::optional<QString>& path) { m_filePath.set(path); }
+    std::optional<QString> filePath() const;
+    void setFilePath(const std::optional<QString>& path);
     /// What the file is called here and at the server.
-    std::optional<QString> fileName() const { return m_fileName.get(); }
-    void setFileName(const std::optional<QString>& name) { m_fileName.set(name); }
+    std::optional<QString> fileName() const;
+    void setFileName(const std::optional<QString>& name);
     /// What the newest upload sends: `filePath` as it was when the upload began.
-    std::optional<QString> zipFilePath() const { return m_zipFilePath.get(); }
-    void setZipFilePath(const std::optional<QString>& path) { m_zipFilePath.set(path); }
+    std::optional<QString> zipFilePath() const;
+    void setZipFilePath(const std::optional<QString>& path);
 
     std::shared_ptr<JAUploadingWindow> jaUploadingWindow() const { return m_jaUploadingWindow; }
     void setJaUploadingWindow(const std::shared_ptr<JAUploadingWindow>& window) { m_jaUploadingWindow = window; }
@@ -102,8 +102,6 @@ private:
     QPointer<QWidget> m_shadow;
     std::shared_ptr<JAUploadingWindow> m_jaUploadingWindow;
 
-    // An upload begins on another thread.
-    client::Guarded<std::optional<QString>> m_filePath;
-    client::Guarded<std::optional<QString>> m_fileName;
-    client::Guarded<std::optional<QString>> m_zipFilePath;
+    struct Document;
+    const std::unique_ptr<Document> m_document;
 };
