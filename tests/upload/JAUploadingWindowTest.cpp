@@ -23,9 +23,9 @@ protected:
         parent->beginSheet(sheet->window(), [this](int code) { codes.push_back(code); });
     }
 
+    std::vector<int> codes; // Outlives the sheet, which ends when its controller goes.
     const std::shared_ptr<platform::Window> parent = platform::Window::create(QStringLiteral("Parent"), nullptr);
     const std::shared_ptr<JAUploadingWindow> sheet = JAUploadingWindow::init();
-    std::vector<int> codes;
 };
 
 const platform::Error refused = platform::makeError(QStringLiteral("server"), 403, QStringLiteral("Not allowed here."));
