@@ -1,0 +1,189 @@
+#include "tests/docs/Workshop.h"
+#include "tests/support/Printers.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using tests::docs::Block;
+using tests::docs::Document;
+using tests::docs::documents;
+using tests::docs::Outcome;
+using tests::docs::Workshop;
+
+/// A block, or the whole document where blocks build on one another.
+struct Case
+{
+    const Document* document;
+    Block block;
+
+    std::string place() const { return (document->name + u':' + QString::number(block.line)).toStdString(); }
+    std::string name() const
+    {
+        QString name = document->name + (block.line > 0 ? u"_line_"_s + QString::number(block.line) : QString());
+        return name.replace(QRegularExpression(u"[^A-Za-z0-9]"_s), u"_"_s).toStdString();
+    }
+};
+
+void PrintTo(const Case& value, std::ostream* out)
+{
+    *out << value.place();
+}
+
+std::vector<Case> casesOf(const QString& kind)
+{
+    std::vector<Case> cases;
+    for (const Document& document : documents()) {
+        for (const Block& block : document.blocksOf({kind}))
+            cases.push_back({&document, block});
+    }
+    return cases;
+}
+
+std::vector<Case> shellCases()
+{
+    std::vector<Case> cases;
+    for (const Document& document : documents()) {
+        if (!document.blocksOf({u"sh"_s, u"console"_s}).empty())
+            cases.push_back({&document, {}});
+    }
+    return cases;
+}
+
+std::string nameOf(const testing::TestParamInfo<Case>& info)
+{
+    return info.param.name();
+}
+
+class Blocks : public testing::TestWithParam<Case>
+{
+protected:
+    Workshop workshop;
+};
+
+class CppBlocks : public Blocks
+{
+};
+
+TEST_P(CppBlocks, CompileByThemselves)
+{
+    workshop.write(u"block.cpp"_s, GetParam().block.text);
+    const Outcome run =
+        workshop.shell(QStringLiteral(CXX_COMPILER) + u" -std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Werror "
+                                                      "$(pkg-config --cflags TLJiraController) block.cpp"_s);
+    EXPECT_EQ(run.status, 0) << GetParam().place() << '\n' << run.output.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Documents, CppBlocks, testing::ValuesIn(casesOf(u"cpp"_s)), nameOf);
+
+class CmakeBlocks : public Blocks
+{
+protected:
+    /// The sources that the project names: empty ones, and interface files as the framework has them.
+    void provideFiles(const QString& text)
+    {
+        static const QRegularExpression file(u"[\\w/-]+\\.(cpp|ui)\\b"_s);
+        for (auto matches = file.globalMatch(text); matches.hasNext();) {
+            const QString name = matches.next().captured();
+            workshop.write(u"project/"_s + name, {});
+            if (name.endsWith(u".ui"_s)) {
+                const QString installed =
+                    QStringLiteral(INSTALLATION "/share/TLJiraController/interface/") + name.section(u'/', -1);
+                QFile::remove(workshop.path(u"project/"_s + name));
+                EXPECT_TRUE(QFile::copy(installed, workshop.path(u"project/"_s + name))) << installed.toStdString();
+            }
+        }
+    }
+};
+
+TEST_P(CmakeBlocks, AreProjectsOfTheirOwn)
+{
+    workshop.write(u"project/CMakeLists.txt"_s, GetParam().block.text);
+    provideFiles(GetParam().block.text);
+    const Outcome run = workshop.run(QStringLiteral(CMAKE_PROGRAM),
+                                     {u"-G"_s, u"Ninja"_s, u"-S"_s, u"project"_s, u"-B"_s, u"project-build"_s,
+                                      QStringLiteral("-DCMAKE_PREFIX_PATH=" INSTALLATION),
+                                      QStringLiteral("-DCMAKE_CXX_COMPILER=" CXX_COMPILER)});
+    EXPECT_EQ(run.status, 0) << GetParam().place() << '\n' << run.output.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Documents, CmakeBlocks, testing::ValuesIn(casesOf(u"cmake"_s)), nameOf);
+
+class ShellBlocks : public Blocks
+{
+protected:
+    /// What a transcript shows: dates by their form, the home as that of anna, a status other than 0 in brackets.
+    QString transcript(const QString& commandLine)
+    {
+        const Outcome run = workshop.shell(commandLine);
+        const QString end = run.status == 0 ? QString() : u"[%1]\n"_s.arg(run.status);
+        QString output = run.output;
+        output.replace(workshop.path({}).chopped(workshop.path({}).endsWith(u'/') ? 1 : 0), u"/home/anna"_s);
+        return u"$ "_s + commandLine + u'\n' + output + end;
+    }
+    static QString withoutDates(QString text)
+    {
+        static const QRegularExpression date(u"\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d"_s);
+        return text.replace(date, u"DATE"_s);
+    }
+    void compare(const Block& block)
+    {
+        QString happened;
+        for (const QString& line : block.text.split(u'\n')) {
+            if (line.startsWith(u"$ "_s))
+                happened += transcript(line.mid(2));
+        }
+        EXPECT_EQ(withoutDates(happened), withoutDates(block.text));
+    }
+};
+
+/// In one home, since what one block does the next one relies on.
+TEST_P(ShellBlocks, RunOneAfterTheOther)
+{
+    workshop.writeFilesOf(*GetParam().document);
+    for (const Block& block : GetParam().document->blocksOf({u"sh"_s, u"console"_s})) {
+        const Case current = {GetParam().document, block};
+        SCOPED_TRACE(current.place());
+        if (block.kind == u"console"_s) {
+            compare(block);
+            continue;
+        }
+        const Outcome run = workshop.shell(block.text);
+        EXPECT_EQ(run.status, 0) << run.output.toStdString();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Documents, ShellBlocks, testing::ValuesIn(shellCases()), nameOf);
+
+using Guarding = testing::Test;
+
+TEST_F(Guarding, ACommandThatFailsIsSeen)
+{
+    const Workshop workshop;
+    EXPECT_EQ(workshop.shell(u"make no-such-target\n"_s).status, 2);
+    EXPECT_EQ(workshop.shell(u"false\ntrue\n"_s).status, 1);
+    EXPECT_NE(workshop.shell(u"no-such-program\n"_s).status, 0);
+}
+
+TEST(Jobs, OfTheReadmeTakeADocumentToTheServerAndBack)
+{
+    const Workshop workshop;
+    workshop.writeFilesOf(documents().front());
+    QFile driver(QStringLiteral(TESTS_SOURCE_DIR "/JobsDriver.cpp"));
+    ASSERT_TRUE(driver.open(QFile::ReadOnly));
+    workshop.write(u"main.cpp"_s, QString::fromUtf8(driver.readAll()));
+    const Outcome built =
+        workshop.shell(QStringLiteral(CXX_COMPILER) + u" -std=c++20 main.cpp attach.cpp fetch.cpp -o host "
+                                                      "$(pkg-config --cflags --libs TLJiraController)"_s);
+    ASSERT_EQ(built.status, 0) << built.output.toStdString();
+    const Outcome run = workshop.shell(u"QT_LOGGING_RULES='*=false' ./host \"$ROUTE\""_s);
+    EXPECT_EQ(run.output, u"upload: DONE\nthe copy is gone\nfetched plan.tessaloom.tessaloom: wool\n"_s);
+    EXPECT_EQ(run.status, 0);
+}
+
+} // namespace
