@@ -2,13 +2,13 @@
 
 #include "constants/JAConstants.h"
 #include "platform/foundation/FileManager.h"
+#include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/PathString.h"
 #include "platform/foundation/TemporaryDirectory.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QThreadPool>
 
 #include <memory>
 #include <vector>
@@ -40,7 +40,7 @@ public:
     ~HeldFiles()
     {
         if (!m_files->empty())
-            QThreadPool::globalInstance()->start([files = std::move(m_files)] { files->clear(); });
+            platform::GlobalQueue::instance().addOperation([files = std::move(m_files)] { files->clear(); });
     }
 
     HeldFiles(const HeldFiles&) = delete;

@@ -1,13 +1,12 @@
 #include "shell/JAHeadViewController.h"
 
 #include "client/JAController.h"
+#include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/toolkit/View.h"
 #include "platform/toolkit/Window.h"
 #include "shell/JALoginWindow.h"
 #include "shell/UIViewStyle.h"
-
-#include <QThreadPool>
 
 namespace {
 
@@ -96,7 +95,7 @@ void JAHeadViewController::setAvatarByURL(const std::optional<QString>& url)
 void JAHeadViewController::showAvatar(const QByteArray& bytes)
 {
     const quint64 number = ++m_newestAvatar;
-    QThreadPool::globalInstance()->start([self = sharedFrom(this), number, bytes]() mutable {
+    platform::GlobalQueue::instance().addOperation([self = sharedFrom(this), number, bytes]() mutable {
         const QImage image = platform::ImageView::decode(bytes, largestAvatarSide);
         platform::MainQueue::instance().addOperation([self = std::move(self), number, image] {
             if (self->m_avatarImage && number == self->m_newestAvatar)

@@ -3,6 +3,7 @@
 #include "client/Guarded.h"
 #include "client/JAController.h"
 #include "platform/foundation/FileManager.h"
+#include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/Numbers.h"
@@ -11,8 +12,6 @@
 #include "platform/toolkit/Layer.h"
 #include "platform/toolkit/OpenPanel.h"
 #include "platform/toolkit/View.h"
-
-#include <QThreadPool>
 
 namespace {
 
@@ -152,7 +151,7 @@ void JAUploadBodyViewController::uploadFileAction()
     platform::setEnabled(m_taskTextField, false);
 
     // The thread hands its reference back when it is done: views must not go on another thread than the main one.
-    QThreadPool::globalInstance()->start(
+    platform::GlobalQueue::instance().addOperation(
         [self = sharedFrom(this), key = platform::text(m_taskTextField), isCancelled]() mutable {
             self->startUpload(key);
             const auto task = JAController::sharedInstance()->upladTask();
