@@ -4,7 +4,7 @@ PRESET ?= release
 BUILD := build/$(PRESET)
 JOBS ?= $(shell nproc)
 
-.PHONY: all run test install packages bench bench-report deps format tidy clean
+.PHONY: all run test install packages reference bench bench-report deps format tidy clean
 
 all: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS)
@@ -27,6 +27,13 @@ packages: PRESET = release
 packages: BUILD = build/release
 packages: all
 	cpack --config build/release/CPackConfig.cmake -B build/packages
+
+# The public headers and the documents as pages, in build/reference.
+reference: all
+	rm -rf build/reference
+	mkdir build/reference
+	cmake --install $(BUILD) --prefix build/reference/installation >build/reference/installation.log
+	REFERENCE_HEADERS=build/reference/installation/include REFERENCE_FOLDER=build/reference doxygen
 
 # Measures against the peers; bench-report also writes docs/benchmarks.md.
 bench: PRESET = release

@@ -55,7 +55,7 @@ TEST(Documents, HaveOnlyBlocksOfKnownKinds)
 /// Links between the documents, and the pictures.
 TEST(Documents, LeadToFilesThatExist)
 {
-    const QRegularExpression link(u"\\]\\(([^)#:]+)[^):]*\\)"_s);
+    const QRegularExpression link(u"\\]\\(([^)#:\\s]+)(#[^)\\s]*)?\\)"_s);
     int count = 0;
     for (const Document& document : documents()) {
         const QDir folder = QFileInfo(QDir(QStringLiteral(PROJECT_FOLDER)).filePath(document.name)).dir();
