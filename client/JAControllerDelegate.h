@@ -8,7 +8,7 @@
 class TL_EXPORT JAControllerDelegate
 {
 public:
-    virtual ~JAControllerDelegate() = default;
+    virtual ~JAControllerDelegate();
 
     /// A login or a check of the session has just succeeded.
     virtual void jaValidSession() = 0;

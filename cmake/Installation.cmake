@@ -9,6 +9,7 @@ include(GNUInstallDirs)
 
 set(TL_INSTALL_HEADERDIR "${CMAKE_INSTALL_INCLUDEDIR}/TLJiraController")
 set(TL_INSTALL_INTERFACEDIR "${CMAKE_INSTALL_DATADIR}/TLJiraController/interface")
+set(TL_INSTALL_DOCDIR "${CMAKE_INSTALL_DATADIR}/doc/libtljiracontroller-dev")
 set(TL_INSTALL_PACKAGEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/TLJiraController")
 
 # tl_add_shared_library(NAME OUTPUT_NAME name EXPORT_NAME name COMPONENT component [SOURCES…] FLOORS … PUBLIC … [PRIVATE …]):
@@ -51,6 +52,7 @@ function(tl_add_shared_library name)
         NAMESPACE TLJiraController::
         DESTINATION "${TL_INSTALL_PACKAGEDIR}"
         COMPONENT development)
+    file(RELATIVE_PATH to_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
     configure_file("${PROJECT_SOURCE_DIR}/cmake/${ARG_OUTPUT_NAME}.pc.in"
         "${PROJECT_BINARY_DIR}/${ARG_OUTPUT_NAME}.pc" @ONLY)
     install(FILES "${PROJECT_BINARY_DIR}/${ARG_OUTPUT_NAME}.pc"
@@ -67,6 +69,9 @@ function(tl_install_headers)
         set(folder "")
     endif()
     install(FILES ${ARG_UNPARSED_ARGUMENTS} DESTINATION "${TL_INSTALL_HEADERDIR}/${folder}" COMPONENT development)
+    list(TRANSFORM ARG_UNPARSED_ARGUMENTS PREPEND "${folder}/")
+    list(TRANSFORM ARG_UNPARSED_ARGUMENTS REPLACE "^/" "")
+    set_property(GLOBAL APPEND PROPERTY TL_INSTALLED_HEADERS ${ARG_UNPARSED_ARGUMENTS})
 endfunction()
 
 # tl_install_interface_files(a.ui …): for hosts that embed them, or start from them with their own.
@@ -91,10 +96,6 @@ function(tl_install_package)
         COMPONENT development)
     configure_file("${PROJECT_SOURCE_DIR}/cmake/PrefixIncludes.cmake.in" "${PROJECT_BINARY_DIR}/PrefixIncludes.cmake" @ONLY)
     install(SCRIPT "${PROJECT_BINARY_DIR}/PrefixIncludes.cmake" COMPONENT development)
-    foreach(package libtljiracontrollerclient1:client libtljiracontroller1:runtime libtljiracontroller-dev:development tljira:tool)
-        string(REPLACE ":" ";" package "${package}")
-        list(GET package 0 name)
-        list(GET package 1 component)
-        install(FILES "${PROJECT_SOURCE_DIR}/README.md" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${name}" COMPONENT ${component})
-    endforeach()
+    install(FILES "${PROJECT_SOURCE_DIR}/README.md" DESTINATION "${TL_INSTALL_DOCDIR}" COMPONENT development)
+    install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${TL_INSTALL_DOCDIR}" COMPONENT development)
 endfunction()

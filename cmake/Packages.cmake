@@ -2,6 +2,8 @@
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tljiracontroller)
+# Each package has its own.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGE_VENDOR "TLJiraController developers")
 set(CPACK_PACKAGE_CONTACT "TLJiraController developers <tljiracontroller@example.org>")
 set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")

@@ -1,0 +1,145 @@
+#include "tests/install/Command.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+// An installation that was moved to another place after it was made.
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using tests::runProgram;
+
+const QString prefix = QStringLiteral(INSTALL_PREFIX);
+const QString libraries = prefix + QStringLiteral("/" INSTALL_LIBDIR);
+
+std::string packageSays(const QStringList& arguments)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("PKG_CONFIG_PATH"), libraries + QStringLiteral("/pkgconfig"));
+    const auto outcome = runProgram(QStringLiteral("pkg-config"), arguments, environment);
+    EXPECT_EQ(outcome.status, 0) << outcome.error;
+    return QString::fromStdString(outcome.output).trimmed().toStdString();
+}
+
+/// What CMake says to a project that asks for the package in these words of find_package.
+std::string answerTo(const QString& words)
+{
+    const QTemporaryDir build;
+    const auto outcome =
+        runProgram(QStringLiteral("cmake"),
+                   {QStringLiteral("-S"), QStringLiteral(CONSUMERS "/asking"), QStringLiteral("-B"), build.path(),
+                    QStringLiteral("-DTLJiraController_DIR=") + libraries + QStringLiteral("/cmake/TLJiraController"),
+                    QStringLiteral("-DWANTED=") + words});
+    // CMake breaks lines as it likes.
+    return QString::fromStdString(outcome.output + outcome.error).simplified().toStdString();
+}
+
+TEST(InstalledTree, hasNothingOutsideItsFolders)
+{
+    EXPECT_THAT(
+        QDir(prefix).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+        ElementsAre(QStringLiteral("bin"), QStringLiteral("include"), QStringLiteral("lib"), QStringLiteral("share")));
+    EXPECT_THAT(QDir(prefix + QStringLiteral("/include")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                ElementsAre(QStringLiteral("TLJiraController")));
+    EXPECT_THAT(QDir(prefix + QStringLiteral("/bin")).entryList(QDir::Files), ElementsAre(QStringLiteral("tljira")));
+}
+
+TEST(InstalledTree, hasEveryInterfaceFile)
+{
+    QStringList files;
+    for (const char* folder : {"upload", "download", "shell"})
+        files += QDir(QStringLiteral(PROJECT_FOLDER "/") + QLatin1String(folder)).entryList({QStringLiteral("*.ui")});
+    files.sort();
+    const QString folder = QString::fromStdString(
+        packageSays({QStringLiteral("--variable=interfacedir"), QStringLiteral("TLJiraController")}));
+
+    EXPECT_EQ(QDir(folder).canonicalPath(),
+              QDir(prefix + QStringLiteral("/share/TLJiraController/interface")).canonicalPath());
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files, QDir::Name), files);
+}
+
+TEST(InstalledTree, hasLibrariesWithTheirNamesAndVersions)
+{
+    for (const char* name : {"libTLJiraController", "libTLJiraControllerClient"}) {
+        const QString library = libraries + u'/' + QLatin1String(name) + QStringLiteral(".so");
+        EXPECT_EQ(QFileInfo(library).canonicalFilePath(),
+                  QDir(libraries).canonicalPath() + u'/' + QLatin1String(name) + QStringLiteral(".so.1.0.0"));
+        const auto dynamic = runProgram(QStringLiteral("readelf"), {QStringLiteral("-d"), library});
+        EXPECT_THAT(dynamic.output, HasSubstr(std::string("Library soname: [") + name + ".so.1]"));
+        EXPECT_THAT(dynamic.output, HasSubstr("Library runpath: [$ORIGIN]"));
+    }
+}
+
+TEST(InstalledTree, hasAClientLibraryWithoutWindowsAndOtherNetworkLibraries)
+{
+    const auto needed =
+        runProgram(QStringLiteral("ldd"), {libraries + QStringLiteral("/libTLJiraControllerClient.so.1")});
+    EXPECT_EQ(needed.status, 0);
+    EXPECT_THAT(needed.output, HasSubstr("libQt6Core"));
+    EXPECT_THAT(needed.output, HasSubstr("libcurl"));
+    for (const char* unwanted : {"libQt6Gui", "libQt6Widgets", "libQt6Network", "not found"})
+        EXPECT_THAT(needed.output, Not(HasSubstr(unwanted)));
+}
+
+TEST(InstalledTree, hasAToolThatRunsWithTheLibraryBesideIt)
+{
+    const QString tool = prefix + QStringLiteral("/bin/tljira");
+    EXPECT_EQ(runProgram(tool, {QStringLiteral("--version")}).output, "tljira 1.0.0\n");
+
+    const auto needed = runProgram(QStringLiteral("ldd"), {tool});
+    EXPECT_THAT(needed.output, HasSubstr("libTLJiraControllerClient.so.1 => " + prefix.toStdString()));
+    EXPECT_THAT(needed.output, Not(HasSubstr("libQt6Gui")));
+    // The client is in its library alone.
+    const auto own = runProgram(QStringLiteral("nm"), {QStringLiteral("-C"), QStringLiteral("--defined-only"), tool});
+    EXPECT_THAT(own.output, HasSubstr("cli::Tool::run"));
+    EXPECT_THAT(own.output, Not(HasSubstr("platform::URLSession::")));
+}
+
+TEST(InstalledTree, tellsPkgConfigWhatIsNeeded)
+{
+    EXPECT_EQ(packageSays({QStringLiteral("--modversion"), QStringLiteral("TLJiraControllerClient")}), "1.0.0");
+    EXPECT_THAT(
+        packageSays({QStringLiteral("--cflags"), QStringLiteral("--libs"), QStringLiteral("TLJiraControllerClient")}),
+        Not(HasSubstr("Qt6Gui")));
+    EXPECT_THAT(packageSays({QStringLiteral("--print-requires"), QStringLiteral("TLJiraController")}),
+                HasSubstr("TLJiraControllerClient = 1.0.0"));
+}
+
+TEST(InstalledTree, namesNoFolderOfTheBuild)
+{
+    QDirIterator file(prefix, {QStringLiteral("*.cmake"), QStringLiteral("*.pc"), QStringLiteral("*.h")}, QDir::Files,
+                      QDirIterator::Subdirectories);
+    int files = 0;
+    for (; file.hasNext(); ++files) {
+        QFile text(file.next());
+        ASSERT_TRUE(text.open(QFile::ReadOnly));
+        EXPECT_FALSE(text.readAll().contains(PROJECT_FOLDER)) << text.fileName().toStdString();
+    }
+    EXPECT_GT(files, 40);
+}
+
+TEST(InstalledTree, isFoundInItsMajorVersionOnly)
+{
+    for (const char* version : {"2.0", "1.1", "0.9"}) {
+        const std::string answer = answerTo(QLatin1String(version) + QStringLiteral(";CONFIG"));
+        EXPECT_THAT(answer, HasSubstr("found: 0"));
+        EXPECT_THAT(answer, HasSubstr("TLJiraControllerConfig.cmake, version: 1.0.0"));
+    }
+}
+
+TEST(InstalledTree, saysWhichComponentItHasNot)
+{
+    const std::string answer = answerTo(QStringLiteral("1.0;CONFIG;COMPONENTS;Server"));
+    EXPECT_THAT(answer, HasSubstr("TLJiraController has no component \"Server\""));
+    EXPECT_THAT(answer, HasSubstr("its components are Client and Controller."));
+    EXPECT_THAT(answer, HasSubstr("found: 0"));
+}
+
+} // namespace
