@@ -4,7 +4,7 @@ PRESET ?= release
 BUILD := build/$(PRESET)
 JOBS ?= $(shell nproc)
 
-.PHONY: all run test install packages reference bench bench-report deps format tidy clean
+.PHONY: all run test install packages reference translations bench bench-report deps format tidy clean
 
 all: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS)
@@ -34,6 +34,10 @@ reference: all
 	mkdir build/reference
 	cmake --install $(BUILD) --prefix build/reference/installation >build/reference/installation.log
 	REFERENCE_HEADERS=build/reference/installation/include REFERENCE_FOLDER=build/reference doxygen
+
+# Brings translations/*.ts up to date with the interface files.
+translations: $(BUILD)/build.ninja
+	cmake --build --preset $(PRESET) --target translations
 
 # Measures against the peers; bench-report also writes docs/benchmarks.md.
 bench: PRESET = release

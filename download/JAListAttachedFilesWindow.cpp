@@ -9,6 +9,7 @@
 #include "platform/foundation/Log.h"
 #include "platform/foundation/Numbers.h"
 #include "platform/foundation/PathString.h"
+#include "platform/toolkit/InterfaceTexts.h"
 #include "platform/toolkit/Layer.h"
 #include "platform/toolkit/View.h"
 #include "platform/toolkit/ViewClasses.h"
@@ -20,6 +21,7 @@
 namespace {
 
 constexpr char tagProperty[] = "tag";
+constexpr const char* downloadName = QT_TRANSLATE_NOOP("JAListAttachedFilesWindow", "Download %1");
 constexpr double listHeight = 350;
 constexpr double otherHeight = 200;
 
@@ -155,7 +157,8 @@ void JAListAttachedFilesWindow::fillCell(JAAttachedCell& cell,
         label->setText(dateText(*attachment));
     if (auto* button = cell.downloadButton()) {
         button->setProperty(tagProperty, row);
-        button->setAccessibleName(QApplication::translate("JAListAttachedFilesWindow", "Download %1").arg(title));
+        button->setAccessibleName(
+            platform::InterfaceTexts::shared().text("JAListAttachedFilesWindow", downloadName).arg(title));
     }
     cell.setDownloadAction([weak = std::weak_ptr(sharedFrom(this))](QWidget* sender) {
         if (const auto self = weak.lock())

@@ -3,6 +3,7 @@
 #include "client/JAController.h"
 #include "constants/FrameworkBundle.h"
 #include "platform/toolkit/FillingSubview.h"
+#include "platform/toolkit/InterfaceTexts.h"
 #include "platform/toolkit/View.h"
 
 #include <algorithm>
@@ -51,7 +52,7 @@ void JAUploadingWindow::setUploadingState(qint64 percent, const QString& otherIn
         m_uploadingProgressBar->setValue(
             static_cast<int>(std::clamp<qint64>(percent, 1, m_uploadingProgressBar->maximum())));
     setActualView(m_uploadingView);
-    nameButton(tr("Cancel"));
+    nameButton(QT_TRANSLATE_NOOP("JAUploadingWindow", "Cancel"));
 }
 
 void JAUploadingWindow::setErrorState(const platform::Error& error)
@@ -59,24 +60,25 @@ void JAUploadingWindow::setErrorState(const platform::Error& error)
     platform::setText(m_errortitle, QStringLiteral("Error"));
     platform::setText(m_errorMessage, error.localizedDescription());
     setActualView(m_errorView);
-    nameButton(tr("Close"));
+    nameButton(QT_TRANSLATE_NOOP("JAUploadingWindow", "Close"));
 }
 
 void JAUploadingWindow::setSuccessState()
 {
     platform::setText(m_sizeLabel, QStringLiteral("DONE"));
-    nameButton(tr("Close"));
+    nameButton(QT_TRANSLATE_NOOP("JAUploadingWindow", "Close"));
 }
 
-void JAUploadingWindow::nameButton(const QString& name)
+void JAUploadingWindow::nameButton(const char* name)
 {
     if (!m_cancelButton)
         return;
     // A button gives up its shortcut with its text.
     const QKeySequence shortcut = m_cancelButton->shortcut();
-    m_cancelButton->setText(name);
+    const QString text = platform::InterfaceTexts::shared().text("JAUploadingWindow", name);
+    m_cancelButton->setText(text);
     m_cancelButton->setShortcut(shortcut);
-    m_cancelButton->setAccessibleName(name);
+    m_cancelButton->setAccessibleName(text);
 }
 
 void JAUploadingWindow::cancelAction()

@@ -3,7 +3,6 @@
 #include "platform/foundation/Error.h"
 #include "platform/toolkit/WindowController.h"
 
-#include <QCoreApplication>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -12,8 +11,6 @@
 /// last stays until the next call.
 class TL_EXPORT JAUploadingWindow : public platform::WindowController
 {
-    Q_DECLARE_TR_FUNCTIONS(JAUploadingWindow)
-
 public:
     static std::shared_ptr<JAUploadingWindow> init();
 
@@ -48,7 +45,7 @@ protected:
 private:
     JAUploadingWindow();
 
-    void nameButton(const QString& name);
+    void nameButton(const char* name);
 
     QPointer<QWidget> m_containerView;
     QPointer<QWidget> m_uploadingView;

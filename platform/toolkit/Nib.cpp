@@ -1,6 +1,7 @@
 #include "platform/toolkit/Nib.h"
 
 #include "platform/foundation/Log.h"
+#include "platform/toolkit/InterfaceTexts.h"
 #include "platform/toolkit/NibLoader.h"
 #include "platform/toolkit/OffScreen.h"
 #include "platform/toolkit/TableCellView.h"
@@ -60,7 +61,7 @@ Nib::Nib(QString name, const Bundle& bundle, QByteArray text)
 std::shared_ptr<Nib> Nib::load(const QString& name, const Bundle& bundle)
 {
     const QString path = bundle.pathForInterfaceFile(name);
-    const std::shared_ptr<Nib> nib(new Nib(name, bundle, contentsOf(path)));
+    const std::shared_ptr<Nib> nib(new Nib(name, bundle, InterfaceTexts::shared().translatedFile(contentsOf(path))));
     if (nib->m_text.isEmpty())
         log(u"interface file %@ is missing or empty: %@", nib->m_description, path);
     return nib;
@@ -112,7 +113,8 @@ QByteArray Nib::prototypeText(const QString& identifier) const
         if (!reader.isStartElement())
             continue;
         const bool isPrototype = !found && isWidgetNamed(reader, identifier);
-        if (isPrototype || reader.name() == u"customwidgets")
+        // The class is the context of translations.
+        if (isPrototype || reader.name() == u"class" || reader.name() == u"customwidgets")
             copyElement(reader, writer);
         found = found || isPrototype;
     }

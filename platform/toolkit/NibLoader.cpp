@@ -18,7 +18,6 @@ public:
     Loader()
     {
         setLanguageChangeEnabled(false);
-        setTranslationEnabled(false);
     }
 
     QWidget* createWidget(const QString& className, QWidget* parent, const QString& name) override

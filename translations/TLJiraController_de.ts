@@ -1,0 +1,284 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>JABodyViewController</name>
+    <message>
+        <source>Attach a file</source>
+        <translation>Datei anhängen</translation>
+    </message>
+    <message>
+        <source>Attached files</source>
+        <translation>Angehängte Dateien</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Issue &amp;key</source>
+        <translation>&amp;Vorgangsschlüssel</translation>
+    </message>
+    <message>
+        <source>Issue key for the file</source>
+        <translation>Vorgangsschlüssel für die Datei</translation>
+    </message>
+    <message>
+        <source>Choose…</source>
+        <translation>Auswählen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>&amp;Choose…</source>
+        <translation>Aus&amp;wählen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Upload</source>
+        <translation>Hochladen</translation>
+    </message>
+    <message>
+        <source>&amp;Upload</source>
+        <translation>&amp;Hochladen</translation>
+    </message>
+    <message>
+        <source>Uploading</source>
+        <translation>Datei wird hochgeladen</translation>
+    </message>
+    <message>
+        <source>Uploading…</source>
+        <translation>Datei wird hochgeladen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>I&amp;ssue key</source>
+        <translation>Vorgangs&amp;schlüssel</translation>
+    </message>
+    <message>
+        <source>Issue key to list files of</source>
+        <translation>Vorgangsschlüssel für die Dateiliste</translation>
+    </message>
+    <message>
+        <source>Show files</source>
+        <translation>Dateien anzeigen</translation>
+    </message>
+    <message>
+        <source>Show &amp;files</source>
+        <translation>&amp;Dateien anzeigen</translation>
+    </message>
+    <message>
+        <source>Receiving the list of files…</source>
+        <translation>Dateiliste wird abgerufen&#xa0;…</translation>
+    </message>
+</context>
+<context>
+    <name>JADownloadBodyViewController</name>
+    <message>
+        <source>Open a document from Jira</source>
+        <translation>Dokument aus Jira öffnen</translation>
+    </message>
+    <message>
+        <source>Issue &amp;key</source>
+        <translation>&amp;Vorgangsschlüssel</translation>
+    </message>
+    <message>
+        <source>Issue key</source>
+        <translation>Vorgangsschlüssel</translation>
+    </message>
+    <message>
+        <source>Show documents</source>
+        <translation>Dokumente anzeigen</translation>
+    </message>
+    <message>
+        <source>Show &amp;documents</source>
+        <translation>&amp;Dokumente anzeigen</translation>
+    </message>
+    <message>
+        <source>Not logged in</source>
+        <translation>Nicht angemeldet</translation>
+    </message>
+</context>
+<context>
+    <name>JAHeadViewController</name>
+    <message>
+        <source>Waiting for a session</source>
+        <translation>Warten auf die Anmeldung</translation>
+    </message>
+    <message>
+        <source>Not logged in yet</source>
+        <translation>Noch nicht angemeldet</translation>
+    </message>
+    <message>
+        <source>Log In…</source>
+        <translation>Anmelden&#xa0;…</translation>
+    </message>
+    <message>
+        <source>&amp;Log In…</source>
+        <translation>&amp;Anmelden&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Avatar</source>
+        <translation>Profilbild</translation>
+    </message>
+    <message>
+        <source>Log Out</source>
+        <translation>Abmelden</translation>
+    </message>
+    <message>
+        <source>Log &amp;Out</source>
+        <translation>A&amp;bmelden</translation>
+    </message>
+</context>
+<context>
+    <name>JAListAttachedFilesWindow</name>
+    <message>
+        <source>Attached files</source>
+        <translation>Angehängte Dateien</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>This issue has no files to download.</source>
+        <translation>Dieser Vorgang hat keine Dateien zum Herunterladen.</translation>
+    </message>
+    <message>
+        <source>Download progress</source>
+        <translation>Fortschritt beim Herunterladen</translation>
+    </message>
+    <message>
+        <source>Download</source>
+        <translation>Herunterladen</translation>
+    </message>
+    <message>
+        <source>Download %1</source>
+        <translation>%1 herunterladen</translation>
+    </message>
+</context>
+<context>
+    <name>JALoginWindow</name>
+    <message>
+        <source>Log in to Jira</source>
+        <translation>Bei Jira anmelden</translation>
+    </message>
+    <message>
+        <source>&amp;Server address</source>
+        <translation>&amp;Serveradresse</translation>
+    </message>
+    <message>
+        <source>Server address</source>
+        <translation>Serveradresse</translation>
+    </message>
+    <message>
+        <source>&amp;User name or e-mail</source>
+        <translation>&amp;Benutzername oder E-Mail-Adresse</translation>
+    </message>
+    <message>
+        <source>User name or e-mail</source>
+        <translation>Benutzername oder E-Mail-Adresse</translation>
+    </message>
+    <message>
+        <source>&amp;Password</source>
+        <translation>&amp;Passwort</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>Logging in</source>
+        <translation>Anmeldung läuft</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Log In</source>
+        <translation>Anmelden</translation>
+    </message>
+</context>
+<context>
+    <name>JAUploadBodyViewController</name>
+    <message>
+        <source>Attach to a Jira issue</source>
+        <translation>An einen Jira-Vorgang anhängen</translation>
+    </message>
+    <message>
+        <source>Document</source>
+        <translation>Dokument</translation>
+    </message>
+    <message>
+        <source>&amp;Issue key</source>
+        <translation>&amp;Vorgangsschlüssel</translation>
+    </message>
+    <message>
+        <source>Issue key</source>
+        <translation>Vorgangsschlüssel</translation>
+    </message>
+    <message>
+        <source>Upload progress</source>
+        <translation>Fortschritt beim Hochladen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Upload</source>
+        <translation>Hochladen</translation>
+    </message>
+    <message>
+        <source>Choose a file to attach</source>
+        <translation>Datei zum Anhängen auswählen</translation>
+    </message>
+    <message>
+        <source>Choose a copy that lies in a folder of its own: the folder is removed after the upload.</source>
+        <translation>Wählen Sie eine Kopie, die allein in einem eigenen Ordner liegt: Der Ordner wird nach dem Hochladen gelöscht.</translation>
+    </message>
+    <message>
+        <source>Open File…</source>
+        <translation>Datei öffnen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Open &amp;File…</source>
+        <translation>&amp;Datei öffnen&#xa0;…</translation>
+    </message>
+</context>
+<context>
+    <name>JAUploadingWindow</name>
+    <message>
+        <source>Upload to Jira</source>
+        <translation>Zu Jira hochladen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Upload progress</source>
+        <translation>Fortschritt beim Hochladen</translation>
+    </message>
+    <message>
+        <source>Error message</source>
+        <translation>Fehlermeldung</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>The document is attached to the issue.</source>
+        <translation>Das Dokument ist an den Vorgang angehängt.</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>JMWindowController</name>
+    <message>
+        <source>Looking for your session…</source>
+        <translation>Ihre Sitzung wird gesucht&#xa0;…</translation>
+    </message>
+</context>
+</TS>
