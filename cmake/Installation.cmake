@@ -40,6 +40,8 @@ function(tl_add_shared_library name)
         PRIVATE "${PROJECT_SOURCE_DIR}"
         INTERFACE "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
     target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
+    # The client and its network thread live as long as the process: who loads a library does not unload it again.
+    target_link_options(${name} PRIVATE "LINKER:-z,nodelete")
     if(NOT TL_SANITIZE)
         target_link_options(${name} PRIVATE "LINKER:--version-script=${hidden}" "LINKER:-z,defs")
     endif()

@@ -74,6 +74,7 @@ TEST(InstalledTree, hasLibrariesWithTheirNamesAndVersions)
         const auto dynamic = runProgram(QStringLiteral("readelf"), {QStringLiteral("-d"), library});
         EXPECT_THAT(dynamic.output, HasSubstr(std::string("Library soname: [") + name + ".so.1]"));
         EXPECT_THAT(dynamic.output, HasSubstr("Library runpath: [$ORIGIN]"));
+        EXPECT_THAT(dynamic.output, HasSubstr("NODELETE"));
     }
 }
 
