@@ -128,6 +128,10 @@ TEST(MainQueue, ReleasesAnOperationRightAfterItRanOnTheMainThread)
     struct Token
     {
         QThread*& releasedOn;
+        explicit Token(QThread*& thread)
+            : releasedOn(thread)
+        {
+        }
         ~Token() { releasedOn = QThread::currentThread(); }
     };
     QThread* releasedOn = nullptr;
