@@ -58,10 +58,14 @@ bool enterKey(const char* field, const char* button)
     return click(button);
 }
 
-bool saysDone(const char* label)
+/// Closes the sheet in which this label says that all is done; other windows have a button of that name, too.
+bool closeWhenDone(const char* label)
 {
     const auto* const text = seen<QLabel>(label);
-    return text && text->text() == QStringLiteral("DONE");
+    if (!text || text->text() != QStringLiteral("DONE"))
+        return false;
+    text->window()->findChild<QPushButton*>(QStringLiteral("cancelButton"))->click();
+    return true;
 }
 
 /// What the user does, each step as soon as it can be done.
@@ -89,10 +93,10 @@ void attach(TLJiraControllerInterface& jira, const QString& document)
     const User user({logIn, [] { return enterKey("taskTextField", "uploadFileButton"); },
                      [&] {
                          // A second document has to wait for the first.
-                         return saysDone("sizeLabel") &&
+                         return seen<QLabel>("sizeLabel") &&
                                 !jira.attach(QStringLiteral("other"), QStringLiteral("/other"));
                      },
-                     [] { return click("cancelButton"); },
+                     [] { return closeWhenDone("sizeLabel"); },
                      [] {
                          QApplication::exit();
                          return true;
@@ -104,8 +108,7 @@ void attach(TLJiraControllerInterface& jira, const QString& document)
 QString fetch(TLJiraControllerInterface& jira)
 {
     const User user({[] { return enterKey("issueKeyTextField", "getAttachButton"); },
-                     [] { return click("downloadButton"); },
-                     [] { return saysDone("downloadPercent") && click("cancelButton"); }});
+                     [] { return click("downloadButton"); }, [] { return closeWhenDone("downloadPercent"); }});
     return jira.fetch();
 }
 
