@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSet>
 
 #include <filesystem>
 #include <fstream>
@@ -76,14 +77,18 @@ Maker plainLike(const QWidget* control)
     return makePlain<QWidget>;
 }
 
-/// A plain Qt control for each that opening a window makes, shown at once or waiting to be.
-std::vector<Maker> plainControls()
+/// A plain Qt control for each that the window has, shown at once or waiting to be.
+std::vector<Maker> plainControls(TLJiraUpload& upload)
 {
-    std::vector<Maker> makers;
-    for (const QWidget* widget : QApplication::allWidgets()) {
-        if (!widget->isWindow())
-            makers.push_back(plainLike(widget));
+    QSet<const QWidget*> controls;
+    for (const QWidget* part :
+         {upload.window()->widget(), upload.downloadViewContainer(), upload.loginViewContainer()}) {
+        for (const QWidget* control : part->findChildren<QWidget*>())
+            controls.insert(control);
     }
+    std::vector<Maker> makers;
+    for (const QWidget* control : controls)
+        makers.push_back(plainLike(control));
     return makers;
 }
 
@@ -107,7 +112,7 @@ Row openingRow(const Bench& bench)
         return upload->window()->widget();
     };
     secondsToFirstFrame(openOurs);
-    const std::vector<Maker> controls = plainControls();
+    const std::vector<Maker> controls = plainControls(*upload);
     const QSize size = upload->window()->widget()->size();
     const Comparison comparison = compare(
         4 * bench.runs, [&] { return secondsToFirstFrame(openOurs); },
