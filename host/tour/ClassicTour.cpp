@@ -94,8 +94,8 @@ Step Visit::uploadArea()
 {
     m_stage.journal.scene(QStringLiteral("Its upload area, which only takes note of a file"));
     co_await chooseFile();
-    m_stage.journal.expectText(QStringLiteral("the area names the file"), view<QLabel>("pathLabel")->text(),
-                               m_stage.documentPath());
+    co_await m_stage.until(QStringLiteral("the area names the file"),
+                           [this] { return view<QLabel>("pathLabel")->text() == m_stage.documentPath(); });
     co_await m_stage.picture(QStringLiteral("classic-file-chosen"), m_window);
 
     const auto requestsBefore = m_stage.server.requestCount();
