@@ -9,15 +9,6 @@ namespace tessaloom {
 
 namespace {
 
-/// A Cancel button ends the sheet that its window is. These windows stand alone, so that closing them is up to us.
-void closeOnClick(const std::shared_ptr<platform::Window>& window, QPushButton* button)
-{
-    QObject::connect(button, &QPushButton::clicked, window->widget(), [weak = std::weak_ptr(window)] {
-        if (const auto open = weak.lock())
-            open->close();
-    });
-}
-
 bool isSending(TLJiraUpload& upload)
 {
     return upload.window()->isVisible() && upload.window()->attachedSheet();
@@ -43,9 +34,8 @@ std::optional<QString> JiraJobs::upload(const QString& name, const QByteArray& b
         m_upload->window()->close();
     m_upload = TLJiraUpload::initWithName(name, copy.fileName());
     m_upload->window()->setTitle(QObject::tr("Upload to Jira"));
+    m_upload->closeOnCancel();
     m_upload->showWindow();
-    closeOnClick(m_upload->window(), m_upload->jaLoginWindow()->cancelButton());
-    closeOnClick(m_upload->window(), m_upload->bodyViewController()->cancelButton());
     return std::nullopt;
 }
 
@@ -53,7 +43,7 @@ std::optional<QString> JiraJobs::download()
 {
     const auto window = JMWindowController::init();
     window->window()->setTitle(QObject::tr("Open from Jira"));
-    closeOnClick(window->window(), window->jaLoginWindow()->cancelButton());
+    window->closeOnCancel();
 
     std::optional<QString> document;
     window->run([&](const std::optional<QString>& path) {

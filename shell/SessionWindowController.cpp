@@ -11,6 +11,7 @@
 #include "shell/UIViewStyle.h"
 
 #include <QLineEdit>
+#include <QPushButton>
 
 #include <algorithm>
 
@@ -46,6 +47,14 @@ void focusFirstField(QWidget* container)
                                     [](const QLineEdit* field) { return field->isVisible() && field->isEnabled(); });
     if (first != fields.end())
         (*first)->setFocus();
+}
+
+QList<QPushButton*> cancelButtons(const QWidget* view)
+{
+    QList<QPushButton*> buttons = view ? view->findChildren<QPushButton*>() : QList<QPushButton*>();
+    buttons.removeIf(
+        [](const QPushButton* button) { return button->property("action") != QLatin1String("cancelAction"); });
+    return buttons;
 }
 
 } // namespace
@@ -136,6 +145,16 @@ void SessionWindowController::setActualView(QWidget* container)
     container->setGeometry(QRect(m_view->pos(), size));
     platform::setHidden(container, false);
     focusFirstField(container);
+}
+
+void SessionWindowController::closeOnCancel()
+{
+    const auto closeIfOpen = [weak = std::weak_ptr(window())] {
+        if (const auto window = weak.lock(); window && window->isVisible())
+            window->close();
+    };
+    for (QPushButton* button : cancelButtons(m_jaLoginWindow->view()) + cancelButtons(m_body->view()))
+        QObject::connect(button, &QPushButton::clicked, window()->widget(), closeIfOpen);
 }
 
 void SessionWindowController::jaValidSession()

@@ -50,6 +50,10 @@ public:
     /// right corner moves outwards by the size of the window's decorations at every call.
     void setActualView(QWidget* container);
 
+    /// Makes the Cancel buttons of login form and body close the window. By themselves they only end a sheet that it
+    /// is; this is for a window that stands alone.
+    void closeOnCancel();
+
     /// Shows header and body, and fills the header.
     void jaValidSession() override;
     /// Shows the login form; the header keeps what it shows.

@@ -8,17 +8,6 @@
 
 namespace {
 
-/// A Cancel button ends the sheet that its window is; these windows stand alone.
-void closeOnClick(const std::shared_ptr<platform::Window>& window, QPushButton* button)
-{
-    if (!button)
-        return;
-    QObject::connect(button, &QPushButton::clicked, window->widget(), [weak = std::weak_ptr(window)] {
-        if (const auto open = weak.lock())
-            open->close();
-    });
-}
-
 /// Goes before the application object does; Qt deletes the plug-in's own object only after that.
 std::shared_ptr<TLJiraUpload>& currentUpload()
 {
@@ -47,16 +36,15 @@ bool TLJiraControllerPlugin::attach(const QString& name, const QString& path)
     if (upload)
         upload->window()->close();
     upload = TLJiraUpload::initWithName(name, path);
+    upload->closeOnCancel();
     upload->showWindow();
-    closeOnClick(upload->window(), upload->jaLoginWindow()->cancelButton());
-    closeOnClick(upload->window(), upload->bodyViewController()->cancelButton());
     return true;
 }
 
 QString TLJiraControllerPlugin::fetch()
 {
     const auto entry = JMWindowController::init();
-    closeOnClick(entry->window(), entry->jaLoginWindow()->cancelButton());
+    entry->closeOnCancel();
     QString document;
     entry->run([&](const std::optional<QString>& path) {
         // A download that was cancelled leaves the name of a file that is not there.

@@ -157,12 +157,4 @@ qint64 DataReader::readFromPiece(const Data::Piece& piece, char* buffer, qint64 
     return -1;
 }
 
-void DataReader::seek(qint64 position)
-{
-    m_piece = 0;
-    m_offset = position;
-    while (m_piece < m_data.m_pieces.size() && m_offset >= Data::sizeOf(m_data.m_pieces[m_piece]))
-        m_offset -= Data::sizeOf(m_data.m_pieces[m_piece++]);
-}
-
 } // namespace platform

@@ -59,8 +59,6 @@ public:
     /// Fills up to `capacity` bytes and returns their number, 0 at the end, -1 when a file gives fewer bytes than it
     /// held when it was opened; `error` then says which.
     qint64 read(char* buffer, qint64 capacity);
-    /// Goes on reading at `position`, counted from the front.
-    void seek(qint64 position);
 
     const std::optional<Error>& error() const { return m_error; }
 

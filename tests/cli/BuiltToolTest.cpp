@@ -1,5 +1,6 @@
 #include "cli/CommandTable.h"
 #include "tests/cli/ToolRun.h"
+#include "tests/support/RunProgram.h"
 
 #include <QFile>
 #include <QStandardPaths>
@@ -12,21 +13,6 @@ using namespace Qt::StringLiterals;
 using testing::HasSubstr;
 using testing::Not;
 
-struct Finding
-{
-    int status = -1;
-    std::string text;
-};
-
-Finding runProgram(const QString& name, const QStringList& arguments)
-{
-    QProcess program;
-    program.setProcessChannelMode(QProcess::MergedChannels);
-    program.start(name, arguments);
-    EXPECT_TRUE(program.waitForFinished(60000)) << name.toStdString();
-    return {program.exitCode(), program.readAll().toStdString()};
-}
-
 std::string manPage()
 {
     QFile file(QStringLiteral(MAN_PAGE));
@@ -37,23 +23,23 @@ TEST(BuiltTool, NeedsNoWindowSystemAndNoOtherNetworkLibrary)
 {
     if (QStandardPaths::findExecutable(u"ldd"_s).isEmpty())
         GTEST_SKIP() << "there is no ldd";
-    const Finding libraries = runProgram(u"ldd"_s, {tests::toolPath()});
+    const auto libraries = tests::runProgram(u"ldd"_s, {tests::toolPath()});
     EXPECT_EQ(libraries.status, 0);
-    EXPECT_THAT(libraries.text, HasSubstr("libQt6Core"));
-    EXPECT_THAT(libraries.text, HasSubstr("libcurl"));
+    EXPECT_THAT(libraries.output, HasSubstr("libQt6Core"));
+    EXPECT_THAT(libraries.output, HasSubstr("libcurl"));
     for (const char* unwanted : {"libQt6Gui", "libQt6Widgets", "libQt6Network", "libX11", "libxcb"})
-        EXPECT_THAT(libraries.text, Not(HasSubstr(unwanted)));
+        EXPECT_THAT(libraries.output, Not(HasSubstr(unwanted)));
 }
 
 TEST(BuiltTool, HasAManPageWithoutMistakes)
 {
     const QString page = QStringLiteral(MAN_PAGE);
     if (!QStandardPaths::findExecutable(u"mandoc"_s).isEmpty()) {
-        const Finding lint = runProgram(u"mandoc"_s, {u"-Tlint"_s, u"-Wwarning"_s, page});
-        EXPECT_EQ(lint.text, "");
+        const auto lint = tests::runProgram(u"mandoc"_s, {u"-Tlint"_s, u"-Wwarning"_s, page});
+        EXPECT_EQ(lint.output + lint.error, "");
         EXPECT_EQ(lint.status, 0);
     } else if (!QStandardPaths::findExecutable(u"groff"_s).isEmpty()) {
-        EXPECT_EQ(runProgram(u"groff"_s, {u"-mdoc"_s, u"-ww"_s, u"-z"_s, page}).text, "");
+        EXPECT_EQ(tests::runProgram(u"groff"_s, {u"-mdoc"_s, u"-ww"_s, u"-z"_s, page}).error, "");
     } else {
         GTEST_SKIP() << "there is neither mandoc nor groff";
     }

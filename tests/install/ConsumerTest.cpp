@@ -1,5 +1,5 @@
 #include "standin/Server.h"
-#include "tests/install/Command.h"
+#include "tests/support/RunProgram.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,4 +1,4 @@
-#include "tests/install/Command.h"
+#include "tests/support/RunProgram.h"
 
 #include <QDirIterator>
 #include <QFile>

@@ -212,6 +212,36 @@ TEST_F(TLJiraUploadTest, staysOpenAtCancelWhereItsWindowIsNoSheet)
     EXPECT_TRUE(entry->window()->isVisible());
 }
 
+TEST_F(TLJiraUploadTest, closesAtEitherCancelButtonWhenAskedTo)
+{
+    open();
+    entry->closeOnCancel();
+    ASSERT_TRUE(waitForLoginForm());
+    click(entry->jaLoginWindow()->cancelButton());
+    EXPECT_FALSE(entry->window()->isVisible());
+
+    entry->showWindow();
+    logIn();
+    ASSERT_TRUE(waitForBody());
+    click(entry->bodyViewController()->cancelButton());
+    EXPECT_FALSE(entry->window()->isVisible());
+}
+
+TEST_F(TLJiraUploadTest, endsItsSheetOnceAtCancelAlsoWhenAskedToClose)
+{
+    const auto host = platform::Window::create(QStringLiteral("Host"), nullptr);
+    std::vector<int> codes;
+    host->makeKeyAndOrderFront();
+    entry = TLJiraUpload::initWithName(LoneDocument::name(), document.path());
+    entry->closeOnCancel();
+    host->beginSheet(entry->window(), [&codes](int code) { codes.push_back(code); });
+    ASSERT_TRUE(waitForLoginForm());
+    click(entry->jaLoginWindow()->cancelButton());
+
+    EXPECT_THAT(codes, ElementsAre(0));
+    EXPECT_THAT(log.lines(), testing::Not(testing::Contains(QStringLiteral("JAWindowController windowWillClose"))));
+}
+
 TEST_F(TLJiraUploadTest, finishesAnUploadWhoseSessionIsLostMeanwhile)
 {
     logIn();

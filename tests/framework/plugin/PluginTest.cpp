@@ -1,8 +1,8 @@
 #include "standin/Server.h"
+#include "tests/support/RunProgram.h"
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -16,25 +16,9 @@ using testing::Not;
 
 const QString pluginFile = QStringLiteral("/libTLJiraControllerPlugin.so");
 
-struct Outcome
+tests::Outcome runHost(const QStringList& arguments)
 {
-    int status = -1;
-    std::string output;
-};
-
-Outcome run(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::SeparateChannels);
-    process.start(program, arguments);
-    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit)
-        return {-1, process.readAllStandardOutput().toStdString()};
-    return {process.exitCode(), process.readAllStandardOutput().toStdString()};
-}
-
-Outcome runHost(const QStringList& arguments)
-{
-    return run(QStringLiteral(PLUGIN_HOST), arguments);
+    return tests::runProgram(QStringLiteral(PLUGIN_HOST), arguments);
 }
 
 void write(const QString& path, const std::string& bytes)
@@ -46,7 +30,8 @@ void write(const QString& path, const std::string& bytes)
 
 TEST(PluginTest, isLoadedByAHostThatLinksNothingOfIt)
 {
-    const Outcome needed = run(QStringLiteral("readelf"), {QStringLiteral("-d"), QStringLiteral(PLUGIN_HOST)});
+    const auto needed =
+        tests::runProgram(QStringLiteral("readelf"), {QStringLiteral("-d"), QStringLiteral(PLUGIN_HOST)});
     ASSERT_EQ(needed.status, 0);
     EXPECT_THAT(needed.output, HasSubstr("libQt6Widgets"));
     EXPECT_THAT(needed.output, Not(HasSubstr("TLJiraController")));
@@ -64,7 +49,7 @@ TEST(PluginTest, bringsADocumentToTheServerAndBack)
     write(work.filePath(QStringLiteral("copy")), document);
     const QString fetched = kept.filePath(QStringLiteral("fetched"));
 
-    const Outcome host =
+    const auto host =
         runHost({QStringLiteral(PLUGIN_FOLDER), QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(server.port()),
                  work.filePath(QStringLiteral("copy")), fetched});
 
@@ -83,7 +68,7 @@ TEST(PluginTest, bringsADocumentToTheServerAndBack)
 TEST(PluginTest, whereItIsMissingTheHostSaysSoAndGoesOn)
 {
     const QTemporaryDir folder;
-    const Outcome host = runHost({folder.path()});
+    const auto host = runHost({folder.path()});
     EXPECT_EQ(host.status, 0);
     EXPECT_THAT(host.output, testing::StartsWith("The Jira plug-in is not installed: there is no "
                                                  "TLJiraControllerPlugin in " +
@@ -94,7 +79,7 @@ TEST(PluginTest, whereItIsBrokenTheHostSaysSoAndGoesOn)
 {
     const QTemporaryDir folder;
     write(folder.path() + pluginFile, "no library");
-    const Outcome host = runHost({folder.path()});
+    const auto host = runHost({folder.path()});
     EXPECT_EQ(host.status, 0);
     EXPECT_THAT(host.output, testing::StartsWith("The Jira plug-in " + (folder.path() + pluginFile).toStdString() +
                                                  " cannot be loaded: "));
@@ -104,7 +89,7 @@ TEST(PluginTest, whereAnotherPluginLiesTheHostSaysSoAndGoesOn)
 {
     const QTemporaryDir folder;
     ASSERT_TRUE(QFile::copy(QStringLiteral(OTHER_PLUGIN), folder.path() + pluginFile));
-    const Outcome host = runHost({folder.path()});
+    const auto host = runHost({folder.path()});
     EXPECT_EQ(host.status, 0);
     EXPECT_EQ(host.output, (folder.path() + pluginFile).toStdString() +
                                " is no Jira plug-in for this program: it is org.example.Other/2.0, needed is "
@@ -115,7 +100,7 @@ TEST(PluginTest, whereItIsTooOldTheHostSaysSoAndGoesOn)
 {
     const QTemporaryDir folder;
     ASSERT_TRUE(QFile::copy(QStringLiteral(OLD_PLUGIN), folder.path() + pluginFile));
-    const Outcome host = runHost({folder.path()});
+    const auto host = runHost({folder.path()});
     EXPECT_EQ(host.status, 0);
     EXPECT_EQ(host.output, "The Jira plug-in " + (folder.path() + pluginFile).toStdString() +
                                " is too old for this program: version 0, needed is 1.\n");

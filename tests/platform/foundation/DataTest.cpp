@@ -123,18 +123,6 @@ TEST_F(DataTest, IsReadInStepsOfAnySize)
     }
 }
 
-TEST_F(DataTest, IsReadAgainFromAnyPosition)
-{
-    Data data(QByteArray("head "));
-    data.append(*Data::contentsOfFile(fileWith("file"))).append(QByteArray(" tail"));
-    DataReader reader(data);
-    readInStepsOf(reader, 3);
-    for (qint64 position = 0; position <= data.size(); ++position) {
-        reader.seek(position);
-        EXPECT_EQ(readInStepsOf(reader, 4), QByteArray("head file tail").mid(position)) << position;
-    }
-}
-
 TEST_F(DataTest, IsReadByTwoReadersAtTheSameTime)
 {
     const Data data = *Data::contentsOfFile(fileWith("0123456789"));
