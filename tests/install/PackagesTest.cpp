@@ -36,6 +36,12 @@ std::string field(const QString& package, const char* name)
     return QString::fromStdString(outcome.output).trimmed().toStdString();
 }
 
+std::string controlFile(const QString& package, const char* name)
+{
+    return runProgram(QStringLiteral("dpkg-deb"), {QStringLiteral("-I"), packageFile(package), QLatin1String(name)})
+        .output;
+}
+
 /// One line for each of its files, with mode and owner.
 QStringList contents(const QString& package)
 {
@@ -107,9 +113,26 @@ TEST(Packages, haveNoFileInCommon)
     }
     EXPECT_EQ(QStringList(paths).removeDuplicates(), 0);
     EXPECT_TRUE(paths.contains(QStringLiteral("usr/include/TLJiraController/TLJiraController.h")));
-    EXPECT_TRUE(paths.contains(QStringLiteral("usr/share/man/man1/tljira.1")));
+    EXPECT_TRUE(paths.contains(QStringLiteral("usr/share/man/man1/tljira.1.gz")));
     EXPECT_FALSE(
         QStringList(paths.filter(QStringLiteral("standin")) + paths.filter(QStringLiteral("tessaloom"))).size());
+}
+
+TEST(Packages, sayWhoHoldsTheRightsAndWhatHasChanged)
+{
+    for (const QString& name : names) {
+        const QString documents = contents(name).filter(QStringLiteral("./usr/share/doc/") + name + u'/').join(u'\n');
+        EXPECT_THAT(documents.toStdString(), HasSubstr("/copyright"));
+        EXPECT_THAT(documents.toStdString(), HasSubstr("/changelog.Debian.gz"));
+    }
+}
+
+TEST(Packages, tellOtherPackagesWhatToDependOn)
+{
+    EXPECT_EQ(controlFile(QStringLiteral("libtljiracontrollerclient1"), "shlibs"),
+              "libTLJiraControllerClient 1 libtljiracontrollerclient1 (>= 1.0.0)\n");
+    EXPECT_EQ(controlFile(QStringLiteral("libtljiracontroller1"), "shlibs"),
+              "libTLJiraController 1 libtljiracontroller1 (>= 1.0.0)\n");
 }
 
 TEST(Packages, runAsSoonAsTheyAreUnpacked)
