@@ -67,7 +67,7 @@ format:
 
 tidy: all
 	scripts/install-packages --with-tools
-	run-clang-tidy -quiet -p $(BUILD) '^(?!.*/(build|tests)/).*\.cpp$$'
+	run-clang-tidy -quiet -p $(BUILD) -extra-arg=-Wno-unknown-warning-option '^(?!.*/(build|tests)/).*\.cpp$$'
 
 clean:
 	rm -rf build

@@ -60,7 +60,6 @@ HostOptions HostOptions::parse(const QStringList& arguments)
     options.status = parser.value(statusOption);
     options.tourFolder = parser.value(tourOption);
     options.isDark = parser.isSet(darkOption);
-    options.wantsHelp = parser.isSet(helpOption);
     options.file = parser.positionalArguments().value(0);
     options.error = problemOf(options, parser.positionalArguments());
     return options;
@@ -70,7 +69,7 @@ QString HostOptions::help()
 {
     QCommandLineParser parser;
     describe(parser);
-    return parser.helpText();
+    return parser.helpText() + u'\n';
 }
 
 } // namespace tessaloom

@@ -13,11 +13,11 @@ struct HostOptions
     QString status = {};
     QString tourFolder = {}; ///< empty: no tour
     bool isDark = false;
-    bool wantsHelp = false;
     QString error = {}; ///< what cannot be understood; empty: nothing
 
     /// The first argument is the program's name.
     static HostOptions parse(const QStringList& arguments);
+    /// Says what there is, "--help" included, which `parse` passes over.
     static QString help();
 };
 
