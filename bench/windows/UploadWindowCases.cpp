@@ -136,6 +136,7 @@ Row openingRow(const Bench& bench)
 std::vector<Row> uploadWindowCases(const Bench& bench)
 {
     std::vector<double> stalls;
+    stalls.reserve(static_cast<std::size_t>(bench.runs));
     for (int run = 0; run < bench.runs; ++run)
         stalls.push_back(stallOfUpload(bench));
     const double stall = median(stalls);
