@@ -9,6 +9,8 @@ include(GNUInstallDirs)
 
 set(TL_INSTALL_HEADERDIR "${CMAKE_INSTALL_INCLUDEDIR}/TLJiraController")
 set(TL_INSTALL_INTERFACEDIR "${CMAKE_INSTALL_DATADIR}/TLJiraController/interface")
+# Qt looks for plug-ins of others below its own folder of plug-ins.
+set(TL_INSTALL_PLUGINDIR "${CMAKE_INSTALL_LIBDIR}/qt6/plugins/tljiracontroller")
 set(TL_INSTALL_DOCDIR "${CMAKE_INSTALL_DATADIR}/doc/libtljiracontroller-dev")
 set(TL_INSTALL_PACKAGEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/TLJiraController")
 
@@ -87,7 +89,7 @@ function(tl_install_package)
     configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/TLJiraControllerConfig.cmake.in"
         "${PROJECT_BINARY_DIR}/TLJiraControllerConfig.cmake"
         INSTALL_DESTINATION "${TL_INSTALL_PACKAGEDIR}"
-        PATH_VARS TL_INSTALL_INTERFACEDIR)
+        PATH_VARS TL_INSTALL_INTERFACEDIR TL_INSTALL_PLUGINDIR)
     write_basic_package_version_file("${PROJECT_BINARY_DIR}/TLJiraControllerConfigVersion.cmake"
         COMPATIBILITY SameMajorVersion)
     install(FILES

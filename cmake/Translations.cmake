@@ -15,7 +15,7 @@ function(tl_embed_translations target)
         set_source_files_properties("${output}" PROPERTIES QT_RESOURCE_ALIAS "${name}.qm")
         list(APPEND compiled "${output}")
     endforeach()
-    qt_add_resources(${target} "${target}_translations" PREFIX "/interface-translations" FILES ${compiled}
+    qt6_add_resources(${target} "${target}_translations" PREFIX "/interface-translations" FILES ${compiled}
         OPTIONS --no-compress OUTPUT_TARGETS objects)
     set_property(TARGET ${target} APPEND PROPERTY TL_INTERFACE_OBJECTS ${objects})
 endfunction()

@@ -23,20 +23,18 @@ public:
     explicit TLJiraControllerLoader(const QStringList& folders = {})
     {
         const QString name = QStringLiteral("TLJiraControllerPlugin");
-        QStringList candidates;
-        for (const QString& folder : folders)
-            candidates.append(folder + u'/' + name);
+        QStringList places = folders;
         for (const QString& folder : QCoreApplication::libraryPaths())
-            candidates.append(folder + QStringLiteral("/tljiracontroller/") + name);
-        for (const QString& candidate : candidates) {
-            QPluginLoader loader(candidate);
+            places.append(folder + QStringLiteral("/tljiracontroller"));
+        for (const QString& place : places) {
+            QPluginLoader loader(place + u'/' + name);
             if (!loader.fileName().isEmpty()) {
                 load(loader);
                 return;
             }
         }
-        m_errorString = QStringLiteral("The Jira plug-in is not installed: there is no %1 in %2.")
-                            .arg(name, (folders + QCoreApplication::libraryPaths()).join(QStringLiteral(", ")));
+        m_errorString = QStringLiteral("The Jira plug-in is not installed: %1 was looked for in %2.")
+                            .arg(name, places.join(QStringLiteral(", ")));
     }
 
     /// Null when there is none that can be used.

@@ -1,3 +1,4 @@
+#include "tests/framework/plugin/RoundTrip.h"
 #include "tests/support/RunProgram.h"
 
 #include <QDir>
@@ -28,18 +29,28 @@ std::string packageSays(const QStringList& arguments)
     return QString::fromStdString(outcome.output).trimmed().toStdString();
 }
 
-/// What CMake says to a project that asks for the package in these words of find_package.
-std::string answerTo(const QString& words)
+/// What CMake says to one of the projects that use the package.
+std::string configure(const QString& project, const QStringList& definitions)
 {
     const QTemporaryDir build;
-    const auto outcome =
-        runProgram(QStringLiteral("cmake"),
-                   {QStringLiteral("-S"), QStringLiteral(CONSUMERS "/asking"), QStringLiteral("-B"), build.path(),
-                    QStringLiteral("-DTLJiraController_DIR=") + libraries + QStringLiteral("/cmake/TLJiraController"),
-                    QStringLiteral("-DWANTED=") + words});
+    const auto outcome = runProgram(
+        QStringLiteral("cmake"),
+        QStringList{QStringLiteral("-G"), QStringLiteral("Ninja"), QStringLiteral("-S"),
+                    QStringLiteral(CONSUMERS "/") + project, QStringLiteral("-B"), build.path(),
+                    QStringLiteral("-DCMAKE_CXX_COMPILER=" CXX_COMPILER),
+                    QStringLiteral("-DTLJiraController_DIR=") + libraries + QStringLiteral("/cmake/TLJiraController")} +
+            definitions);
     // CMake breaks lines as it likes.
     return QString::fromStdString(outcome.output + outcome.error).simplified().toStdString();
 }
+
+/// To one that asks for the package in these words of find_package.
+std::string answerTo(const QString& words, const QStringList& definitions = {})
+{
+    return configure(QStringLiteral("asking"), QStringList{QStringLiteral("-DWANTED=") + words} + definitions);
+}
+
+const QStringList withoutWidgets = {QStringLiteral("-DCMAKE_DISABLE_FIND_PACKAGE_Qt6Widgets=ON")};
 
 TEST(InstalledTree, hasNothingOutsideItsFolders)
 {
@@ -141,6 +152,58 @@ TEST(InstalledTree, saysWhichComponentItHasNot)
     EXPECT_THAT(answer, HasSubstr("TLJiraController has no component \"Server\""));
     EXPECT_THAT(answer, HasSubstr("its components are Client and Controller."));
     EXPECT_THAT(answer, HasSubstr("found: 0"));
+}
+
+TEST(InstalledTree, isFoundWithoutWindowsWhereTheseAreOptional)
+{
+    const QString wanted = QStringLiteral("1.0;CONFIG;COMPONENTS;Client;OPTIONAL_COMPONENTS;Controller");
+    EXPECT_THAT(answerTo(wanted), HasSubstr("found: 1 Client: TRUE Controller: TRUE"));
+
+    const std::string answer = answerTo(wanted, withoutWidgets);
+    EXPECT_THAT(answer, HasSubstr("found: 1 Client: TRUE plug-in: "));
+    EXPECT_THAT(answer, Not(HasSubstr("Warning")));
+}
+
+TEST(InstalledTree, isNotFoundWithoutTheWindowsThatAreNeeded)
+{
+    EXPECT_THAT(answerTo(QStringLiteral("1.0;CONFIG;COMPONENTS;Controller"), withoutWidgets), HasSubstr("found: 0"));
+}
+
+TEST(InstalledTree, isFoundWithoutAComponentThatNobodyKnowsWhereThatIsOptional)
+{
+    EXPECT_THAT(answerTo(QStringLiteral("1.0;CONFIG;COMPONENTS;Client;OPTIONAL_COMPONENTS;Server")),
+                HasSubstr("found: 1 Client: TRUE"));
+}
+
+TEST(InstalledTree, refusesAReplacementThatReplacesNothing)
+{
+    for (const char* file : {"JABodyViewController.v2.ui", "JABodyViewController.txt", "Other.ui"}) {
+        const QString definition = QStringLiteral("-DREPLACEMENT=design/") + QLatin1String(file);
+        EXPECT_THAT(configure(QStringLiteral("replacing"), {definition}),
+                    HasSubstr(std::string("the framework has no interface file ") + file +
+                              ". A replacement has the name of the file whose place it takes."));
+    }
+}
+
+TEST(InstalledTree, saysWhereThePluginIs)
+{
+    const QString folder = QDir(libraries + QStringLiteral("/qt6/plugins/tljiracontroller")).canonicalPath();
+    const std::string said = packageSays({QStringLiteral("--variable=plugindir"), QStringLiteral("TLJiraController")});
+    EXPECT_EQ(QDir(QString::fromStdString(said)).canonicalPath(), folder);
+    EXPECT_THAT(answerTo(QStringLiteral("1.0;CONFIG")), HasSubstr("plug-in: " + folder.toStdString() + ";"));
+}
+
+TEST(InstalledTree, hasAPluginThatBringsADocumentToTheServerAndBack)
+{
+    tests::expectRoundTrip(libraries + QStringLiteral("/qt6/plugins/tljiracontroller"));
+}
+
+TEST(InstalledTree, hasAPluginThatIsFoundByQtsPathOfPlugins)
+{
+    const QTemporaryDir empty;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_PLUGIN_PATH"), libraries + QStringLiteral("/qt6/plugins"));
+    tests::expectRoundTrip(empty.path(), environment);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "tests/framework/plugin/RoundTrip.h"
 #include "tests/support/RunProgram.h"
 
 #include <QDir>
@@ -150,6 +151,7 @@ TEST(Packages, runAsSoonAsTheyAreUnpacked)
         EXPECT_THAT(runProgram(QStringLiteral("readelf"), {QStringLiteral("-SW"), file}).output,
                     Not(HasSubstr(".symtab")));
     }
+    tests::expectRoundTrip(libraries + QStringLiteral("/qt6/plugins/tljiracontroller"));
 }
 
 } // namespace

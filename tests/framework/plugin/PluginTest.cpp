@@ -1,5 +1,4 @@
-#include "standin/Server.h"
-#include "tests/support/RunProgram.h"
+#include "tests/framework/plugin/RoundTrip.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,20 +12,10 @@ namespace {
 
 using testing::HasSubstr;
 using testing::Not;
+using tests::runPluginHost;
+using tests::writeFile;
 
 const QString pluginFile = QStringLiteral("/libTLJiraControllerPlugin.so");
-
-tests::Outcome runHost(const QStringList& arguments)
-{
-    return tests::runProgram(QStringLiteral(PLUGIN_HOST), arguments);
-}
-
-void write(const QString& path, const std::string& bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QFile::WriteOnly));
-    ASSERT_EQ(file.write(bytes.data(), static_cast<qint64>(bytes.size())), static_cast<qint64>(bytes.size()));
-}
 
 TEST(PluginTest, isLoadedByAHostThatLinksNothingOfIt)
 {
@@ -40,46 +29,28 @@ TEST(PluginTest, isLoadedByAHostThatLinksNothingOfIt)
 
 TEST(PluginTest, bringsADocumentToTheServerAndBack)
 {
-    standin::Server server;
-    server.addUser("alice", "secret");
-    server.addIssue("ABC-1");
-    const std::string document = standin::Server::pattern(3, 300000);
-    const QTemporaryDir work;
-    const QTemporaryDir kept;
-    write(work.filePath(QStringLiteral("copy")), document);
-    const QString fetched = kept.filePath(QStringLiteral("fetched"));
-
-    const auto host =
-        runHost({QStringLiteral(PLUGIN_FOLDER), QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(server.port()),
-                 work.filePath(QStringLiteral("copy")), fetched});
-
-    EXPECT_EQ(host.output, "fetched plan.tessaloom.tessaloom\n");
-    EXPECT_EQ(host.status, 0);
-    const auto stored = server.attachments("ABC-1");
-    ASSERT_EQ(stored.size(), 1u);
-    EXPECT_EQ(stored[0].fileName, "plan.tessaloom");
-    EXPECT_TRUE(server.content(stored[0].id) == document);
-    QFile result(fetched);
-    ASSERT_TRUE(result.open(QFile::ReadOnly));
-    EXPECT_TRUE(result.readAll().toStdString() == document);
-    EXPECT_FALSE(QDir(work.path()).exists());
+    tests::expectRoundTrip(QStringLiteral(PLUGIN_FOLDER));
 }
 
-TEST(PluginTest, whereItIsMissingTheHostSaysSoAndGoesOn)
+TEST(PluginTest, whereItIsMissingTheHostSaysWhereItWasLookedForAndGoesOn)
 {
     const QTemporaryDir folder;
-    const auto host = runHost({folder.path()});
+    const QTemporaryDir other;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_PLUGIN_PATH"), other.path());
+    const auto host = runPluginHost({folder.path()}, environment);
     EXPECT_EQ(host.status, 0);
-    EXPECT_THAT(host.output, testing::StartsWith("The Jira plug-in is not installed: there is no "
-                                                 "TLJiraControllerPlugin in " +
-                                                 folder.path().toStdString() + ", "));
+    EXPECT_THAT(host.output, testing::StartsWith("The Jira plug-in is not installed: TLJiraControllerPlugin was "
+                                                 "looked for in " +
+                                                 folder.path().toStdString() + ", " + other.path().toStdString() +
+                                                 "/tljiracontroller, "));
 }
 
 TEST(PluginTest, whereItIsBrokenTheHostSaysSoAndGoesOn)
 {
     const QTemporaryDir folder;
-    write(folder.path() + pluginFile, "no library");
-    const auto host = runHost({folder.path()});
+    writeFile(folder.path() + pluginFile, "no library");
+    const auto host = runPluginHost({folder.path()});
     EXPECT_EQ(host.status, 0);
     EXPECT_THAT(host.output, testing::StartsWith("The Jira plug-in " + (folder.path() + pluginFile).toStdString() +
                                                  " cannot be loaded: "));
@@ -89,7 +60,7 @@ TEST(PluginTest, whereAnotherPluginLiesTheHostSaysSoAndGoesOn)
 {
     const QTemporaryDir folder;
     ASSERT_TRUE(QFile::copy(QStringLiteral(OTHER_PLUGIN), folder.path() + pluginFile));
-    const auto host = runHost({folder.path()});
+    const auto host = runPluginHost({folder.path()});
     EXPECT_EQ(host.status, 0);
     EXPECT_EQ(host.output, (folder.path() + pluginFile).toStdString() +
                                " is no Jira plug-in for this program: it is org.example.Other/2.0, needed is "
@@ -100,7 +71,7 @@ TEST(PluginTest, whereItIsTooOldTheHostSaysSoAndGoesOn)
 {
     const QTemporaryDir folder;
     ASSERT_TRUE(QFile::copy(QStringLiteral(OLD_PLUGIN), folder.path() + pluginFile));
-    const auto host = runHost({folder.path()});
+    const auto host = runPluginHost({folder.path()});
     EXPECT_EQ(host.status, 0);
     EXPECT_EQ(host.output, "The Jira plug-in " + (folder.path() + pluginFile).toStdString() +
                                " is too old for this program: version 0, needed is 1.\n");

@@ -1,0 +1,52 @@
+#include "tests/framework/plugin/RoundTrip.h"
+
+#include "standin/Server.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace tests {
+
+Outcome runPluginHost(const QStringList& arguments, const QProcessEnvironment& environment)
+{
+    return runProgram(QStringLiteral(PLUGIN_HOST), arguments, environment);
+}
+
+void writeFile(const QString& path, const std::string& bytes)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    ASSERT_EQ(file.write(bytes.data(), static_cast<qint64>(bytes.size())), static_cast<qint64>(bytes.size()));
+}
+
+void expectRoundTrip(const QString& folder, const QProcessEnvironment& environment)
+{
+    standin::Server server;
+    server.addUser("alice", "secret");
+    server.addIssue("ABC-1");
+    const std::string document = standin::Server::pattern(3, 300000);
+    const QTemporaryDir work;
+    const QTemporaryDir kept;
+    writeFile(work.filePath(QStringLiteral("copy")), document);
+    const QString fetched = kept.filePath(QStringLiteral("fetched"));
+
+    const auto host = runPluginHost({folder, QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(server.port()),
+                                     work.filePath(QStringLiteral("copy")), fetched},
+                                    environment);
+
+    EXPECT_EQ(host.output, "fetched plan.tessaloom.tessaloom\n");
+    EXPECT_EQ(host.status, 0);
+    const auto stored = server.attachments("ABC-1");
+    ASSERT_EQ(stored.size(), 1u);
+    EXPECT_EQ(stored[0].fileName, "plan.tessaloom");
+    EXPECT_TRUE(server.content(stored[0].id) == document);
+    QFile result(fetched);
+    ASSERT_TRUE(result.open(QFile::ReadOnly));
+    EXPECT_TRUE(result.readAll().toStdString() == document);
+    EXPECT_FALSE(QDir(work.path()).exists());
+}
+
+} // namespace tests
