@@ -4,10 +4,13 @@ PRESET ?= release
 BUILD := build/$(PRESET)
 JOBS ?= $(shell nproc)
 
-.PHONY: all run test install packages reference translations bench bench-report deps format tidy clean
+.PHONY: all release run test install packages check-packages reference translations bench bench-report benchmarks deps format tidy clean
 
 all: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS)
+
+release: build/release/build.ninja
+	cmake --build --preset release -j $(JOBS)
 
 # Takes a document to a server and back: in windows where there is a display, otherwise with screenshots.
 run: $(BUILD)/build.ninja
@@ -22,51 +25,58 @@ PREFIX ?= /usr/local
 install: all
 	DESTDIR=$(abspath $(DESTDIR)) cmake --install $(BUILD) --prefix $(PREFIX)
 
-# Debian packages, in build/packages; scripts/check-packages tries them in a fresh root.
-packages: PRESET = release
-packages: BUILD = build/release
-packages: all
+# Debian packages, in build/packages, always of the release build.
+packages: release
 	cpack --config build/release/CPackConfig.cmake -B build/packages
 
-# The public headers and the documents as pages, in build/reference.
+# Installs, uses and removes the packages in a copy of a fresh Debian, which is made once. As root.
+check-packages: packages build/fresh-debian
+	scripts/check-packages build/fresh-debian build/packages
+
+build/fresh-debian:
+	scripts/install-packages debootstrap
+	rm -rf $@.part
+	debootstrap --variant=minbase $$(. /etc/os-release && echo $$VERSION_CODENAME) $@.part
+	mv $@.part $@
+
+# The public headers and the documents as pages.
+REFERENCE ?= build/reference
 reference: all
-	rm -rf build/reference
-	mkdir build/reference
-	cmake --install $(BUILD) --prefix build/reference/installation >build/reference/installation.log
-	REFERENCE_HEADERS=build/reference/installation/include REFERENCE_FOLDER=build/reference doxygen
+	rm -rf $(REFERENCE)
+	mkdir $(REFERENCE)
+	cmake --install $(BUILD) --prefix $(REFERENCE)/installation >$(REFERENCE)/installation.log
+	REFERENCE_HEADERS=$(REFERENCE)/installation/include REFERENCE_FOLDER=$(REFERENCE) doxygen
 
 # Brings translations/*.ts up to date with the interface files.
 translations: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) --target translations
 
-# Measures against the peers; bench-report also writes docs/benchmarks.md.
-bench: PRESET = release
-bench: deps
-	cmake --preset release -DTL_BUILD_BENCHMARKS=ON
-	cmake --build --preset release -j $(JOBS)
+# Measures the release build against the peers; bench-report also writes docs/benchmarks.md.
+bench: benchmarks
 	build/release/bench/tljira-bench
 
-bench-report: PRESET = release
-bench-report: deps
+bench-report: benchmarks
+	build/release/bench/tljira-bench --write docs/benchmarks.md
+
+benchmarks: deps
 	cmake --preset release -DTL_BUILD_BENCHMARKS=ON
 	cmake --build --preset release -j $(JOBS)
-	build/release/bench/tljira-bench --write docs/benchmarks.md
 
 # What the machine lacks, through apt.
 deps:
 	scripts/install-packages
 
-$(BUILD)/build.ninja: | deps
-	cmake --preset $(PRESET)
+build/%/build.ninja: | deps
+	cmake --preset $*
 
 SOURCES = $(shell git ls-files '*.h' '*.cpp')
 
 format:
-	scripts/install-packages --with-tools
+	scripts/install-packages clang-format
 	clang-format -i $(SOURCES)
 
 tidy: all
-	scripts/install-packages --with-tools
+	scripts/install-packages clang-tidy
 	run-clang-tidy -quiet -p $(BUILD) -extra-arg=-Wno-unknown-warning-option '^(?!.*/(build|tests)/).*\.cpp$$'
 
 clean:

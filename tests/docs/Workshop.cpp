@@ -27,13 +27,23 @@ QProcessEnvironment cleanEnvironment(const QString& home)
     return environment;
 }
 
-/// The commands of the documents, as functions. The stand-in speaks no https that this machine would trust.
+/// The commands of the documents, as functions. "make install" takes the build as it is. The stand-in speaks no https
+/// that this machine would trust.
 const char* const commands = R"(
-make() { command make -n -C "$PROJECT_FOLDER" "$@" >/dev/null; }
+make() {
+    case " $* " in
+        *" install "*) command make -C "$PROJECT_FOLDER" -o all BUILD="$BUILD_FOLDER" DESTDIR="$HOME/root" "$@" >/dev/null ;;
+        *) command make -n -C "$PROJECT_FOLDER" "$@" >/dev/null ;;
+    esac
+}
 tljira() {
-    local words=() word
-    for word in "$@"; do words+=("${word/#https:\/\/jira.example.com/http://jira.example.com}"); done
-    "$INSTALLATION/bin/tljira" --connect-to "$ROUTE" "${words[@]}"
+    local words=() word route=(--connect-to "$ROUTE")
+    for word in "$@"; do
+        [[ $word != --connect-to ]] || route=()
+        word=${word/#jira.example.com:443:127.0.0.1:8443/$ROUTE}
+        words+=("${word/#https:\/\/jira.example.com/http://jira.example.com}")
+    done
+    "$INSTALLATION/bin/tljira" "${route[@]}" "${words[@]}"
 }
 tessaloom() { build/release/host/tessaloom --connect-to "$ROUTE" "$@"; }
 )";
@@ -94,6 +104,7 @@ Outcome Workshop::run(const QString& program, const QStringList& arguments, cons
     QProcessEnvironment environment = cleanEnvironment(m_home.path());
     environment.insert(QStringLiteral("ROUTE"), route());
     environment.insert(QStringLiteral("INSTALLATION"), QStringLiteral(INSTALLATION));
+    environment.insert(QStringLiteral("BUILD_FOLDER"), QStringLiteral(BUILD_FOLDER));
     environment.insert(QStringLiteral("PROJECT_FOLDER"), QStringLiteral(PROJECT_FOLDER));
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(folder.isEmpty() ? m_home.path() : folder);

@@ -1,0 +1,36 @@
+#include "tests/docs/Workshop.h"
+#include "tests/support/Printers.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::HasSubstr;
+using testing::Not;
+using tests::docs::Outcome;
+using tests::docs::Workshop;
+
+TEST(Making, InstallsBelowThePrefix)
+{
+    const Workshop workshop;
+    const Outcome run = workshop.shell(u"make install PREFIX=/usr/local\n"
+                                       "env -u LD_LIBRARY_PATH root/usr/local/bin/tljira --version\n"_s);
+    EXPECT_EQ(run.output, u"tljira 1.0.0\n"_s);
+    EXPECT_EQ(run.status, 0);
+}
+
+TEST(Making, PacksAndMeasuresTheReleaseBuildWhateverThePreset)
+{
+    const Workshop workshop;
+    for (const char* target : {"packages", "bench", "bench-report"}) {
+        const Outcome run =
+            workshop.run(u"make"_s, {u"-n"_s, u"--no-print-directory"_s, u"-C"_s, QStringLiteral(PROJECT_FOLDER),
+                                     u"PRESET=debug"_s, QString::fromLatin1(target)});
+        EXPECT_EQ(run.status, 0);
+        EXPECT_THAT(run.output.toStdString(), HasSubstr("cmake --build --preset release"));
+        EXPECT_THAT(run.output.toStdString(), Not(HasSubstr("debug")));
+    }
+}
+
+} // namespace
