@@ -67,8 +67,9 @@ void WindowWidget::childEvent(QChildEvent* event)
 
 void WindowWidget::closeEvent(QCloseEvent* event)
 {
-    retainUntilNextTurn(m_window.shared_from_this());
-    event->setAccepted(m_window.userWantsToClose());
+    const std::shared_ptr<Window> kept = m_window.shared_from_this();
+    event->setAccepted(kept->userWantsToClose());
+    retainUntilNextTurn(kept);
 }
 
 void WindowWidget::keyPressEvent(QKeyEvent* event)
