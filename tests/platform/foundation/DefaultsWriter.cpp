@@ -12,5 +12,5 @@ int main(int argc, char** argv)
     const int count = std::atoi(argv[3]);
     for (int number = 0; number < count; ++number)
         defaults.setObject(number, prefix + QString::number(number));
-    return 0;
+    return defaults.synchronize() ? 0 : 1;
 }
