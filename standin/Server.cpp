@@ -53,7 +53,7 @@ Server::Implementation::Implementation(const Options& options)
 {
     setUpTls();
     listen();
-    asio::co_spawn(m_context, acceptAll(), [](std::exception_ptr) {});
+    asio::co_spawn(m_context, acceptAll(), [](const std::exception_ptr&) {});
     m_thread = std::thread([this] { run(); });
 }
 
@@ -137,13 +137,13 @@ void Server::Implementation::start(tcp::socket socket)
     const auto connection =
         std::make_shared<Connection>(++m_lastConnection, std::move(socket), m_tls ? &*m_tls : nullptr, shared);
     m_connections.insert(connection);
-    asio::co_spawn(m_context, connection->serve(), [this, connection](std::exception_ptr) {
+    asio::co_spawn(m_context, connection->serve(), [this, connection](const std::exception_ptr&) {
         m_connections.erase(connection);
         shared.recorder.connectionClosed();
     });
 }
 
-Server::Server(Options options)
+Server::Server(const Options& options)
     : m_implementation(std::make_unique<Implementation>(options))
 {
 }

@@ -28,7 +28,7 @@ class Server
 {
 public:
     /// Throws std::system_error when the port cannot be had.
-    explicit Server(Options options = {});
+    explicit Server(const Options& options = {});
     /// Drops all connections, held ones too, and removes what was stored.
     ~Server();
     Server(const Server&) = delete;
