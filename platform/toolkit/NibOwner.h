@@ -14,9 +14,6 @@
 
 namespace platform {
 
-class Nib;
-struct NibViews;
-
 /// What a controller with an interface file is: it declares outlets and actions in its constructor, and owns the views
 /// of the file. Views that were moved into another window go with their owner; views that went with such a window leave
 /// null behind. Always held by std::shared_ptr. Main thread only.
@@ -41,9 +38,16 @@ protected:
 
     void setNib(const QString& name, const std::optional<Bundle>& bundle);
 
+    /// What of an interface file is to be placed by its owner.
+    struct LoadedView
+    {
+        QPointer<QWidget> view; ///< null if the file is missing or broken
+        QString windowTitle;    ///< the title of the window that the file describes
+    };
+
     /// Loads the file, the host's own of that name if there is one, connects outlets and actions; keeps every view but
     /// does not place any.
-    NibViews loadNib();
+    LoadedView loadNib();
 
     /// An empty view in place of one that could not be loaded.
     QWidget* addEmptyView();
@@ -59,7 +63,7 @@ protected:
     Actions actions;
 
 private:
-    void connectInterface(const Nib& nib, const NibViews& views);
+    void connectInterface(const QString& nib, const QStringList& missingCellOutlets);
 
     QString m_nibName;
     std::optional<Bundle> m_bundle;

@@ -19,6 +19,13 @@ public:
     /// The prototype's name.
     QString identifier() const { return m_identifier; }
 
+    /// Sets the outlets from the views in the cell. Those that stay empty come back.
+    QStringList connectOutlets();
+
+    /// Makes a new cell ready for use: gives it its identifier, sets its outlets and calls awakeFromNib(). Whoever
+    /// makes a cell by other means than an interface file does this once.
+    void wake(const QString& identifier);
+
     /// Outlets are connected; called once, before the cell is first handed out.
     virtual void awakeFromNib() {}
     /// The cell served another row and is about to be handed out again.
@@ -28,12 +35,6 @@ protected:
     Outlets outlets;
 
 private:
-    friend class Nib;
-
-    /// The outlets that stay empty.
-    QStringList connectOutlets() { return outlets.connectTo({this}); }
-    void wake(const QString& identifier);
-
     QString m_identifier;
 };
 

@@ -6,12 +6,10 @@
 #include <QAbstractScrollArea>
 #include <QHash>
 
+#include <functional>
 #include <map>
-#include <memory>
 
 namespace platform {
-
-class Nib;
 
 /// A list of rows of equal height, one column, whose cells are views. Only the rows in sight and one more at either end
 /// have cells; cells that scroll out serve the rows that scroll in, so that the cost depends on the height of the view
@@ -37,7 +35,7 @@ public:
     /// itself.
     void reloadData();
 
-    /// A cell that no row uses at present, or a new one; null if the interface file has no such prototype.
+    /// A cell that no row uses at present, or a new one; null if there is no such cell.
     TableCellView* makeViewWithIdentifier(const QString& identifier);
 
     qint64 numberOfRows() const { return m_rows; }
@@ -55,8 +53,11 @@ public:
 
     QSize sizeHint() const override;
 
-    /// Where prototypes come from; the interface file that brings the table sets it.
-    void setNib(std::shared_ptr<Nib> nib) { m_nib = std::move(nib); }
+    /// A new cell of that identifier, awake and without a parent, or null. The table owns the cell.
+    using CellMaker = std::function<TableCellView*(const QString& identifier)>;
+
+    /// Where new cells come from. A table of an interface file makes them from the prototypes of that file.
+    void setCellMaker(CellMaker maker) { m_makeCell = std::move(maker); }
 
 protected:
     bool event(QEvent* event) override;
@@ -79,7 +80,7 @@ private:
     qint64 offset() const;
 
     TableViewDataSource* m_source = nullptr;
-    std::shared_ptr<Nib> m_nib;
+    CellMaker m_makeCell;
     std::map<qint64, TableCellView*> m_cells;
     QHash<QString, QList<TableCellView*>> m_reusable;
     qint64 m_rows = 0;

@@ -3,25 +3,17 @@
 #include "platform/foundation/Export.h"
 #include "platform/toolkit/ModalResponse.h"
 
-#include <QMargins>
-#include <QPointer>
 #include <QRectF>
 #include <QString>
 
 #include <functional>
 #include <memory>
-#include <optional>
 
 class QWidget;
 
 namespace platform {
 
 class WindowDelegate;
-class WindowWidget;
-class ChildWindows;
-class FrameAnimation;
-class SheetEdge;
-class SheetQueue;
 
 /// A top-level window around one content view, which fills it. Main thread only.
 ///
@@ -109,57 +101,11 @@ public:
     /// The top-level widget, for what Qt says well enough (icon, screenshots, resizing).
     QWidget* widget() const;
 
-    /// For tests, where no window manager decorates: from now on every window's frame is taken to have these margins
-    /// around its content. nullopt goes back to the real ones.
-    static void pretendDecorations(std::optional<QMargins> margins);
-
 private:
-    friend class Application;
-    friend class ChildWindows;
-    friend class SheetQueue;
-    friend class WindowWidget;
-
     Window();
 
-    // What the widget reports.
-    bool userWantsToClose();
-    void geometryChanged();
-    void contentWantsLayout();
-    void contentLeft(const QObject* view);
-    void visibilityChanged(bool visible);
-    void keyChanged(bool isKey);
-
-    // What the window's own parts do with each other's windows. These rectangles are Qt's, of the content.
-    QRect contentRect() const;
-    void placeContentRect(const QRect& rect, bool smoothly);
-    void moveBy(const QPoint& distance);
-    void becomeSheetOf(const std::shared_ptr<Window>& parent);
-    void leaveSheet();
-    void showAsSheet();
-    void drawSheetEdge();
-    void setApplicationModal(bool modal);
-
-    void show();
-    void announceClose();
-    void focusFirstControl();
-    void takeAlong();
-    QMargins decorations() const;
-    void layOutContent(const QSize& size);
-    void limitUserToContent();
-    void setStyle(Qt::WindowFlags flags, Qt::WindowModality modality);
-
-    std::unique_ptr<WindowWidget> m_widget;
-    std::unique_ptr<FrameAnimation> m_animation;
-    std::unique_ptr<SheetQueue> m_sheets;
-    std::unique_ptr<ChildWindows> m_children;
-    QPointer<QWidget> m_content;
-    QPointer<SheetEdge> m_sheetEdge;
-    std::weak_ptr<WindowDelegate> m_delegate;
-    std::weak_ptr<Window> m_sheetParent;
-    std::weak_ptr<Window> m_parentWindow;
-    QPoint m_lastOrigin;
-    bool m_isPlaced = false;
-    bool m_isClosed = false;
+    struct Parts;
+    const std::unique_ptr<Parts> m_parts;
 };
 
 } // namespace platform

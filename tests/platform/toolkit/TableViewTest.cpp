@@ -1,5 +1,6 @@
 #include "platform/toolkit/TableView.h"
 
+#include "platform/toolkit/Decorations.h"
 #include "platform/toolkit/Nib.h"
 #include "platform/toolkit/ViewClasses.h"
 #include "platform/toolkit/Window.h"
@@ -59,14 +60,14 @@ class TableViewTest : public testing::Test
 protected:
     TableViewTest()
     {
-        Window::pretendDecorations(QMargins());
+        pretendDecorations(QMargins());
         registerViewClass<TestCell>(QStringLiteral("TestCell"));
         const Nib::Views views = Nib::load(QStringLiteral("List"), tests::forms())->instantiate();
         window = Window::create(QStringLiteral("List"), views.view);
         table = views.view->findChild<TableView*>(QStringLiteral("tableView"));
         table->setDataSource(&rows);
     }
-    ~TableViewTest() override { Window::pretendDecorations(std::nullopt); }
+    ~TableViewTest() override { pretendDecorations(std::nullopt); }
 
     void show(qint64 count)
     {
@@ -327,7 +328,7 @@ TEST_F(TableViewTest, isEmptyWithoutADataSource)
 
 TEST_F(TableViewTest, leavesARowEmptyForWhichThereIsNoCell)
 {
-    table->setNib(nullptr);
+    table->setCellMaker(nullptr);
 
     show(10);
 
