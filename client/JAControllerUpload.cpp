@@ -28,6 +28,17 @@ void reportUpload(const std::optional<QByteArray>& body, const std::optional<pla
     client::callIfSet(callBack, std::nullopt);
 }
 
+/// Decoded only when somebody listens to the log.
+struct TextOfAnswer
+{
+    const std::optional<QByteArray>& bytes;
+};
+
+QString describe(const TextOfAnswer& answer)
+{
+    return platform::describe(answer.bytes ? platform::Data(*answer.bytes).utf8Text() : std::nullopt);
+}
+
 std::optional<platform::Data> contentsOfFile(const std::optional<QString>& path)
 {
     return path ? platform::Data::contentsOfFile(*path) : std::nullopt;
@@ -60,8 +71,7 @@ void JAController::uploadFileInIssue(const std::optional<QString>& path, const s
     platform::log(u"uploadFileInIssue path file: %@", path);
     uploadImageDouble2(url(platform::format(kAttachFilePath, keyIssue)), path, name, contentsOfFile(path),
                        [callBack](const auto& body, const auto& error, const auto& response) {
-                           const auto text = body ? platform::Data(*body).utf8Text() : std::nullopt;
-                           platform::log(u" %@ \n%@ \n%@", text, error, response);
+                           platform::log(u" %@ \n%@ \n%@", TextOfAnswer{body}, error, response);
                            if (error)
                                client::callIfSet(callBack, error);
                            else

@@ -1,6 +1,7 @@
 #include "records/JSONReading.h"
 
 #include "platform/foundation/Format.h"
+#include "platform/foundation/Numbers.h"
 
 #include <limits>
 
@@ -23,8 +24,7 @@ qint64 integer(const QJsonValue& value)
     constexpr qint64 lowest = std::numeric_limits<qint64>::lowest();
     if (const qint64 whole = value.toInteger(lowest); whole != lowest)
         return whole;
-    const double number = value.toDouble();
-    return number > -0x1p63 && number < 0x1p63 ? static_cast<qint64>(number) : lowest;
+    return platform::truncatedToInt64(value.toDouble());
 }
 
 } // namespace records

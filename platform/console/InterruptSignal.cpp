@@ -32,11 +32,16 @@ void prepareEnd(int descriptor)
     ::fcntl(descriptor, F_SETFL, O_NONBLOCK);
 }
 
-void install(int number)
+auto handlerOf(int number)
 {
     struct sigaction present = {};
     ::sigaction(number, nullptr, &present);
-    if (present.sa_handler == SIG_IGN)
+    return present.sa_handler;
+}
+
+void install(int number)
+{
+    if (handlerOf(number) == SIG_IGN)
         return;
     struct sigaction action = {};
     action.sa_handler = handleSignal;
@@ -87,8 +92,10 @@ InterruptSignal::InterruptSignal()
 
 InterruptSignal::~InterruptSignal()
 {
-    for (const int number : signalNumbers)
-        std::signal(number, SIG_DFL);
+    for (const int number : signalNumbers) {
+        if (handlerOf(number) == handleSignal)
+            std::signal(number, SIG_DFL);
+    }
 }
 
 bool InterruptSignal::isPending() const

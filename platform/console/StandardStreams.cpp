@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -10,12 +11,21 @@ namespace platform::console {
 
 namespace {
 
+/// Whoever started the program may have left the stream in a state in which it does not wait by itself.
+void awaitRoom(int descriptor)
+{
+    pollfd state = {descriptor, POLLOUT, 0};
+    ::poll(&state, 1, -1);
+}
+
 std::optional<int> writeAll(int descriptor, QByteArrayView bytes)
 {
     while (!bytes.isEmpty()) {
         const auto written = ::write(descriptor, bytes.data(), static_cast<std::size_t>(bytes.size()));
         if (written >= 0)
             bytes = bytes.sliced(written);
+        else if (errno == EAGAIN)
+            awaitRoom(descriptor);
         else if (errno != EINTR)
             return errno;
     }

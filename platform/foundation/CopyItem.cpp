@@ -1,5 +1,7 @@
 #include "platform/foundation/CopyItem.h"
 
+#include "platform/foundation/os/DiskSync.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <memory>
@@ -53,6 +55,9 @@ std::error_code copyFile(const fs::path& source, const fs::path& destination)
     fs::permissions(destination, fs::status(source, failure).permissions(), failure);
     if (!failure)
         failure = copyBytes(from.get(), to.get());
+    // The original may be removed as soon as the copy is made.
+    if (!failure)
+        failure = os::syncToDisk(to.get());
     // Some disks tell only now that they are full.
     if (std::fclose(to.release()) != 0 && !failure)
         failure = lastError();

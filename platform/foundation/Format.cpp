@@ -1,5 +1,7 @@
 #include "platform/foundation/Format.h"
 
+#include "platform/foundation/Numbers.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -13,19 +15,10 @@ namespace {
 constexpr int DefaultDecimals = 6;
 constexpr int MaximalDecimals = 100;
 
-/// Neither infinity, NaN nor a number out of range may reach the conversion: it is undefined for them.
-qint64 wholeNumber(double number)
-{
-    constexpr double limit = 9223372036854775808.0;
-    if (number >= -limit && number < limit)
-        return static_cast<qint64>(number);
-    return std::numeric_limits<qint64>::min();
-}
-
 QString shortestText(double number)
 {
     if (std::abs(number) < 1e15 && number == std::trunc(number))
-        return QString::number(wholeNumber(number));
+        return QString::number(truncatedToInt64(number));
     return QString::number(number, 'g', QLocale::FloatingPointShortest);
 }
 
@@ -187,7 +180,7 @@ QString FormatArgument::text(QStringView specifier) const
 
     const double* floating = std::get_if<double>(&m_value);
     const quint64* natural = std::get_if<quint64>(&m_value);
-    const qint64 whole = floating  ? wholeNumber(*floating)
+    const qint64 whole = floating  ? truncatedToInt64(*floating)
                          : natural ? static_cast<qint64>(*natural)
                                    : std::get<qint64>(m_value);
     const Specifier how = Specifier::at(specifier).value_or(Specifier());

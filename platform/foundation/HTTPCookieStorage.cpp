@@ -46,8 +46,7 @@ std::vector<HTTPCookie> merged(std::vector<HTTPCookie> inFile, const std::vector
     std::erase_if(inFile,
                   [&](const HTTPCookie& cookie) { return holdsSlot(before, cookie) && !holdsSlot(now, cookie); });
     for (const HTTPCookie& cookie : now) {
-        const bool isUnchanged = std::ranges::find(before, cookie) != before.end();
-        if (isUnchanged && holdsSlot(inFile, cookie))
+        if (std::ranges::find(before, cookie) != before.end())
             continue;
         std::erase_if(inFile, [&](const HTTPCookie& other) { return other.isSameSlotAs(cookie); });
         inFile.push_back(cookie);
@@ -79,14 +78,24 @@ void HTTPCookieStorage::load()
     const std::optional<QByteArray> bytes = m_file.read();
     if (!bytes)
         return;
-    const auto cookies = cookiesOfFile(*bytes);
-    if (!cookies) {
-        m_file.setAside();
-        return;
-    }
-    for (const HTTPCookie& cookie : *cookies)
+    auto cookies = cookiesOfFile(*bytes);
+    if (!cookies)
+        m_file.rewrite([&](const std::optional<QByteArray>& present) {
+            cookies = usableCookies(present);
+            return fileOfCookies(cookies.value_or(std::vector<HTTPCookie>()));
+        });
+    for (const HTTPCookie& cookie : cookies.value_or(std::vector<HTTPCookie>()))
         m_share->setCookie(cookie);
     m_saved = persistentCookies();
+}
+
+/// What the file holds, as asked inside a rewrite. What cannot be understood is set aside and nothing.
+std::optional<std::vector<HTTPCookie>> HTTPCookieStorage::usableCookies(const std::optional<QByteArray>& present) const
+{
+    auto cookies = cookiesOfFile(present.value_or(QByteArray()));
+    if (!cookies)
+        m_file.setAside();
+    return cookies;
 }
 
 std::vector<HTTPCookie> HTTPCookieStorage::cookies() const
@@ -112,14 +121,16 @@ void HTTPCookieStorage::saveChanges()
 {
     const std::lock_guard lock(m_fileMutex);
     const std::vector<HTTPCookie> now = persistentCookies();
-    if (now == m_saved)
+    if (now == m_saved && !m_mustEmptyFile)
         return;
-    const bool isWritten = m_file.rewrite([&](const std::optional<QByteArray>& bytes) {
-        const auto inFile = cookiesOfFile(bytes.value_or(QByteArray()));
-        return fileOfCookies(merged(inFile.value_or(std::vector<HTTPCookie>()), m_saved, now));
+    const bool isWritten = m_file.rewrite([&](const std::optional<QByteArray>& present) {
+        const auto inFile = m_mustEmptyFile ? std::nullopt : usableCookies(present);
+        return fileOfCookies(inFile ? merged(*inFile, m_saved, now) : now);
     });
-    if (isWritten)
-        m_saved = now;
+    if (!isWritten)
+        return;
+    m_saved = now;
+    m_mustEmptyFile = false;
 }
 
 void HTTPCookieStorage::deleteAllCookies()
@@ -127,8 +138,7 @@ void HTTPCookieStorage::deleteAllCookies()
     const std::lock_guard lock(m_fileMutex);
     m_share->deleteAllCookies();
     m_saved.clear();
-    if (m_file.read())
-        m_file.rewrite([](const std::optional<QByteArray>&) { return QByteArray(fileHeader); });
+    m_mustEmptyFile = m_file.read() && !m_file.rewrite([](const auto&) { return QByteArray(fileHeader); });
 }
 
 } // namespace platform

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace platform {
@@ -26,7 +27,7 @@ public:
 
     std::vector<HTTPCookie> cookies() const;
     void setCookie(const HTTPCookie& cookie);
-    /// Removes every cookie of every host, from the file too.
+    /// Removes every cookie of every host, from the file too; when the disk refuses, with the next change.
     void deleteAllCookies();
 
     /// The engine, for the transfers.
@@ -36,6 +37,7 @@ public:
 
 private:
     void load();
+    std::optional<std::vector<HTTPCookie>> usableCookies(const std::optional<QByteArray>& present) const;
     std::vector<HTTPCookie> persistentCookies() const;
 
     std::unique_ptr<CurlShare> m_share;
@@ -43,6 +45,8 @@ private:
     SharedFile m_file;
     /// The persistent cookies that the engine and the file had in common when they last met.
     std::vector<HTTPCookie> m_saved;
+    /// The disk refused when the file was to be emptied; the next change makes up for it.
+    bool m_mustEmptyFile = false;
 };
 
 } // namespace platform

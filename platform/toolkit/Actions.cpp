@@ -68,8 +68,10 @@ Actions::Missing Actions::connectTo(const QList<QWidget*>& topLevelViews, const 
             continue;
         }
         const bool isConnected = connectControl(control, m_context.get(), [owner, action = found->second, control] {
-            retainUntilNextTurn(owner.lock());
+            // An action may run an event loop of its own, which is not the turn that counts.
+            const std::shared_ptr<void> kept = owner.lock();
             action(control);
+            retainUntilNextTurn(kept);
         });
         if (isConnected)
             used.insert(name);

@@ -67,8 +67,9 @@ void WindowWidget::childEvent(QChildEvent* event)
 
 void WindowWidget::closeEvent(QCloseEvent* event)
 {
-    retainUntilNextTurn(m_parts.window.shared_from_this());
+    const std::shared_ptr<Window> kept = m_parts.window.shared_from_this();
     event->setAccepted(m_parts.userWantsToClose());
+    retainUntilNextTurn(kept);
 }
 
 void WindowWidget::keyPressEvent(QKeyEvent* event)

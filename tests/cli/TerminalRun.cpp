@@ -54,6 +54,8 @@ TerminalRun::TerminalRun(const QStringList& arguments, const QProcessEnvironment
     ::fcntl(m_terminal, F_SETFD, FD_CLOEXEC);
     m_process = ::fork();
     if (m_process == 0) {
+        // Whoever runs the tests in the background ignores the signal; a terminal's user does not.
+        std::signal(SIGINT, SIG_DFL);
         if (::login_tty(m_toolSide) == 0 && ::chdir(start.constData()) == 0)
             ::execve(path.constData(), words.data(), variables.data());
         ::_exit(127);

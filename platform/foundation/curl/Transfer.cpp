@@ -43,6 +43,14 @@ bool isSameSite(const QUrl& from, const QUrl& to)
     return isStepUp || (from.scheme() == to.scheme() && portOf(from) == portOf(to));
 }
 
+/// "Never" is more than a clock can count, and comes as any number of seconds.
+Transfer::Clock::duration asDuration(double seconds)
+{
+    constexpr double never = 10 * 365 * 86400.0;
+    const std::chrono::duration<double> time(seconds > 0 ? std::min(seconds, never) : 0);
+    return std::chrono::duration_cast<Transfer::Clock::duration>(time);
+}
+
 } // namespace
 
 Transfer::Transfer(URLRequest request, const URLSessionConfiguration& configuration,
@@ -51,7 +59,7 @@ Transfer::Transfer(URLRequest request, const URLSessionConfiguration& configurat
     , m_configuration(configuration)
     , m_destination(destination)
     , m_observer(std::move(observer))
-    , m_timeout(std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(m_request.timeoutInterval)))
+    , m_timeout(asDuration(m_request.timeoutInterval))
 {
     // libcurl takes addresses as they go on the wire.
     if (m_request.url)
@@ -112,8 +120,8 @@ void Transfer::setMethodAndBody()
         m_progress.expectedToSend = body.size();
         curl_easy_setopt(m_easy, CURLOPT_POST, 1L);
         curl_easy_setopt(m_easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
-        // A request whose kept connection breaks before any answer is sent again by libcurl, and a server that had taken
-        // the body would then hold it twice. On a connection of its own it is sent once.
+        // A request whose kept connection breaks before any answer is sent again by libcurl, and a server that had
+        // taken the body would then hold it twice. On a connection of its own it is sent once.
         curl_easy_setopt(m_easy, CURLOPT_FRESH_CONNECT, 1L);
     }
     if (!isPost && method != "GET")
@@ -356,7 +364,7 @@ std::optional<Error> Transfer::followRedirect()
     const bool isPost = m_request.HTTPMethod == u"POST";
     if (status == 303 || (isPost && (status == 301 || status == 302))) {
         m_request.HTTPMethod = QStringLiteral("GET");
-        m_hasLostBody = m_request.HTTPBody.has_value();
+        m_hasLostBody = m_hasLostBody || m_request.HTTPBody.has_value();
         m_request.HTTPBody.reset();
     }
     return std::nullopt;

@@ -44,7 +44,6 @@ public:
     /// When progress that was held back is to be reported; never, if there is none.
     Clock::time_point reportDue() const;
     void reportIfDue();
-    Clock::time_point lastMove() const { return m_lastMove; }
     bool awaitsHead() const { return !m_head.isComplete(); }
     void noteMove() { m_lastMove = Clock::now(); }
 

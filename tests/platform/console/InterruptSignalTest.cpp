@@ -40,9 +40,13 @@ TEST(InterruptSignal, KeepsSignalsUntilSomebodyHandlesThem)
 TEST(InterruptSignal, LeavesIgnoredSignalsIgnored)
 {
     std::signal(SIGHUP, SIG_IGN);
-    InterruptSignal interrupts;
-    ::raise(SIGHUP);
-    EXPECT_FALSE(interrupts.isPending());
+    {
+        InterruptSignal interrupts;
+        ::raise(SIGHUP);
+        EXPECT_FALSE(interrupts.isPending());
+    }
+    EXPECT_EQ(std::signal(SIGHUP, SIG_IGN), SIG_IGN);
+    EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL);
 }
 
 } // namespace

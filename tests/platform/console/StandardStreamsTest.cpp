@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <fcntl.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -23,6 +25,29 @@ TEST(StandardStreams, MakeAnErrorOfAReaderThatHasGone)
     ::dup2(before, STDOUT_FILENO);
     EXPECT_EQ(problem, u"Broken pipe"_s);
     EXPECT_EQ(platform::console::writeOutput({}), std::nullopt);
+}
+
+TEST(StandardStreams, WaitForAReaderWhoIsSlowAlsoWhereWritingDoesNotWait)
+{
+    std::array<int, 2> ends = {-1, -1};
+    ASSERT_EQ(::pipe(ends.data()), 0);
+    ASSERT_EQ(::fcntl(ends[1], F_SETFL, O_NONBLOCK), 0);
+    const int before = ::dup(STDOUT_FILENO);
+    ::dup2(ends[1], STDOUT_FILENO);
+    ::close(ends[1]);
+    const QByteArray text(300'000, 'x');
+    QByteArray read;
+    std::thread reader([&] {
+        std::array<char, 4096> bytes = {};
+        for (ssize_t count = 1; count > 0 && read.size() < text.size(); read.append(bytes.data(), count))
+            count = ::read(ends[0], bytes.data(), bytes.size());
+    });
+    const auto problem = platform::console::writeOutput(text);
+    ::dup2(before, STDOUT_FILENO);
+    reader.join();
+    ::close(ends[0]);
+    EXPECT_EQ(problem, std::nullopt);
+    EXPECT_EQ(read, text);
 }
 
 TEST(StandardStreams, PutEmptyOnesInThePlaceOfClosedOnes)

@@ -38,6 +38,20 @@ protected:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
+    QByteArray bytesSetAside() const
+    {
+        QFile file(path + QStringLiteral(".damaged-1"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    void damage() const
+    {
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("no cookies at all\n");
+    }
+
     static std::vector<std::string> pairs(const HTTPCookieStorage& storage)
     {
         std::vector<std::string> all;
@@ -136,23 +150,53 @@ TEST_F(HTTPCookieStorageTest, IsPrivate)
 
 TEST_F(HTTPCookieStorageTest, KeepsADamagedFileAsideAndStartsEmpty)
 {
-    ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("no cookies at all\n");
-    file.close();
+    damage();
 
     const tests::LogCapture log;
     HTTPCookieStorage storage(path);
     EXPECT_THAT(storage.cookies(), IsEmpty());
     EXPECT_EQ(log.lines().size(), 1);
-    EXPECT_FALSE(QFile::exists(path));
-    QFile aside(path + QStringLiteral(".damaged-1"));
-    ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
-    EXPECT_EQ(aside.readAll(), QByteArray("no cookies at all\n"));
+    EXPECT_FALSE(bytes().contains("no cookies"));
+    EXPECT_EQ(bytesSetAside(), QByteArray("no cookies at all\n"));
 
     storage.setCookie(cookie("name", "value"));
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("name=value"));
+}
+
+TEST_F(HTTPCookieStorageTest, KeepsAFileAsideThatIsDamagedMeanwhileAndSavesWhatItHas)
+{
+    HTTPCookieStorage storage(path);
+    storage.setCookie(cookie("first", "1"));
+    damage();
+    storage.setCookie(cookie("second", "2"));
+    EXPECT_EQ(bytesSetAside(), QByteArray("no cookies at all\n"));
+    EXPECT_THAT(pairs(HTTPCookieStorage(path)), UnorderedElementsAre("first=1", "second=2"));
+}
+
+TEST_F(HTTPCookieStorageTest, BringsNothingBackThatAnotherProcessDeleted)
+{
+    HTTPCookieStorage mine(path);
+    mine.setCookie(cookie("old", "1"));
+    HTTPCookieStorage theirs(path);
+    mine.deleteAllCookies();
+    theirs.setCookie(cookie("new", "2"));
+    EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("new=2"));
+}
+
+TEST_F(HTTPCookieStorageTest, EmptiesTheFileLaterWhenTheDiskRefusedAtFirst)
+{
+    HTTPCookieStorage theirs(path);
+    HTTPCookieStorage mine(path);
+    theirs.setCookie(cookie("theirs", "1"));
+    mine.setCookie(cookie("mine", "2"));
+    const QString lock = path + QStringLiteral(".lock");
+    ASSERT_TRUE(QDir().mkdir(lock));
+    mine.deleteAllCookies();
+    ASSERT_TRUE(QDir().rmdir(lock));
+    EXPECT_THAT(pairs(HTTPCookieStorage(path)), UnorderedElementsAre("theirs=1", "mine=2"));
+
+    mine.setCookie(cookie("new", "3"));
+    EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("new=3"));
 }
 
 TEST_F(HTTPCookieStorageTest, OfTheProcessLiesInTheDataFolder)

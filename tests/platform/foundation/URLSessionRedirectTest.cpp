@@ -38,6 +38,20 @@ TEST_F(URLSessionRedirectTest, TurnsAPostIntoAGetWithoutABody)
     }
 }
 
+TEST_F(URLSessionRedirectTest, SaysNothingOfALostBodyAtLaterAddresses)
+{
+    server.misbehave(Match::on("/first"), Fault().redirect("/second", 302));
+    server.misbehave(Match::on("/second"), Fault().redirect("/third", 303));
+    server.misbehave(Match(), Fault().status(200, "arrived"));
+    platform::URLRequest request = requestFor("first");
+    request.HTTPMethod = QStringLiteral("POST");
+    request.setValue(QStringLiteral("text/plain"), QStringLiteral("Content-Type"));
+    request.HTTPBody = platform::Data("body");
+    run(request);
+    EXPECT_EQ(server.lastRequest().target, "/third");
+    EXPECT_EQ(server.lastRequest().headerCount("Content-Type"), 0);
+}
+
 TEST_F(URLSessionRedirectTest, RepeatsMethodAndBody)
 {
     for (const int status : {307, 308}) {

@@ -55,6 +55,16 @@ TEST_F(URLSessionTimeoutTest, EndsADownloadThatStopsAndLeavesNoFile)
     EXPECT_THAT(events, ElementsAre("end -1001"));
 }
 
+TEST_F(URLSessionTimeoutTest, TakesAnyNumberOfSecondsForNever)
+{
+    for (const double never : {1e10, 1e300, std::numeric_limits<double>::infinity()}) {
+        server.misbehave(Match::next(), Fault().status(200, "x").delay(50ms));
+        events.clear();
+        run(requestFor("x", never));
+        EXPECT_THAT(events, ElementsAre("200", "end")) << never;
+    }
+}
+
 TEST_F(URLSessionTimeoutTest, NeverEndsAnAnswerThatDrips)
 {
     server.misbehave(Match::next(), Fault().status(200, std::string(15, 'x')).drip(1, 100ms));

@@ -215,6 +215,26 @@ TEST(WindowController, mayLoseItsLastOwnerInItsOwnAction)
     EXPECT_FALSE(cancel);
 }
 
+TEST(WindowController, outlivesItsOwnActionThatRunsAnEventLoop)
+{
+    auto controller = FormController::init();
+    const std::weak_ptr<FormController> watched = controller;
+    controller->showWindow();
+    const QPointer<QPushButton> cancel = controller->m_view->findChild<QPushButton*>(QStringLiteral("cancelButton"));
+    bool wasThere = false;
+    controller->onCancel = [&] {
+        controller.reset();
+        tests::drainMainQueue();
+        wasThere = !watched.expired() && cancel;
+    };
+
+    QTest::mouseClick(cancel, Qt::LeftButton);
+
+    EXPECT_TRUE(wasThere);
+    tests::drainMainQueue();
+    EXPECT_TRUE(watched.expired());
+}
+
 TEST(WindowController, takesItsViewsAlongFromWhereverTheyAre)
 {
     QWidget elsewhere;

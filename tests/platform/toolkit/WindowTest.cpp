@@ -132,6 +132,24 @@ TEST_F(WindowTest, mayLoseItsLastOwnerWhileItCloses)
     EXPECT_EQ(delegate->closes, 1);
 }
 
+TEST_F(WindowTest, outlivesADelegateThatRunsAnEventLoopWhileItCloses)
+{
+    show(window);
+    const std::weak_ptr<Window> watched = window;
+    bool wasThere = false;
+    delegate->onClose = [&] {
+        window.reset();
+        tests::drainMainQueue();
+        wasThere = !watched.expired();
+    };
+
+    window->widget()->close();
+
+    EXPECT_TRUE(wasThere);
+    tests::drainMainQueue();
+    EXPECT_TRUE(watched.expired());
+}
+
 TEST_F(WindowTest, doesWithoutADelegateThatIsGone)
 {
     show(window);

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstdio>
+#include <system_error>
+
+/// What a port to another system has to provide for bytes that outlive a power cut.
+namespace platform::os {
+
+/// Returns when what was written to the file, which has no buffer of its own, is on the disk.
+std::error_code syncToDisk(std::FILE* file);
+
+} // namespace platform::os
