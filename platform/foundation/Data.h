@@ -49,8 +49,8 @@ private:
     qint64 m_size = 0;
 };
 
-/// Reads a Data from front to back. One thread at a time; two readers of the same file must not be used at the same
-/// time.
+/// Reads a Data from front to back. A reader is used by one thread at a time; any number of readers, also of the same
+/// file, may be used by several threads at once.
 class TL_EXPORT DataReader
 {
 public:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/foundation/Export.h"
+#include "platform/foundation/HTTPCookieStorage.h"
 
 #include <QString>
 #include <QStringList>
@@ -8,8 +8,6 @@
 #include <memory>
 
 namespace platform {
-
-class HTTPCookieStorage;
 
 enum class HTTPCookieAcceptPolicy { Always = 0 };
 

@@ -9,7 +9,6 @@
 
 namespace platform {
 
-class URLSession;
 class URLSessionTask;
 class URLSessionDownloadTask;
 
