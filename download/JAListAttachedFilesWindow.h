@@ -9,10 +9,6 @@
 #include <QLabel>
 #include <QProgressBar>
 
-namespace platform {
-class DateFormatter;
-}
-
 /// The window that lists attachments and downloads one of them. It is made for being a sheet; one instance serves any
 /// number of sheets, and `path` and `isDone` carry over from one to the next.
 ///
@@ -103,5 +99,6 @@ private:
     Attachments m_attachments;
     std::optional<QString> m_path;
     bool m_isDone = false;
-    std::unique_ptr<platform::DateFormatter> m_dateFormatter;
+    struct Dates;
+    std::unique_ptr<Dates> m_dates;
 };

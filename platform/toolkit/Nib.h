@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/foundation/Export.h"
 #include "platform/toolkit/Bundle.h"
 
 #include <QByteArray>
@@ -37,7 +36,7 @@ struct NibViews
 ///   - all others are handed to the owner as they are, outside any window, for it to put where it likes.
 /// A file without a direct child named "view" is itself the view. The root's window title is the window's title.
 /// Layouts need their margins in the file: QUiLoader gives those of top-level views none of its own.
-class TL_EXPORT Nib : public std::enable_shared_from_this<Nib>
+class Nib : public std::enable_shared_from_this<Nib>
 {
 public:
     /// Never null. A file that is missing is logged, and instantiate() then brings nothing.
