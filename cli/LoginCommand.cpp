@@ -4,6 +4,7 @@
 #include "cli/TerminalPrompt.h"
 #include "cli/TerminalText.h"
 #include "platform/foundation/URL.h"
+#include "platform/foundation/UserDefaults.h"
 
 namespace cli {
 
@@ -59,7 +60,10 @@ void LoginCommand::login(const QString& password, const Completion& completion)
             completion(Outcome::failed(QStringLiteral("The server’s answer opens no session.")));
         } else {
             m_client->setHost(m_server);
-            completion(Outcome::done());
+            if (platform::UserDefaults::standardUserDefaults().synchronize())
+                completion(Outcome::done());
+            else
+                completion(Outcome::failed(QStringLiteral("Server and session could not be saved.")));
         }
     });
 }

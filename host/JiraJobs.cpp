@@ -7,18 +7,9 @@
 
 namespace tessaloom {
 
-namespace {
-
-bool isSending(TLJiraUpload& upload)
-{
-    return upload.window()->isVisible() && upload.window()->attachedSheet();
-}
-
-} // namespace
-
 std::optional<QString> JiraJobs::upload(const QString& name, const QByteArray& bytes)
 {
-    if (m_upload && isSending(*m_upload)) {
+    if (m_upload && m_upload->bodyViewController()->isUploading()) {
         m_upload->showWindow();
         return std::nullopt;
     }

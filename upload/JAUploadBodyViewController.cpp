@@ -144,6 +144,7 @@ void JAUploadBodyViewController::uploadFileAction()
 {
     if (platform::text(m_taskTextField).isEmpty())
         return;
+    m_isUploading = true;
     // Only the main thread touches it.
     const auto isCancelled = std::make_shared<bool>(false);
     showUploadingWindow(isCancelled);
@@ -205,6 +206,7 @@ void JAUploadBodyViewController::showProgress(qint64 bytesSent, qint64 bytesExpe
 
 void JAUploadBodyViewController::uploadEnded(const std::optional<platform::Error>& error)
 {
+    m_isUploading = false;
     const std::optional<QString> path = zipFilePath();
     const std::optional<QString> folder =
         path ? std::optional(platform::deletingLastPathComponent(*path)) : std::nullopt;

@@ -63,6 +63,8 @@ public:
     /// Sends the file to the issue whose key stands in `taskTextField`, as it stands there; without a key it does
     /// nothing.
     void uploadFileAction();
+    /// From the beginning of an upload until it has ended, whether the window is open or not.
+    bool isUploading() const { return m_isUploading; }
     /// Ends the sheet that the panel's window is; nothing where it is none.
     void cancelAction();
 
@@ -101,6 +103,7 @@ private:
     QPointer<QProgressBar> m_indication;
     QPointer<QWidget> m_shadow;
     std::shared_ptr<JAUploadingWindow> m_jaUploadingWindow;
+    bool m_isUploading = false;
 
     struct Document;
     const std::unique_ptr<Document> m_document;

@@ -26,8 +26,8 @@ public:
     /// When the upload ends, well or not, the folder that holds the file is removed with everything in it: hand in a
     /// copy that lies alone in a temporary folder of its own.
     ///
-    /// One window at a time: the one before is closed, unless it is just sending. Then it is brought to the front
-    /// instead, nothing is done with `path`, and the answer is false.
+    /// One window at a time: the one before is closed, unless its upload is still under way. Then it is brought
+    /// to the front instead, nothing is done with `path`, and the answer is false.
     virtual bool attach(const QString& name, const QString& path) = 0;
 
     /// Runs the window in which the user fetches a document from an issue, and returns when it is closed: the path of

@@ -19,17 +19,12 @@ std::shared_ptr<TLJiraUpload>& currentUpload()
     return upload;
 }
 
-bool isSending(TLJiraUpload& upload)
-{
-    return upload.window()->isVisible() && upload.window()->attachedSheet();
-}
-
 } // namespace
 
 bool TLJiraControllerPlugin::attach(const QString& name, const QString& path)
 {
     std::shared_ptr<TLJiraUpload>& upload = currentUpload();
-    if (upload && isSending(*upload)) {
+    if (upload && upload->bodyViewController()->isUploading()) {
         upload->showWindow();
         return false;
     }

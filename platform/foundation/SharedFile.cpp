@@ -29,17 +29,22 @@ qint64 doubtedAge(qint64 time)
 constexpr QFile::Permissions UserFile = QFile::ReadOwner | QFile::WriteOwner;
 constexpr QFile::Permissions UserFolder = UserFile | QFile::ExeOwner;
 
-/// QLockFile's own waiting doubles its pauses up to seconds; a rewrite takes milliseconds.
-bool acquire(QLockFile& lock)
+/// What went wrong, an empty text when nothing did. QLockFile's own waiting doubles its pauses up to seconds; a rewrite
+/// takes milliseconds.
+QString acquire(QLockFile& lock)
 {
     QElapsedTimer waiting;
     waiting.start();
     while (!lock.tryLock(0)) {
-        if (lock.error() != QLockFile::LockFailedError || waiting.elapsed() > LongestWaitForLock)
-            return false;
+        if (lock.error() == QLockFile::PermissionError)
+            return QStringLiteral("its folder cannot be written");
+        if (lock.error() != QLockFile::LockFailedError)
+            return QStringLiteral("there is no room in its folder");
+        if (waiting.elapsed() > LongestWaitForLock)
+            return QStringLiteral("it cannot be locked");
         QThread::msleep(1);
     }
-    return true;
+    return {};
 }
 
 void makeFolder(const QString& folder)
@@ -99,10 +104,14 @@ bool SharedFile::rewrite(const Change& change)
 /// What went wrong, an empty text when nothing did.
 QString SharedFile::rewriteLocked(const Change& change)
 {
-    makeFolder(QFileInfo(m_path).path());
+    const QString folder = QFileInfo(m_path).path();
+    makeFolder(folder);
+    if (!QFileInfo(folder).isDir())
+        return QStringLiteral("its folder cannot be made");
     QLockFile lock(m_path + QStringLiteral(".lock"));
-    if (!acquire(lock))
-        return QStringLiteral("it cannot be locked");
+    const QString failure = acquire(lock);
+    if (!failure.isEmpty())
+        return failure;
 
     const std::optional<QByteArray> present = read();
     if (!present && QFileInfo::exists(m_path))

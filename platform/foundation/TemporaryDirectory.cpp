@@ -13,7 +13,10 @@ namespace {
 
 QString folderNamed(const QString& ending)
 {
-    return QDir::temp().absoluteFilePath(QStringLiteral("TLJiraController-") + ending);
+    // Empty when TMPDIR names a folder that is not there.
+    const QString base = QDir::tempPath();
+    return QDir(base.isEmpty() ? QDir::rootPath() + QStringLiteral("tmp") : base)
+        .absoluteFilePath(QStringLiteral("TLJiraController-") + ending);
 }
 
 /// A folder under a name that nobody could foresee.

@@ -79,11 +79,12 @@ void UserDefaults::setObject(const std::optional<QJsonValue>& value, const QStri
     store();
 }
 
-void UserDefaults::synchronize()
+bool UserDefaults::synchronize()
 {
     const std::lock_guard lock(m_mutex);
     store();
     refresh();
+    return m_unsaved.isEmpty();
 }
 
 /// Every request reads several values; what another process wrote within so short a time might as well have been

@@ -36,8 +36,9 @@ public:
     void setObject(const std::optional<QJsonValue>& value, const QString& key);
     void removeObjectForKey(const QString& key) { setObject(std::nullopt, key); }
 
-    /// Writes what the disk refused earlier and takes up what other processes wrote.
-    void synchronize();
+    /// Writes what the disk refused earlier and takes up what other processes wrote. False when the disk still refuses;
+    /// this process goes on with its own values then.
+    bool synchronize();
 
 private:
     void refreshNowAndThen() const;

@@ -41,6 +41,13 @@ TEST_F(LoginCommand, SavesServerAndSessionForTheUserAlone)
     EXPECT_EQ(settings.permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
 }
 
+TEST_F(LoginCommand, FailsWhenNothingCanBeSaved)
+{
+    writeFile(u"no folder"_s, "");
+    environment.insert(u"XDG_CONFIG_HOME"_s, path(u"no folder"_s));
+    EXPECT_EQ(run(words(login), "secret\n"), Result({1, {}, "Server and session could not be saved.\n"}));
+}
+
 TEST_F(LoginCommand, KeepsCookiesInTheDataFolder)
 {
     server.misbehave(Match::next(), Fault().header("Set-Cookie", "kept=long; Max-Age=86400; Path=/"));

@@ -2,6 +2,7 @@
 #include "framework/TLJiraController.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/Printers.h"
+#include "tests/support/WaitUntil.h"
 
 #include <QApplication>
 #include <QDir>
@@ -62,12 +63,29 @@ TEST(JiraJobs, keepsTheWindowThatIsStillSending)
     JiraJobs jira;
     jira.upload(QStringLiteral("plan.tessaloom"), "wool");
     const auto first = newestUpload();
-    first->window()->beginSheet(first->bodyViewController()->jaUploadingWindow()->window(), {});
+    first->bodyViewController()->taskTextField()->setText(QStringLiteral("LOOM-1"));
+    first->bodyViewController()->uploadFileAction();
 
     jira.upload(QStringLiteral("plan.tessaloom"), "silk");
 
     EXPECT_EQ(newestUpload(), first);
     EXPECT_TRUE(first->window()->isVisible());
+}
+
+TEST(JiraJobs, opensAnotherWindowWhenTheUploadHasEndedAndStillSaysSo)
+{
+    JiraJobs jira;
+    jira.upload(QStringLiteral("plan.tessaloom"), "wool");
+    const auto first = newestUpload();
+    first->bodyViewController()->taskTextField()->setText(QStringLiteral("LOOM-1"));
+    first->bodyViewController()->uploadFileAction();
+    first->window()->beginSheet(first->bodyViewController()->jaUploadingWindow()->window(), {});
+    ASSERT_TRUE(tests::waitUntil([&] { return !first->bodyViewController()->isUploading(); }));
+
+    jira.upload(QStringLiteral("plan.tessaloom"), "silk");
+
+    EXPECT_NE(newestUpload(), first);
+    EXPECT_FALSE(first->window()->isVisible());
 }
 
 TEST(JiraJobs, leavesNoCopyBehind)

@@ -161,7 +161,7 @@ TEST_F(SharedFileTest, ADiskThatRefusesIsReported)
     }));
     EXPECT_FALSE(wasAsked);
     ASSERT_EQ(capture.lines().size(), 1);
-    EXPECT_EQ(capture.lines().first(), m_path + QStringLiteral(" could not be written: it cannot be locked"));
+    EXPECT_EQ(capture.lines().first(), m_path + QStringLiteral(" could not be written: its folder cannot be made"));
 }
 
 TEST_F(SharedFileTest, AFileThatCannotBeReplacedStaysAsItIs)

@@ -39,6 +39,12 @@ TEST(TemporaryDirectory, LiesInTMPDIRAndIsTheUsersAlone)
     expectPrivateFolder(expectedPath());
 }
 
+TEST(TemporaryDirectory, LiesInTheSystemsFolderWhereTMPDIRIsNotThere)
+{
+    qputenv("TMPDIR", "/nonexistent");
+    EXPECT_EQ(temporaryDirectory(), QStringLiteral("/tmp/TLJiraController-%1").arg(geteuid()));
+}
+
 TEST(TemporaryDirectory, StaysTheSameAndIsMadeAgainWhenRemoved)
 {
     const QString path = temporaryDirectory();

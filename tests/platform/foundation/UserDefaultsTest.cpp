@@ -257,7 +257,7 @@ TEST_F(UserDefaultsTest, SynchronizeWritesWhatWasRefused)
     defaults.setObject(1, key);
     ASSERT_TRUE(obstacle.remove());
     EXPECT_FALSE(QFileInfo::exists(m_path));
-    defaults.synchronize();
+    EXPECT_TRUE(defaults.synchronize());
     EXPECT_EQ(bytes(), QByteArray("{\"key\":1}"));
 }
 
@@ -270,8 +270,9 @@ TEST_F(UserDefaultsTest, AnUnsavedRemovalDoesNotBringTheOldValueBack)
     defaults.removeObjectForKey(key);
     EXPECT_EQ(defaults.objectForKey(key), std::nullopt);
     EXPECT_EQ(bytes(), QByteArray("{\"key\":1}"));
+    EXPECT_FALSE(defaults.synchronize());
     ASSERT_TRUE(QDir().rmdir(m_path + QStringLiteral(".lock")));
-    defaults.synchronize();
+    EXPECT_TRUE(defaults.synchronize());
     EXPECT_EQ(bytes(), QByteArray("{}"));
 }
 
