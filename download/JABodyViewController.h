@@ -18,6 +18,7 @@ public:
     static std::shared_ptr<JABodyViewController> initWithNibName(const QString& name,
                                                                  const std::optional<platform::Bundle>& bundle);
 
+    /// The file that was chosen last, or handed in.
     std::optional<QString> pathFile() const { return m_pathFile; }
     /// Only keeps the path.
     void setPathFile(const std::optional<QString>& path) { m_pathFile = path; }
@@ -32,16 +33,22 @@ public:
     /// it already shows. Nothing happens if there is no such issue or no answer.
     void getListAttachedFilesAction();
 
+    /// Shows one of `uploadView` and `checkFileView` and hides the other.
     void setUploadActualView(QWidget* view);
+    /// Shows one of `checkDownloadFiles` and `receivingAttachmentsView` and hides the other.
     void setDownloadActualView(QWidget* view);
 
     /// Returns when the user has seen the alert.
     void errorMessage(const QString& text);
 
+    ///@{
     /// The session decides over the upload button only.
     void jaValidSession() override;
     void jaInvalidSession() override;
+    ///@}
 
+    ///@{
+    /// An outlet; null until the view is loaded.
     QLabel* pathLabel() const { return m_pathLabel; }
     QLineEdit* keyTextField() const { return m_keyTextField; }
     QPushButton* uploadButton() const { return m_uploadButton; }
@@ -54,6 +61,7 @@ public:
     QWidget* checkDownloadFiles() const { return m_checkDownloadFiles; }
     QWidget* downloadWrapper() const { return m_downloadWrapper; }
     QWidget* receivingAttachmentsView() const { return m_receivingAttachmentsView; }
+    ///@}
     /// Made when the view is loaded; null before.
     std::shared_ptr<JAListAttachedFilesWindow> jaListAttachedWindow() const { return m_jaListAttachedWindow; }
 

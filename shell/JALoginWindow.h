@@ -14,9 +14,11 @@
 class TL_EXPORT JALoginWindow : public platform::WindowController
 {
 public:
+    /// Loads nothing yet.
     static std::shared_ptr<JALoginWindow> init();
 
-    // Outlets; null until the window is loaded.
+    ///@{
+    /// An outlet; null until the window is loaded.
     QWidget* view() const { return m_view; }
     QLineEdit* hostTextField() const { return m_hostTextField; }
     QLineEdit* emailTextField() const { return m_emailTextField; }
@@ -26,6 +28,7 @@ public:
     QPushButton* loginButton() const { return m_loginButton; }
     QPushButton* cancelButton() const { return m_cancelButton; }
     platform::ProgressIndicator* spiner() const { return m_spiner; }
+    ///@}
 
     /// Takes what stands in the fields, unchecked, saves the server's address and logs in.
     void loginButtonAction();

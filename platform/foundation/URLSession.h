@@ -31,8 +31,10 @@ public:
     /// didCompleteWithError.
     std::shared_ptr<URLSessionDataTask> dataTaskWithRequest(const URLRequest& request,
                                                             URLSessionDataTask::Completion completion);
+    /// The task does nothing before `resume`. The delegate gets the file in didFinishDownloadingToURL.
     std::shared_ptr<URLSessionDownloadTask> downloadTaskWithRequest(const URLRequest& request);
 
+    /// As it was when the session was made.
     const URLSessionConfiguration& configuration() const;
 
 private:

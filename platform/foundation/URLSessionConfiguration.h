@@ -9,8 +9,10 @@
 
 namespace platform {
 
+/// Which cookies of an answer the jar takes: all of them.
 enum class HTTPCookieAcceptPolicy { Always = 0 };
 
+/// How a session speaks to servers. A session keeps the configuration that it was made with.
 struct TL_EXPORT URLSessionConfiguration
 {
     /// A fresh configuration with the process's jar and routes.
@@ -24,10 +26,15 @@ struct TL_EXPORT URLSessionConfiguration
     /// Whether a text has the form of a route.
     static bool isRoute(const QString& text);
 
+    /// Whether the jar takes part in requests at all: sends its cookies and takes up those of answers.
     bool HTTPShouldSetCookies = true;
+    /// The jar; null for none.
     std::shared_ptr<platform::HTTPCookieStorage> HTTPCookieStorage;
+    /// See the enumeration.
     platform::HTTPCookieAcceptPolicy HTTPCookieAcceptPolicy = platform::HTTPCookieAcceptPolicy::Always;
+    /// Routes of this session, in the form of setDefaultRoutes().
     QStringList routes;
+    /// The field "User-Agent" of every request.
     QString userAgent;
 };
 

@@ -31,11 +31,13 @@ public:
     /// the log tells all of it.
     QStringList interfaceProblems() const { return m_problems; }
 
+    /// The file's name, without ".ui"; empty until a factory has given one.
     QString nibName() const { return m_nibName; }
 
 protected:
     NibOwner() = default;
 
+    /// Which file loadNib() loads. Without a bundle it is the host's own.
     void setNib(const QString& name, const std::optional<Bundle>& bundle);
 
     /// What of an interface file is to be placed by its owner.
@@ -59,8 +61,11 @@ protected:
         return std::static_pointer_cast<Self>(self->shared_from_this());
     }
 
+    ///@{
+    /// To be bound in the constructor of the subclass; connected when the file is loaded.
     Outlets outlets;
     Actions actions;
+    ///@}
 
 private:
     void connectInterface(const QString& nib, const QStringList& missingCellOutlets);

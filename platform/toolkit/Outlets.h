@@ -21,6 +21,7 @@ namespace platform {
 class TL_EXPORT Outlets
 {
 public:
+    /// Declares an outlet, before the interface file is loaded. The pointer has to live as long as this object.
     template <class View>
     void bind(const char* name, QPointer<View>* outlet)
     {

@@ -14,6 +14,7 @@ class TL_EXPORT TableCellView : public QWidget
     Q_OBJECT
 
 public:
+    /// Made by whoever loads interface files, for each cell that a table needs.
     explicit TableCellView(QWidget* parent = nullptr);
 
     /// The prototype's name.
@@ -32,6 +33,7 @@ public:
     virtual void prepareForReuse() {}
 
 protected:
+    /// To be bound in the constructor of the subclass.
     Outlets outlets;
 
 private:

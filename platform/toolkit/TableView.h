@@ -20,15 +20,19 @@ namespace platform {
 class TL_EXPORT TableView : public QAbstractScrollArea
 {
     Q_OBJECT
+    /// What Designer sets; see rowHeight().
     Q_PROPERTY(int rowHeight READ rowHeight WRITE setRowHeight)
 
 public:
+    /// Without a data source: empty.
     explicit TableView(QWidget* parent = nullptr);
     ~TableView() override;
 
+    ///@{
     /// Not owned; must outlive the table or be taken back with nullptr.
     void setDataSource(TableViewDataSource* source);
     TableViewDataSource* dataSource() const { return m_source; }
+    ///@}
 
     /// Asks the data source for the number of rows before it returns, and for the cells in sight when they are next
     /// laid out. Nobody need call it for a table that has not been on screen: the first time it is shown it asks by
@@ -38,19 +42,24 @@ public:
     /// A cell that no row uses at present, or a new one; null if there is no such cell.
     TableCellView* makeViewWithIdentifier(const QString& identifier);
 
+    /// As the data source said last; 0 before the table has asked.
     qint64 numberOfRows() const { return m_rows; }
 
     /// The cell that stands for the row at present; null for a row out of sight.
     TableCellView* cellAtRow(qint64 row) const;
-    /// -1 if the view stands in no row.
+    /// The row whose cell the view is, or stands in; -1 if there is none.
     qint64 rowForView(const QWidget* view) const;
 
+    /// Scrolls no further than it must; a row that does not exist changes nothing.
     void scrollRowToVisible(qint64 row);
 
+    ///@{
     /// In points; 0, the default, takes the height of the first cell that is made.
     int rowHeight() const { return m_rowHeight; }
     void setRowHeight(int height);
+    ///@}
 
+    /// Qt's own.
     QSize sizeHint() const override;
 
     /// A new cell of that identifier, awake and without a parent, or null. The table owns the cell.
@@ -60,12 +69,15 @@ public:
     void setCellMaker(CellMaker maker) { m_makeCell = std::move(maker); }
 
 protected:
+    ///@{
+    /// Qt's own.
     bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
+    ///@}
 
 private:
     void layOutCells();

@@ -38,14 +38,20 @@ public:
 
     /// Null once the content has been moved elsewhere; such a window is not shown as a child window.
     QWidget* contentView() const;
+    /// Takes the view out of where it stands and gives it the window's size. The content before it goes off screen.
     void setContentView(QWidget* view);
 
+    ///@{
+    /// What the title bar and the window list of the system show.
     QString title() const;
     void setTitle(const QString& title);
+    ///@}
 
-    /// Kept weakly.
+    ///@{
+    /// Kept weakly; null for none.
     void setDelegate(const std::shared_ptr<WindowDelegate>& delegate);
     std::shared_ptr<WindowDelegate> delegate() const;
+    ///@}
 
     /// Until the window system has put the window on screen its decorations are not known, and the frame is the
     /// content's.
@@ -59,11 +65,14 @@ public:
     /// In the middle of its screen.
     void center();
 
+    /// On screen, also when other windows cover it.
     bool isVisible() const;
+    /// Whether it has the keyboard.
     bool isKeyWindow() const;
 
     /// Shows the window in front and gives it the keyboard. The first time it is centred unless setFrame() placed it.
     void makeKeyAndOrderFront();
+    /// Takes the window off screen without closing it: there is no windowWillClose, and a modal run goes on.
     void orderOut();
 
     /// windowWillClose, then off screen. Sheets of the window end with ModalResponse::Stop first; a window that is
@@ -91,11 +100,14 @@ public:
 
     // Child windows move, show and hide with their parent.
 
+    /// Where a child window stands relative to its parent.
     enum class Ordered { Below = -1, Above = 1 };
 
     /// The parent keeps the child alive; a child of another window changes over.
     void addChildWindow(const std::shared_ptr<Window>& child, Ordered ordered);
+    /// The child stays where it is, shown or not. Does nothing for a window that is no child of this one.
     void removeChildWindow(const std::shared_ptr<Window>& child);
+    /// The window this one is a child of, or null.
     std::shared_ptr<Window> parentWindow() const;
 
     /// The top-level widget, for what Qt says well enough (icon, screenshots, resizing).
