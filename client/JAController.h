@@ -1,6 +1,7 @@
 #pragma once
 
 #include "client/JAControllerDelegate.h"
+#include "platform/foundation/Export.h"
 #include "platform/foundation/URLSession.h"
 #include "records/JAIssueObject.h"
 #include "records/JALoginObject.h"

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/TableCellView.h"
 #include "records/JAAttachmentObject.h"
 
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
+#include <QWidget>
 
 #include <functional>
+#include <memory>
 
 /// One attachment of the list: name, date, size and a button that downloads it.
 class TL_EXPORT JAAttachedCell : public platform::TableCellView

@@ -2,12 +2,19 @@
 
 #include "client/JAControllerDelegate.h"
 #include "download/JAListAttachedFilesWindow.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ProgressIndicator.h"
 #include "platform/toolkit/ViewController.h"
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
 
 /// The panel of the older window: an area that chooses a file for the client to upload, and one that shows all
 /// attachments of an issue.

@@ -2,10 +2,17 @@
 
 #include "client/JAControllerDelegate.h"
 #include "download/JAListAttachedFilesWindow.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ViewController.h"
 
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
 
 /// The panel in which the user names an issue and gets a document of it. It ends the modal run, and closes its window,
 /// when the list of documents is left after a download.

@@ -2,12 +2,19 @@
 
 #include "download/JAAttachedCell.h"
 #include "platform/foundation/Error.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/TableView.h"
 #include "platform/toolkit/WindowController.h"
 #include "records/JAIssueObject.h"
 
 #include <QLabel>
+#include <QPointer>
 #include <QProgressBar>
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
 
 /// The window that lists attachments and downloads one of them. It is made for being a sheet; one instance serves any
 /// number of sheets, and `path` and `isDone` carry over from one to the next.

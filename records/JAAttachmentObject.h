@@ -1,10 +1,13 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "records/JAObject.h"
 
 #include <QDateTime>
+#include <QJsonObject>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 /// One file that is attached to an issue.

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "records/JAAttachmentObject.h"
 
+#include <QJsonObject>
+
+#include <memory>
 #include <vector>
 
 /// An issue, as far as its attachments go.

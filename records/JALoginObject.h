@@ -1,9 +1,12 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "records/JAObject.h"
 
+#include <QJsonObject>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 /// A session that the server opened or confirmed, and the one that is saved in the user defaults.

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "records/JAObject.h"
 
+#include <QJsonObject>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 /// The account whose session it is.

@@ -1,11 +1,19 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ImageView.h"
 #include "platform/toolkit/ProgressIndicator.h"
 #include "platform/toolkit/ViewController.h"
 #include "records/JAUser.h"
 
+#include <QByteArray>
 #include <QLabel>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
 
 class JALoginWindow;
 

@@ -1,13 +1,19 @@
 #pragma once
 
 #include "platform/foundation/Error.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ProgressIndicator.h"
 #include "platform/toolkit/WindowController.h"
 #include "records/JALoginObject.h"
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
 
 /// The form in which the user names the server and logs in. It stands either inside another window, to which `view` was
 /// moved, or in its own window as a sheet; as a sheet it ends itself with ModalResponse::OK after a login.

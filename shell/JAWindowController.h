@@ -1,12 +1,18 @@
 #pragma once
 
 #include "download/JABodyViewController.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/WindowController.h"
 #include "shell/JAHeadViewController.h"
 
 #include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
 
 #include <functional>
+#include <memory>
+#include <optional>
 
 /// The older window: the account header above a panel that chooses a file and lists the attachments of an issue. It has
 /// no login form and does not check the session.

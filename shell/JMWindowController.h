@@ -1,7 +1,14 @@
 #pragma once
 
 #include "download/JADownloadBodyViewController.h"
+#include "platform/foundation/Export.h"
 #include "shell/SessionWindowController.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
 
 /// The window in which the host's user fetches a document from an issue.
 ///

@@ -1,10 +1,17 @@
 #pragma once
 
 #include "client/JAControllerDelegate.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ViewController.h"
 #include "platform/toolkit/WindowController.h"
 
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
 #include <functional>
+#include <memory>
+#include <optional>
 
 class JAHeadViewController;
 class JALoginWindow;

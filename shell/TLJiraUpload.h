@@ -1,7 +1,13 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "shell/SessionWindowController.h"
 #include "upload/JAUploadBodyViewController.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
 
 /// The window in which the host's user attaches the host's document to an issue.
 ///

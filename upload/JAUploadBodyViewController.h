@@ -1,13 +1,21 @@
 #pragma once
 
 #include "client/JAControllerDelegate.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ViewController.h"
 #include "upload/JAUploadingWindow.h"
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
 
 /// The panel in which the user names an issue and sends the document to it.
 ///

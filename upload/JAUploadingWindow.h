@@ -1,11 +1,17 @@
 #pragma once
 
 #include "platform/foundation/Error.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/WindowController.h"
 
 #include <QLabel>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QString>
+#include <QWidget>
+
+#include <memory>
 
 /// The sheet that shows how an upload goes and how it ended. One window serves all uploads of a panel; what it showed
 /// last stays until the next call.

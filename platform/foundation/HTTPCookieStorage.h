@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/foundation/HTTPCookie.h"
+
+#include <QString>
 
 #include <memory>
 #include <vector>

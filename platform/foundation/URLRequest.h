@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/Data.h"
+#include "platform/foundation/Export.h"
 
 #include <QString>
 

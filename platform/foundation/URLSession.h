@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/foundation/URLSessionConfiguration.h"
 #include "platform/foundation/URLSessionDelegate.h"
 #include "platform/foundation/URLSessionTask.h"

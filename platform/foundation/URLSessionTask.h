@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/Data.h"
+#include "platform/foundation/Export.h"
 #include "platform/foundation/HTTPURLResponse.h"
 #include "platform/foundation/URLRequest.h"
 
@@ -12,7 +13,8 @@ namespace platform {
 
 class URLSession;
 
-/// One request under way. Made by a URLSession; a task that nobody holds goes on all the same.
+/// One request under way. Made by a URLSession; a task that nobody holds goes on all the same. Once its
+/// session is gone it does nothing any more.
 class TL_EXPORT URLSessionTask : public std::enable_shared_from_this<URLSessionTask>
 {
 public:

@@ -2,7 +2,9 @@
 
 #include "platform/foundation/Export.h"
 
+#include <QList>
 #include <QObject>
+#include <QString>
 #include <QStringList>
 #include <QWidget>
 

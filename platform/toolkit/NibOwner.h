@@ -5,7 +5,9 @@
 #include "platform/toolkit/Bundle.h"
 #include "platform/toolkit/Outlets.h"
 
+#include <QList>
 #include <QPointer>
+#include <QString>
 #include <QStringList>
 #include <QWidget>
 
@@ -47,8 +49,8 @@ protected:
         QString windowTitle;    ///< the title of the window that the file describes
     };
 
-    /// Loads the file, the host's own of that name if there is one, connects outlets and actions; keeps every view but
-    /// does not place any.
+    /// Loads the file, the host's own of that name if there is one, connects outlets and actions. The views are the
+    /// owner's from then on; none is placed.
     LoadedView loadNib();
 
     /// An empty view in place of one that could not be loaded.

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/Export.h"
 
+#include <QList>
 #include <QPointer>
 #include <QString>
 #include <QStringList>

@@ -3,6 +3,7 @@
 #include "platform/foundation/Export.h"
 
 #include <QBasicTimer>
+#include <QSize>
 #include <QWidget>
 
 namespace platform {

@@ -3,12 +3,14 @@
 #include "platform/foundation/Export.h"
 #include "platform/toolkit/Outlets.h"
 
+#include <QString>
+#include <QStringList>
 #include <QWidget>
 
 namespace platform {
 
-/// One row's view in a TableView, made from its prototype in the interface file. A subclass declares its outlets in its
-/// constructor and is known to interface files by registerViewClass().
+/// One row's view in a TableView, made from its prototype in the interface file or by the table's cell maker. A
+/// subclass declares its outlets in its constructor.
 class TL_EXPORT TableCellView : public QWidget
 {
     Q_OBJECT
@@ -17,7 +19,7 @@ public:
     /// Made by whoever loads interface files, for each cell that a table needs.
     explicit TableCellView(QWidget* parent = nullptr);
 
-    /// The prototype's name.
+    /// The prototype's name, or whatever else wake() was given.
     QString identifier() const { return m_identifier; }
 
     /// Sets the outlets from the views in the cell. Those that stay empty come back.

@@ -5,6 +5,10 @@
 
 #include <QAbstractScrollArea>
 #include <QHash>
+#include <QList>
+#include <QSize>
+#include <QString>
+#include <QWidget>
 
 #include <functional>
 #include <map>

@@ -4,7 +4,13 @@
 #include "platform/toolkit/NibOwner.h"
 #include "platform/toolkit/Window.h"
 
+#include <QPointer>
+#include <QString>
 #include <QVariant>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
 
 namespace platform {
 

@@ -5,6 +5,11 @@
 #include "platform/toolkit/Window.h"
 #include "platform/toolkit/WindowDelegate.h"
 
+#include <QString>
+
+#include <memory>
+#include <optional>
+
 namespace platform {
 
 /// Owns a window that comes from an interface file, and is its delegate. A subclass declares its outlets and actions in
