@@ -65,9 +65,11 @@ format:
 	scripts/install-packages --with-tools
 	clang-format -i $(SOURCES)
 
+# The arguments are for a clang that checks the build of another compiler.
 tidy: all
 	scripts/install-packages --with-tools
-	run-clang-tidy -quiet -p $(BUILD) -extra-arg=-Wno-unknown-warning-option '^(?!.*/(build|tests)/).*\.cpp$$'
+	run-clang-tidy -quiet -p $(BUILD) -extra-arg=-Wno-unknown-warning-option \
+		-extra-arg=-D__cpp_impl_coroutine=201902L -extra-arg=-DBOOST_ASIO_HAS_CO_AWAIT=1 '^(?!.*/(build|tests)/).*\.cpp$$'
 
 clean:
 	rm -rf build

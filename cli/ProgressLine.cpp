@@ -55,7 +55,8 @@ QString progressLine(const Progress& progress, int columns)
     const QString text = figures(progress);
     // The figures change their length; a bar that did so too would flicker.
     constexpr int roomForFigures = 46;
-    const int room = columns - static_cast<int>(percent.size()) - 3 - std::max<int>(roomForFigures, text.size());
+    const int room =
+        columns - static_cast<int>(percent.size()) - 3 - std::max(roomForFigures, static_cast<int>(text.size()));
     const QString line = room < shortestBar ? percent + text : percent + bar(share, std::min(room, longestBar)) + text;
     return line.leftJustified(columns, u' ', true);
 }

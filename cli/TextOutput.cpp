@@ -16,7 +16,7 @@ using Row = std::array<QString, 4>;
 
 Row rowOf(const JAAttachmentObject& attachment)
 {
-    const auto date = attachment.date();
+    const auto& date = attachment.date();
     return {
         harmless(attachment.ID().value_or(unknown)),
         QString::number(attachment.size()),

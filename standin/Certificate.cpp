@@ -25,7 +25,7 @@ using X509Ptr = std::unique_ptr<X509, Freed<X509_free>>;
 using Bio = std::unique_ptr<BIO, Freed<BIO_free_all>>;
 using Extension = std::unique_ptr<X509_EXTENSION, Freed<X509_EXTENSION_free>>;
 
-constexpr long day = 24 * 60 * 60;
+constexpr long day = 24L * 60 * 60;
 
 template <typename Write>
 std::string pem(Write write)

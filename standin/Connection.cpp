@@ -13,9 +13,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::size_t smallBuffer = 16 * 1024;
-constexpr std::size_t largeBuffer = 512 * 1024;
-constexpr std::size_t mostHeadBytes = 4 * 1024 * 1024;
+constexpr std::size_t smallBuffer = std::size_t(16) * 1024;
+constexpr std::size_t largeBuffer = std::size_t(512) * 1024;
+constexpr std::size_t mostHeadBytes = std::size_t(4) * 1024 * 1024;
 constexpr std::int64_t endless = std::numeric_limits<std::int64_t>::max();
 
 /// Thrown to leave an exchange whose connection is of no more use.

@@ -70,10 +70,11 @@ int serve(const standin::ProgramOptions& options)
     fill(server, options);
     if (!attachFiles(server, options) || !writeCertificate(server, options.certificateFile))
         return 1;
-    std::printf("listening on %s\n", server.url().c_str());
-    std::fflush(stdout);
+    // Whoever reads the address may be very fast.
     if (options.isVerbose)
         server.onFinished(print);
+    std::printf("listening on %s\n", server.url().c_str());
+    std::fflush(stdout);
     int signal = 0;
     sigwait(&endings, &signal);
     return 0;

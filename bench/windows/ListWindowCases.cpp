@@ -88,6 +88,7 @@ std::vector<Row> listRows(const Bench& bench)
     const Comparison opening = compare(
         4 * bench.runs, [&] { return large.reload(); }, [&] { return small.reload(); });
     std::vector<double> stalls;
+    stalls.reserve(static_cast<std::size_t>(bench.runs));
     for (int run = 0; run < bench.runs; ++run)
         stalls.push_back(large.scrollToTheEnd());
     const double stall = median(stalls);

@@ -44,7 +44,7 @@ std::string dayInMarch(int day)
     return (day < 10 ? "2026-03-0" : "2026-03-") + std::to_string(day) + "T10:06:29.399+0100";
 }
 
-QAction* actionNamed(const QMenuBar& bar, QString text)
+QAction* actionNamed(const QMenuBar& bar, const QString& text)
 {
     for (QAction* menu : bar.actions()) {
         for (QAction* action : menu->menu()->actions()) {

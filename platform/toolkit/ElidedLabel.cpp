@@ -61,7 +61,7 @@ void ElidedLabel::paintEvent(QPaintEvent*)
     QPainter painter(this);
     drawFrame(&painter);
     const QRect area = contentsRect().marginsRemoved(QMargins(margin(), margin(), margin(), margin()));
-    const int flags = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::TextSingleLine;
+    const int flags = static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment())) | Qt::TextSingleLine;
     style()->drawItemText(&painter, area, flags, palette(), isEnabled(), shownText(), foregroundRole());
 }
 

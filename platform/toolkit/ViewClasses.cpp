@@ -43,7 +43,7 @@ std::vector<ViewObserver>& observers()
 
 void registerViewClass(const QString& className, ViewMaker maker)
 {
-    makers().insert(className, std::move(maker));
+    makers()[className] = std::move(maker);
 }
 
 void observeLoadedViews(ViewObserver observer)

@@ -4,7 +4,7 @@ namespace platform {
 
 namespace {
 
-constexpr qint64 largestHead = 16 * 1024 * 1024;
+constexpr qint64 largestHead = qint64(16) * 1024 * 1024;
 
 } // namespace
 

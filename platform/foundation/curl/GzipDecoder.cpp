@@ -10,7 +10,7 @@ struct GzipDecoder::Stream
 {
     z_stream zlib{};
     bool isBetweenMembers = true;
-    std::array<char, 64 * 1024> output{};
+    std::array<char, std::size_t(64) * 1024> output{};
 };
 
 GzipDecoder::GzipDecoder()

@@ -13,8 +13,8 @@ namespace platform {
 namespace {
 
 constexpr int mostRedirects = 20;
-constexpr long sendBufferSize = 256 * 1024;
-constexpr long receiveBufferSize = 512 * 1024;
+constexpr long sendBufferSize = 256L * 1024;
+constexpr long receiveBufferSize = 512L * 1024;
 constexpr auto reportInterval = std::chrono::microseconds(16'600);
 
 bool isNamed(const QString& field, QStringView name)
@@ -230,7 +230,8 @@ void Transfer::setCallbacks()
 std::size_t Transfer::readBody(char* buffer, std::size_t size, std::size_t count, void* transfer)
 {
     auto* self = static_cast<Transfer*>(transfer);
-    const qint64 read = self->m_reader ? self->m_reader->read(buffer, static_cast<qint64>(size * count)) : 0;
+    const qint64 read =
+        self->m_reader ? self->m_reader->read(buffer, static_cast<qint64>(size) * static_cast<qint64>(count)) : 0;
     return read < 0 ? CURL_READFUNC_ABORT : static_cast<std::size_t>(read);
 }
 

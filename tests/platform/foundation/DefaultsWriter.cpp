@@ -12,5 +12,9 @@ int main(int argc, char** argv)
     const int count = std::atoi(argv[3]);
     for (int number = 0; number < count; ++number)
         defaults.setObject(number, prefix + QString::number(number));
-    return 0;
+    for (int attempt = 0; attempt < 10; ++attempt) {
+        if (defaults.synchronize())
+            return 0;
+    }
+    return 1;
 }

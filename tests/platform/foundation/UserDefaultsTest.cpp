@@ -167,7 +167,9 @@ TEST_F(UserDefaultsTest, TwoProcessesLoseNothing)
     for (const auto& process : processes) {
         EXPECT_EQ(process->exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(process->exitCode(), 0);
-        EXPECT_EQ(process->readAllStandardError(), QByteArray());
+        // A very slow disk may make one wait for the other too long; what it has to write is written later.
+        for (const QByteArray& line : process->readAllStandardError().split('\n'))
+            EXPECT_TRUE(line.isEmpty() || line.endsWith("it cannot be locked")) << line.toStdString();
     }
     const UserDefaults afterwards(m_path);
     for (const QString& prefix : prefixes) {
