@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/Error.h"
+#include "platform/foundation/Export.h"
 
 #include <QString>
 #include <QStringList>
