@@ -326,6 +326,26 @@ TEST_F(TableViewTest, isEmptyWithoutADataSource)
     EXPECT_EQ(table->cellAtRow(0), nullptr);
 }
 
+TEST_F(TableViewTest, showsCellsThatAreMadeWithoutAnInterfaceFile)
+{
+    table->setCellMaker([](const QString& identifier) {
+        auto* cell = new TestCell(nullptr);
+        cell->resize(viewHeight, cellHeight);
+        auto* label = new QLabel(cell);
+        label->setObjectName(QStringLiteral("titleLabel"));
+        cell->wake(identifier);
+        return cell;
+    });
+    show(100);
+
+    auto* cell = dynamic_cast<TestCell*>(table->cellAtRow(2));
+    ASSERT_NE(cell, nullptr);
+    EXPECT_EQ(cell->identifier(), QStringLiteral("testCell"));
+    EXPECT_EQ(cell->timesAwoken, 1);
+    EXPECT_EQ(titleAt(2), QStringLiteral("2"));
+    EXPECT_THAT(cell->connectOutlets(), ElementsAre(QStringLiteral("downloadButton")));
+}
+
 TEST_F(TableViewTest, leavesARowEmptyForWhichThereIsNoCell)
 {
     table->setCellMaker(nullptr);
