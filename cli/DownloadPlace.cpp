@@ -14,14 +14,13 @@ namespace cli {
 
 namespace {
 
-platform::Error alreadyThere(const QString& destination)
+platform::Error savingError(platform::FileError code, const QString& destination, const QString& reason)
 {
-    const QString text = QStringLiteral("“%1” couldn’t be saved in “%2” because an item with the same name already "
-                                        "exists.");
     const QString folder = platform::deletingLastPathComponent(destination);
-    return platform::makeError(QLatin1String(platform::CocoaErrorDomain),
-                               static_cast<qint64>(platform::FileError::WriteFileExists),
-                               text.arg(platform::lastPathComponent(destination), platform::lastPathComponent(folder)));
+    return platform::makeError(
+        QLatin1String(platform::CocoaErrorDomain), static_cast<qint64>(code),
+        QStringLiteral("“%1” couldn’t be saved in “%2” because %3.")
+            .arg(platform::lastPathComponent(destination), platform::lastPathComponent(folder), reason));
 }
 
 /// Links that lead nowhere included.
@@ -64,8 +63,12 @@ DownloadPlace::DownloadPlace(const QString& destination)
 std::optional<platform::Error> DownloadPlace::prepare()
 {
     if (isTaken(m_destination))
-        return alreadyThere(m_destination);
-    if (const auto error = m_beside.create(platform::deletingLastPathComponent(m_destination)))
+        return savingError(platform::FileError::WriteFileExists, m_destination,
+                           QStringLiteral("an item with the same name already exists"));
+    const QString folder = platform::deletingLastPathComponent(m_destination);
+    if (!QFileInfo(folder).isDir())
+        return savingError(platform::FileError::NoSuchFile, m_destination, QStringLiteral("there is no such folder"));
+    if (const auto error = m_beside.create(folder))
         return error;
     return m_receiving.create(platform::temporaryDirectory());
 }
@@ -79,9 +82,20 @@ void DownloadPlace::settle(const Completion& completion)
         const auto error = platform::FileManager::moveItemAtPath(from, to);
         platform::MainQueue::instance().addOperation([this, life, error, completion] {
             if (!life.expired())
-                completion(error ? error : publish());
+                completion(error ? withoutFolderBeside(*error) : publish());
         });
     }).detach();
+}
+
+/// Of the folder in which the file comes to completion the user has never heard.
+platform::Error DownloadPlace::withoutFolderBeside(const platform::Error& error) const
+{
+    const auto nameOfFolder = [](const QString& path) {
+        return platform::lastPathComponent(platform::deletingLastPathComponent(path));
+    };
+    const QString text =
+        error.localizedDescription().replace(nameOfFolder(m_beside.pathOf(m_name)), nameOfFolder(m_destination));
+    return platform::makeError(error.domain, error.code, text);
 }
 
 std::optional<platform::Error> DownloadPlace::publish() const

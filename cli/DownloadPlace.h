@@ -32,6 +32,7 @@ public:
 
 private:
     std::optional<platform::Error> publish() const;
+    platform::Error withoutFolderBeside(const platform::Error& error) const;
 
     const QString m_destination;
     const QString m_name;
