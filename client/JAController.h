@@ -1,6 +1,7 @@
 #pragma once
 
 #include "client/JAControllerDelegate.h"
+#include "platform/foundation/Export.h"
 #include "platform/foundation/URLSession.h"
 #include "records/JAIssueObject.h"
 #include "records/JALoginObject.h"
@@ -31,12 +32,15 @@ public:
     using RequestCallBack =
         std::function<void(const std::optional<QByteArray>& body, const std::optional<platform::Error>& error,
                            const std::optional<platform::HTTPURLResponse>& response)>;
+    ///@{
+    /// The record when the server answered with success, null and the error otherwise.
     using LoginCallBack = std::function<void(const std::shared_ptr<const JALoginObject>& session,
                                              const std::optional<platform::Error>& error)>;
     using UserCallBack =
         std::function<void(const std::shared_ptr<const JAUser>& user, const std::optional<platform::Error>& error)>;
     using IssueCallBack = std::function<void(const std::shared_ptr<const JAIssueObject>& issue,
                                              const std::optional<platform::Error>& error)>;
+    ///@}
     /// Nothing as error is success.
     using CompletionCallBack = std::function<void(const std::optional<platform::Error>& error)>;
     /// Bytes of the request's body that were sent so far, and bytes that it has.
@@ -44,9 +48,12 @@ public:
     /// See `downloadFile`.
     using DownloadCallBack =
         std::function<void(qint64 count1, qint64 count2, const std::optional<platform::Error>& error, bool finished)>;
+    /// Values of header fields by their names.
     using HTTPFields = QMap<QString, QString>;
 
+    /// Domain of errors whose code is the status of an answer that is not the wanted one.
     static constexpr char invalidSessionDomain[] = "invalid sessioin";
+    /// Domain of the error for an upload's answer that cannot be read; its code is the status.
     static constexpr char fatalErrorDomain[] = "Fatal error";
 
     /// The client of the process, made at the first call and never destroyed. From any thread.
@@ -60,23 +67,35 @@ public:
     /// The session of the last successful login or check; null before. Neither failures nor logging out clear it.
     std::shared_ptr<const JALoginObject> jaSession() const;
 
+    ///@{
     /// A document that the entry controllers hand in; only kept.
     std::optional<QString> pathFile() const;
     void setPathFile(const std::optional<QString>& path);
+    ///@}
 
+    ///@{
     /// Kept alive. Whoever is the delegate when something happens is told.
     std::shared_ptr<JAControllerDelegate> delegate() const;
     void setDelegate(const std::shared_ptr<JAControllerDelegate>& delegate);
+    ///@}
 
-    /// Where every request runs. Its delegate is the client.
+    ///@{
+    /// Where every request runs; must not be null. Its delegate is the client.
     std::shared_ptr<platform::URLSession> session() const;
     void setSession(const std::shared_ptr<platform::URLSession>& session);
+    ///@}
 
+    ///@{
+    /// Who hears of downloads; set by `downloadFile`. See there how long it stays.
     DownloadCallBack downloadCallBack() const;
     void setDownloadCallBack(const DownloadCallBack& callBack);
+    ///@}
 
+    ///@{
+    /// Who hears of the progress of every upload; set by `uploadFileInIssue` and kept for good.
     UploadCallBack uploadCallBack() const;
     void setUploadCallBack(const UploadCallBack& callBack);
+    ///@}
 
     /// The server's base address, SCHEME://HOST/ whatever else the address that was set has; nothing when none is set.
     /// A part that the address lacks reads "(null)", which no request can reach.
@@ -84,16 +103,23 @@ public:
     /// Only kept; `setHost` saves too.
     void setJiraHost(const std::optional<QString>& host);
 
+    ///@{
+    /// Where the next download to arrive is put; set by `downloadFile`.
     std::optional<QString> savePath() const;
     void setSavePath(const std::optional<QString>& path);
+    ///@}
 
-    /// The newest upload, running or ended.
+    ///@{
+    /// The newest upload, running or ended; null before the first.
     std::shared_ptr<platform::URLSessionDataTask> upladTask() const;
     void setUpladTask(const std::shared_ptr<platform::URLSessionDataTask>& task);
+    ///@}
 
-    /// The newest download, running or ended.
+    ///@{
+    /// The newest download, running or ended; null before the first.
     std::shared_ptr<platform::URLSessionDownloadTask> downloadTask() const;
     void setDownloadTask(const std::shared_ptr<platform::URLSessionDownloadTask>& task);
+    ///@}
 
     /// Saves the server's address as given, for later runs too, and uses it. Nothing forgets it.
     void setHost(const std::optional<QString>& host);
@@ -104,12 +130,14 @@ public:
     /// The decoded value, of any JSON type; nothing when `data` is absent or no JSON.
     static std::optional<QJsonValue> jsonSerialization(const std::optional<QByteArray>& data);
 
+    ///@{
     /// The three senders take a full address and carry the saved session. They fail in the transport when there is no
     /// address or no server at it. The callback runs once.
     void sendGetRequest(const std::optional<QString>& url, const RequestCallBack& callBack);
     void sendDeleteRequest(const std::optional<QString>& url, const RequestCallBack& callBack);
-    /// `parametres` is the JSON body. `httpFields` are added to the header, to the value of a field that is there
-    /// already with a ",".
+    ///@}
+    /// As above. `parametres` is the JSON body. `httpFields` are added to the header, to the value of a field that is
+    /// there already with a ",".
     void sendPostRequest(const std::optional<QString>& url, const std::optional<QJsonObject>& parametres,
                          const std::optional<HTTPFields>& httpFields, const RequestCallBack& callBack);
 
@@ -172,6 +200,8 @@ public:
     /// Cancels the newest download; does nothing when there is none or it has ended.
     void cancelDownload();
 
+    ///@{
+    /// What the session tells of the client's tasks; to be called by nobody else.
     void didSendBodyData(const std::shared_ptr<platform::URLSessionTask>& task, qint64 bytesSent, qint64 totalBytesSent,
                          qint64 totalBytesExpectedToSend) override;
     void didWriteData(const std::shared_ptr<platform::URLSessionDownloadTask>& task, qint64 bytesWritten,
@@ -182,6 +212,7 @@ public:
                            qint64 expectedTotalBytes) override;
     void didCompleteWithError(const std::shared_ptr<platform::URLSessionTask>& task,
                               const std::optional<platform::Error>& error) override;
+    ///@}
 
 private:
     JAController();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/Error.h"
+#include "platform/foundation/Export.h"
 
 #include <optional>
 
@@ -15,7 +16,9 @@ public:
     /// A check of the session failed, a login was refused or a logout ended.
     virtual void jaInvalidSession() = 0;
 
+    ///@{
     /// Never called by the client; for delegates that pass the news on among themselves.
     virtual void jaControlleLoginCompletion(bool /*success*/, const std::optional<platform::Error>& /*error*/) {}
     virtual void jaControlleLogoutCompletion(bool /*success*/, const std::optional<platform::Error>& /*error*/) {}
+    ///@}
 };

@@ -4,14 +4,20 @@
 
 #include <QString>
 
-// Paths of the server's REST interface, relative to its base address. "%@" stands for the key of an issue.
+/// @file
+/// Texts that the client and the server, or the client and its host, have agreed upon.
+
+///@{
+/// A path of the server's REST interface, relative to its base address. "%@" stands for the key of an issue.
 extern TL_EXPORT const QString kLoginURLPath;
 extern TL_EXPORT const QString kCurrentUserPath;
 extern TL_EXPORT const QString kGetIssue;
 extern TL_EXPORT const QString kAttachFilePath;
 extern TL_EXPORT const QString kUserPath;
+///@}
 
-// Keys of the server's JSON answers: the session,
+///@{
+/// A key of the server's answer about a session.
 extern TL_EXPORT const QString kSession;
 extern TL_EXPORT const QString kSessionName;
 extern TL_EXPORT const QString kSessionValue;
@@ -20,8 +26,10 @@ extern TL_EXPORT const QString kFailedLoginCount;
 extern TL_EXPORT const QString kLoginCount;
 extern TL_EXPORT const QString kLastFailedLoginTime;
 extern TL_EXPORT const QString kPreviousLoginTime;
+///@}
 
-// and the current user.
+///@{
+/// A key of the server's answer about the current user.
 extern TL_EXPORT const QString kAvatarUrls;
 extern TL_EXPORT const QString kAvatarUrl48;
 extern TL_EXPORT const QString kDispayName;
@@ -29,6 +37,7 @@ extern TL_EXPORT const QString kEmailAddress;
 extern TL_EXPORT const QString kKey;
 extern TL_EXPORT const QString kName;
 extern TL_EXPORT const QString kTimeZone;
+///@}
 
 /// Key of the server's address in the user defaults, and the text that stands for the address until there is one.
 extern TL_EXPORT const QString kJiraURL;

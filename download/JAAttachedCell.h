@@ -1,12 +1,16 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/TableCellView.h"
 #include "records/JAAttachmentObject.h"
 
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
+#include <QWidget>
 
 #include <functional>
+#include <memory>
 
 /// One attachment of the list: name, date, size and a button that downloads it.
 class TL_EXPORT JAAttachedCell : public platform::TableCellView
@@ -14,19 +18,28 @@ class TL_EXPORT JAAttachedCell : public platform::TableCellView
     Q_OBJECT
 
 public:
+    /// Made by whoever loads interface files, for each cell that the list needs.
     explicit JAAttachedCell(QWidget* parent = nullptr);
 
+    ///@{
+    /// An outlet; null until the cell is awake.
     QLabel* dateLabel() const { return m_dateLabel; }
     QLabel* titleLabel() const { return m_titleLabel; }
     QLabel* sizeLabel() const { return m_sizeLabel; }
     QPushButton* downloadButton() const { return m_downloadButton; }
+    ///@}
 
+    ///@{
+    /// What the row stands for. Only kept: the labels are filled by the list.
     std::shared_ptr<const JAAttachmentObject> attachmetn() const { return m_attachmetn; }
     void setAttachmetn(std::shared_ptr<const JAAttachmentObject> attachment) { m_attachmetn = std::move(attachment); }
+    ///@}
 
+    ///@{
     /// Free for the cell's user; 0 until set.
     qint64 row() const { return m_row; }
     void setRow(qint64 row) { m_row = row; }
+    ///@}
 
     /// What the button does from now on; it gets the button.
     void setDownloadAction(std::function<void(QWidget* sender)> action) { m_downloadAction = std::move(action); }

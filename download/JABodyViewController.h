@@ -2,12 +2,19 @@
 
 #include "client/JAControllerDelegate.h"
 #include "download/JAListAttachedFilesWindow.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ProgressIndicator.h"
 #include "platform/toolkit/ViewController.h"
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
 
 /// The panel of the older window: an area that chooses a file for the client to upload, and one that shows all
 /// attachments of an issue.
@@ -18,6 +25,7 @@ public:
     static std::shared_ptr<JABodyViewController> initWithNibName(const QString& name,
                                                                  const std::optional<platform::Bundle>& bundle);
 
+    /// The file that was chosen last, or handed in.
     std::optional<QString> pathFile() const { return m_pathFile; }
     /// Only keeps the path.
     void setPathFile(const std::optional<QString>& path) { m_pathFile = path; }
@@ -32,16 +40,22 @@ public:
     /// it already shows. Nothing happens if there is no such issue or no answer.
     void getListAttachedFilesAction();
 
+    /// Shows one of `uploadView` and `checkFileView` and hides the other.
     void setUploadActualView(QWidget* view);
+    /// Shows one of `checkDownloadFiles` and `receivingAttachmentsView` and hides the other.
     void setDownloadActualView(QWidget* view);
 
     /// Returns when the user has seen the alert.
     void errorMessage(const QString& text);
 
+    ///@{
     /// The session decides over the upload button only.
     void jaValidSession() override;
     void jaInvalidSession() override;
+    ///@}
 
+    ///@{
+    /// An outlet; null until the view is loaded.
     QLabel* pathLabel() const { return m_pathLabel; }
     QLineEdit* keyTextField() const { return m_keyTextField; }
     QPushButton* uploadButton() const { return m_uploadButton; }
@@ -54,6 +68,7 @@ public:
     QWidget* checkDownloadFiles() const { return m_checkDownloadFiles; }
     QWidget* downloadWrapper() const { return m_downloadWrapper; }
     QWidget* receivingAttachmentsView() const { return m_receivingAttachmentsView; }
+    ///@}
     /// Made when the view is loaded; null before.
     std::shared_ptr<JAListAttachedFilesWindow> jaListAttachedWindow() const { return m_jaListAttachedWindow; }
 

@@ -2,25 +2,35 @@
 
 #include "client/JAControllerDelegate.h"
 #include "download/JAListAttachedFilesWindow.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ViewController.h"
 
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
 
 /// The panel in which the user names an issue and gets a document of it. It ends the modal run, and closes its window,
 /// when the list of documents is left after a download.
 class TL_EXPORT JADownloadBodyViewController : public platform::ViewController, public JAControllerDelegate
 {
 public:
+    /// See the list window.
     using Attachments = JAListAttachedFilesWindow::Attachments;
 
     /// Loads nothing yet.
     static std::shared_ptr<JADownloadBodyViewController> initWithNibName(const QString& name,
                                                                          const std::optional<platform::Bundle>& bundle);
 
+    ///@{
     /// The list window's `path` when its sheet last ended; nothing before that or before the first download.
     std::optional<QString> path() const { return m_path; }
     void setPath(const std::optional<QString>& path) { m_path = path; }
+    ///@}
 
     /// Fetches the issue and shows its documents, newest first, as a sheet. Nothing happens if there is no such issue
     /// or no answer.
@@ -34,9 +44,13 @@ public:
     /// Covers the panel and disables it.
     void jaInvalidSession() override;
 
+    ///@{
+    /// An outlet; null until the view is loaded.
     QLineEdit* issueKeyTextField() const { return m_issueKeyTextField; }
     QPushButton* getAttachButton() const { return m_getAttachButton; }
+    /// Covers the panel while it cannot be used.
     QWidget* shadow() const { return m_shadow; }
+    ///@}
     /// Made when the view is loaded; null before.
     std::shared_ptr<JAListAttachedFilesWindow> jaListAttachedWindow() const { return m_jaListAttachedWindow; }
 

@@ -54,6 +54,12 @@ private:
 
 } // namespace
 
+/// One for all rows: making it takes longer than making a cell.
+struct JAListAttachedFilesWindow::Dates
+{
+    platform::DateFormatter formatter = platform::DateFormatter::withMediumStyle();
+};
+
 JAListAttachedFilesWindow::JAListAttachedFilesWindow()
 {
     outlets.bind("view", &m_view);
@@ -121,7 +127,7 @@ qint64 JAListAttachedFilesWindow::numberOfRowsInTableView(platform::TableView&)
     const qint64 count = static_cast<qint64>(m_attachments.size());
     platform::log(u"self.attachments.count ::: %ld", count);
     // A list begins with the user's locale and time zone of this moment.
-    m_dateFormatter.reset();
+    m_dates.reset();
     setActualView(count > 0 ? m_wrapperTableView : m_noDataView);
     return count;
 }
@@ -170,10 +176,9 @@ QString JAListAttachedFilesWindow::dateText(const JAAttachmentObject& attachment
 {
     if (!attachment.date())
         return QString();
-    // One for all rows: making it takes longer than making a cell.
-    if (!m_dateFormatter)
-        m_dateFormatter = std::make_unique<platform::DateFormatter>(platform::DateFormatter::withMediumStyle());
-    return m_dateFormatter->stringFromDate(*attachment.date());
+    if (!m_dates)
+        m_dates = std::make_unique<Dates>();
+    return m_dates->formatter.stringFromDate(*attachment.date());
 }
 
 // The download.

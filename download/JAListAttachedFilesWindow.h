@@ -2,16 +2,19 @@
 
 #include "download/JAAttachedCell.h"
 #include "platform/foundation/Error.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/TableView.h"
 #include "platform/toolkit/WindowController.h"
 #include "records/JAIssueObject.h"
 
 #include <QLabel>
+#include <QPointer>
 #include <QProgressBar>
+#include <QString>
+#include <QWidget>
 
-namespace platform {
-class DateFormatter;
-}
+#include <memory>
+#include <optional>
 
 /// The window that lists attachments and downloads one of them. It is made for being a sheet; one instance serves any
 /// number of sheets, and `path` and `isDone` carry over from one to the next.
@@ -21,24 +24,31 @@ class DateFormatter;
 class TL_EXPORT JAListAttachedFilesWindow : public platform::WindowController, public platform::TableViewDataSource
 {
 public:
+    /// See the issue.
     using Attachments = JAIssueObject::Attachments;
 
     /// Its window is loaded.
     static std::shared_ptr<JAListAttachedFilesWindow> init();
     ~JAListAttachedFilesWindow() override;
 
+    ///@{
     /// The rows, in their order. The table shows them after the next `reload`; rows that it makes before that already
     /// come from here.
     const Attachments& attachments() const { return m_attachments; }
     void setAttachments(const Attachments& attachments) { m_attachments = attachments; }
+    ///@}
 
+    ///@{
     /// Where the newest download goes, whether it has ended or how; nothing before the first one. Never cleared.
     std::optional<QString> path() const { return m_path; }
     void setPath(const std::optional<QString>& path) { m_path = path; }
+    ///@}
 
+    ///@{
     /// Whether a download has ever ended. It is set just before the file is at `path`.
     bool isDone() const { return m_isDone; }
     void setIsDone(bool isDone) { m_isDone = isDone; }
+    ///@}
 
     void showWindow() override;
     void windowDidBecomeKey(platform::Window&) override {}
@@ -47,7 +57,9 @@ public:
     /// Shows the attachments, as a list or as "nothing to list".
     void reload();
 
+    /// The number of attachments; shows the list, or "nothing to list".
     qint64 numberOfRowsInTableView(platform::TableView& table) override;
+    /// A JAAttachedCell filled with the attachment of that row; null for a row without one.
     platform::TableCellView* viewForTableColumn(platform::TableView& table, int column, qint64 row) override;
 
     /// Downloads the attachment whose row is the dynamic property "tag" of `sender`, into the download folder, which is
@@ -57,6 +69,7 @@ public:
     /// Shows how far a download is: `bytes` of `total`. With an error its text, with `completion` "DONE". A total of 0
     /// counts as 1, so that the percentage can be any number.
     void updateDownload(qint64 bytes, qint64 total, const std::optional<platform::Error>& error, bool completion);
+    /// Shows that number: the label as it is, the bar as far as it goes.
     void incrementProgressBar(qint64 percent);
     /// The text below the full bar; an empty text is no error.
     void setError(const QString& text);
@@ -70,6 +83,8 @@ public:
     /// Writes a view and everything below it to the log, a line each.
     void printSubView(QWidget* view, const QString& offset);
 
+    ///@{
+    /// An outlet; null until the window is loaded.
     QWidget* view() const { return m_view; }
     QWidget* wrapperTableView() const { return m_wrapperTableView; }
     platform::TableView* tableView() const { return m_tableView; }
@@ -78,6 +93,7 @@ public:
     QLabel* downloadError() const { return m_downloadError; }
     QProgressBar* downloadProgressBar() const { return m_downloadProgressBar; }
     QWidget* downloadView() const { return m_downloadView; }
+    ///@}
 
 protected:
     void windowWillLoad() override;
@@ -103,5 +119,6 @@ private:
     Attachments m_attachments;
     std::optional<QString> m_path;
     bool m_isDone = false;
-    std::unique_ptr<platform::DateFormatter> m_dateFormatter;
+    struct Dates;
+    std::unique_ptr<Dates> m_dates;
 };

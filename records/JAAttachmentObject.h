@@ -1,16 +1,20 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "records/JAObject.h"
 
 #include <QDateTime>
+#include <QJsonObject>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 /// One file that is attached to an issue.
 class TL_EXPORT JAAttachmentObject : public JAObject
 {
 public:
+    /// Reads one element of an issue's list of attachments.
     static std::shared_ptr<const JAAttachmentObject> initWithDictionary(const QJsonObject& dictionary);
 
     /// Address of the file's bytes.
@@ -36,6 +40,8 @@ private:
     std::optional<QString> m_ID;
     std::optional<QDateTime> m_date;
 };
+
+/// @file
 
 /// Class and address, as the log names an object.
 TL_EXPORT QString describe(const JAAttachmentObject& attachment);

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "records/JAObject.h"
 
+#include <QJsonObject>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 /// A session that the server opened or confirmed, and the one that is saved in the user defaults.
@@ -15,14 +18,21 @@ public:
     /// Reads the answer and saves the session that it names.
     static std::shared_ptr<const JALoginObject> initWithDictionary(const QJsonObject& dictionary);
 
-    /// 0 when the server does not say.
+    ///@{
+    /// As the server counts; 0 when it does not say.
     qint64 failedLoginCount() const { return m_failedLoginCount; }
     qint64 loginCount() const { return m_loginCount; }
+    ///@}
+    ///@{
+    /// The server's own text for the time.
     const std::optional<QString>& lastFailedLoginTime() const { return m_lastFailedLoginTime; }
     const std::optional<QString>& previousLoginTime() const { return m_previousLoginTime; }
+    ///@}
+    ///@{
     /// Name and value of the session's cookie; texts, also where the server sends numbers.
     const std::optional<QString>& sessionName() const { return m_sessionName; }
     const std::optional<QString>& sessionValue() const { return m_sessionValue; }
+    ///@}
 
     /// Makes this the saved session. Without both name and value the saved one stays as it is.
     void saveSession() const;

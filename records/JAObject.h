@@ -13,6 +13,7 @@
 class TL_EXPORT JAObject
 {
 public:
+    /// A record of that answer.
     static std::shared_ptr<const JAObject> initWithDictionary(const QJsonObject& dictionary);
 
     virtual ~JAObject() = default;
@@ -20,5 +21,6 @@ public:
     JAObject& operator=(const JAObject&) = delete;
 
 protected:
+    /// Reads nothing: what an answer says is up to the subclass.
     explicit JAObject(const QJsonObject& dictionary);
 };

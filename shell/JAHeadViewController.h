@@ -1,11 +1,19 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ImageView.h"
 #include "platform/toolkit/ProgressIndicator.h"
 #include "platform/toolkit/ViewController.h"
 #include "records/JAUser.h"
 
+#include <QByteArray>
 #include <QLabel>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
 
 class JALoginWindow;
 
@@ -13,11 +21,12 @@ class JALoginWindow;
 class TL_EXPORT JAHeadViewController : public platform::ViewController
 {
 public:
+    /// Loads nothing yet. Without a bundle the file is the host's.
     static std::shared_ptr<JAHeadViewController> initWithNibName(const QString& name,
                                                                  const std::optional<platform::Bundle>& bundle);
 
-    // Outlets; null until the view is loaded.
-
+    ///@{
+    /// An outlet; null until the view is loaded.
     /// Shown while somebody is logged in; holds labels and avatar, and fills the header.
     QWidget* okSessionView() const { return m_okSessionView; }
     platform::ProgressIndicator* findSessionProgressIndicator() const { return m_findSessionProgressIndicator; }
@@ -25,10 +34,12 @@ public:
     QLabel* nameLabel() const { return m_nameLabel; }
     QLabel* displayNameLabel() const { return m_displayNameLabel; }
     QLabel* emailLabel() const { return m_emailLabel; }
+    ///@}
 
     /// The form of the login sheet; null until the view is loaded.
     std::shared_ptr<JALoginWindow> jaLoginWindow() const { return m_jaLoginWindow; }
 
+    /// Hides `okSessionView`, then shows `view`.
     void setActualView(QWidget* view);
 
     /// Shows the panel and asks the server whose session it is; without a session it does nothing. Where the server
@@ -39,8 +50,10 @@ public:
     /// decoded off the main thread; the one whose answer came last is shown.
     void setAvatarByURL(const std::optional<QString>& url);
 
+    /// Begins the sheet with the login form; after a login the panel shows whose session it is. Nothing happens where
+    /// the header stands in no window.
     void loginAction();
-    /// Labels and avatar stay: the client's delegate shows that the session is over.
+    /// Ends the session. Labels and avatar stay: the client's delegate shows that the session is over.
     void logOutAction();
 
 protected:

@@ -1,22 +1,30 @@
 #pragma once
 
 #include "platform/foundation/Error.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ProgressIndicator.h"
 #include "platform/toolkit/WindowController.h"
 #include "records/JALoginObject.h"
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
 
 /// The form in which the user names the server and logs in. It stands either inside another window, to which `view` was
 /// moved, or in its own window as a sheet; as a sheet it ends itself with ModalResponse::OK after a login.
 class TL_EXPORT JALoginWindow : public platform::WindowController
 {
 public:
+    /// Loads nothing yet.
     static std::shared_ptr<JALoginWindow> init();
 
-    // Outlets; null until the window is loaded.
+    ///@{
+    /// An outlet; null until the window is loaded.
     QWidget* view() const { return m_view; }
     QLineEdit* hostTextField() const { return m_hostTextField; }
     QLineEdit* emailTextField() const { return m_emailTextField; }
@@ -26,6 +34,7 @@ public:
     QPushButton* loginButton() const { return m_loginButton; }
     QPushButton* cancelButton() const { return m_cancelButton; }
     platform::ProgressIndicator* spiner() const { return m_spiner; }
+    ///@}
 
     /// Takes what stands in the fields, unchecked, saves the server's address and logs in.
     void loginButtonAction();

@@ -1,12 +1,18 @@
 #pragma once
 
 #include "download/JABodyViewController.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/WindowController.h"
 #include "shell/JAHeadViewController.h"
 
 #include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
 
 #include <functional>
+#include <memory>
+#include <optional>
 
 /// The older window: the account header above a panel that chooses a file and lists the attachments of an issue. It has
 /// no login form and does not check the session.
@@ -16,8 +22,10 @@
 class TL_EXPORT JAWindowController : public platform::WindowController
 {
 public:
+    /// Never called; see run().
     using RunCallBack = std::function<void(const std::optional<QString>& path)>;
 
+    /// Without a file. Loads nothing yet.
     static std::shared_ptr<JAWindowController> init();
     /// `path` becomes the client's file.
     static std::shared_ptr<JAWindowController> initWithPath(const std::optional<QString>& path);
@@ -28,20 +36,27 @@ public:
     /// Ends the modal run, if one is going.
     void windowWillClose(platform::Window& window) override;
 
-    // Outlets; null until the window is loaded.
+    ///@{
+    /// An outlet; null until the window is loaded.
     QWidget* headView() const { return m_headView; }
     QWidget* bodyView() const { return m_bodyView; }
+    ///@}
 
+    ///@{
     /// Made when the window is loaded; null before.
     std::shared_ptr<JAHeadViewController> headViewController() const { return m_headViewController; }
     std::shared_ptr<JABodyViewController> bodyViewController() const { return m_bodyViewController; }
+    ///@}
 
+    /// What initWithPath() was given; nothing after init().
     std::optional<QString> pathFile() const { return m_pathFile; }
 
-    /// An object of the host, not owned. The elements of the list in its property "pages" are logged when the window is
-    /// loaded.
+    ///@{
+    /// An object of the host, not owned; null by itself once it is gone. The elements of the list in its property
+    /// "pages" are logged when the window is loaded.
     QObject* tmpFile() const { return m_tmpFile; }
     void setTmpFile(QObject* file) { m_tmpFile = file; }
+    ///@}
 
 protected:
     void windowDidLoad() override;

@@ -1,10 +1,17 @@
 #pragma once
 
 #include "client/JAControllerDelegate.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ViewController.h"
 #include "platform/toolkit/WindowController.h"
 
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
 #include <functional>
+#include <memory>
+#include <optional>
 
 class JAHeadViewController;
 class JALoginWindow;
@@ -25,22 +32,28 @@ class TL_EXPORT SessionWindowController : public platform::WindowController, pub
 public:
     ~SessionWindowController() override;
 
-    // Outlets; null until the window is loaded.
-
-    /// The window's content: holds one of the two containers at a time.
-    QWidget* view() const { return m_view; }
+    ///@{
+    /// An outlet; null until the window is loaded.
     QWidget* headView() const { return m_headView; }
     QWidget* bodyView() const { return m_bodyView; }
+    QWidget* loginViewContainer() const { return m_loginViewContainer; }
+    /// The window's content: holds one of the two containers at a time.
+    QWidget* view() const { return m_view; }
     /// Holds `headView` and `bodyView`.
     QWidget* downloadViewContainer() const { return m_downloadViewContainer; }
-    QWidget* loginViewContainer() const { return m_loginViewContainer; }
+    ///@}
 
+    ///@{
+    /// The account header and the login form; never null.
     std::shared_ptr<JAHeadViewController> headViewController() const { return m_headViewController; }
     std::shared_ptr<JALoginWindow> jaLoginWindow() const { return m_jaLoginWindow; }
+    ///@}
 
+    ///@{
     /// The host's document.
     std::optional<QString> path() const { return m_path; }
     void setPath(const std::optional<QString>& path) { m_path = path; }
+    ///@}
 
     /// Puts the login form into its container, which takes the form's size.
     void setLoginViews();
@@ -63,11 +76,14 @@ public:
     void windowWillClose(platform::Window& window) override;
 
 protected:
+    /// Makes the panel below the header, from the framework's bundle.
     using BodyMaker =
         std::function<std::shared_ptr<platform::ViewController>(const std::optional<platform::Bundle>& bundle)>;
 
+    /// The subclass's factory goes on with initWithNib() and initSession().
     SessionWindowController();
 
+    /// Loads nothing yet.
     void initWithNib();
 
     /// Makes the login form, takes over as the client's delegate, then makes body and header.

@@ -12,12 +12,14 @@
 /// the view's layer, which the first of them gives it.
 namespace UIViewStyle {
 
-// A null view is a quiet no-op. Without a colour the layer draws none.
-
+///@{
+/// What the dynamic property of that name sets; lengths are in points. A null view is a quiet no-op; without a colour
+/// the layer draws none.
 TL_EXPORT void setTBackgroundColor(QWidget* view, const std::optional<QColor>& color);
 TL_EXPORT void setTBorderColor(QWidget* view, const std::optional<QColor>& color);
 TL_EXPORT void setTBorderRadius(QWidget* view, qint64 points);
 TL_EXPORT void setTBorderThickness(QWidget* view, qint64 points);
+///@}
 
 /// From now on every view that an interface file brings is styled by its properties. Called by whoever loads interface
 /// files; later calls do nothing.

@@ -1,13 +1,21 @@
 #pragma once
 
 #include "client/JAControllerDelegate.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/ViewController.h"
 #include "upload/JAUploadingWindow.h"
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
 
 /// The panel in which the user names an issue and sends the document to it.
 ///
@@ -19,11 +27,13 @@
 class TL_EXPORT JAUploadBodyViewController : public platform::ViewController, public JAControllerDelegate
 {
 public:
+    /// Loads nothing yet. Without a bundle the file is the host's.
     static std::shared_ptr<JAUploadBodyViewController> initWithNibName(const QString& name,
                                                                        const std::optional<platform::Bundle>& bundle);
     ~JAUploadBodyViewController() override;
 
-    // Outlets; null until the view is loaded.
+    ///@{
+    /// An outlet; null until the view is loaded.
     QPushButton* cancelButton() const { return m_cancelButton; }
     QWidget* containerView() const { return m_containerView; }
     /// Where the user chooses a file.
@@ -40,19 +50,31 @@ public:
     QProgressBar* indication() const { return m_indication; }
     /// Dims the panel while it cannot be used.
     QWidget* shadow() const { return m_shadow; }
+    ///@}
 
+    ///@{
+    /// What the next upload sends.
     std::optional<QString> filePath() const;
     void setFilePath(const std::optional<QString>& path);
+    ///@}
+    ///@{
     /// What the file is called here and at the server.
     std::optional<QString> fileName() const;
     void setFileName(const std::optional<QString>& name);
+    ///@}
+    ///@{
     /// What the newest upload sends: `filePath` as it was when the upload began.
     std::optional<QString> zipFilePath() const;
     void setZipFilePath(const std::optional<QString>& path);
+    ///@}
 
+    ///@{
+    /// The sheet that shows how uploads go; one for all of them.
     std::shared_ptr<JAUploadingWindow> jaUploadingWindow() const { return m_jaUploadingWindow; }
     void setJaUploadingWindow(const std::shared_ptr<JAUploadingWindow>& window) { m_jaUploadingWindow = window; }
+    ///@}
 
+    /// Names the document: sets `filePath` and `fileName`, and shows the name.
     void setNewPathFile(const std::optional<QString>& path, const std::optional<QString>& fileName);
 
     /// Shows `view`, one of `uploadView` and `checkFileView`, and hides the other.

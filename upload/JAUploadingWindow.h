@@ -1,20 +1,28 @@
 #pragma once
 
 #include "platform/foundation/Error.h"
+#include "platform/foundation/Export.h"
 #include "platform/toolkit/WindowController.h"
 
 #include <QLabel>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QString>
+#include <QWidget>
+
+#include <memory>
 
 /// The sheet that shows how an upload goes and how it ended. One window serves all uploads of a panel; what it showed
 /// last stays until the next call.
 class TL_EXPORT JAUploadingWindow : public platform::WindowController
 {
 public:
+    /// Loads nothing yet.
     static std::shared_ptr<JAUploadingWindow> init();
 
-    // Outlets; null until the window is loaded.
+    ///@{
+    /// An outlet; null until the window is loaded.
     QWidget* containerView() const { return m_containerView; }
     QWidget* uploadingView() const { return m_uploadingView; }
     QWidget* errorView() const { return m_errorView; }
@@ -26,12 +34,14 @@ public:
     QLabel* sizeLabel() const { return m_sizeLabel; }
     /// "Cancel" while an upload is going, "Close" after it.
     QPushButton* cancelButton() const { return m_cancelButton; }
+    ///@}
 
     /// Shows one of the three views and hides the others.
     void setActualView(QWidget* view);
 
-    /// Shows progress, also after an error. The bar shows 1 for everything below.
+    /// Shows progress, also after an error. The bar stays between 1 and its maximum. `otherInfo` is shown beside it.
     void setUploadingState(qint64 percent, const QString& otherInfo);
+    /// Shows the error's text instead of the progress.
     void setErrorState(const platform::Error& error);
     /// Says "DONE" where the size stood and changes nothing else: after an error, the error stays in sight.
     void setSuccessState();

@@ -20,16 +20,21 @@ namespace platform {
 class TL_EXPORT Data
 {
 public:
+    /// No bytes.
     Data() = default;
+    /// Shares the array's memory.
     Data(QByteArray bytes);
 
     /// The bytes of the file, as many as it holds at this moment. Nothing when it cannot be opened for reading or is no
     /// regular file.
     static std::optional<Data> contentsOfFile(const QString& path);
 
+    /// Bytes; those of a file count as they were when it was opened.
     qint64 size() const { return m_size; }
+    /// Whether there is not one byte.
     bool isEmpty() const { return m_size == 0; }
 
+    /// Adds the pieces of `other`, which may be this object, without copying their bytes.
     Data& append(const Data& other);
 
     /// All bytes in one piece of memory; nothing when a file no longer gives what it held.
@@ -49,17 +54,19 @@ private:
     qint64 m_size = 0;
 };
 
-/// Reads a Data from front to back. One thread at a time; two readers of the same file must not be used at the same
-/// time.
+/// Reads a Data from front to back. A reader is used by one thread at a time; any number of readers, also of the same
+/// file, may be used by several threads at once.
 class TL_EXPORT DataReader
 {
 public:
+    /// Begins at the first byte. Keeps the pieces, and with them their files, until it is destroyed.
     explicit DataReader(Data data);
 
     /// Fills up to `capacity` bytes and returns their number, 0 at the end, -1 when a file gives fewer bytes than it
     /// held when it was opened; `error` then says which.
     qint64 read(char* buffer, qint64 capacity);
 
+    /// Why the last `read` answered -1: CocoaErrorDomain, FileError::ReadUnknown. Nothing before.
     const std::optional<Error>& error() const { return m_error; }
 
 private:

@@ -7,9 +7,13 @@
 
 #include <optional>
 
+/// What the classes with a prefix (JA…, JM…, TL…) stand on, for a host that goes beyond them: requests to servers,
+/// errors, windows, and controllers of views that come from interface files.
 namespace platform {
 
+/// Domain of the transport's errors; their codes are those of URLError.
 inline constexpr char URLErrorDomain[] = "NSURLErrorDomain";
+/// Domain of errors of files and folders; their codes are those of FileError.
 inline constexpr char CocoaErrorDomain[] = "NSCocoaErrorDomain";
 
 /// Why something failed, as a value that is handed on. Nothing of this project throws across a public call.
@@ -18,7 +22,9 @@ struct TL_EXPORT Error
     /// The key of `userInfo` under which an error carries a text of its own.
     static constexpr char localizedDescriptionKey[] = "NSLocalizedDescription";
 
+    /// Whose code it is: URLErrorDomain, CocoaErrorDomain or one of a client (JAController).
     QString domain;
+    /// What it means depends on the domain.
     qint64 code = 0;
     /// Whatever the reporter adds: for an answer of a server its decoded JSON, of any type.
     std::optional<QJsonValue> userInfo;
@@ -27,6 +33,7 @@ struct TL_EXPORT Error
     /// of domain and code.
     QString localizedDescription() const;
 
+    /// Domain, code and user info are all the same.
     bool operator==(const Error& other) const = default;
 };
 

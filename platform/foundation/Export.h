@@ -1,5 +1,7 @@
 #pragma once
 
+/// @file
+
 /// Marks what the shared libraries publish; everything else keeps hidden visibility.
 #if defined(_WIN32)
 #define TL_EXPORT __declspec(dllexport)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/Error.h"
+#include "platform/foundation/Export.h"
 
 #include <QString>
 #include <QStringList>
@@ -19,7 +20,7 @@ TL_EXPORT std::optional<Error> moveItemAtPath(const QString& source, const QStri
 /// A folder that is there already is no error where `withIntermediateDirectories` is set.
 TL_EXPORT std::optional<Error> createDirectoryAtPath(const QString& path, bool withIntermediateDirectories);
 
-TL_EXPORT bool fileExistsAtPath(const QString& path);
+bool fileExistsAtPath(const QString& path);
 
 /// Everything below the folder that exists and is not a folder, at any depth, relative to the folder. Links to folders
 /// are not followed.

@@ -36,7 +36,7 @@ QString describe(const std::optional<T>& value)
 }
 
 /// One argument of `format`: a whole number, a floating-point number, or the description of anything else.
-class TL_EXPORT FormatArgument
+class FormatArgument
 {
 public:
     template <std::signed_integral T>

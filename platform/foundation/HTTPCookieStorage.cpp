@@ -1,60 +1,10 @@
 #include "platform/foundation/HTTPCookieStorage.h"
 
-#include "platform/foundation/curl/CurlShare.h"
+#include "platform/foundation/curl/CookieJar.h"
 
-#include <QDateTime>
 #include <QStandardPaths>
 
-#include <algorithm>
-
 namespace platform {
-
-namespace {
-
-constexpr char fileHeader[] = "# Netscape HTTP Cookie File\n";
-
-/// Nothing when a line is neither a comment nor a cookie.
-std::optional<std::vector<HTTPCookie>> cookiesOfFile(const QByteArray& bytes)
-{
-    std::vector<HTTPCookie> cookies;
-    for (const QByteArray& line : bytes.split('\n')) {
-        if (const auto cookie = HTTPCookie::fromNetscapeLine(line))
-            cookies.push_back(*cookie);
-        else if (!line.trimmed().isEmpty() && !line.startsWith("# "))
-            return std::nullopt;
-    }
-    return cookies;
-}
-
-QByteArray fileOfCookies(const std::vector<HTTPCookie>& cookies)
-{
-    QByteArray bytes = fileHeader;
-    for (const HTTPCookie& cookie : cookies)
-        bytes += cookie.netscapeLine() + '\n';
-    return bytes;
-}
-
-bool holdsSlot(const std::vector<HTTPCookie>& cookies, const HTTPCookie& cookie)
-{
-    return std::ranges::any_of(cookies, [&](const HTTPCookie& other) { return other.isSameSlotAs(cookie); });
-}
-
-/// What other processes left in the file, with what this process added, replaced and removed since `before`.
-std::vector<HTTPCookie> merged(std::vector<HTTPCookie> inFile, const std::vector<HTTPCookie>& before,
-                               const std::vector<HTTPCookie>& now)
-{
-    std::erase_if(inFile,
-                  [&](const HTTPCookie& cookie) { return holdsSlot(before, cookie) && !holdsSlot(now, cookie); });
-    for (const HTTPCookie& cookie : now) {
-        if (std::ranges::find(before, cookie) != before.end())
-            continue;
-        std::erase_if(inFile, [&](const HTTPCookie& other) { return other.isSameSlotAs(cookie); });
-        inFile.push_back(cookie);
-    }
-    return inFile;
-}
-
-} // namespace
 
 const std::shared_ptr<HTTPCookieStorage>& HTTPCookieStorage::sharedHTTPCookieStorage()
 {
@@ -65,80 +15,25 @@ const std::shared_ptr<HTTPCookieStorage>& HTTPCookieStorage::sharedHTTPCookieSto
 }
 
 HTTPCookieStorage::HTTPCookieStorage(const QString& path)
-    : m_share(std::make_unique<CurlShare>())
-    , m_file(path)
+    : m_parts(std::make_shared<Parts>(path))
 {
-    load();
 }
 
 HTTPCookieStorage::~HTTPCookieStorage() = default;
 
-void HTTPCookieStorage::load()
-{
-    const std::optional<QByteArray> bytes = m_file.read();
-    if (!bytes)
-        return;
-    auto cookies = cookiesOfFile(*bytes);
-    if (!cookies)
-        m_file.rewrite([&](const std::optional<QByteArray>& present) {
-            cookies = usableCookies(present);
-            return fileOfCookies(cookies.value_or(std::vector<HTTPCookie>()));
-        });
-    for (const HTTPCookie& cookie : cookies.value_or(std::vector<HTTPCookie>()))
-        m_share->setCookie(cookie);
-    m_saved = persistentCookies();
-}
-
-/// What the file holds, as asked inside a rewrite. What cannot be understood is set aside and nothing.
-std::optional<std::vector<HTTPCookie>> HTTPCookieStorage::usableCookies(const std::optional<QByteArray>& present) const
-{
-    auto cookies = cookiesOfFile(present.value_or(QByteArray()));
-    if (!cookies)
-        m_file.setAside();
-    return cookies;
-}
-
 std::vector<HTTPCookie> HTTPCookieStorage::cookies() const
 {
-    return m_share->cookies();
-}
-
-std::vector<HTTPCookie> HTTPCookieStorage::persistentCookies() const
-{
-    std::vector<HTTPCookie> cookies = m_share->cookies();
-    const qint64 now = QDateTime::currentSecsSinceEpoch();
-    std::erase_if(cookies, [now](const HTTPCookie& cookie) { return cookie.isSessionOnly() || cookie.expires <= now; });
-    return cookies;
+    return m_parts->cookies();
 }
 
 void HTTPCookieStorage::setCookie(const HTTPCookie& cookie)
 {
-    m_share->setCookie(cookie);
-    saveChanges();
-}
-
-void HTTPCookieStorage::saveChanges()
-{
-    const std::lock_guard lock(m_fileMutex);
-    const std::vector<HTTPCookie> now = persistentCookies();
-    if (now == m_saved && !m_mustEmptyFile)
-        return;
-    const bool isWritten = m_file.rewrite([&](const std::optional<QByteArray>& present) {
-        const auto inFile = m_mustEmptyFile ? std::nullopt : usableCookies(present);
-        return fileOfCookies(inFile ? merged(*inFile, m_saved, now) : now);
-    });
-    if (!isWritten)
-        return;
-    m_saved = now;
-    m_mustEmptyFile = false;
+    m_parts->setCookie(cookie);
 }
 
 void HTTPCookieStorage::deleteAllCookies()
 {
-    const std::lock_guard lock(m_fileMutex);
-    m_share->deleteAllCookies();
-    m_saved.clear();
-    m_mustEmptyFile = m_file.read() && !m_file.rewrite([](const auto&) { return QByteArray(fileHeader); });
+    m_parts->deleteAllCookies();
 }
 
 } // namespace platform

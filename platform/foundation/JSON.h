@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/foundation/Export.h"
-
 #include <QByteArray>
 #include <QJsonObject>
 #include <QJsonValue>
@@ -12,9 +10,9 @@ namespace platform {
 
 /// The value that `bytes` hold, at the top level too a text, number, boolean or null. Nothing when they are no JSON in
 /// UTF-8: empty, cut short, with text left over, or nested deeper than the parser follows.
-TL_EXPORT std::optional<QJsonValue> decodeJSON(const QByteArray& bytes);
+std::optional<QJsonValue> decodeJSON(const QByteArray& bytes);
 
 /// Without blanks or line ends.
-TL_EXPORT QByteArray encodeJSON(const QJsonObject& object);
+QByteArray encodeJSON(const QJsonObject& object);
 
 } // namespace platform

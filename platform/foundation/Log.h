@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/foundation/Format.h"
 
 #include <QLoggingCategory>

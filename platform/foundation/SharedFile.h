@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/foundation/Export.h"
-
 #include <QByteArray>
 #include <QString>
 
@@ -14,7 +12,7 @@ namespace platform {
 /// A small file that several processes of one user read and rewrite. A reader sees the old bytes or the new ones, never
 /// a mixture, also after a power cut; only its user can read it (0600, in a folder that is made with 0700). From any
 /// thread.
-class TL_EXPORT SharedFile
+class SharedFile
 {
 public:
     using Change = std::function<QByteArray(const std::optional<QByteArray>&)>;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/Data.h"
+#include "platform/foundation/Export.h"
 
 #include <QString>
 
@@ -10,12 +11,14 @@
 
 namespace platform {
 
+/// Kept with a request. No session of this library has a cache, so that both ask the server.
 enum class URLRequestCachePolicy { UseProtocolCachePolicy = 0, ReloadIgnoringLocalCacheData = 1 };
 
 /// What to ask of a server. A value: a task keeps the request as it was when the task was made.
 class TL_EXPORT URLRequest
 {
 public:
+    /// Name and value of a field.
     using Header = std::pair<QString, QString>;
 
     /// Nothing as address makes a request that fails with "unsupported URL".
@@ -26,15 +29,21 @@ public:
     /// Joins the value to one that the field already has, with ",". Names compare without case; the first spelling
     /// stays.
     void addValue(const QString& value, const QString& field);
+    /// Takes the place of the value that the field has. The first spelling of the name stays.
     void setValue(const QString& value, const QString& field);
+    /// Nothing for a field that was not given. Names compare without case.
     std::optional<QString> valueForHTTPHeaderField(const QString& field) const;
 
     /// In the order in which the fields were first given.
     const std::vector<Header>& headers() const { return m_headers; }
 
+    /// The full address, http or https.
     std::optional<QString> url;
+    /// Sent as it stands, in upper case by custom.
     QString HTTPMethod = QStringLiteral("GET");
+    /// What is sent behind the head; a file in it is read while it is sent.
     std::optional<Data> HTTPBody;
+    /// See URLRequestCachePolicy.
     URLRequestCachePolicy cachePolicy;
     /// Seconds without a byte moved in either direction after which the task fails.
     double timeoutInterval;

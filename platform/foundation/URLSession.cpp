@@ -1,9 +1,21 @@
 #include "platform/foundation/URLSession.h"
 
+#include "platform/foundation/curl/CookieJar.h"
 #include "platform/foundation/curl/NetworkThread.h"
+#include "platform/foundation/curl/TaskParts.h"
 #include "platform/foundation/curl/TaskRelay.h"
 
+#include <atomic>
+
 namespace platform {
+
+struct URLSession::Parts
+{
+    const URLSessionConfiguration configuration;
+    const std::weak_ptr<URLSessionDelegate> delegate;
+    NetworkThread thread{};
+    std::atomic<quint64> tasks = 0;
+};
 
 std::shared_ptr<URLSession> URLSession::sessionWithConfiguration(const URLSessionConfiguration& configuration,
                                                                  std::weak_ptr<URLSessionDelegate> delegate)
@@ -12,45 +24,51 @@ std::shared_ptr<URLSession> URLSession::sessionWithConfiguration(const URLSessio
 }
 
 URLSession::URLSession(const URLSessionConfiguration& configuration, std::weak_ptr<URLSessionDelegate> delegate)
-    : m_configuration(configuration)
-    , m_delegate(std::move(delegate))
-    , m_thread(std::make_unique<NetworkThread>())
+    : m_parts(new Parts{configuration, std::move(delegate)})
 {
 }
 
 URLSession::~URLSession() = default;
 
+const URLSessionConfiguration& URLSession::configuration() const
+{
+    return m_parts->configuration;
+}
+
 std::shared_ptr<URLSessionDataTask> URLSession::dataTaskWithRequest(const URLRequest& request,
                                                                     URLSessionDataTask::Completion completion)
 {
-    return std::shared_ptr<URLSessionDataTask>(
-        new URLSessionDataTask(weak_from_this(), request, ++m_tasks, std::move(completion)));
+    return std::shared_ptr<URLSessionDataTask>(new URLSessionDataTask(
+        std::make_unique<URLSessionTask::Parts>(weak_from_this(), request, ++m_parts->tasks, std::move(completion))));
 }
 
 std::shared_ptr<URLSessionDownloadTask> URLSession::downloadTaskWithRequest(const URLRequest& request)
 {
-    return std::shared_ptr<URLSessionDownloadTask>(new URLSessionDownloadTask(weak_from_this(), request, ++m_tasks));
+    return std::shared_ptr<URLSessionDownloadTask>(new URLSessionDownloadTask(
+        std::make_unique<URLSessionTask::Parts>(weak_from_this(), request, ++m_parts->tasks)));
 }
 
-std::shared_ptr<Transfer> URLSession::start(const std::shared_ptr<URLSessionTask>& task)
+void URLSession::start(const std::shared_ptr<URLSessionTask>& task)
 {
     const bool isDownload = std::dynamic_pointer_cast<URLSessionDownloadTask>(task) != nullptr;
-    auto transfer =
-        std::make_shared<Transfer>(task->originalRequest(), m_configuration,
-                                   isDownload ? AnswerBody::Destination::File : AnswerBody::Destination::Memory,
-                                   std::make_shared<TaskRelay>(task, weak_from_this(), m_delegate));
-    m_thread->start(transfer);
-    return transfer;
+    const auto& storage = m_parts->configuration.HTTPCookieStorage;
+    auto transfer = std::make_shared<Transfer>(
+        task->originalRequest(), m_parts->configuration, storage ? storage->m_parts : nullptr,
+        isDownload ? AnswerBody::Destination::File : AnswerBody::Destination::Memory,
+        std::make_shared<TaskRelay>(task, *task->m_parts, weak_from_this(), m_parts->delegate));
+    task->m_parts->transfer = transfer;
+    m_parts->thread.start(std::move(transfer));
 }
 
-void URLSession::cancel(const std::shared_ptr<Transfer>& transfer)
+void URLSession::cancel(const URLSessionTask& task)
 {
-    m_thread->cancel(transfer);
+    if (auto transfer = task.m_parts->transfer.lock())
+        m_parts->thread.cancel(std::move(transfer));
 }
 
 void URLSession::endUnstarted(const std::shared_ptr<URLSessionTask>& task)
 {
-    const auto relay = std::make_shared<TaskRelay>(task, weak_from_this(), m_delegate);
+    const auto relay = std::make_shared<TaskRelay>(task, *task->m_parts, weak_from_this(), m_parts->delegate);
     relay->transferEnded({makeURLError(URLError::Cancelled), std::nullopt, Data(), nullptr});
 }
 

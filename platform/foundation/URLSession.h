@@ -1,23 +1,20 @@
 #pragma once
 
+#include "platform/foundation/Export.h"
 #include "platform/foundation/URLSessionConfiguration.h"
 #include "platform/foundation/URLSessionDelegate.h"
 #include "platform/foundation/URLSessionTask.h"
 
-#include <atomic>
 #include <memory>
 
 namespace platform {
-
-class NetworkThread;
 
 /// Makes tasks and carries them out on one network thread of its own. Completions and delegate calls arrive on the main
 /// thread, in order.
 ///
 /// - A status of 400 or more is an answer like any other.
 /// - Redirects are followed up to 20 times; 301 and 302 turn POST into GET, 303 turns everything into GET, 307 and 308
-/// repeat the
-///   body. A "Cookie" or "Authorization" field of the request stays with the host it was meant for.
+///   repeat the body. A "Cookie" or "Authorization" field of the request stays with the host it was meant for.
 /// - A "Cookie" field of the request and the jar's cookies leave in one header line, a pair that is in both only once.
 /// - A body that is shorter than announced, or whose encoding is cut short, is an error.
 /// - Errors: URLErrorDomain for the transport; CocoaErrorDomain where a file of the body or of a download fails.
@@ -35,23 +32,24 @@ public:
     /// didCompleteWithError.
     std::shared_ptr<URLSessionDataTask> dataTaskWithRequest(const URLRequest& request,
                                                             URLSessionDataTask::Completion completion);
+    /// The task does nothing before `resume`. The delegate gets the file in didFinishDownloadingToURL.
     std::shared_ptr<URLSessionDownloadTask> downloadTaskWithRequest(const URLRequest& request);
 
-    const URLSessionConfiguration& configuration() const { return m_configuration; }
+    /// As it was when the session was made.
+    const URLSessionConfiguration& configuration() const;
 
 private:
     friend class URLSessionTask;
 
     URLSession(const URLSessionConfiguration& configuration, std::weak_ptr<URLSessionDelegate> delegate);
 
-    std::shared_ptr<Transfer> start(const std::shared_ptr<URLSessionTask>& task);
-    void cancel(const std::shared_ptr<Transfer>& transfer);
+    // On behalf of a task, which holds its lock.
+    void start(const std::shared_ptr<URLSessionTask>& task);
+    void cancel(const URLSessionTask& task);
     void endUnstarted(const std::shared_ptr<URLSessionTask>& task);
 
-    const URLSessionConfiguration m_configuration;
-    const std::weak_ptr<URLSessionDelegate> m_delegate;
-    const std::unique_ptr<NetworkThread> m_thread;
-    std::atomic<quint64> m_tasks = 0;
+    struct Parts;
+    const std::unique_ptr<Parts> m_parts;
 };
 
 } // namespace platform

@@ -1,7 +1,5 @@
 #include "platform/foundation/URLSessionConfiguration.h"
 
-#include "platform/foundation/HTTPCookieStorage.h"
-
 #include <QRegularExpression>
 
 #include <mutex>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/Export.h"
+#include "platform/foundation/HTTPCookieStorage.h"
 
 #include <QString>
 #include <QStringList>
@@ -9,10 +10,10 @@
 
 namespace platform {
 
-class HTTPCookieStorage;
-
+/// Which cookies of an answer the jar takes: all of them.
 enum class HTTPCookieAcceptPolicy { Always = 0 };
 
+/// How a session speaks to servers. A session keeps the configuration that it was made with.
 struct TL_EXPORT URLSessionConfiguration
 {
     /// A fresh configuration with the process's jar and routes.
@@ -26,10 +27,15 @@ struct TL_EXPORT URLSessionConfiguration
     /// Whether a text has the form of a route.
     static bool isRoute(const QString& text);
 
+    /// Whether the jar takes part in requests at all: sends its cookies and takes up those of answers.
     bool HTTPShouldSetCookies = true;
+    /// The jar; null for none.
     std::shared_ptr<platform::HTTPCookieStorage> HTTPCookieStorage;
+    /// See the enumeration.
     platform::HTTPCookieAcceptPolicy HTTPCookieAcceptPolicy = platform::HTTPCookieAcceptPolicy::Always;
+    /// Routes of this session, in the form of setDefaultRoutes().
     QStringList routes;
+    /// The field "User-Agent" of every request.
     QString userAgent;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/Error.h"
+#include "platform/foundation/Export.h"
 
 #include <QString>
 
@@ -9,7 +10,6 @@
 
 namespace platform {
 
-class URLSession;
 class URLSessionTask;
 class URLSessionDownloadTask;
 

@@ -1,16 +1,14 @@
 #include "platform/foundation/URLSessionTask.h"
 
 #include "platform/foundation/URLSession.h"
-#include "platform/foundation/curl/Transfer.h"
+#include "platform/foundation/curl/TaskParts.h"
 
 #include <utility>
 
 namespace platform {
 
-URLSessionTask::URLSessionTask(std::weak_ptr<URLSession> session, URLRequest request, quint64 identifier)
-    : m_session(std::move(session))
-    , m_request(std::move(request))
-    , m_identifier(identifier)
+URLSessionTask::URLSessionTask(std::unique_ptr<Parts> parts)
+    : m_parts(std::move(parts))
 {
 }
 
@@ -18,56 +16,44 @@ URLSessionTask::~URLSessionTask() = default;
 
 void URLSessionTask::resume()
 {
-    const std::shared_ptr<URLSession> session = m_session.lock();
-    const std::lock_guard lock(m_mutex);
-    if (!session || m_state != State::Suspended)
+    const std::shared_ptr<URLSession> session = m_parts->session.lock();
+    const std::lock_guard lock(m_parts->mutex);
+    if (!session || m_parts->step != Parts::Step::Suspended)
         return;
-    m_state = State::Running;
-    m_transfer = session->start(shared_from_this());
+    m_parts->step = Parts::Step::Running;
+    session->start(shared_from_this());
 }
 
 void URLSessionTask::cancel()
 {
-    const std::shared_ptr<URLSession> session = m_session.lock();
-    const std::lock_guard lock(m_mutex);
-    if (!session || m_state == State::Cancelled || m_state == State::Completed)
+    const std::shared_ptr<URLSession> session = m_parts->session.lock();
+    const std::lock_guard lock(m_parts->mutex);
+    if (!session || m_parts->step == Parts::Step::Cancelled || m_parts->step == Parts::Step::Completed)
         return;
-    if (std::exchange(m_state, State::Cancelled) == State::Suspended)
+    if (std::exchange(m_parts->step, Parts::Step::Cancelled) == Parts::Step::Suspended)
         session->endUnstarted(shared_from_this());
-    else if (const std::shared_ptr<Transfer> transfer = m_transfer.lock())
-        session->cancel(transfer);
+    else
+        session->cancel(*this);
 }
 
 bool URLSessionTask::isRunning() const
 {
-    const std::lock_guard lock(m_mutex);
-    return m_state == State::Running;
+    return m_parts->isRunning();
 }
 
-bool URLSessionTask::complete()
+const URLRequest& URLSessionTask::originalRequest() const
 {
-    const std::lock_guard lock(m_mutex);
-    return std::exchange(m_state, State::Completed) != State::Cancelled;
+    return m_parts->request;
+}
+
+quint64 URLSessionTask::taskIdentifier() const
+{
+    return m_parts->identifier;
 }
 
 std::size_t URLSessionTask::hash() const
 {
     return std::hash<const URLSessionTask*>()(this);
-}
-
-URLSessionDataTask::URLSessionDataTask(std::weak_ptr<URLSession> session, URLRequest request, quint64 identifier,
-                                       Completion completion)
-    : URLSessionTask(std::move(session), std::move(request), identifier)
-    , m_completion(std::move(completion))
-{
-}
-
-void URLSessionDataTask::callCompletion(const Data& body, const std::optional<HTTPURLResponse>& response,
-                                        const std::optional<Error>& error)
-{
-    const Completion completion = std::exchange(m_completion, nullptr);
-    if (completion)
-        completion(error ? std::nullopt : std::optional(body), response, error);
 }
 
 } // namespace platform

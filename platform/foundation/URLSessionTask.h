@@ -1,20 +1,20 @@
 #pragma once
 
 #include "platform/foundation/Data.h"
+#include "platform/foundation/Export.h"
 #include "platform/foundation/HTTPURLResponse.h"
 #include "platform/foundation/URLRequest.h"
 
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
 
 namespace platform {
 
-class Transfer;
 class URLSession;
 
-/// One request under way. Made by a URLSession; a task that nobody holds goes on all the same.
+/// One request under way. Made by a URLSession; a task that nobody holds goes on all the same. Once its
+/// session is gone it does nothing any more.
 class TL_EXPORT URLSessionTask : public std::enable_shared_from_this<URLSessionTask>
 {
 public:
@@ -32,29 +32,22 @@ public:
     /// Started, neither cancelled nor at its end.
     bool isRunning() const;
 
-    const URLRequest& originalRequest() const { return m_request; }
+    /// As it was when the task was made; redirects do not change it.
+    const URLRequest& originalRequest() const;
     /// Counts from 1 within the session.
-    quint64 taskIdentifier() const { return m_identifier; }
+    quint64 taskIdentifier() const;
     /// Differs between any two tasks of the process that live at the same time.
     std::size_t hash() const;
 
-protected:
-    URLSessionTask(std::weak_ptr<URLSession> session, URLRequest request, quint64 identifier);
-
 private:
-    friend class TaskRelay;
-    enum class State { Suspended, Running, Cancelled, Completed };
+    friend class URLSession;
+    friend class URLSessionDataTask;
+    friend class URLSessionDownloadTask;
 
-    /// The last step, on the main thread: false when the task was cancelled meanwhile.
-    bool complete();
+    struct Parts;
+    explicit URLSessionTask(std::unique_ptr<Parts> parts);
 
-    const std::weak_ptr<URLSession> m_session;
-    const URLRequest m_request;
-    const quint64 m_identifier;
-
-    mutable std::mutex m_mutex;
-    State m_state = State::Suspended;
-    std::weak_ptr<Transfer> m_transfer;
+    const std::unique_ptr<Parts> m_parts;
 };
 
 /// The body of the answer arrives in memory, in one piece, at the end.
@@ -68,17 +61,9 @@ public:
                            const std::optional<Error>& error)>;
 
 private:
-    friend class TaskRelay;
     friend class URLSession;
 
-    URLSessionDataTask(std::weak_ptr<URLSession> session, URLRequest request, quint64 identifier,
-                       Completion completion);
-
-    /// Once; what the completion holds is released right after.
-    void callCompletion(const Data& body, const std::optional<HTTPURLResponse>& response,
-                        const std::optional<Error>& error);
-
-    Completion m_completion;
+    using URLSessionTask::URLSessionTask;
 };
 
 /// The body of the answer arrives in a temporary file.

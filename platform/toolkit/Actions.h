@@ -2,7 +2,9 @@
 
 #include "platform/foundation/Export.h"
 
+#include <QList>
 #include <QObject>
+#include <QString>
 #include <QStringList>
 #include <QWidget>
 
@@ -23,14 +25,20 @@ namespace platform {
 class TL_EXPORT Actions
 {
 public:
+    /// What a control asks for; it gets the control.
     using Action = std::function<void(QWidget* sender)>;
 
     Actions();
     ~Actions();
 
+    ///@{
+    /// Declares an action, before the interface file is loaded. It runs on the main thread, each time a control of the
+    /// file sends it.
     void bind(const char* name, Action action);
     void bind(const char* name, std::function<void()> action);
+    ///@}
 
+    /// What the owner and its file disagree about.
     struct Missing
     {
         QStringList undeclared; ///< named by controls of the file, but not bound; each once

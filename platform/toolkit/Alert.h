@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/foundation/Export.h"
-
 #include <QString>
 
 #include <functional>
@@ -11,7 +9,7 @@ class QMessageBox;
 namespace platform {
 
 /// A message with one button, "OK", that the user has to see before going on.
-class TL_EXPORT Alert
+class Alert
 {
 public:
     enum class Style { Warning = 0, Informational = 1, Critical = 2 };

@@ -1,7 +1,7 @@
 #include "platform/toolkit/Application.h"
 
 #include "platform/toolkit/ModalRuns.h"
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/WindowParts.h"
 
 namespace platform {
 
@@ -10,10 +10,10 @@ int Application::runModalForWindow(const std::shared_ptr<Window>& window)
     if (!window)
         return ModalResponse::Abort;
     if (!ModalRuns::isRunning(*window))
-        window->setApplicationModal(true);
+        WindowParts::of(*window).setApplicationModal(true);
     const int returnCode = ModalRuns::run(window);
     if (!ModalRuns::isRunning(*window))
-        window->setApplicationModal(false);
+        WindowParts::of(*window).setApplicationModal(false);
     return returnCode;
 }
 

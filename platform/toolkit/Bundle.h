@@ -20,14 +20,17 @@ public:
     /// nullopt when nothing was ever embedded under that identifier.
     static std::optional<Bundle> bundleWithIdentifier(const QString& identifier);
 
+    /// The prefix that its files were embedded with; "main" for the host's own.
     QString identifier() const { return m_identifier; }
 
     /// Where the interface file of that name is to be taken from: the host's own comes before that of `bundle`, and
     /// without a bundle only the host's will do.
     static Bundle forInterfaceFile(const QString& name, const std::optional<Bundle>& bundle);
 
+    /// Whether it is the host's own.
     bool isMainBundle() const;
 
+    /// Whether the file of that name (without ".ui") is there.
     bool hasInterfaceFile(const QString& name) const;
 
     /// Where the interface file of that name (without ".ui") is expected; says nothing about whether it exists.

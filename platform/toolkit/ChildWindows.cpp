@@ -1,5 +1,7 @@
 #include "platform/toolkit/ChildWindows.h"
 
+#include "platform/toolkit/WindowParts.h"
+
 #include <QWidget>
 #include <QWindow>
 
@@ -20,7 +22,7 @@ void ChildWindows::add(const std::shared_ptr<Window>& child, Window::Ordered ord
 {
     if (const std::shared_ptr<Window> former = child->parentWindow())
         former->removeChildWindow(child);
-    child->m_parentWindow = m_parent.weak_from_this();
+    WindowParts::of(*child).parentWindow = m_parent.weak_from_this();
     m_entries.push_back({child, ordered});
     if (m_parent.isVisible())
         show(m_entries.back());
@@ -30,7 +32,7 @@ void ChildWindows::remove(const std::shared_ptr<Window>& child)
 {
     if (child->parentWindow().get() != &m_parent)
         return;
-    child->m_parentWindow.reset();
+    WindowParts::of(*child).parentWindow.reset();
     if (QWindow* handle = child->widget()->windowHandle())
         handle->setTransientParent(nullptr);
     std::erase_if(m_entries, [&](const Entry& entry) { return entry.child == child; });
@@ -46,7 +48,7 @@ void ChildWindows::show(const Entry& entry)
         widget->winId();
         widget->windowHandle()->setTransientParent(m_parent.widget()->windowHandle());
     }
-    entry.child->show();
+    WindowParts::of(*entry.child).show();
     if (entry.ordered == Window::Ordered::Above)
         widget->raise();
     else
@@ -66,7 +68,7 @@ void ChildWindows::parentVisibilityChanged(bool visible)
 void ChildWindows::parentMoved(const QPoint& distance)
 {
     for (const Entry& entry : m_entries)
-        entry.child->moveBy(distance);
+        WindowParts::of(*entry.child).moveBy(distance);
 }
 
 } // namespace platform

@@ -1,14 +1,12 @@
 #pragma once
 
-#include "platform/foundation/Export.h"
-
 #include <QLabel>
 
 namespace platform {
 
 /// A label of one line, for names that can be long: what does not fit is left out of the middle, and the whole text is
 /// the tool tip meanwhile. text() is always the whole text, which is never taken for markup.
-class TL_EXPORT ElidedLabel : public QLabel
+class ElidedLabel : public QLabel
 {
     Q_OBJECT
 

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "platform/foundation/Export.h"
-
 #include <QWidget>
 
 namespace platform {
 
 /// Adds `view` to `superview` and keeps it at the superview's size, together with others added like this. A superview
 /// without a layout gets one without margins. A null view is a quiet no-op.
-TL_EXPORT void addFillingSubview(QWidget* superview, QWidget* view);
+void addFillingSubview(QWidget* superview, QWidget* view);
 
 } // namespace platform

@@ -16,10 +16,12 @@ class TL_EXPORT ImageView : public QWidget
     Q_OBJECT
 
 public:
+    /// Without a picture; draws nothing.
     explicit ImageView(QWidget* parent = nullptr);
 
     /// Null when there is no picture.
     const QImage& image() const { return m_image; }
+    /// Shows the picture from the next drawing on; a null image clears the view.
     void setImage(const QImage& image);
 
     /// The picture that these bytes are, scaled down while it is read so that it fits a square of `side` pixels; a null
@@ -27,6 +29,7 @@ public:
     static QImage decode(const QByteArray& bytes, int side);
 
 protected:
+    /// Qt's own.
     void paintEvent(QPaintEvent* event) override;
 
 private:

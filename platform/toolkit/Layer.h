@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/foundation/Export.h"
-
 #include <QColor>
 #include <QObject>
 #include <QPointer>
@@ -13,7 +11,7 @@ namespace platform {
 
 /// What is drawn behind a view and its subviews: a background, and a border inside the view's edges. It goes with its
 /// view, leaves the styling of the subviews alone, and costs a view without one nothing.
-class TL_EXPORT Layer : public QObject
+class Layer : public QObject
 {
     Q_OBJECT
 

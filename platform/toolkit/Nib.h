@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/foundation/Export.h"
 #include "platform/toolkit/Bundle.h"
 
 #include <QByteArray>
@@ -32,13 +31,12 @@ struct NibViews
 /// The root of the file is a holder without a layout that only Designer shows. Its direct children are the top-level
 /// views:
 ///   - the one named "view" is the window's content, or the view controller's view;
-///   - those of class TableCellView (or a promoted descendant) are prototypes, made anew by makeCell() for every cell;
-///   the
-///     object name is the identifier;
+///   - those of class TableCellView (or a promoted descendant) are prototypes, made anew by makeCell() for every
+///     cell; the object name is the identifier;
 ///   - all others are handed to the owner as they are, outside any window, for it to put where it likes.
 /// A file without a direct child named "view" is itself the view. The root's window title is the window's title.
 /// Layouts need their margins in the file: QUiLoader gives those of top-level views none of its own.
-class TL_EXPORT Nib : public std::enable_shared_from_this<Nib>
+class Nib : public std::enable_shared_from_this<Nib>
 {
 public:
     /// Never null. A file that is missing is logged, and instantiate() then brings nothing.
@@ -46,8 +44,8 @@ public:
 
     using Views = NibViews;
 
-    /// Makes a fresh set of the file's views, none of which has a parent. Each is at least as large as its layout
-    /// needs. A broken file is logged.
+    /// Makes a fresh set of the file's views, which stand off screen and belong to the caller. Each is at least as
+    /// large as its layout needs. A broken file is logged.
     Views instantiate();
 
     /// Makes a fresh cell from the prototype of that identifier; null if the file has none, which is logged once.

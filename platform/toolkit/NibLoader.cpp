@@ -1,5 +1,6 @@
 #include "platform/toolkit/NibLoader.h"
 
+#include "platform/toolkit/Nib.h"
 #include "platform/toolkit/OffScreen.h"
 #include "platform/toolkit/RegisteredViews.h"
 #include "platform/toolkit/TableView.h"
@@ -15,10 +16,7 @@ namespace {
 class Loader : public QUiLoader
 {
 public:
-    Loader()
-    {
-        setLanguageChangeEnabled(false);
-    }
+    Loader() { setLanguageChangeEnabled(false); }
 
     QWidget* createWidget(const QString& className, QWidget* parent, const QString& name) override
     {
@@ -63,7 +61,7 @@ QWidget* NibLoader::load(const QByteArray& text, const std::shared_ptr<Nib>& nib
     views.prepend(root);
     for (QWidget* view : views) {
         if (auto* table = qobject_cast<TableView*>(view))
-            table->setNib(nib);
+            table->setCellMaker([nib](const QString& identifier) { return nib->makeCell(identifier); });
         announceLoadedView(view);
     }
     return root;

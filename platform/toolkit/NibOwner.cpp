@@ -31,18 +31,18 @@ void NibOwner::setNib(const QString& name, const std::optional<Bundle>& bundle)
     m_bundle = bundle;
 }
 
-NibViews NibOwner::loadNib()
+NibOwner::LoadedView NibOwner::loadNib()
 {
     const std::shared_ptr<Nib> nib = Nib::load(m_nibName, Bundle::forInterfaceFile(m_nibName, m_bundle));
-    NibViews views = nib->instantiate();
+    const NibViews views = nib->instantiate();
     if (!views.view) {
         m_problems.append(QStringLiteral("file ") + m_nibName);
-        return views;
+        return {};
     }
     m_topLevelViews = views.rest;
     m_topLevelViews.prepend(views.view);
-    connectInterface(*nib, views);
-    return views;
+    connectInterface(nib->description(), views.missingCellOutlets);
+    return {views.view, views.windowTitle};
 }
 
 QWidget* NibOwner::addEmptyView()
@@ -52,7 +52,7 @@ QWidget* NibOwner::addEmptyView()
     return view;
 }
 
-void NibOwner::connectInterface(const Nib& nib, const NibViews& views)
+void NibOwner::connectInterface(const QString& nib, const QStringList& missingCellOutlets)
 {
     QList<QWidget*> topLevelViews;
     for (const QPointer<QWidget>& view : m_topLevelViews)
@@ -64,13 +64,12 @@ void NibOwner::connectInterface(const Nib& nib, const NibViews& views)
         if (!names.isEmpty())
             complaints.append(QLatin1String(complaint) + names.join(QStringLiteral(", ")));
     };
-    note("outlet ", "outlets missing: ", outlets.connectTo(topLevelViews) + views.missingCellOutlets);
+    note("outlet ", "outlets missing: ", outlets.connectTo(topLevelViews) + missingCellOutlets);
     const Actions::Missing missing = actions.connectTo(topLevelViews, weak_from_this());
     note("action ", "actions missing: ", missing.unused);
     note("action ", "actions unknown: ", missing.undeclared);
     if (!complaints.isEmpty())
-        log(u"interface file %@ of %@: %@", nib.description(), classNameOf(*this),
-            complaints.join(QStringLiteral("; ")));
+        log(u"interface file %@ of %@: %@", nib, classNameOf(*this), complaints.join(QStringLiteral("; ")));
 }
 
 QString describe(const std::shared_ptr<NibOwner>& owner)

@@ -5,7 +5,9 @@
 #include "platform/toolkit/Bundle.h"
 #include "platform/toolkit/Outlets.h"
 
+#include <QList>
 #include <QPointer>
+#include <QString>
 #include <QStringList>
 #include <QWidget>
 
@@ -13,9 +15,6 @@
 #include <optional>
 
 namespace platform {
-
-class Nib;
-struct NibViews;
 
 /// What a controller with an interface file is: it declares outlets and actions in its constructor, and owns the views
 /// of the file. Views that were moved into another window go with their owner; views that went with such a window leave
@@ -34,16 +33,25 @@ public:
     /// the log tells all of it.
     QStringList interfaceProblems() const { return m_problems; }
 
+    /// The file's name, without ".ui"; empty until a factory has given one.
     QString nibName() const { return m_nibName; }
 
 protected:
     NibOwner() = default;
 
+    /// Which file loadNib() loads. Without a bundle it is the host's own.
     void setNib(const QString& name, const std::optional<Bundle>& bundle);
 
-    /// Loads the file, the host's own of that name if there is one, connects outlets and actions; keeps every view but
-    /// does not place any.
-    NibViews loadNib();
+    /// What of an interface file is to be placed by its owner.
+    struct LoadedView
+    {
+        QPointer<QWidget> view; ///< null if the file is missing or broken
+        QString windowTitle;    ///< the title of the window that the file describes
+    };
+
+    /// Loads the file, the host's own of that name if there is one, connects outlets and actions. The views are the
+    /// owner's from then on; none is placed.
+    LoadedView loadNib();
 
     /// An empty view in place of one that could not be loaded.
     QWidget* addEmptyView();
@@ -55,11 +63,14 @@ protected:
         return std::static_pointer_cast<Self>(self->shared_from_this());
     }
 
+    ///@{
+    /// To be bound in the constructor of the subclass; connected when the file is loaded.
     Outlets outlets;
     Actions actions;
+    ///@}
 
 private:
-    void connectInterface(const Nib& nib, const NibViews& views);
+    void connectInterface(const QString& nib, const QStringList& missingCellOutlets);
 
     QString m_nibName;
     std::optional<Bundle> m_bundle;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/foundation/Export.h"
-
 #include <QList>
 #include <QUrl>
 
@@ -14,7 +12,7 @@ namespace platform {
 
 /// Lets the user choose existing files, or existing folders. One panel offers one of the two: where both are allowed,
 /// files. Where neither is, it does not come up.
-class TL_EXPORT OpenPanel
+class OpenPanel
 {
 public:
     void setCanChooseFiles(bool can) { m_canChooseFiles = can; }

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/Export.h"
 
+#include <QList>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
@@ -21,6 +22,7 @@ namespace platform {
 class TL_EXPORT Outlets
 {
 public:
+    /// Declares an outlet, before the interface file is loaded. The pointer has to live as long as this object.
     template <class View>
     void bind(const char* name, QPointer<View>* outlet)
     {

@@ -3,6 +3,7 @@
 #include "platform/foundation/Export.h"
 
 #include <QBasicTimer>
+#include <QSize>
 #include <QWidget>
 
 namespace platform {
@@ -14,20 +15,31 @@ class TL_EXPORT ProgressIndicator : public QWidget
     Q_OBJECT
 
 public:
+    /// At rest: nothing is drawn.
     explicit ProgressIndicator(QWidget* parent = nullptr);
 
+    ///@{
+    /// Starts and stops turning. Starting twice is stopped by one stop.
     void startAnimation();
     void stopAnimation();
+    ///@}
+    /// Between start and stop, also while the view is hidden.
     bool isAnimating() const { return m_isAnimating; }
 
+    ///@{
+    /// Qt's own.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    ///@}
 
 protected:
+    ///@{
+    /// Qt's own.
     void paintEvent(QPaintEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    ///@}
 
 private:
     void updateTimer();

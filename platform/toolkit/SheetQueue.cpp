@@ -2,6 +2,7 @@
 
 #include "platform/foundation/Log.h"
 #include "platform/toolkit/Retained.h"
+#include "platform/toolkit/WindowParts.h"
 
 #include <algorithm>
 
@@ -28,7 +29,7 @@ SheetQueue::SheetQueue(Window& parent)
 SheetQueue::~SheetQueue()
 {
     for (const Entry& entry : m_entries)
-        entry.sheet->leaveSheet();
+        WindowParts::of(*entry.sheet).leaveSheet();
 }
 
 void SheetQueue::begin(const std::shared_ptr<Window>& sheet, Window::SheetCompletion completion)
@@ -37,7 +38,7 @@ void SheetQueue::begin(const std::shared_ptr<Window>& sheet, Window::SheetComple
         log(u"window \"%@\" is a sheet already and is not begun again", sheet->title());
         return;
     }
-    sheet->becomeSheetOf(m_parent.shared_from_this());
+    WindowParts::of(*sheet).becomeSheetOf(m_parent.shared_from_this());
     m_entries.push_back({sheet, std::move(completion)});
     presentNext();
 }
@@ -48,7 +49,7 @@ void SheetQueue::presentNext()
         return;
     m_isFirstUp = true;
     if (m_parent.isVisible())
-        m_entries.front().sheet->showAsSheet();
+        WindowParts::of(*m_entries.front().sheet).showAsSheet();
 }
 
 void SheetQueue::end(const std::shared_ptr<Window>& sheet, int returnCode)
@@ -62,7 +63,7 @@ void SheetQueue::end(const std::shared_ptr<Window>& sheet, int returnCode)
     if (found == m_entries.begin())
         m_isFirstUp = false;
     m_entries.erase(found);
-    ended.sheet->leaveSheet();
+    WindowParts::of(*ended.sheet).leaveSheet();
     retainUntilNextTurn(ended.sheet);
 
     ++m_running;
@@ -94,7 +95,7 @@ void SheetQueue::parentVisibilityChanged(bool visible)
     if (!sheet)
         return;
     if (visible)
-        sheet->showAsSheet();
+        WindowParts::of(*sheet).showAsSheet();
     else
         sheet->orderOut();
 }
@@ -102,7 +103,7 @@ void SheetQueue::parentVisibilityChanged(bool visible)
 void SheetQueue::parentMoved(const QPoint& distance)
 {
     if (const std::shared_ptr<Window> sheet = attached())
-        sheet->moveBy(distance);
+        WindowParts::of(*sheet).moveBy(distance);
 }
 
 } // namespace platform

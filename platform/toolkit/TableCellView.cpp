@@ -7,6 +7,11 @@ TableCellView::TableCellView(QWidget* parent)
 {
 }
 
+QStringList TableCellView::connectOutlets()
+{
+    return outlets.connectTo({this});
+}
+
 void TableCellView::wake(const QString& identifier)
 {
     m_identifier = identifier;

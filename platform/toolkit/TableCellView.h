@@ -3,21 +3,31 @@
 #include "platform/foundation/Export.h"
 #include "platform/toolkit/Outlets.h"
 
+#include <QString>
+#include <QStringList>
 #include <QWidget>
 
 namespace platform {
 
-/// One row's view in a TableView, made from its prototype in the interface file. A subclass declares its outlets in its
-/// constructor and is known to interface files by registerViewClass().
+/// One row's view in a TableView, made from its prototype in the interface file or by the table's cell maker. A
+/// subclass declares its outlets in its constructor.
 class TL_EXPORT TableCellView : public QWidget
 {
     Q_OBJECT
 
 public:
+    /// Made by whoever loads interface files, for each cell that a table needs.
     explicit TableCellView(QWidget* parent = nullptr);
 
-    /// The prototype's name.
+    /// The prototype's name, or whatever else wake() was given.
     QString identifier() const { return m_identifier; }
+
+    /// Sets the outlets from the views in the cell. Those that stay empty come back.
+    QStringList connectOutlets();
+
+    /// Makes a new cell ready for use: gives it its identifier, sets its outlets and calls awakeFromNib(). Whoever
+    /// makes a cell by other means than an interface file does this once.
+    void wake(const QString& identifier);
 
     /// Outlets are connected; called once, before the cell is first handed out.
     virtual void awakeFromNib() {}
@@ -25,15 +35,10 @@ public:
     virtual void prepareForReuse() {}
 
 protected:
+    /// To be bound in the constructor of the subclass.
     Outlets outlets;
 
 private:
-    friend class Nib;
-
-    /// The outlets that stay empty.
-    QStringList connectOutlets() { return outlets.connectTo({this}); }
-    void wake(const QString& identifier);
-
     QString m_identifier;
 };
 

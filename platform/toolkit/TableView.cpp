@@ -1,6 +1,5 @@
 #include "platform/toolkit/TableView.h"
 
-#include "platform/toolkit/Nib.h"
 #include "platform/toolkit/TableCellView.h"
 
 #include <QApplication>
@@ -82,7 +81,7 @@ TableCellView* TableView::makeViewWithIdentifier(const QString& identifier)
         cell->prepareForReuse();
         return cell;
     }
-    TableCellView* cell = m_nib ? m_nib->makeCell(identifier) : nullptr;
+    TableCellView* cell = m_makeCell ? m_makeCell(identifier) : nullptr;
     if (cell)
         cell->setParent(viewport());
     return cell;

@@ -5,13 +5,15 @@
 
 #include <QAbstractScrollArea>
 #include <QHash>
+#include <QList>
+#include <QSize>
+#include <QString>
+#include <QWidget>
 
+#include <functional>
 #include <map>
-#include <memory>
 
 namespace platform {
-
-class Nib;
 
 /// A list of rows of equal height, one column, whose cells are views. Only the rows in sight and one more at either end
 /// have cells; cells that scroll out serve the rows that scroll in, so that the cost depends on the height of the view
@@ -22,49 +24,64 @@ class Nib;
 class TL_EXPORT TableView : public QAbstractScrollArea
 {
     Q_OBJECT
+    /// What Designer sets; see rowHeight().
     Q_PROPERTY(int rowHeight READ rowHeight WRITE setRowHeight)
 
 public:
+    /// Without a data source: empty.
     explicit TableView(QWidget* parent = nullptr);
     ~TableView() override;
 
+    ///@{
     /// Not owned; must outlive the table or be taken back with nullptr.
     void setDataSource(TableViewDataSource* source);
     TableViewDataSource* dataSource() const { return m_source; }
+    ///@}
 
     /// Asks the data source for the number of rows before it returns, and for the cells in sight when they are next
     /// laid out. Nobody need call it for a table that has not been on screen: the first time it is shown it asks by
     /// itself.
     void reloadData();
 
-    /// A cell that no row uses at present, or a new one; null if the interface file has no such prototype.
+    /// A cell that no row uses at present, or a new one; null if there is no such cell.
     TableCellView* makeViewWithIdentifier(const QString& identifier);
 
+    /// As the data source said last; 0 before the table has asked.
     qint64 numberOfRows() const { return m_rows; }
 
     /// The cell that stands for the row at present; null for a row out of sight.
     TableCellView* cellAtRow(qint64 row) const;
-    /// -1 if the view stands in no row.
+    /// The row whose cell the view is, or stands in; -1 if there is none.
     qint64 rowForView(const QWidget* view) const;
 
+    /// Scrolls no further than it must; a row that does not exist changes nothing.
     void scrollRowToVisible(qint64 row);
 
+    ///@{
     /// In points; 0, the default, takes the height of the first cell that is made.
     int rowHeight() const { return m_rowHeight; }
     void setRowHeight(int height);
+    ///@}
 
+    /// Qt's own.
     QSize sizeHint() const override;
 
-    /// Where prototypes come from; the interface file that brings the table sets it.
-    void setNib(std::shared_ptr<Nib> nib) { m_nib = std::move(nib); }
+    /// A new cell of that identifier, awake and without a parent, or null. The table owns the cell.
+    using CellMaker = std::function<TableCellView*(const QString& identifier)>;
+
+    /// Where new cells come from. A table of an interface file makes them from the prototypes of that file.
+    void setCellMaker(CellMaker maker) { m_makeCell = std::move(maker); }
 
 protected:
+    ///@{
+    /// Qt's own.
     bool event(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
+    ///@}
 
 private:
     void layOutCells();
@@ -79,7 +96,7 @@ private:
     qint64 offset() const;
 
     TableViewDataSource* m_source = nullptr;
-    std::shared_ptr<Nib> m_nib;
+    CellMaker m_makeCell;
     std::map<qint64, TableCellView*> m_cells;
     QHash<QString, QList<TableCellView*>> m_reusable;
     qint64 m_rows = 0;

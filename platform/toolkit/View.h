@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/foundation/Export.h"
-
 #include <QList>
 #include <QPointer>
 #include <QString>
@@ -13,16 +11,16 @@ namespace platform {
 // Qt's (origin top left).
 
 /// Moves `view` into `superview`, on top of what is there. It shows unless it was hidden with setHidden().
-TL_EXPORT void addSubview(QWidget* superview, QWidget* view);
+void addSubview(QWidget* superview, QWidget* view);
 
 /// Takes `view` out of its superview. It is off screen until added again; its owner stays the same.
-TL_EXPORT void removeFromSuperview(QWidget* view);
+void removeFromSuperview(QWidget* view);
 
 /// The direct subviews, bottommost first.
-TL_EXPORT QList<QWidget*> subviews(const QWidget* view);
+QList<QWidget*> subviews(const QWidget* view);
 
 /// Lays out everything below `view` now instead of in a later turn of the event loop.
-TL_EXPORT void layoutSubtreeIfNeeded(QWidget* view);
+void layoutSubtreeIfNeeded(QWidget* view);
 
 inline void setHidden(QWidget* view, bool hidden)
 {
@@ -53,4 +51,4 @@ QString text(const QPointer<Control>& control)
 } // namespace platform
 
 /// What "%@" prints of a view: "<QLabel: errorLabel>"; found by platform::log() wherever this header is included.
-TL_EXPORT QString describe(const QWidget* view);
+QString describe(const QWidget* view);

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/foundation/Export.h"
-
 #include <QString>
 #include <QWidget>
 
@@ -14,7 +12,7 @@ using ViewObserver = std::function<void(QWidget* view)>;
 
 /// Lets interface files contain views of a class of ours: `className` is what Designer calls the promoted class.
 /// A class of the same name replaces the earlier one. The toolkit's own views are always known.
-TL_EXPORT void registerViewClass(const QString& className, ViewMaker maker);
+void registerViewClass(const QString& className, ViewMaker maker);
 
 template <class View>
 void registerViewClass(const QString& className)
@@ -25,6 +23,6 @@ void registerViewClass(const QString& className)
 /// `observer` is called on the main thread for every view that any interface file brings, once, after all properties of
 /// the file are set and before outlets are connected; table cells are included. Observers stay for the life of the
 /// process.
-TL_EXPORT void observeLoadedViews(ViewObserver observer);
+void observeLoadedViews(ViewObserver observer);
 
 } // namespace platform

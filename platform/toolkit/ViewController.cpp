@@ -1,7 +1,5 @@
 #include "platform/toolkit/ViewController.h"
 
-#include "platform/toolkit/Nib.h"
-
 #include <QEvent>
 
 namespace platform {

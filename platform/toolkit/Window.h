@@ -3,25 +3,17 @@
 #include "platform/foundation/Export.h"
 #include "platform/toolkit/ModalResponse.h"
 
-#include <QMargins>
-#include <QPointer>
 #include <QRectF>
 #include <QString>
 
 #include <functional>
 #include <memory>
-#include <optional>
 
 class QWidget;
 
 namespace platform {
 
 class WindowDelegate;
-class WindowWidget;
-class ChildWindows;
-class FrameAnimation;
-class SheetEdge;
-class SheetQueue;
 
 /// A top-level window around one content view, which fills it. Main thread only.
 ///
@@ -46,14 +38,20 @@ public:
 
     /// Null once the content has been moved elsewhere; such a window is not shown as a child window.
     QWidget* contentView() const;
+    /// Takes the view out of where it stands and gives it the window's size. The content before it goes off screen.
     void setContentView(QWidget* view);
 
+    ///@{
+    /// What the title bar and the window list of the system show.
     QString title() const;
     void setTitle(const QString& title);
+    ///@}
 
-    /// Kept weakly.
+    ///@{
+    /// Kept weakly; null for none.
     void setDelegate(const std::shared_ptr<WindowDelegate>& delegate);
     std::shared_ptr<WindowDelegate> delegate() const;
+    ///@}
 
     /// Until the window system has put the window on screen its decorations are not known, and the frame is the
     /// content's.
@@ -67,11 +65,14 @@ public:
     /// In the middle of its screen.
     void center();
 
+    /// On screen, also when other windows cover it.
     bool isVisible() const;
+    /// Whether it has the keyboard.
     bool isKeyWindow() const;
 
     /// Shows the window in front and gives it the keyboard. The first time it is centred unless setFrame() placed it.
     void makeKeyAndOrderFront();
+    /// Takes the window off screen without closing it: there is no windowWillClose, and a modal run goes on.
     void orderOut();
 
     /// windowWillClose, then off screen. Sheets of the window end with ModalResponse::Stop first; a window that is
@@ -99,67 +100,24 @@ public:
 
     // Child windows move, show and hide with their parent.
 
+    /// Where a child window stands relative to its parent.
     enum class Ordered { Below = -1, Above = 1 };
 
     /// The parent keeps the child alive; a child of another window changes over.
     void addChildWindow(const std::shared_ptr<Window>& child, Ordered ordered);
+    /// The child stays where it is, shown or not. Does nothing for a window that is no child of this one.
     void removeChildWindow(const std::shared_ptr<Window>& child);
+    /// The window this one is a child of, or null.
     std::shared_ptr<Window> parentWindow() const;
 
     /// The top-level widget, for what Qt says well enough (icon, screenshots, resizing).
     QWidget* widget() const;
 
-    /// For tests, where no window manager decorates: from now on every window's frame is taken to have these margins
-    /// around its content. nullopt goes back to the real ones.
-    static void pretendDecorations(std::optional<QMargins> margins);
-
 private:
-    friend class Application;
-    friend class ChildWindows;
-    friend class SheetQueue;
-    friend class WindowWidget;
-
     Window();
 
-    // What the widget reports.
-    bool userWantsToClose();
-    void geometryChanged();
-    void contentWantsLayout();
-    void contentLeft(const QObject* view);
-    void visibilityChanged(bool visible);
-    void keyChanged(bool isKey);
-
-    // What the window's own parts do with each other's windows. These rectangles are Qt's, of the content.
-    QRect contentRect() const;
-    void placeContentRect(const QRect& rect, bool smoothly);
-    void moveBy(const QPoint& distance);
-    void becomeSheetOf(const std::shared_ptr<Window>& parent);
-    void leaveSheet();
-    void showAsSheet();
-    void drawSheetEdge();
-    void setApplicationModal(bool modal);
-
-    void show();
-    void announceClose();
-    void focusFirstControl();
-    void takeAlong();
-    QMargins decorations() const;
-    void layOutContent(const QSize& size);
-    void limitUserToContent();
-    void setStyle(Qt::WindowFlags flags, Qt::WindowModality modality);
-
-    std::unique_ptr<WindowWidget> m_widget;
-    std::unique_ptr<FrameAnimation> m_animation;
-    std::unique_ptr<SheetQueue> m_sheets;
-    std::unique_ptr<ChildWindows> m_children;
-    QPointer<QWidget> m_content;
-    QPointer<SheetEdge> m_sheetEdge;
-    std::weak_ptr<WindowDelegate> m_delegate;
-    std::weak_ptr<Window> m_sheetParent;
-    std::weak_ptr<Window> m_parentWindow;
-    QPoint m_lastOrigin;
-    bool m_isPlaced = false;
-    bool m_isClosed = false;
+    struct Parts;
+    const std::unique_ptr<Parts> m_parts;
 };
 
 } // namespace platform

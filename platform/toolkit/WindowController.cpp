@@ -1,7 +1,5 @@
 #include "platform/toolkit/WindowController.h"
 
-#include "platform/toolkit/Nib.h"
-
 namespace platform {
 
 WindowController::~WindowController()
@@ -26,8 +24,8 @@ std::shared_ptr<Window> WindowController::window()
         return m_window;
     m_isLoading = true;
     windowWillLoad();
-    const NibViews views = loadNib();
-    m_window = Window::create(views.windowTitle, views.view ? views.view.data() : nullptr);
+    const LoadedView loaded = loadNib();
+    m_window = Window::create(loaded.windowTitle, loaded.view);
     m_window->setDelegate(sharedFrom(this));
     windowDidLoad();
     return m_window;

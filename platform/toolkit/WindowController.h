@@ -5,6 +5,11 @@
 #include "platform/toolkit/Window.h"
 #include "platform/toolkit/WindowDelegate.h"
 
+#include <QString>
+
+#include <memory>
+#include <optional>
+
 namespace platform {
 
 /// Owns a window that comes from an interface file, and is its delegate. A subclass declares its outlets and actions in
@@ -24,6 +29,7 @@ public:
     /// The first call loads: windowWillLoad(), the file, windowDidLoad(). Inside windowDidLoad() it answers the window.
     /// A file that is missing or broken gives an empty window. Null only before initWithWindowNibName().
     std::shared_ptr<Window> window();
+    /// Whether window() has loaded; true already inside windowDidLoad().
     bool isWindowLoaded() const { return m_window != nullptr; }
 
     /// Loads if need be, and brings the window to the front.
@@ -33,12 +39,15 @@ public:
     std::shared_ptr<Window> windowIfLoaded() const { return m_window; }
 
 protected:
+    /// The subclass's factory goes on with initWithWindowNibName().
     WindowController() = default;
 
     /// Loads nothing yet. Without a bundle the file is the host's (Bundle::mainBundle()).
     void initWithWindowNibName(const QString& name, const std::optional<Bundle>& bundle = std::nullopt);
 
+    /// Once, before the file is read; no outlet is connected.
     virtual void windowWillLoad() {}
+    /// Once, when the window is there, hidden, and outlets and actions are connected.
     virtual void windowDidLoad() {}
 
 private:

@@ -6,7 +6,7 @@ namespace platform {
 
 class Window;
 
-/// All calls on the main thread.
+/// Whoever wants to know what becomes of a window. All calls on the main thread.
 class TL_EXPORT WindowDelegate
 {
 public:
@@ -14,8 +14,11 @@ public:
 
     /// Once each time the window closes, by its user or by close(), while it is still on screen.
     virtual void windowWillClose(Window&) {}
+    ///@{
+    /// The window has got, or lost, the keyboard.
     virtual void windowDidBecomeKey(Window&) {}
     virtual void windowDidResignKey(Window&) {}
+    ///@}
 };
 
 } // namespace platform

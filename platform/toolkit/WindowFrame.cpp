@@ -1,18 +1,13 @@
-#include "platform/toolkit/ChildWindows.h"
-#include "platform/toolkit/FrameAnimation.h"
-#include "platform/toolkit/SheetQueue.h"
+#include "platform/toolkit/Decorations.h"
 #include "platform/toolkit/View.h"
-#include "platform/toolkit/WindowWidget.h"
+#include "platform/toolkit/WindowParts.h"
 
 #include <QGuiApplication>
 #include <QScreen>
-#include <QWindow>
 
 namespace platform {
 
 namespace {
-
-std::optional<QMargins> pretendedDecorations;
 
 QRect primaryScreen()
 {
@@ -37,98 +32,90 @@ QRect unflipped(const QRectF& frame)
 
 } // namespace
 
-QMargins Window::decorations() const
+QMargins WindowParts::decorations() const
 {
-    if (pretendedDecorations)
-        return *pretendedDecorations;
-    const QWindow* handle = m_widget->windowHandle();
-    return handle ? handle->frameMargins() : QMargins();
+    return decorationsOf(widget);
 }
 
-void Window::pretendDecorations(std::optional<QMargins> margins)
+QRect WindowParts::contentRect() const
 {
-    pretendedDecorations = margins;
-}
-
-QRect Window::contentRect() const
-{
-    return m_animation->target().value_or(m_widget->geometry());
+    return animation.target().value_or(widget.geometry());
 }
 
 QRectF Window::frame() const
 {
-    return flipped(contentRect().marginsAdded(decorations()));
+    return flipped(m_parts->contentRect().marginsAdded(m_parts->decorations()));
 }
 
 void Window::setFrame(const QRectF& frame, bool display, bool animate)
 {
-    m_isPlaced = true;
-    placeContentRect(unflipped(frame).marginsRemoved(decorations()), animate);
-    if (display && m_content && m_widget->isVisible())
-        m_content->repaint();
+    m_parts->isPlaced = true;
+    m_parts->placeContentRect(unflipped(frame).marginsRemoved(m_parts->decorations()), animate);
+    if (display && m_parts->content && m_parts->widget.isVisible())
+        m_parts->content->repaint();
 }
 
 // The content has its final size before the edges start to move: whoever measures it meanwhile finds it in step with
 // frame(), and it is laid out once, not at every step.
-void Window::placeContentRect(const QRect& rect, bool smoothly)
+void WindowParts::placeContentRect(const QRect& rect, bool smoothly)
 {
     const QRect target(rect.topLeft(), rect.size().expandedTo(QSize(0, 0)));
-    m_widget->setMinimumSize(0, 0);
+    widget.setMinimumSize(0, 0);
     layOutContent(target.size());
-    m_animation->moveTo(target, smoothly);
+    animation.moveTo(target, smoothly);
     takeAlong();
 }
 
-void Window::moveBy(const QPoint& distance)
+void WindowParts::moveBy(const QPoint& distance)
 {
     placeContentRect(contentRect().translated(distance), false);
 }
 
 void Window::center()
 {
-    const QScreen* screen = m_widget->screen();
+    const QScreen* screen = m_parts->widget.screen();
     if (!screen)
         return;
-    m_isPlaced = true;
-    QRect rect = contentRect().marginsAdded(decorations());
+    m_parts->isPlaced = true;
+    QRect rect = m_parts->contentRect().marginsAdded(m_parts->decorations());
     rect.moveCenter(screen->availableGeometry().center());
-    placeContentRect(rect.marginsRemoved(decorations()), false);
+    m_parts->placeContentRect(rect.marginsRemoved(m_parts->decorations()), false);
 }
 
-void Window::layOutContent(const QSize& size)
+void WindowParts::layOutContent(const QSize& size)
 {
-    if (!m_content)
+    if (!content)
         return;
-    m_content->setGeometry(QRect(QPoint(0, 0), size));
-    if (!m_content->isVisible())
-        layoutSubtreeIfNeeded(m_content);
+    content->setGeometry(QRect(QPoint(0, 0), size));
+    if (!content->isVisible())
+        layoutSubtreeIfNeeded(content);
 }
 
-void Window::limitUserToContent()
+void WindowParts::limitUserToContent()
 {
-    if (m_content && !m_animation->target())
-        m_widget->setMinimumSize(m_content->minimumSizeHint().boundedTo(m_widget->size()).expandedTo(QSize(0, 0)));
+    if (content && !animation.target())
+        widget.setMinimumSize(content->minimumSizeHint().boundedTo(widget.size()).expandedTo(QSize(0, 0)));
 }
 
-void Window::takeAlong()
+void WindowParts::takeAlong()
 {
-    const QPoint distance = contentRect().topLeft() - m_lastOrigin;
+    const QPoint distance = contentRect().topLeft() - lastOrigin;
     if (distance.isNull())
         return;
-    m_lastOrigin += distance;
-    m_children->parentMoved(distance);
-    m_sheets->parentMoved(distance);
+    lastOrigin += distance;
+    children.parentMoved(distance);
+    sheets.parentMoved(distance);
 }
 
-void Window::geometryChanged()
+void WindowParts::geometryChanged()
 {
-    if (!m_animation->target())
-        layOutContent(m_widget->size());
+    if (!animation.target())
+        layOutContent(widget.size());
     limitUserToContent();
     takeAlong();
 }
 
-void Window::contentWantsLayout()
+void WindowParts::contentWantsLayout()
 {
     limitUserToContent();
 }

@@ -1,8 +1,4 @@
-#include "platform/toolkit/ChildWindows.h"
-#include "platform/toolkit/FrameAnimation.h"
-#include "platform/toolkit/SheetEdge.h"
-#include "platform/toolkit/SheetQueue.h"
-#include "platform/toolkit/WindowWidget.h"
+#include "platform/toolkit/WindowParts.h"
 
 #include <QScreen>
 #include <QWindow>
@@ -31,83 +27,84 @@ QRect keptInside(QRect rect, const QRect& area)
 void Window::beginSheet(const std::shared_ptr<Window>& sheet, SheetCompletion completion)
 {
     if (sheet)
-        m_sheets->begin(sheet, std::move(completion));
+        m_parts->sheets.begin(sheet, std::move(completion));
 }
 
 void Window::endSheet(const std::shared_ptr<Window>& sheet, int returnCode)
 {
     if (sheet)
-        m_sheets->end(sheet, returnCode);
+        m_parts->sheets.end(sheet, returnCode);
 }
 
 std::shared_ptr<Window> Window::sheetParent() const
 {
-    return m_sheetParent.lock();
+    return m_parts->sheetParent.lock();
 }
 
 std::shared_ptr<Window> Window::attachedSheet() const
 {
-    return m_sheets->attached();
+    return m_parts->sheets.attached();
 }
 
-void Window::becomeSheetOf(const std::shared_ptr<Window>& parent)
+void WindowParts::becomeSheetOf(const std::shared_ptr<Window>& parent)
 {
-    orderOut();
-    m_sheetParent = parent;
+    widget.hide();
+    sheetParent = parent;
 }
 
-void Window::leaveSheet()
+void WindowParts::leaveSheet()
 {
-    m_sheetParent.reset();
-    orderOut();
-    delete m_sheetEdge;
-    if (QWindow* handle = m_widget->windowHandle())
+    sheetParent.reset();
+    widget.hide();
+    delete sheetEdge;
+    if (QWindow* handle = widget.windowHandle())
         handle->setTransientParent(nullptr);
 }
 
-void Window::showAsSheet()
+void WindowParts::showAsSheet()
 {
-    const std::shared_ptr<Window> parent = sheetParent();
-    if (!parent)
+    const std::shared_ptr<Window> shared = sheetParent.lock();
+    if (!shared)
         return;
+    const WindowParts& parent = of(*shared);
     setStyle(sheetStyle, Qt::WindowModal);
-    m_widget->setAttribute(Qt::WA_QuitOnClose, false);
-    m_widget->winId();
-    m_widget->windowHandle()->setTransientParent(parent->m_widget->windowHandle());
+    widget.setAttribute(Qt::WA_QuitOnClose, false);
+    widget.winId();
+    widget.windowHandle()->setTransientParent(parent.widget.windowHandle());
 
-    const QRect below = parent->contentRect();
+    const QRect below = parent.contentRect();
     QRect rect = contentRect();
     rect.moveTo(below.left() + (below.width() - rect.width()) / 2, below.top() + decorations().top());
-    placeContentRect(keptInside(rect, parent->m_widget->screen()->availableGeometry()), false);
+    placeContentRect(keptInside(rect, parent.widget.screen()->availableGeometry()), false);
     show();
     drawSheetEdge();
-    m_widget->activateWindow();
+    widget.activateWindow();
     focusFirstControl();
 }
 
-void Window::drawSheetEdge()
+void WindowParts::drawSheetEdge()
 {
-    if (!m_sheetEdge)
-        m_sheetEdge = new SheetEdge(m_widget.get());
-    m_sheetEdge->setVisible(decorations().isNull());
-    m_sheetEdge->raise();
+    if (!sheetEdge)
+        sheetEdge = new SheetEdge(&widget);
+    sheetEdge->setVisible(decorations().isNull());
+    sheetEdge->raise();
 }
 
 void Window::addChildWindow(const std::shared_ptr<Window>& child, Ordered ordered)
 {
     if (child && child.get() != this)
-        m_children->add(child, ordered);
+        m_parts->children.add(child, ordered);
 }
 
 void Window::removeChildWindow(const std::shared_ptr<Window>& child)
 {
     if (child)
-        m_children->remove(child);
+        m_parts->children.remove(child);
 }
 
 std::shared_ptr<Window> Window::parentWindow() const
 {
-    return m_parentWindow.lock();
+    return m_parts->parentWindow.lock();
 }
 
 } // namespace platform

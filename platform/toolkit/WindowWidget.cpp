@@ -1,7 +1,7 @@
 #include "platform/toolkit/WindowWidget.h"
 
 #include "platform/toolkit/Retained.h"
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/WindowParts.h"
 
 #include <QChildEvent>
 #include <QCloseEvent>
@@ -29,8 +29,8 @@ bool clickFirst(const QWidget& window, Condition condition)
 
 } // namespace
 
-WindowWidget::WindowWidget(Window& window)
-    : m_window(window)
+WindowWidget::WindowWidget(WindowParts& parts)
+    : m_parts(parts)
 {
 }
 
@@ -52,9 +52,9 @@ bool WindowWidget::clickDefaultButton()
 bool WindowWidget::event(QEvent* event)
 {
     if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate)
-        m_window.keyChanged(event->type() == QEvent::WindowActivate);
+        m_parts.keyChanged(event->type() == QEvent::WindowActivate);
     else if (event->type() == QEvent::LayoutRequest)
-        m_window.contentWantsLayout();
+        m_parts.contentWantsLayout();
     return QWidget::event(event);
 }
 
@@ -62,13 +62,13 @@ void WindowWidget::childEvent(QChildEvent* event)
 {
     QWidget::childEvent(event);
     if (event->removed())
-        m_window.contentLeft(event->child());
+        m_parts.contentLeft(event->child());
 }
 
 void WindowWidget::closeEvent(QCloseEvent* event)
 {
-    const std::shared_ptr<Window> kept = m_window.shared_from_this();
-    event->setAccepted(kept->userWantsToClose());
+    const std::shared_ptr<Window> kept = m_parts.window.shared_from_this();
+    event->setAccepted(m_parts.userWantsToClose());
     retainUntilNextTurn(kept);
 }
 
@@ -83,27 +83,27 @@ void WindowWidget::keyPressEvent(QKeyEvent* event)
 void WindowWidget::moveEvent(QMoveEvent* event)
 {
     QWidget::moveEvent(event);
-    m_window.geometryChanged();
+    m_parts.geometryChanged();
 }
 
 void WindowWidget::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    m_window.geometryChanged();
+    m_parts.geometryChanged();
 }
 
 void WindowWidget::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     if (!event->spontaneous())
-        m_window.visibilityChanged(true);
+        m_parts.visibilityChanged(true);
 }
 
 void WindowWidget::hideEvent(QHideEvent* event)
 {
     QWidget::hideEvent(event);
     if (!event->spontaneous())
-        m_window.visibilityChanged(false);
+        m_parts.visibilityChanged(false);
 }
 
 } // namespace platform

@@ -4,15 +4,15 @@
 
 namespace platform {
 
-class Window;
+struct WindowParts;
 
-/// The top-level widget of a Window; hands the window what happens to it.
+/// The top-level widget of a Window; tells the window's parts what happens to it.
 class WindowWidget : public QWidget
 {
 public:
-    explicit WindowWidget(Window& window);
+    explicit WindowWidget(WindowParts& parts);
 
-    Window& window() const { return m_window; }
+    WindowParts& parts() const { return m_parts; }
 
     /// Clicks the visible button whose shortcut is Escape; false if there is none.
     bool clickCancelButton();
@@ -30,7 +30,7 @@ protected:
 private:
     bool clickDefaultButton();
 
-    Window& m_window;
+    WindowParts& m_parts;
 };
 
 } // namespace platform

@@ -4,6 +4,8 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -14,6 +16,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::Not;
 using tests::runProgram;
 
@@ -135,6 +138,30 @@ TEST(InstalledTree, namesNoFolderOfTheBuild)
         EXPECT_FALSE(text.readAll().contains(PROJECT_FOLDER)) << text.fileName().toStdString();
     }
     EXPECT_GT(files, 40);
+}
+
+TEST(InstalledTree, namesNoClassThatItDoesNotHave)
+{
+    static const QRegularExpression aDefinition(QStringLiteral("(?:class|struct) (?:TL_EXPORT )?(\\w+)[^;{]*\\{"));
+    // Classes inside another one are that one's own affair.
+    static const QRegularExpression aMention(QStringLiteral("^(?:| *friend )(?:class|struct) (\\w+);"),
+                                             QRegularExpression::MultilineOption);
+    QSet<QString> defined;
+    QSet<QString> mentioned;
+    QDirIterator header(prefix + QStringLiteral("/include"), {QStringLiteral("*.h")}, QDir::Files,
+                        QDirIterator::Subdirectories);
+    while (header.hasNext()) {
+        QFile file(header.next());
+        ASSERT_TRUE(file.open(QFile::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        for (auto found = aDefinition.globalMatch(text); found.hasNext();)
+            defined.insert(found.next().captured(1));
+        for (auto found = aMention.globalMatch(text); found.hasNext();)
+            mentioned.insert(found.next().captured(1));
+    }
+    EXPECT_GT(mentioned.size(), 5);
+    mentioned.remove(QStringLiteral("QWidget"));
+    EXPECT_THAT((mentioned - defined).values(), IsEmpty());
 }
 
 TEST(InstalledTree, isFoundInItsMajorVersionOnly)

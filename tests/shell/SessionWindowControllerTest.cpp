@@ -1,4 +1,5 @@
 #include "platform/toolkit/Application.h"
+#include "platform/toolkit/Decorations.h"
 #include "platform/toolkit/View.h"
 #include "tests/shell/TLJiraUploadTest.h"
 
@@ -13,12 +14,12 @@ using namespace testing;
 class SessionWindowControllerTest : public TLJiraUploadTest
 {
 protected:
-    ~SessionWindowControllerTest() override { platform::Window::pretendDecorations(std::nullopt); }
+    ~SessionWindowControllerTest() override { platform::pretendDecorations(std::nullopt); }
 
     /// Shows the window with its login form, and with a frame 4 wide at the sides and below and a title bar of 30.
     void openDecorated()
     {
-        platform::Window::pretendDecorations(QMargins(4, 30, 4, 4));
+        platform::pretendDecorations(QMargins(4, 30, 4, 4));
         open();
         ASSERT_TRUE(waitForLoginForm());
         forgetThePast();
@@ -61,7 +62,7 @@ TEST_F(SessionWindowControllerTest, movesItsUpperRightCornerOutwardsByTheDecorat
 
 TEST_F(SessionWindowControllerTest, staysInItsCornerWithoutDecorations)
 {
-    platform::Window::pretendDecorations(QMargins());
+    platform::pretendDecorations(QMargins());
     open();
     ASSERT_TRUE(waitForLoginForm());
     entry->window()->setFrame(QRectF(200, 100, 600, 400), false);

@@ -16,9 +16,10 @@ qint64 increment(qint64 now, qint64 reported)
 
 } // namespace
 
-TaskRelay::TaskRelay(std::shared_ptr<URLSessionTask> task, std::weak_ptr<URLSession> session,
+TaskRelay::TaskRelay(std::shared_ptr<URLSessionTask> task, TaskParts& parts, std::weak_ptr<URLSession> session,
                      std::weak_ptr<URLSessionDelegate> delegate)
     : m_task(std::move(task))
+    , m_parts(parts)
     , m_session(std::move(session))
     , m_delegate(std::move(delegate))
 {
@@ -70,14 +71,13 @@ void TaskRelay::deliverEnd(TransferResult& result)
     if (m_session.expired())
         return;
     const std::shared_ptr<URLSessionDelegate> delegate = m_delegate.lock();
-    if (!task->complete())
+    if (!m_parts.complete())
         result = {makeURLError(URLError::Cancelled), std::nullopt, Data(), nullptr};
 
     const auto download = std::dynamic_pointer_cast<URLSessionDownloadTask>(task);
     if (delegate && download && !result.error)
         delegate->didFinishDownloadingToURL(download, result.file->path());
-    if (const auto data = std::dynamic_pointer_cast<URLSessionDataTask>(task))
-        data->callCompletion(result.body, result.response, result.error);
+    m_parts.callCompletion(result.body, result.response, result.error);
     if (delegate)
         delegate->didCompleteWithError(task, result.error);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/URLSession.h"
+#include "platform/foundation/curl/TaskParts.h"
 #include "platform/foundation/curl/TransferObserver.h"
 
 #include <memory>
@@ -14,7 +15,8 @@ namespace platform {
 class TaskRelay : public TransferObserver, public std::enable_shared_from_this<TaskRelay>
 {
 public:
-    TaskRelay(std::shared_ptr<URLSessionTask> task, std::weak_ptr<URLSession> session,
+    /// `parts` are those of the task.
+    TaskRelay(std::shared_ptr<URLSessionTask> task, TaskParts& parts, std::weak_ptr<URLSession> session,
               std::weak_ptr<URLSessionDelegate> delegate);
 
     void transferMoved(const TransferProgress& progress) override;
@@ -26,6 +28,7 @@ private:
     void reportNews(URLSessionDelegate& delegate);
 
     std::shared_ptr<URLSessionTask> m_task;
+    TaskParts& m_parts;
     const std::weak_ptr<URLSession> m_session;
     const std::weak_ptr<URLSessionDelegate> m_delegate;
 

@@ -1,6 +1,5 @@
 #include "platform/foundation/curl/Transfer.h"
 
-#include "platform/foundation/HTTPCookieStorage.h"
 #include "platform/foundation/URL.h"
 #include "platform/foundation/curl/CurlError.h"
 #include "platform/foundation/curl/CurlShare.h"
@@ -53,10 +52,11 @@ Transfer::Clock::duration asDuration(double seconds)
 
 } // namespace
 
-Transfer::Transfer(URLRequest request, const URLSessionConfiguration& configuration,
+Transfer::Transfer(URLRequest request, const URLSessionConfiguration& configuration, std::shared_ptr<CookieJar> jar,
                    AnswerBody::Destination destination, std::shared_ptr<TransferObserver> observer)
     : m_request(std::move(request))
     , m_configuration(configuration)
+    , m_jar(std::move(jar))
     , m_destination(destination)
     , m_observer(std::move(observer))
     , m_timeout(asDuration(m_request.timeoutInterval))
@@ -173,9 +173,8 @@ void Transfer::setHeaders()
 
 void Transfer::setCookies(const QString& explicitCookies)
 {
-    const auto& jar = m_configuration.HTTPCookieStorage;
-    const bool usesJar = jar && m_configuration.HTTPShouldSetCookies && m_request.HTTPShouldHandleCookies;
-    curl_easy_setopt(m_easy, CURLOPT_SHARE, usesJar ? jar->share().handle() : nullptr);
+    const bool usesJar = m_jar && m_configuration.HTTPShouldSetCookies && m_request.HTTPShouldHandleCookies;
+    curl_easy_setopt(m_easy, CURLOPT_SHARE, usesJar ? m_jar->share().handle() : nullptr);
     // Sharing alone would send the jar's cookies, but take up none.
     if (usesJar)
         curl_easy_setopt(m_easy, CURLOPT_COOKIEFILE, "");
@@ -309,8 +308,8 @@ bool Transfer::isRedirect() const
 
 bool Transfer::finishHop(CURLcode code)
 {
-    if (m_head.setsCookies() && m_configuration.HTTPCookieStorage)
-        m_configuration.HTTPCookieStorage->saveChanges();
+    if (m_head.setsCookies() && m_jar)
+        m_jar->saveChanges();
 
     TransferResult result;
     result.error = errorOf(code);

@@ -4,6 +4,7 @@
 #include "platform/foundation/URLSessionConfiguration.h"
 #include "platform/foundation/curl/AnswerBody.h"
 #include "platform/foundation/curl/AnswerHead.h"
+#include "platform/foundation/curl/CookieJar.h"
 #include "platform/foundation/curl/TransferObserver.h"
 
 #include <curl/curl.h>
@@ -21,8 +22,9 @@ class Transfer
 public:
     using Clock = std::chrono::steady_clock;
 
-    Transfer(URLRequest request, const URLSessionConfiguration& configuration, AnswerBody::Destination destination,
-             std::shared_ptr<TransferObserver> observer);
+    /// Without a jar the transfer takes part in no cookies but those of the request.
+    Transfer(URLRequest request, const URLSessionConfiguration& configuration, std::shared_ptr<CookieJar> jar,
+             AnswerBody::Destination destination, std::shared_ptr<TransferObserver> observer);
     ~Transfer();
     Transfer(const Transfer&) = delete;
     Transfer& operator=(const Transfer&) = delete;
@@ -77,6 +79,7 @@ private:
 
     URLRequest m_request;
     const URLSessionConfiguration m_configuration;
+    const std::shared_ptr<CookieJar> m_jar;
     const AnswerBody::Destination m_destination;
     const std::shared_ptr<TransferObserver> m_observer;
     const Clock::duration m_timeout;

@@ -1,5 +1,6 @@
 #include "platform/toolkit/Application.h"
 
+#include "platform/toolkit/Decorations.h"
 #include "platform/toolkit/Window.h"
 #include "platform/toolkit/WindowDelegate.h"
 #include "tests/support/WaitUntil.h"
@@ -40,10 +41,10 @@ class ModalRun : public testing::Test
 protected:
     ModalRun()
     {
-        Window::pretendDecorations(QMargins());
+        pretendDecorations(QMargins());
         window->widget()->resize(300, 200);
     }
-    ~ModalRun() override { Window::pretendDecorations(std::nullopt); }
+    ~ModalRun() override { pretendDecorations(std::nullopt); }
 
     std::shared_ptr<Window> window = Window::create(QStringLiteral("Modal"), new QWidget);
     std::shared_ptr<Window> other = Window::create(QStringLiteral("Other"), new QWidget);

@@ -1,5 +1,6 @@
 #include "platform/toolkit/TableView.h"
 
+#include "platform/toolkit/Decorations.h"
 #include "platform/toolkit/Nib.h"
 #include "platform/toolkit/ViewClasses.h"
 #include "platform/toolkit/Window.h"
@@ -59,14 +60,14 @@ class TableViewTest : public testing::Test
 protected:
     TableViewTest()
     {
-        Window::pretendDecorations(QMargins());
+        pretendDecorations(QMargins());
         registerViewClass<TestCell>(QStringLiteral("TestCell"));
         const Nib::Views views = Nib::load(QStringLiteral("List"), tests::forms())->instantiate();
         window = Window::create(QStringLiteral("List"), views.view);
         table = views.view->findChild<TableView*>(QStringLiteral("tableView"));
         table->setDataSource(&rows);
     }
-    ~TableViewTest() override { Window::pretendDecorations(std::nullopt); }
+    ~TableViewTest() override { pretendDecorations(std::nullopt); }
 
     void show(qint64 count)
     {
@@ -325,9 +326,29 @@ TEST_F(TableViewTest, isEmptyWithoutADataSource)
     EXPECT_EQ(table->cellAtRow(0), nullptr);
 }
 
+TEST_F(TableViewTest, showsCellsThatAreMadeWithoutAnInterfaceFile)
+{
+    table->setCellMaker([](const QString& identifier) {
+        auto* cell = new TestCell(nullptr);
+        cell->resize(viewHeight, cellHeight);
+        auto* label = new QLabel(cell);
+        label->setObjectName(QStringLiteral("titleLabel"));
+        cell->wake(identifier);
+        return cell;
+    });
+    show(100);
+
+    auto* cell = dynamic_cast<TestCell*>(table->cellAtRow(2));
+    ASSERT_NE(cell, nullptr);
+    EXPECT_EQ(cell->identifier(), QStringLiteral("testCell"));
+    EXPECT_EQ(cell->timesAwoken, 1);
+    EXPECT_EQ(titleAt(2), QStringLiteral("2"));
+    EXPECT_THAT(cell->connectOutlets(), ElementsAre(QStringLiteral("downloadButton")));
+}
+
 TEST_F(TableViewTest, leavesARowEmptyForWhichThereIsNoCell)
 {
-    table->setNib(nullptr);
+    table->setCellMaker(nullptr);
 
     show(10);
 

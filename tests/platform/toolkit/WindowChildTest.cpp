@@ -1,3 +1,4 @@
+#include "platform/toolkit/Decorations.h"
 #include "platform/toolkit/View.h"
 #include "platform/toolkit/Window.h"
 
@@ -14,11 +15,11 @@ class ChildWindow : public testing::Test
 protected:
     ChildWindow()
     {
-        Window::pretendDecorations(QMargins());
+        pretendDecorations(QMargins());
         parent->setFrame(QRectF(100, 100, 300, 200), true);
         child->setFrame(QRectF(500, 150, 100, 80), true);
     }
-    ~ChildWindow() override { Window::pretendDecorations(std::nullopt); }
+    ~ChildWindow() override { pretendDecorations(std::nullopt); }
 
     QWidget parentContent;
     QWidget childContent;

@@ -1,4 +1,5 @@
 #include "platform/foundation/Format.h"
+#include "platform/toolkit/Decorations.h"
 #include "platform/toolkit/Window.h"
 #include "tests/support/WaitUntil.h"
 
@@ -24,8 +25,8 @@ double screenHeight()
 class WindowFrame : public testing::TestWithParam<QMargins>
 {
 protected:
-    WindowFrame() { Window::pretendDecorations(GetParam()); }
-    ~WindowFrame() override { Window::pretendDecorations(std::nullopt); }
+    WindowFrame() { pretendDecorations(GetParam()); }
+    ~WindowFrame() override { pretendDecorations(std::nullopt); }
 
     QMargins margins() const { return GetParam(); }
 
@@ -168,8 +169,8 @@ TEST_P(WindowFrame, isCentredWhenTheWindowIsFirstShownUnplaced)
 class WindowContent : public testing::Test
 {
 protected:
-    WindowContent() { Window::pretendDecorations(QMargins()); }
-    ~WindowContent() override { Window::pretendDecorations(std::nullopt); }
+    WindowContent() { pretendDecorations(QMargins()); }
+    ~WindowContent() override { pretendDecorations(std::nullopt); }
 };
 
 TEST_F(WindowContent, isLaidOutWithTheFrameThoughNothingWasShownYet)

@@ -1,3 +1,4 @@
+#include "platform/toolkit/Decorations.h"
 #include "platform/toolkit/Window.h"
 #include "platform/toolkit/WindowDelegate.h"
 #include "tests/support/LogCapture.h"
@@ -28,12 +29,12 @@ class Sheet : public testing::Test
 protected:
     Sheet()
     {
-        Window::pretendDecorations(QMargins());
+        pretendDecorations(QMargins());
         parent->setFrame(QRectF(200, 100, 400, 300), true);
         parent->makeKeyAndOrderFront();
     }
 
-    ~Sheet() override { Window::pretendDecorations(std::nullopt); }
+    ~Sheet() override { pretendDecorations(std::nullopt); }
 
     Window::SheetCompletion note()
     {
@@ -65,7 +66,7 @@ TEST_F(Sheet, hangsCentredUnderTheUpperEdgeOfItsParent)
 
 TEST_F(Sheet, hangsBelowTheParentsTitleBarWithItsOwnBelowIt)
 {
-    Window::pretendDecorations(QMargins(0, 24, 0, 0));
+    pretendDecorations(QMargins(0, 24, 0, 0));
     parent->setFrame(QRectF(200, 100, 400, 324), true);
 
     parent->beginSheet(sheet, note());
@@ -83,7 +84,7 @@ TEST_F(Sheet, isSetOffFromItsParentByALineWhereNothingElseDoes)
     parent->endSheet(sheet);
     EXPECT_EQ(sheet->widget()->grab().toImage().pixelColor(0, 50), inside);
 
-    Window::pretendDecorations(QMargins(1, 24, 1, 1));
+    pretendDecorations(QMargins(1, 24, 1, 1));
     parent->beginSheet(sheet, note());
     EXPECT_EQ(sheet->widget()->grab().toImage().pixelColor(0, 50), inside);
 }

@@ -1,0 +1,57 @@
+#include "tests/platform/foundation/SessionTest.h"
+
+#include <QTemporaryDir>
+
+namespace {
+
+using platform::HTTPCookieStorage;
+using platform::URLSessionConfiguration;
+using standin::Fault;
+using standin::Match;
+
+class URLSessionCookiesTest : public tests::SessionTest
+{
+protected:
+    /// Gets a cookie under this configuration, and asks again.
+    void askTwice(const URLSessionConfiguration& configuration)
+    {
+        session = platform::URLSession::sessionWithConfiguration(
+            configuration, std::shared_ptr<platform::URLSessionDelegate>(anchor, this));
+        server.misbehave(Match::next(), Fault().status(200, "").header("Set-Cookie", "own=1; Path=/"));
+        run(requestFor("x"));
+        server.misbehave(Match::next(), Fault().status(200, ""));
+        run(requestFor("x"));
+    }
+
+    QTemporaryDir folder;
+    URLSessionConfiguration configuration = URLSessionConfiguration::defaultSessionConfiguration();
+};
+
+TEST_F(URLSessionCookiesTest, AreThoseOfTheJarThatTheConfigurationNames)
+{
+    const auto jar = std::make_shared<HTTPCookieStorage>(folder.filePath(QStringLiteral("cookies.txt")));
+    configuration.HTTPCookieStorage = jar;
+    askTwice(configuration);
+    EXPECT_EQ(server.lastRequest().header("Cookie"), "own=1");
+    ASSERT_EQ(jar->cookies().size(), 1U);
+    EXPECT_EQ(jar->cookies()[0].name, QStringLiteral("own"));
+    EXPECT_TRUE(HTTPCookieStorage::sharedHTTPCookieStorage()->cookies().empty());
+}
+
+TEST_F(URLSessionCookiesTest, AreNoneWithoutAJar)
+{
+    configuration.HTTPCookieStorage = nullptr;
+    askTwice(configuration);
+    EXPECT_EQ(server.lastRequest().headerCount("Cookie"), 0);
+    EXPECT_TRUE(HTTPCookieStorage::sharedHTTPCookieStorage()->cookies().empty());
+}
+
+TEST_F(URLSessionCookiesTest, AreNoneWhenTheConfigurationSaysSo)
+{
+    configuration.HTTPShouldSetCookies = false;
+    askTwice(configuration);
+    EXPECT_EQ(server.lastRequest().headerCount("Cookie"), 0);
+    EXPECT_TRUE(HTTPCookieStorage::sharedHTTPCookieStorage()->cookies().empty());
+}
+
+} // namespace
