@@ -12,7 +12,7 @@
 #include <cstdlib>
 #include <functional>
 
-bool attach(const QString& name, const QByteArray& bytes);
+std::shared_ptr<TLJiraUpload> attach(const QString& name, const QByteArray& bytes);
 std::optional<QString> fetch();
 
 namespace {
@@ -52,9 +52,9 @@ void logIn(JALoginWindow& form)
 
 void attachAsUser()
 {
-    if (!attach(QStringLiteral("plan.tessaloom"), "wool"))
+    const auto upload = attach(QStringLiteral("plan.tessaloom"), "wool");
+    if (!upload)
         std::exit(1);
-    const auto upload = openWindow<TLJiraUpload>();
     logIn(*upload->jaLoginWindow());
     const auto body = upload->bodyViewController();
     waitFor("the upload panel", [&] { return isUsable(body->taskTextField()); });
