@@ -142,7 +142,8 @@ TEST(InstalledTree, namesNoFolderOfTheBuild)
 
 TEST(InstalledTree, namesNoClassThatItDoesNotHave)
 {
-    static const QRegularExpression aDefinition(QStringLiteral("(?:class|struct) (?:TL_EXPORT )?(\\w+)[^;{]*\\{"));
+    static const QRegularExpression aDefinition(QStringLiteral("^(?:class|struct) (?:TL_EXPORT )?(\\w+)[^;{]*\\{"),
+                                                QRegularExpression::MultilineOption);
     // Classes inside another one are that one's own affair.
     static const QRegularExpression aMention(QStringLiteral("^(?:| *friend )(?:class|struct) (\\w+);"),
                                              QRegularExpression::MultilineOption);

@@ -12,8 +12,8 @@ using standin::Match;
 class URLSessionCookiesTest : public tests::SessionTest
 {
 protected:
-    /// Gets a cookie under this configuration, and asks again.
-    void askTwice(const URLSessionConfiguration& configuration)
+    /// Gets a cookie and asks again.
+    void askTwice()
     {
         session = platform::URLSession::sessionWithConfiguration(
             configuration, std::shared_ptr<platform::URLSessionDelegate>(anchor, this));
@@ -31,7 +31,7 @@ TEST_F(URLSessionCookiesTest, AreThoseOfTheJarThatTheConfigurationNames)
 {
     const auto jar = std::make_shared<HTTPCookieStorage>(folder.filePath(QStringLiteral("cookies.txt")));
     configuration.HTTPCookieStorage = jar;
-    askTwice(configuration);
+    askTwice();
     EXPECT_EQ(server.lastRequest().header("Cookie"), "own=1");
     ASSERT_EQ(jar->cookies().size(), 1U);
     EXPECT_EQ(jar->cookies()[0].name, QStringLiteral("own"));
@@ -41,7 +41,7 @@ TEST_F(URLSessionCookiesTest, AreThoseOfTheJarThatTheConfigurationNames)
 TEST_F(URLSessionCookiesTest, AreNoneWithoutAJar)
 {
     configuration.HTTPCookieStorage = nullptr;
-    askTwice(configuration);
+    askTwice();
     EXPECT_EQ(server.lastRequest().headerCount("Cookie"), 0);
     EXPECT_TRUE(HTTPCookieStorage::sharedHTTPCookieStorage()->cookies().empty());
 }
@@ -49,7 +49,7 @@ TEST_F(URLSessionCookiesTest, AreNoneWithoutAJar)
 TEST_F(URLSessionCookiesTest, AreNoneWhenTheConfigurationSaysSo)
 {
     configuration.HTTPShouldSetCookies = false;
-    askTwice(configuration);
+    askTwice();
     EXPECT_EQ(server.lastRequest().headerCount("Cookie"), 0);
     EXPECT_TRUE(HTTPCookieStorage::sharedHTTPCookieStorage()->cookies().empty());
 }
