@@ -12,6 +12,7 @@
 #include "platform/toolkit/Layer.h"
 #include "platform/toolkit/OpenPanel.h"
 #include "platform/toolkit/View.h"
+#include "upload/DocumentFolder.h"
 
 namespace {
 
@@ -211,7 +212,7 @@ void JAUploadBodyViewController::uploadEnded(const std::optional<platform::Error
     const std::optional<QString> folder =
         path ? std::optional(platform::deletingLastPathComponent(*path)) : std::nullopt;
     platform::log(u"before delete src -> p1 = %@, p2 = %@", path, folder);
-    if (const auto removeError = platform::FileManager::removeItemAtPath(folder.value_or(QString())))
+    if (const auto removeError = platform::FileManager::removeItemAtPath(folderToRemove(path).value_or(QString())))
         platform::log(u"delete src rError -> %@", *removeError);
     if (error)
         m_jaUploadingWindow->setErrorState(*error);
