@@ -90,11 +90,13 @@ private:
 
 void attach(TLJiraControllerInterface& jira, const QString& document)
 {
-    const User user({logIn, [] { return enterKey("taskTextField", "uploadFileButton"); },
+    const User user({logIn,
                      [&] {
-                         // A second document has to wait for the first.
-                         return seen<QLabel>("sizeLabel") &&
-                                !jira.attach(QStringLiteral("other"), QStringLiteral("/other"));
+                         if (!enterKey("taskTextField", "uploadFileButton"))
+                             return false;
+                         if (jira.attach(QStringLiteral("other"), QStringLiteral("/other")))
+                             std::puts("a second document did not wait for the first");
+                         return true;
                      },
                      [] { return closeWhenDone("sizeLabel"); },
                      [] {
