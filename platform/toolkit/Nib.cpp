@@ -67,9 +67,9 @@ std::shared_ptr<Nib> Nib::load(const QString& name, const Bundle& bundle)
     return nib;
 }
 
-Nib::Views Nib::instantiate()
+NibViews Nib::instantiate()
 {
-    Views views;
+    NibViews views;
     if (m_text.isEmpty())
         return views;
     QString error;

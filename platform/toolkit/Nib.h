@@ -42,16 +42,12 @@ public:
     /// Never null. A file that is missing is logged, and instantiate() then brings nothing.
     static std::shared_ptr<Nib> load(const QString& name, const Bundle& bundle);
 
-    using Views = NibViews;
-
     /// Makes a fresh set of the file's views, which stand off screen and belong to the caller. Each is at least as
     /// large as its layout needs. A broken file is logged.
-    Views instantiate();
+    NibViews instantiate();
 
     /// Makes a fresh cell from the prototype of that identifier; null if the file has none, which is logged once.
     TableCellView* makeCell(const QString& identifier);
-
-    QString name() const { return m_name; }
 
     /// For the log: the name, and whether the file is the host's own.
     QString description() const { return m_description; }

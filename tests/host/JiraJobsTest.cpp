@@ -131,6 +131,21 @@ TEST(JiraJobs, answersNothingWhenTheDownloadWindowIsClosed)
     EXPECT_EQ(jira.download(), std::nullopt);
 }
 
+TEST(JiraJobs, answersNothingWhenTheDownloadWindowIsCancelled)
+{
+    JiraJobs jira;
+    QMetaObject::invokeMethod(
+        qApp,
+        [] {
+            const auto entry =
+                std::dynamic_pointer_cast<JMWindowController>(JAController::sharedInstance()->delegate());
+            entry->jaLoginWindow()->cancelButton()->click();
+        },
+        Qt::QueuedConnection);
+
+    EXPECT_EQ(jira.download(), std::nullopt);
+}
+
 TEST(JiraJobs, tellsTheOlderWindowOfTheDocumentAndItsPages)
 {
     tests::LogCapture log;

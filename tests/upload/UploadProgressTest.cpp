@@ -35,9 +35,12 @@ protected:
 
 TEST_F(UploadProgressTest, sendsTheDocumentUnderItsName)
 {
+    EXPECT_FALSE(panel->isUploading());
     upload();
+    EXPECT_TRUE(panel->isUploading());
 
     EXPECT_EQ(outcome(), QStringLiteral("DONE"));
+    EXPECT_FALSE(panel->isUploading());
     EXPECT_EQ(attachments(), QStringList(QStringLiteral("Plan.tessaloom: contents of the document\n")));
     EXPECT_EQ(panel->zipFilePath(), document.path());
 }

@@ -3,6 +3,7 @@
 #include "tests/support/LogCapture.h"
 #include "tests/support/Printers.h"
 #include "tests/support/WaitUntil.h"
+#include "tests/support/WithoutPrivileges.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -162,6 +163,41 @@ TEST_F(SharedFileTest, ADiskThatRefusesIsReported)
     EXPECT_FALSE(wasAsked);
     ASSERT_EQ(capture.lines().size(), 1);
     EXPECT_EQ(capture.lines().first(), m_path + QStringLiteral(" could not be written: its folder cannot be made"));
+}
+
+TEST_F(SharedFileTest, AFolderThatCannotBeWrittenIsReported)
+{
+    const tests::LogCapture capture;
+    const QString folder = QFileInfo(m_path).path();
+    ASSERT_TRUE(QDir().mkpath(folder));
+    ASSERT_TRUE(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
+    {
+        const tests::WithoutPrivileges user;
+        EXPECT_FALSE(SharedFile(m_path).rewrite(replaceBy("one")));
+    }
+    ASSERT_TRUE(QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    EXPECT_EQ(capture.lines(),
+              QStringList(m_path + QStringLiteral(" could not be written: its folder cannot be written")));
+}
+
+TEST_F(SharedFileTest, ADiskWithoutRoomForTheLockIsReported)
+{
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        // A limit on the size of files stands for the disk's.
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{0, 0};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const tests::LogCapture capture;
+        const bool isWritten = SharedFile(m_path).rewrite(replaceBy("one"));
+        const QStringList expected(m_path + QStringLiteral(" could not be written: there is no room in its folder"));
+        _exit(!isWritten && capture.lines() == expected ? 0 : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
 TEST_F(SharedFileTest, AFileThatCannotBeReplacedStaysAsItIs)

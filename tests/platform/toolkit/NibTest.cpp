@@ -24,7 +24,7 @@ std::shared_ptr<Nib> nibNamed(const char* name)
 
 TEST(Nib, ofAHolderGivesItsContentAndTheFurtherViews)
 {
-    const Nib::Views views = nibNamed("Form")->instantiate();
+    const NibViews views = nibNamed("Form")->instantiate();
 
     ASSERT_TRUE(views.view);
     EXPECT_EQ(views.view->objectName(), QStringLiteral("view"));
@@ -37,7 +37,7 @@ TEST(Nib, ofAHolderGivesItsContentAndTheFurtherViews)
 
 TEST(Nib, withoutAContentViewIsItselfTheView)
 {
-    const Nib::Views views = nibNamed("Plain")->instantiate();
+    const NibViews views = nibNamed("Plain")->instantiate();
 
     ASSERT_TRUE(views.view);
     EXPECT_EQ(views.view->objectName(), QStringLiteral("Plain"));
@@ -47,7 +47,7 @@ TEST(Nib, withoutAContentViewIsItselfTheView)
 
 TEST(Nib, makesItsViewsLargeEnoughForWhatTheyHold)
 {
-    const Nib::Views views = nibNamed("Plain")->instantiate();
+    const NibViews views = nibNamed("Plain")->instantiate();
 
     EXPECT_EQ(views.view->size(), views.view->minimumSizeHint());
     EXPECT_GE(views.view->width(), 120);
@@ -62,7 +62,7 @@ TEST(Nib, givesFreshViewsEachTime)
 
 TEST(Nib, leavesItsViewsOffScreenEvenWhenMadeVisible)
 {
-    const Nib::Views views = nibNamed("Form")->instantiate();
+    const NibViews views = nibNamed("Form")->instantiate();
 
     views.rest[0]->setVisible(true);
 
@@ -72,7 +72,7 @@ TEST(Nib, leavesItsViewsOffScreenEvenWhenMadeVisible)
 
 TEST(Nib, makesTheToolkitsOwnViews)
 {
-    const Nib::Views views = nibNamed("Form")->instantiate();
+    const NibViews views = nibNamed("Form")->instantiate();
 
     EXPECT_NE(views.view->findChild<ProgressIndicator*>(QStringLiteral("spiner")), nullptr);
 }
@@ -81,7 +81,7 @@ TEST(Nib, thatIsMissingIsLoggedByName)
 {
     const tests::LogCapture log;
 
-    const Nib::Views views = nibNamed("Nowhere")->instantiate();
+    const NibViews views = nibNamed("Nowhere")->instantiate();
 
     EXPECT_FALSE(views.view);
     ASSERT_THAT(log.lines(), SizeIs(1));
@@ -93,7 +93,7 @@ TEST(Nib, thatIsBrokenIsLoggedByName)
 {
     const tests::LogCapture log;
 
-    const Nib::Views views = nibNamed("Broken")->instantiate();
+    const NibViews views = nibNamed("Broken")->instantiate();
 
     EXPECT_FALSE(views.view);
     ASSERT_THAT(log.lines(), SizeIs(1));
@@ -135,7 +135,7 @@ TEST(Nib, keepsPrototypesOutOfItsViews)
 {
     registerViewClass<tests::TestCell>(QStringLiteral("TestCell"));
 
-    const Nib::Views views = nibNamed("List")->instantiate();
+    const NibViews views = nibNamed("List")->instantiate();
 
     ASSERT_THAT(views.rest, SizeIs(1));
     EXPECT_EQ(views.rest[0]->objectName(), QStringLiteral("plainWidget"));

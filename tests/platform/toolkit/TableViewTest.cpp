@@ -62,7 +62,7 @@ protected:
     {
         pretendDecorations(QMargins());
         registerViewClass<TestCell>(QStringLiteral("TestCell"));
-        const Nib::Views views = Nib::load(QStringLiteral("List"), tests::forms())->instantiate();
+        const NibViews views = Nib::load(QStringLiteral("List"), tests::forms())->instantiate();
         window = Window::create(QStringLiteral("List"), views.view);
         table = views.view->findChild<TableView*>(QStringLiteral("tableView"));
         table->setDataSource(&rows);
