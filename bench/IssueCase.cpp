@@ -29,7 +29,7 @@ Row dateRow(int runs)
 {
     const QString pattern = QStringLiteral("yyyy-MM-dd'T'HH:mm:s.SSSZZZ");
     const QString text = QStringLiteral("2017-10-16T10:06:29.399+0200");
-    const platform::DateFormatter shared = platform::DateFormatter::withPattern(pattern);
+    const tljira::DateFormatter shared = tljira::DateFormatter::withPattern(pattern);
     int read = 0;
     const Comparison comparison = compare(
         runs,
@@ -42,7 +42,7 @@ Row dateRow(int runs)
         [&] {
             return secondsOf([&] {
                 for (int i = 0; i < formatters; ++i)
-                    read += platform::DateFormatter::withPattern(pattern).dateFromString(text).has_value();
+                    read += tljira::DateFormatter::withPattern(pattern).dateFromString(text).has_value();
             });
         });
     const double ours = comparison.ours / attachments;
@@ -66,12 +66,12 @@ std::vector<Row> issueCase(const Bench& bench)
         bench.runs,
         [&] {
             return secondsOf([&] {
-                const auto issue = JAIssueObject::initWithDictionary(platform::decodeJSON(answer)->toObject());
+                const auto issue = JAIssueObject::initWithDictionary(tljira::decodeJSON(answer)->toObject());
                 made = issue->attachments().size();
             });
         },
         [&] {
-            return secondsOf([&] { made = static_cast<std::size_t>(platform::decodeJSON(answer)->toObject().size()); });
+            return secondsOf([&] { made = static_cast<std::size_t>(tljira::decodeJSON(answer)->toObject().size()); });
         });
     const double ours = comparison.ours / attachments;
     const double parsing = comparison.peer / attachments;

@@ -37,7 +37,7 @@ int main(int argc, char** argv)
     if (arguments.size() != 4)
         return 2;
     const QString sessionValue = arguments[3].section(u'=', 1);
-    platform::URLSessionConfiguration::setDefaultRoutes({arguments[1]});
+    tljira::URLSessionConfiguration::setDefaultRoutes({arguments[1]});
     JAController::sharedInstance()->setHost(QStringLiteral("http://jira.example.test/"));
     JALoginObject::initWithDictionary(
         {{QStringLiteral("session"), QJsonObject{{QStringLiteral("name"), QStringLiteral("JSESSIONID")},

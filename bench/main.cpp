@@ -71,9 +71,9 @@ void prepare(standin::Server& server)
 void openSessionForWindows(const bench::Bench& bench)
 {
     QLoggingCategory::setFilterRules(QStringLiteral("platform.log=false"));
-    platform::URLSessionConfiguration::setDefaultRoutes({QString::fromStdString(bench.route())});
+    tljira::URLSessionConfiguration::setDefaultRoutes({QString::fromStdString(bench.route())});
     // The first upload window of all would log out.
-    platform::UserDefaults::standardUserDefaults().setObject(true, kClearCache);
+    tljira::UserDefaults::standardUserDefaults().setObject(true, kClearCache);
     JAController::sharedInstance()->setHost(QStringLiteral("http://jira.example.test/"));
     const QString cookie = QString::fromStdString(bench.cookie);
     JALoginObject::initWithDictionary({{kSession, QJsonObject{{kSessionName, cookie.section(u'=', 0, 0)},

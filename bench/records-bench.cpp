@@ -12,7 +12,7 @@ void parsing(benchmark::State& state)
 {
     const QByteArray answer = bench::issueAnswer(static_cast<int>(state.range(0)));
     for (auto _ : state)
-        benchmark::DoNotOptimize(platform::decodeJSON(answer));
+        benchmark::DoNotOptimize(tljira::decodeJSON(answer));
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
@@ -21,7 +21,7 @@ void bytesToRecords(benchmark::State& state)
     QLoggingCategory::setFilterRules(QStringLiteral("platform.log=false"));
     const QByteArray answer = bench::issueAnswer(static_cast<int>(state.range(0)));
     for (auto _ : state)
-        benchmark::DoNotOptimize(JAIssueObject::initWithDictionary(platform::decodeJSON(answer)->toObject()));
+        benchmark::DoNotOptimize(JAIssueObject::initWithDictionary(tljira::decodeJSON(answer)->toObject()));
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 

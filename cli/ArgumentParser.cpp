@@ -22,7 +22,7 @@ const QStringList commandOptions = {json, all, name, to, passwordStdin};
 std::optional<QString> problemOfRoutes(const QStringList& routes)
 {
     for (const QString& route : routes) {
-        if (!platform::URLSessionConfiguration::isRoute(route))
+        if (!tljira::URLSessionConfiguration::isRoute(route))
             return QStringLiteral("“%1” is not of the form HOST:PORT:ADDR:PORT.").arg(route);
     }
     return std::nullopt;

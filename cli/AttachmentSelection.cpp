@@ -13,7 +13,7 @@ using Attachment = std::shared_ptr<const JAAttachmentObject>;
 
 bool isDocument(const Attachment& attachment)
 {
-    return attachment->name() && platform::pathExtension(*attachment->name()) == u"tessaloom";
+    return attachment->name() && tljira::pathExtension(*attachment->name()) == u"tessaloom";
 }
 
 bool isNewer(const Attachment& one, const Attachment& other)

@@ -15,7 +15,7 @@ struct Environment
 {
     std::shared_ptr<JAController> client;
     /// For a command that waits without running the event loop.
-    const platform::console::InterruptSignal& interrupts;
+    const tljira::console::InterruptSignal& interrupts;
     bool showsProgress = false;
 };
 

@@ -55,7 +55,7 @@ void DownloadCommand::fetch()
         m_place->receivingPath());
 }
 
-void DownloadCommand::follow(qint64 bytesSoFar, const std::optional<platform::Error>& error, bool isFinished)
+void DownloadCommand::follow(qint64 bytesSoFar, const std::optional<tljira::Error>& error, bool isFinished)
 {
     if (error) {
         m_isUnderWay = false;
@@ -64,7 +64,7 @@ void DownloadCommand::follow(qint64 bytesSoFar, const std::optional<platform::Er
     } else if (isFinished) {
         m_isUnderWay = false;
         // The client puts the file in place when this call has returned.
-        platform::MainQueue::instance().addOperation([this] { examine(); });
+        tljira::MainQueue::instance().addOperation([this] { examine(); });
     } else {
         m_progress->update(bytesSoFar, m_attachment->size());
     }

@@ -18,7 +18,7 @@ public:
 private:
     void choose(const JAIssueObject& issue);
     void fetch();
-    void follow(qint64 bytesSoFar, const std::optional<platform::Error>& error, bool isFinished);
+    void follow(qint64 bytesSoFar, const std::optional<tljira::Error>& error, bool isFinished);
     void examine();
 
     const std::shared_ptr<JAController> m_client;

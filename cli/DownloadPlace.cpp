@@ -14,13 +14,13 @@ namespace cli {
 
 namespace {
 
-platform::Error savingError(platform::FileError code, const QString& destination, const QString& reason)
+tljira::Error savingError(tljira::FileError code, const QString& destination, const QString& reason)
 {
-    const QString folder = platform::deletingLastPathComponent(destination);
-    return platform::makeError(
-        QLatin1String(platform::CocoaErrorDomain), static_cast<qint64>(code),
+    const QString folder = tljira::deletingLastPathComponent(destination);
+    return tljira::makeError(
+        QLatin1String(tljira::CocoaErrorDomain), static_cast<qint64>(code),
         QStringLiteral("“%1” couldn’t be saved in “%2” because %3.")
-            .arg(platform::lastPathComponent(destination), platform::lastPathComponent(folder), reason));
+            .arg(tljira::lastPathComponent(destination), tljira::lastPathComponent(folder), reason));
 }
 
 /// Links that lead nowhere included.
@@ -46,31 +46,31 @@ void setUsualPermissions(const QString& path, const QString& probe)
 
 QString downloadDestination(const std::optional<QString>& to, const QString& attachmentName)
 {
-    const QString name = platform::fileNameFromUntrustedText(attachmentName);
+    const QString name = tljira::fileNameFromUntrustedText(attachmentName);
     const QFileInfo info(to.value_or(QDir::currentPath()));
     if (info.isDir())
-        return platform::appendingPathComponent(info.canonicalFilePath(), name);
+        return tljira::appendingPathComponent(info.canonicalFilePath(), name);
     const QString path = info.absoluteFilePath();
-    return info.filePath().endsWith(u'/') ? platform::appendingPathComponent(path, name) : path;
+    return info.filePath().endsWith(u'/') ? tljira::appendingPathComponent(path, name) : path;
 }
 
 DownloadPlace::DownloadPlace(const QString& destination)
     : m_destination(destination)
-    , m_name(platform::lastPathComponent(destination))
+    , m_name(tljira::lastPathComponent(destination))
 {
 }
 
-std::optional<platform::Error> DownloadPlace::prepare()
+std::optional<tljira::Error> DownloadPlace::prepare()
 {
     if (isTaken(m_destination))
-        return savingError(platform::FileError::WriteFileExists, m_destination,
+        return savingError(tljira::FileError::WriteFileExists, m_destination,
                            QStringLiteral("an item with the same name already exists"));
-    const QString folder = platform::deletingLastPathComponent(m_destination);
+    const QString folder = tljira::deletingLastPathComponent(m_destination);
     if (!QFileInfo(folder).isDir())
-        return savingError(platform::FileError::NoSuchFile, m_destination, QStringLiteral("there is no such folder"));
+        return savingError(tljira::FileError::NoSuchFile, m_destination, QStringLiteral("there is no such folder"));
     if (const auto error = m_beside.create(folder))
         return error;
-    return m_receiving.create(platform::temporaryDirectory());
+    return m_receiving.create(tljira::temporaryDirectory());
 }
 
 void DownloadPlace::settle(const Completion& completion)
@@ -79,8 +79,8 @@ void DownloadPlace::settle(const Completion& completion)
     const QString from = receivingPath();
     const QString to = m_beside.pathOf(m_name);
     std::thread([this, life, from, to, completion] {
-        const auto error = platform::FileManager::moveItemAtPath(from, to);
-        platform::MainQueue::instance().addOperation([this, life, error, completion] {
+        const auto error = tljira::FileManager::moveItemAtPath(from, to);
+        tljira::MainQueue::instance().addOperation([this, life, error, completion] {
             if (!life.expired())
                 completion(error ? withoutFolderBeside(*error) : publish());
         });
@@ -88,21 +88,21 @@ void DownloadPlace::settle(const Completion& completion)
 }
 
 /// Of the folder in which the file comes to completion the user has never heard.
-platform::Error DownloadPlace::withoutFolderBeside(const platform::Error& error) const
+tljira::Error DownloadPlace::withoutFolderBeside(const tljira::Error& error) const
 {
     const auto nameOfFolder = [](const QString& path) {
-        return platform::lastPathComponent(platform::deletingLastPathComponent(path));
+        return tljira::lastPathComponent(tljira::deletingLastPathComponent(path));
     };
     const QString text =
         error.localizedDescription().replace(nameOfFolder(m_beside.pathOf(m_name)), nameOfFolder(m_destination));
-    return platform::makeError(error.domain, error.code, text);
+    return tljira::makeError(error.domain, error.code, text);
 }
 
-std::optional<platform::Error> DownloadPlace::publish() const
+std::optional<tljira::Error> DownloadPlace::publish() const
 {
     const QString complete = m_beside.pathOf(m_name);
     setUsualPermissions(complete, complete + QStringLiteral(".new"));
-    return platform::FileManager::moveItemAtPath(complete, m_destination);
+    return tljira::FileManager::moveItemAtPath(complete, m_destination);
 }
 
 } // namespace cli

@@ -17,12 +17,12 @@ QString downloadDestination(const std::optional<QString>& to, const QString& att
 class DownloadPlace
 {
 public:
-    using Completion = std::function<void(const std::optional<platform::Error>&)>;
+    using Completion = std::function<void(const std::optional<tljira::Error>&)>;
 
     explicit DownloadPlace(const QString& destination);
 
     /// Finds out what would prevent the file from getting to its place, as far as that can be known beforehand.
-    std::optional<platform::Error> prepare();
+    std::optional<tljira::Error> prepare();
 
     /// Where the client shall save the file. Nobody else's file can lie there.
     QString receivingPath() const { return m_receiving.pathOf(m_name); }
@@ -31,8 +31,8 @@ public:
     void settle(const Completion& completion);
 
 private:
-    std::optional<platform::Error> publish() const;
-    platform::Error withoutFolderBeside(const platform::Error& error) const;
+    std::optional<tljira::Error> publish() const;
+    tljira::Error withoutFolderBeside(const tljira::Error& error) const;
 
     const QString m_destination;
     const QString m_name;

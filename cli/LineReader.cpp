@@ -6,7 +6,7 @@ namespace cli {
 
 namespace {
 
-using platform::console::Input;
+using tljira::console::Input;
 
 constexpr qsizetype longestLine = 4096;
 
@@ -19,7 +19,7 @@ InputLine lineOf(QByteArray bytes)
 
 } // namespace
 
-InputLine readLine(const Input& input, const platform::console::InterruptSignal& interrupts)
+InputLine readLine(const Input& input, const tljira::console::InterruptSignal& interrupts)
 {
     QByteArray bytes;
     while (bytes.size() <= longestLine) {

@@ -16,6 +16,6 @@ struct InputLine
 };
 
 /// Waits for a line and reads no byte beyond it. An interrupt ends the wait and is not taken.
-InputLine readLine(const platform::console::Input& input, const platform::console::InterruptSignal& interrupts);
+InputLine readLine(const tljira::console::Input& input, const tljira::console::InterruptSignal& interrupts);
 
 } // namespace cli

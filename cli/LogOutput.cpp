@@ -10,7 +10,7 @@ namespace {
 
 void showMessage(QtMsgType, const QMessageLogContext&, const QString& message)
 {
-    platform::console::writeError(message.toUtf8() + '\n');
+    tljira::console::writeError(message.toUtf8() + '\n');
 }
 
 void dropMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)

@@ -43,8 +43,8 @@ void LoginCommand::start(const Completion& completion)
 InputLine LoginCommand::askForPassword() const
 {
     if (m_readsStandardInput)
-        return readLine(platform::console::Input::standardInput(), m_interrupts);
-    const auto server = platform::URL::parse(m_server).value_or(platform::URL());
+        return readLine(tljira::console::Input::standardInput(), m_interrupts);
+    const auto server = tljira::URL::parse(m_server).value_or(tljira::URL());
     const QString prompt = QStringLiteral("Password of %1 at %2: ").arg(m_user, server.host.value_or(m_server));
     return promptForSecret(harmless(prompt), m_interrupts);
 }
@@ -60,7 +60,7 @@ void LoginCommand::login(const QString& password, const Completion& completion)
             completion(Outcome::failed(QStringLiteral("The server’s answer opens no session.")));
         } else {
             m_client->setHost(m_server);
-            if (platform::UserDefaults::standardUserDefaults().synchronize())
+            if (tljira::UserDefaults::standardUserDefaults().synchronize())
                 completion(Outcome::done());
             else
                 completion(Outcome::failed(QStringLiteral("Server and session could not be saved.")));

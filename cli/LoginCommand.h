@@ -19,7 +19,7 @@ private:
     void login(const QString& password, const Completion& completion);
 
     const std::shared_ptr<JAController> m_client;
-    const platform::console::InterruptSignal& m_interrupts;
+    const tljira::console::InterruptSignal& m_interrupts;
     const QString m_server;
     const QString m_user;
     const bool m_readsStandardInput;

@@ -14,12 +14,12 @@ Outcome Outcome::failed(const QString& reason)
     return {ExitStatus::Failed, {}, reason};
 }
 
-Outcome Outcome::failed(const std::optional<platform::Error>& error)
+Outcome Outcome::failed(const std::optional<tljira::Error>& error)
 {
     if (!error)
         return failed(QStringLiteral("The server sent no answer."));
     if (error->userInfo)
-        platform::log(u"Answer: %@", error->userInfo);
+        tljira::log(u"Answer: %@", error->userInfo);
     return failed(error->localizedDescription());
 }
 

@@ -24,7 +24,7 @@ struct Outcome
     static Outcome done(QByteArray output = {});
     static Outcome failed(const QString& reason);
     /// Nothing as error stands for an answer that never came.
-    static Outcome failed(const std::optional<platform::Error>& error);
+    static Outcome failed(const std::optional<tljira::Error>& error);
 
     int status = ExitStatus::Done;
     QByteArray output;

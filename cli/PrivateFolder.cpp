@@ -11,14 +11,14 @@ namespace cli {
 PrivateFolder::~PrivateFolder()
 {
     if (!m_path.isEmpty())
-        platform::FileManager::removeItemAtPath(m_path);
+        tljira::FileManager::removeItemAtPath(m_path);
 }
 
-std::optional<platform::Error> PrivateFolder::create(const QString& parent)
+std::optional<tljira::Error> PrivateFolder::create(const QString& parent)
 {
     const QString name = QStringLiteral(".tljira-") + QUuid::createUuid().toString(QUuid::Id128);
-    const QString path = platform::appendingPathComponent(parent, name);
-    if (const auto error = platform::FileManager::createDirectoryAtPath(path, false))
+    const QString path = tljira::appendingPathComponent(parent, name);
+    if (const auto error = tljira::FileManager::createDirectoryAtPath(path, false))
         return error;
     m_path = path;
     QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
@@ -27,7 +27,7 @@ std::optional<platform::Error> PrivateFolder::create(const QString& parent)
 
 QString PrivateFolder::pathOf(const QString& name) const
 {
-    return platform::appendingPathComponent(m_path, name);
+    return tljira::appendingPathComponent(m_path, name);
 }
 
 } // namespace cli

@@ -18,7 +18,7 @@ public:
     PrivateFolder& operator=(const PrivateFolder&) = delete;
 
     /// Makes it under a new, hidden name in `parent`.
-    std::optional<platform::Error> create(const QString& parent);
+    std::optional<tljira::Error> create(const QString& parent);
 
     /// Of an item in the folder.
     QString pathOf(const QString& name) const;

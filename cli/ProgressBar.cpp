@@ -5,8 +5,8 @@
 
 namespace cli {
 
-using platform::console::terminalColumns;
-using platform::console::writeError;
+using tljira::console::terminalColumns;
+using tljira::console::writeError;
 
 ProgressBar::ProgressBar(bool isVisible)
     : m_isVisible(isVisible)

@@ -24,7 +24,7 @@ bool isHypertext(const QString& scheme)
 
 std::optional<QString> problemOfServerAddress(const QString& address)
 {
-    const auto url = platform::URL::parse(address);
+    const auto url = tljira::URL::parse(address);
     if (!url || !url->scheme || !url->host || url->host->isEmpty() || !isHypertext(*url->scheme))
         return QStringLiteral("“%1” is no address of a server, such as https://jira.example.com.").arg(address);
     const int standard = standardPort(*url->scheme);
@@ -38,7 +38,7 @@ std::optional<QString> problemOfServerAddress(const QString& address)
 bool hasServer(const JAController& client)
 {
     const auto address = client.jiraHost();
-    const auto url = address ? platform::URL::parse(*address) : std::nullopt;
+    const auto url = address ? tljira::URL::parse(*address) : std::nullopt;
     return url && url->scheme;
 }
 

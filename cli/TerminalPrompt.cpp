@@ -4,9 +4,9 @@
 
 namespace cli {
 
-InputLine promptForSecret(const QString& prompt, const platform::console::InterruptSignal& interrupts)
+InputLine promptForSecret(const QString& prompt, const tljira::console::InterruptSignal& interrupts)
 {
-    const platform::console::Terminal terminal;
+    const tljira::console::Terminal terminal;
     const auto hidden = terminal.hideTyping();
     if (!hidden)
         return {InputLine::Kind::NoTerminal, {}};

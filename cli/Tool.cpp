@@ -10,9 +10,9 @@
 
 namespace cli {
 
-using platform::console::writeError;
+using tljira::console::writeError;
 
-Tool::Tool(platform::console::InterruptSignal& interrupts)
+Tool::Tool(tljira::console::InterruptSignal& interrupts)
     : m_interrupts(interrupts)
 {
 }
@@ -42,16 +42,16 @@ Outcome Tool::perform(const Arguments& arguments)
 Outcome Tool::performCommand(const Arguments& arguments)
 {
     showLog(arguments.isVerbose);
-    platform::URLSessionConfiguration::setDefaultRoutes(arguments.routes);
+    tljira::URLSessionConfiguration::setDefaultRoutes(arguments.routes);
     const Environment environment = {JAController::sharedInstance(), m_interrupts,
-                                     platform::console::isErrorTerminal() && !arguments.isVerbose};
+                                     tljira::console::isErrorTerminal() && !arguments.isVerbose};
     const CommandDescription& description = *findCommand(arguments.command);
     if (description.needsServer && !hasServer(*environment.client))
         return Outcome::failed(QStringLiteral("No server is set: use tljira login SERVER USER first."));
 
     m_interrupts.setHandler([this](int signalNumber) { interrupt(signalNumber); });
     m_command = description.make(arguments, environment);
-    platform::MainQueue::instance().addOperation(
+    tljira::MainQueue::instance().addOperation(
         [this] { m_command->start([this](const Outcome& outcome) { end(outcome); }); });
     m_loop.exec();
     // Takes the command's private folders with it.
@@ -80,7 +80,7 @@ int Tool::report(const Outcome& outcome)
 {
     if (!outcome.reason.isEmpty())
         writeError(harmlessLine(outcome.reason).toUtf8() + '\n');
-    const auto problem = platform::console::writeOutput(outcome.output);
+    const auto problem = tljira::console::writeOutput(outcome.output);
     if (!problem)
         return outcome.status;
     writeError(QStringLiteral("The result couldn’t be written: %1.\n").arg(*problem).toUtf8());

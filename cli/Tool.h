@@ -10,7 +10,7 @@ namespace cli {
 class Tool
 {
 public:
-    explicit Tool(platform::console::InterruptSignal& interrupts);
+    explicit Tool(tljira::console::InterruptSignal& interrupts);
 
     /// Needs the application object; `words` starts with the program's name.
     int run(const QStringList& words);
@@ -22,7 +22,7 @@ private:
     void end(const Outcome& outcome);
     static int report(const Outcome& outcome);
 
-    platform::console::InterruptSignal& m_interrupts;
+    tljira::console::InterruptSignal& m_interrupts;
     std::unique_ptr<Command> m_command;
     QEventLoop m_loop;
     std::optional<Outcome> m_outcome;

@@ -28,7 +28,7 @@ std::optional<QString> problemOfFile(const QString& path)
 
 QString UploadCommand::attachmentName(const Arguments& arguments)
 {
-    return arguments.name.value_or(platform::lastPathComponent(arguments.operands.at(1)));
+    return arguments.name.value_or(tljira::lastPathComponent(arguments.operands.at(1)));
 }
 
 std::optional<QString> UploadCommand::problemOfName(const QString& name)
@@ -65,7 +65,7 @@ void UploadCommand::start(const Completion& completion)
         });
 }
 
-void UploadCommand::end(const std::optional<platform::Error>& error, const Completion& completion)
+void UploadCommand::end(const std::optional<tljira::Error>& error, const Completion& completion)
 {
     if (!error && m_progress)
         m_progress->finish();

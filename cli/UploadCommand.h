@@ -20,7 +20,7 @@ public:
     bool cancel() override;
 
 private:
-    void end(const std::optional<platform::Error>& error, const Completion& completion);
+    void end(const std::optional<tljira::Error>& error, const Completion& completion);
 
     const std::shared_ptr<JAController> m_client;
     const QString m_key;

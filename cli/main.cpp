@@ -7,9 +7,9 @@
 
 int main(int argc, char** argv)
 {
-    platform::console::prepareStandardStreams();
+    tljira::console::prepareStandardStreams();
     cli::showLog(false);
-    platform::console::InterruptSignal interrupts;
+    tljira::console::InterruptSignal interrupts;
     QCoreApplication application(argc, argv);
     // Names the folders of the tool's settings and cookies.
     QCoreApplication::setApplicationName(QStringLiteral("tljira"));

@@ -4,8 +4,8 @@
 
 namespace client {
 
-Answer Answer::from(const std::optional<QByteArray>& body, const std::optional<platform::Error>& transportError,
-                    const std::optional<platform::HTTPURLResponse>& response)
+Answer Answer::from(const std::optional<QByteArray>& body, const std::optional<tljira::Error>& transportError,
+                    const std::optional<tljira::HTTPURLResponse>& response)
 {
     if (transportError || !body)
         return {Kind::Missing, std::nullopt, transportError};
@@ -16,12 +16,12 @@ Answer Answer::from(const std::optional<QByteArray>& body, const std::optional<p
     return {Kind::Refused, json, unexpectedStatus(status, json)};
 }
 
-qint64 statusOf(const std::optional<platform::HTTPURLResponse>& response)
+qint64 statusOf(const std::optional<tljira::HTTPURLResponse>& response)
 {
     return response ? response->statusCode : 0;
 }
 
-platform::Error unexpectedStatus(qint64 status, const std::optional<QJsonValue>& json)
+tljira::Error unexpectedStatus(qint64 status, const std::optional<QJsonValue>& json)
 {
     return {QString::fromLatin1(JAController::invalidSessionDomain), status, json};
 }

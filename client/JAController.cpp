@@ -24,18 +24,18 @@ std::shared_ptr<JAController> JAController::init()
 {
     const std::shared_ptr<JAController> client(new JAController);
 
-    auto configuration = platform::URLSessionConfiguration::defaultSessionConfiguration();
+    auto configuration = tljira::URLSessionConfiguration::defaultSessionConfiguration();
     configuration.HTTPShouldSetCookies = true;
-    configuration.HTTPCookieStorage = platform::HTTPCookieStorage::sharedHTTPCookieStorage();
-    configuration.HTTPCookieAcceptPolicy = platform::HTTPCookieAcceptPolicy::Always;
-    client->setSession(platform::URLSession::sessionWithConfiguration(configuration, client));
+    configuration.HTTPCookieStorage = tljira::HTTPCookieStorage::sharedHTTPCookieStorage();
+    configuration.HTTPCookieAcceptPolicy = tljira::HTTPCookieAcceptPolicy::Always;
+    client->setSession(tljira::URLSession::sessionWithConfiguration(configuration, client));
     return client;
 }
 
 JAController::JAController()
     : m_state(std::make_unique<State>())
 {
-    setJiraHost(platform::UserDefaults::standardUserDefaults().stringForKey(kJiraURL).value_or(kJiraURL));
+    setJiraHost(tljira::UserDefaults::standardUserDefaults().stringForKey(kJiraURL).value_or(kJiraURL));
 }
 
 JAController::~JAController() = default;
@@ -45,14 +45,14 @@ std::optional<QString> JAController::jiraHost() const
     const std::optional<QString> address = m_state->jiraHost.get();
     if (!address)
         return std::nullopt;
-    const platform::URL url = platform::URL::parse(*address).value_or(platform::URL());
-    return platform::format(QStringLiteral("%@://%@/"), url.scheme, url.host);
+    const tljira::URL url = tljira::URL::parse(*address).value_or(tljira::URL());
+    return tljira::format(QStringLiteral("%@://%@/"), url.scheme, url.host);
 }
 
 void JAController::setHost(const std::optional<QString>& host)
 {
-    platform::UserDefaults::standardUserDefaults().setObject(host ? std::optional<QJsonValue>(*host) : std::nullopt,
-                                                             kJiraURL);
+    tljira::UserDefaults::standardUserDefaults().setObject(host ? std::optional<QJsonValue>(*host) : std::nullopt,
+                                                           kJiraURL);
     setJiraHost(host);
 }
 
@@ -67,10 +67,10 @@ std::optional<QString> JAController::url(const QString& path) const
     host.chop(1);
     if (host.contains(u':'))
         host = u'[' + host + u']';
-    return base->left(hostStart) + platform::appendingPathComponent(host + u'/', path);
+    return base->left(hostStart) + tljira::appendingPathComponent(host + u'/', path);
 }
 
 std::optional<QJsonValue> JAController::jsonSerialization(const std::optional<QByteArray>& data)
 {
-    return data ? platform::decodeJSON(*data) : std::nullopt;
+    return data ? tljira::decodeJSON(*data) : std::nullopt;
 }

@@ -25,29 +25,29 @@
 ///
 /// Errors are the transport's own (see URLSession) or, where the server answered with another status than the one that
 /// means success, of `invalidSessionDomain`, with the status as code and the decoded answer as user info.
-class TL_EXPORT JAController : public platform::URLSessionDelegate, public std::enable_shared_from_this<JAController>
+class TL_EXPORT JAController : public tljira::URLSessionDelegate, public std::enable_shared_from_this<JAController>
 {
 public:
     /// Body, transport error and head of an answer. The statuses of errors are answers too.
     using RequestCallBack =
-        std::function<void(const std::optional<QByteArray>& body, const std::optional<platform::Error>& error,
-                           const std::optional<platform::HTTPURLResponse>& response)>;
+        std::function<void(const std::optional<QByteArray>& body, const std::optional<tljira::Error>& error,
+                           const std::optional<tljira::HTTPURLResponse>& response)>;
     ///@{
     /// The record when the server answered with success, null and the error otherwise.
     using LoginCallBack = std::function<void(const std::shared_ptr<const JALoginObject>& session,
-                                             const std::optional<platform::Error>& error)>;
+                                             const std::optional<tljira::Error>& error)>;
     using UserCallBack =
-        std::function<void(const std::shared_ptr<const JAUser>& user, const std::optional<platform::Error>& error)>;
+        std::function<void(const std::shared_ptr<const JAUser>& user, const std::optional<tljira::Error>& error)>;
     using IssueCallBack = std::function<void(const std::shared_ptr<const JAIssueObject>& issue,
-                                             const std::optional<platform::Error>& error)>;
+                                             const std::optional<tljira::Error>& error)>;
     ///@}
     /// Nothing as error is success.
-    using CompletionCallBack = std::function<void(const std::optional<platform::Error>& error)>;
+    using CompletionCallBack = std::function<void(const std::optional<tljira::Error>& error)>;
     /// Bytes of the request's body that were sent so far, and bytes that it has.
     using UploadCallBack = std::function<void(qint64 bytesSent, qint64 bytesExpected)>;
     /// See `downloadFile`.
     using DownloadCallBack =
-        std::function<void(qint64 count1, qint64 count2, const std::optional<platform::Error>& error, bool finished)>;
+        std::function<void(qint64 count1, qint64 count2, const std::optional<tljira::Error>& error, bool finished)>;
     /// Values of header fields by their names.
     using HTTPFields = QMap<QString, QString>;
 
@@ -81,8 +81,8 @@ public:
 
     ///@{
     /// Where every request runs; must not be null. Its delegate is the client.
-    std::shared_ptr<platform::URLSession> session() const;
-    void setSession(const std::shared_ptr<platform::URLSession>& session);
+    std::shared_ptr<tljira::URLSession> session() const;
+    void setSession(const std::shared_ptr<tljira::URLSession>& session);
     ///@}
 
     ///@{
@@ -111,14 +111,14 @@ public:
 
     ///@{
     /// The newest upload, running or ended; null before the first.
-    std::shared_ptr<platform::URLSessionDataTask> upladTask() const;
-    void setUpladTask(const std::shared_ptr<platform::URLSessionDataTask>& task);
+    std::shared_ptr<tljira::URLSessionDataTask> upladTask() const;
+    void setUpladTask(const std::shared_ptr<tljira::URLSessionDataTask>& task);
     ///@}
 
     ///@{
     /// The newest download, running or ended; null before the first.
-    std::shared_ptr<platform::URLSessionDownloadTask> downloadTask() const;
-    void setDownloadTask(const std::shared_ptr<platform::URLSessionDownloadTask>& task);
+    std::shared_ptr<tljira::URLSessionDownloadTask> downloadTask() const;
+    void setDownloadTask(const std::shared_ptr<tljira::URLSessionDownloadTask>& task);
     ///@}
 
     /// Saves the server's address as given, for later runs too, and uses it. Nothing forgets it.
@@ -175,7 +175,7 @@ public:
 
     /// Sends `data` as the form field "file". Without data the form is empty. The callback runs once.
     void uploadImageDouble2(const std::optional<QString>& url, const std::optional<QString>& path,
-                            const std::optional<QString>& name, const std::optional<platform::Data>& data,
+                            const std::optional<QString>& name, const std::optional<tljira::Data>& data,
                             const RequestCallBack& callBack);
 
     /// Cancels the newest upload; does nothing when there is none or it has ended.
@@ -202,26 +202,26 @@ public:
 
     ///@{
     /// What the session tells of the client's tasks; to be called by nobody else.
-    void didSendBodyData(const std::shared_ptr<platform::URLSessionTask>& task, qint64 bytesSent, qint64 totalBytesSent,
+    void didSendBodyData(const std::shared_ptr<tljira::URLSessionTask>& task, qint64 bytesSent, qint64 totalBytesSent,
                          qint64 totalBytesExpectedToSend) override;
-    void didWriteData(const std::shared_ptr<platform::URLSessionDownloadTask>& task, qint64 bytesWritten,
+    void didWriteData(const std::shared_ptr<tljira::URLSessionDownloadTask>& task, qint64 bytesWritten,
                       qint64 totalBytesWritten, qint64 totalBytesExpectedToWrite) override;
-    void didFinishDownloadingToURL(const std::shared_ptr<platform::URLSessionDownloadTask>& task,
+    void didFinishDownloadingToURL(const std::shared_ptr<tljira::URLSessionDownloadTask>& task,
                                    const QString& location) override;
-    void didResumeAtOffset(const std::shared_ptr<platform::URLSessionDownloadTask>& task, qint64 fileOffset,
+    void didResumeAtOffset(const std::shared_ptr<tljira::URLSessionDownloadTask>& task, qint64 fileOffset,
                            qint64 expectedTotalBytes) override;
-    void didCompleteWithError(const std::shared_ptr<platform::URLSessionTask>& task,
-                              const std::optional<platform::Error>& error) override;
+    void didCompleteWithError(const std::shared_ptr<tljira::URLSessionTask>& task,
+                              const std::optional<tljira::Error>& error) override;
     ///@}
 
 private:
     JAController();
 
     /// The completion of a task that calls back in a turn of the event loop of its own. Keeps the client until then.
-    platform::URLSessionDataTask::Completion callingBackLater(const RequestCallBack& callBack);
+    tljira::URLSessionDataTask::Completion callingBackLater(const RequestCallBack& callBack);
 
     void acceptSession(const QJsonObject& dictionary, const LoginCallBack& callBack);
-    void refuseSession(const std::optional<platform::Error>& error, const LoginCallBack& callBack);
+    void refuseSession(const std::optional<tljira::Error>& error, const LoginCallBack& callBack);
     void notifyInvalidSession() const;
 
     struct State;

@@ -18,7 +18,7 @@ public:
 
     ///@{
     /// Never called by the client; for delegates that pass the news on among themselves.
-    virtual void jaControlleLoginCompletion(bool /*success*/, const std::optional<platform::Error>& /*error*/) {}
-    virtual void jaControlleLogoutCompletion(bool /*success*/, const std::optional<platform::Error>& /*error*/) {}
+    virtual void jaControlleLoginCompletion(bool /*success*/, const std::optional<tljira::Error>& /*error*/) {}
+    virtual void jaControlleLogoutCompletion(bool /*success*/, const std::optional<tljira::Error>& /*error*/) {}
     ///@}
 };

@@ -6,7 +6,7 @@
 void JAController::downloadFile(const std::optional<QString>& url, const DownloadCallBack& callBack,
                                 const QString& path)
 {
-    platform::URLRequest request(url, platform::URLRequestCachePolicy::UseProtocolCachePolicy, 60.0);
+    tljira::URLRequest request(url, tljira::URLRequestCachePolicy::UseProtocolCachePolicy, 60.0);
     if (const auto cookie = JALoginObject::restoreSession())
         request.addValue(*cookie, QStringLiteral("cookie"));
     const auto task = session()->downloadTaskWithRequest(request);
@@ -22,40 +22,40 @@ void JAController::cancelDownload()
         task->cancel();
 }
 
-void JAController::didWriteData(const std::shared_ptr<platform::URLSessionDownloadTask>&, qint64 bytesWritten,
+void JAController::didWriteData(const std::shared_ptr<tljira::URLSessionDownloadTask>&, qint64 bytesWritten,
                                 qint64 totalBytesWritten, qint64 totalBytesExpectedToWrite)
 {
-    platform::log(u"didWriteData: %lld, totalBytesWritten %lld, totalBytesExpectedToWrite: %lld", bytesWritten,
-                  totalBytesWritten, totalBytesExpectedToWrite);
+    tljira::log(u"didWriteData: %lld, totalBytesWritten %lld, totalBytesExpectedToWrite: %lld", bytesWritten,
+                totalBytesWritten, totalBytesExpectedToWrite);
     client::callIfSet(downloadCallBack(), bytesWritten, totalBytesWritten, std::nullopt, false);
 }
 
-void JAController::didFinishDownloadingToURL(const std::shared_ptr<platform::URLSessionDownloadTask>&,
+void JAController::didFinishDownloadingToURL(const std::shared_ptr<tljira::URLSessionDownloadTask>&,
                                              const QString& location)
 {
-    platform::log(u"didFinishDownloadingToURL: %@", location);
+    tljira::log(u"didFinishDownloadingToURL: %@", location);
     client::callIfSet(downloadCallBack(), 100, 100, std::nullopt, true);
     setDownloadCallBack(nullptr);
 
     const QString destination = savePath().value_or(QString());
-    const auto removeError = platform::FileManager::removeItemAtPath(destination);
-    platform::log(u"Remove item error: %@", removeError);
-    const auto moveError = platform::FileManager::moveItemAtPath(location, destination);
-    platform::log(u"Move item error: %@", moveError);
-    platform::log(u"New location: %@", destination);
+    const auto removeError = tljira::FileManager::removeItemAtPath(destination);
+    tljira::log(u"Remove item error: %@", removeError);
+    const auto moveError = tljira::FileManager::moveItemAtPath(location, destination);
+    tljira::log(u"Move item error: %@", moveError);
+    tljira::log(u"New location: %@", destination);
     const auto description = removeError ? std::optional(removeError->localizedDescription()) : std::nullopt;
-    platform::log(u"Move downloaded path error: %@", description);
+    tljira::log(u"Move downloaded path error: %@", description);
 }
 
-void JAController::didResumeAtOffset(const std::shared_ptr<platform::URLSessionDownloadTask>&, qint64 fileOffset,
+void JAController::didResumeAtOffset(const std::shared_ptr<tljira::URLSessionDownloadTask>&, qint64 fileOffset,
                                      qint64 expectedTotalBytes)
 {
-    platform::log(u"didResumeAtOffset: %lld, expectedTotalBytes %lld", fileOffset, expectedTotalBytes);
+    tljira::log(u"didResumeAtOffset: %lld, expectedTotalBytes %lld", fileOffset, expectedTotalBytes);
 }
 
-void JAController::didCompleteWithError(const std::shared_ptr<platform::URLSessionTask>& task,
-                                        const std::optional<platform::Error>& error)
+void JAController::didCompleteWithError(const std::shared_ptr<tljira::URLSessionTask>& task,
+                                        const std::optional<tljira::Error>& error)
 {
-    platform::log(u"Error task: %@", task ? task->hash() : 0);
+    tljira::log(u"Error task: %@", task ? task->hash() : 0);
     client::callIfSet(downloadCallBack(), 0, 0, error, false);
 }

@@ -27,12 +27,12 @@ void JAController::setDelegate(const std::shared_ptr<JAControllerDelegate>& dele
     m_state->delegate.set(delegate);
 }
 
-std::shared_ptr<platform::URLSession> JAController::session() const
+std::shared_ptr<tljira::URLSession> JAController::session() const
 {
     return m_state->session.get();
 }
 
-void JAController::setSession(const std::shared_ptr<platform::URLSession>& session)
+void JAController::setSession(const std::shared_ptr<tljira::URLSession>& session)
 {
     m_state->session.set(session);
 }
@@ -72,22 +72,22 @@ void JAController::setSavePath(const std::optional<QString>& path)
     m_state->savePath.set(path);
 }
 
-std::shared_ptr<platform::URLSessionDataTask> JAController::upladTask() const
+std::shared_ptr<tljira::URLSessionDataTask> JAController::upladTask() const
 {
     return m_state->upladTask.get();
 }
 
-void JAController::setUpladTask(const std::shared_ptr<platform::URLSessionDataTask>& task)
+void JAController::setUpladTask(const std::shared_ptr<tljira::URLSessionDataTask>& task)
 {
     m_state->upladTask.set(task);
 }
 
-std::shared_ptr<platform::URLSessionDownloadTask> JAController::downloadTask() const
+std::shared_ptr<tljira::URLSessionDownloadTask> JAController::downloadTask() const
 {
     return m_state->downloadTask.get();
 }
 
-void JAController::setDownloadTask(const std::shared_ptr<platform::URLSessionDownloadTask>& task)
+void JAController::setDownloadTask(const std::shared_ptr<tljira::URLSessionDownloadTask>& task)
 {
     m_state->downloadTask.set(task);
 }

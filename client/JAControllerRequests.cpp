@@ -5,9 +5,9 @@
 
 namespace {
 
-platform::URLRequest requestFor(const QString& method, const std::optional<QString>& url)
+tljira::URLRequest requestFor(const QString& method, const std::optional<QString>& url)
 {
-    platform::URLRequest request(url, platform::URLRequestCachePolicy::UseProtocolCachePolicy, 60.0);
+    tljira::URLRequest request(url, tljira::URLRequestCachePolicy::UseProtocolCachePolicy, 60.0);
     if (const auto cookie = JALoginObject::restoreSession())
         request.addValue(*cookie, QStringLiteral("cookie"));
     request.HTTPMethod = method;
@@ -31,22 +31,22 @@ void JAController::sendDeleteRequest(const std::optional<QString>& url, const Re
 void JAController::sendPostRequest(const std::optional<QString>& url, const std::optional<QJsonObject>& parametres,
                                    const std::optional<HTTPFields>& httpFields, const RequestCallBack& callBack)
 {
-    platform::URLRequest request = requestFor(QStringLiteral("POST"), url);
+    tljira::URLRequest request = requestFor(QStringLiteral("POST"), url);
     if (httpFields) {
         for (auto field = httpFields->cbegin(); field != httpFields->cend(); ++field)
             request.addValue(field.value(), field.key());
     }
     if (parametres)
-        request.HTTPBody = platform::encodeJSON(*parametres);
+        request.HTTPBody = tljira::encodeJSON(*parametres);
     session()->dataTaskWithRequest(request, callingBackLater(callBack))->resume();
 }
 
-platform::URLSessionDataTask::Completion JAController::callingBackLater(const RequestCallBack& callBack)
+tljira::URLSessionDataTask::Completion JAController::callingBackLater(const RequestCallBack& callBack)
 {
-    return [self = shared_from_this(), callBack](const std::optional<platform::Data>& body,
-                                                 const std::optional<platform::HTTPURLResponse>& response,
-                                                 const std::optional<platform::Error>& error) {
-        platform::MainQueue::instance().addOperation([self, callBack, body, response, error] {
+    return [self = shared_from_this(), callBack](const std::optional<tljira::Data>& body,
+                                                 const std::optional<tljira::HTTPURLResponse>& response,
+                                                 const std::optional<tljira::Error>& error) {
+        tljira::MainQueue::instance().addOperation([self, callBack, body, response, error] {
             client::callIfSet(callBack, body ? body->bytes() : std::nullopt, error, response);
         });
     };

@@ -35,9 +35,9 @@ void JAController::login(const std::optional<QString>& user, const std::optional
                             callIfSet(callBack, nullptr, answer.error);
                             return;
                         }
-                        platform::log(u"%@", parametres);
-                        platform::log(u"%@", response);
-                        platform::log(u"%@", answer.json);
+                        tljira::log(u"%@", parametres);
+                        tljira::log(u"%@", response);
+                        tljira::log(u"%@", answer.json);
                         if (answer.kind == Answer::Kind::Accepted)
                             acceptSession(answer.dictionary(), callBack);
                         else
@@ -67,8 +67,8 @@ void JAController::updateSession(const LoginCallBack& callBack)
 void JAController::logout(const CompletionCallBack& callBack)
 {
     const std::optional<QString> sessionURL = url(kLoginURLPath);
-    platform::HTTPCookieStorage::sharedHTTPCookieStorage()->deleteAllCookies();
-    platform::UserDefaults::standardUserDefaults().synchronize();
+    tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->deleteAllCookies();
+    tljira::UserDefaults::standardUserDefaults().synchronize();
     sendDeleteRequest(sessionURL, [this, callBack](const auto&, const auto& error, const auto& response) {
         if (error)
             callIfSet(callBack, error);
@@ -95,7 +95,7 @@ void JAController::getCurrentUser(const UserCallBack& callBack)
 
 void JAController::getIssueObject(const QString& key, const IssueCallBack& callBack)
 {
-    sendGetRequest(url(platform::format(kGetIssue, key)),
+    sendGetRequest(url(tljira::format(kGetIssue, key)),
                    [callBack](const auto& body, const auto& error, const auto& response) {
                        const Answer answer = Answer::from(body, error, response);
                        if (answer.kind == Answer::Kind::Accepted)
@@ -114,7 +114,7 @@ void JAController::acceptSession(const QJsonObject& dictionary, const LoginCallB
     callIfSet(callBack, newSession, std::nullopt);
 }
 
-void JAController::refuseSession(const std::optional<platform::Error>& error, const LoginCallBack& callBack)
+void JAController::refuseSession(const std::optional<tljira::Error>& error, const LoginCallBack& callBack)
 {
     callIfSet(callBack, nullptr, error);
     notifyInvalidSession();

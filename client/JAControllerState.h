@@ -9,11 +9,11 @@ struct JAController::State
     client::Guarded<std::shared_ptr<const JALoginObject>> jaSession;
     client::Guarded<std::optional<QString>> pathFile;
     client::Guarded<std::shared_ptr<JAControllerDelegate>> delegate;
-    client::Guarded<std::shared_ptr<platform::URLSession>> session;
+    client::Guarded<std::shared_ptr<tljira::URLSession>> session;
     client::Guarded<DownloadCallBack> downloadCallBack;
     client::Guarded<UploadCallBack> uploadCallBack;
     client::Guarded<std::optional<QString>> jiraHost;
     client::Guarded<std::optional<QString>> savePath;
-    client::Guarded<std::shared_ptr<platform::URLSessionDataTask>> upladTask;
-    client::Guarded<std::shared_ptr<platform::URLSessionDownloadTask>> downloadTask;
+    client::Guarded<std::shared_ptr<tljira::URLSessionDataTask>> upladTask;
+    client::Guarded<std::shared_ptr<tljira::URLSessionDownloadTask>> downloadTask;
 };

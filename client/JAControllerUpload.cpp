@@ -8,21 +8,21 @@
 namespace {
 
 /// Success is any JSON that is no object; one that is tells what went wrong.
-void reportUpload(const std::optional<QByteArray>& body, const std::optional<platform::HTTPURLResponse>& response,
+void reportUpload(const std::optional<QByteArray>& body, const std::optional<tljira::HTTPURLResponse>& response,
                   const JAController::CompletionCallBack& callBack)
 {
     const std::optional<QJsonValue> answer = JAController::jsonSerialization(body);
     const qint64 status = client::statusOf(response);
     if (!answer) {
         // Callers are told twice: the success that follows is part of what they rely on.
-        client::callIfSet(callBack, platform::Error{QString::fromLatin1(JAController::fatalErrorDomain), status, {}});
+        client::callIfSet(callBack, tljira::Error{QString::fromLatin1(JAController::fatalErrorDomain), status, {}});
     }
     if (answer && answer->isObject()) {
         const QJsonObject dictionary = answer->toObject();
         const QString key = QStringLiteral("error");
         const auto reason = dictionary.contains(key) ? std::optional(dictionary.value(key)) : std::nullopt;
-        const QString domain = platform::format(QStringLiteral("%@"), reason);
-        client::callIfSet(callBack, platform::Error{domain, status, *answer});
+        const QString domain = tljira::format(QStringLiteral("%@"), reason);
+        client::callIfSet(callBack, tljira::Error{domain, status, *answer});
         return;
     }
     client::callIfSet(callBack, std::nullopt);
@@ -36,28 +36,28 @@ struct TextOfAnswer
 
 QString describe(const TextOfAnswer& answer)
 {
-    return platform::describe(answer.bytes ? platform::Data(*answer.bytes).utf8Text() : std::nullopt);
+    return tljira::describe(answer.bytes ? tljira::Data(*answer.bytes).utf8Text() : std::nullopt);
 }
 
-std::optional<platform::Data> contentsOfFile(const std::optional<QString>& path)
+std::optional<tljira::Data> contentsOfFile(const std::optional<QString>& path)
 {
-    return path ? platform::Data::contentsOfFile(*path) : std::nullopt;
+    return path ? tljira::Data::contentsOfFile(*path) : std::nullopt;
 }
 
-platform::URLRequest uploadRequest(const std::optional<QString>& url, const platform::Data& body)
+tljira::URLRequest uploadRequest(const std::optional<QString>& url, const tljira::Data& body)
 {
-    platform::URLRequest request(url);
+    tljira::URLRequest request(url);
     if (const auto cookie = JALoginObject::restoreSession())
         request.addValue(*cookie, QStringLiteral("cookie"));
-    request.cachePolicy = platform::URLRequestCachePolicy::ReloadIgnoringLocalCacheData;
+    request.cachePolicy = tljira::URLRequestCachePolicy::ReloadIgnoringLocalCacheData;
     request.HTTPShouldHandleCookies = true;
     request.timeoutInterval = 60.0;
     request.HTTPMethod = QStringLiteral("POST");
-    request.setValue(platform::format(QStringLiteral("multipart/form-data; boundary=%@"), client::multipartBoundary),
+    request.setValue(tljira::format(QStringLiteral("multipart/form-data; boundary=%@"), client::multipartBoundary),
                      QStringLiteral("Content-Type"));
     request.setValue(QStringLiteral("nocheck"), QStringLiteral("X-Atlassian-Token"));
     request.HTTPBody = body;
-    request.setValue(platform::format(QStringLiteral("%lu"), body.size()), QStringLiteral("Content-Length"));
+    request.setValue(tljira::format(QStringLiteral("%lu"), body.size()), QStringLiteral("Content-Length"));
     return request;
 }
 
@@ -68,10 +68,10 @@ void JAController::uploadFileInIssue(const std::optional<QString>& path, const s
                                      const UploadCallBack& updateCallBack)
 {
     setUploadCallBack(updateCallBack);
-    platform::log(u"uploadFileInIssue path file: %@", path);
-    uploadImageDouble2(url(platform::format(kAttachFilePath, keyIssue)), path, name, contentsOfFile(path),
+    tljira::log(u"uploadFileInIssue path file: %@", path);
+    uploadImageDouble2(url(tljira::format(kAttachFilePath, keyIssue)), path, name, contentsOfFile(path),
                        [callBack](const auto& body, const auto& error, const auto& response) {
-                           platform::log(u" %@ \n%@ \n%@", TextOfAnswer{body}, error, response);
+                           tljira::log(u" %@ \n%@ \n%@", TextOfAnswer{body}, error, response);
                            if (error)
                                client::callIfSet(callBack, error);
                            else
@@ -80,15 +80,15 @@ void JAController::uploadFileInIssue(const std::optional<QString>& path, const s
 }
 
 void JAController::uploadImageDouble2(const std::optional<QString>& url, const std::optional<QString>& path,
-                                      const std::optional<QString>& name, const std::optional<platform::Data>& data,
+                                      const std::optional<QString>& name, const std::optional<tljira::Data>& data,
                                       const RequestCallBack& callBack)
 {
-    const platform::Data form = client::multipartBody(data, name, mimeTypeForPath(path));
+    const tljira::Data form = client::multipartBody(data, name, mimeTypeForPath(path));
     const auto task = session()->dataTaskWithRequest(
         uploadRequest(url, form),
         [callBackLater = callingBackLater(callBack)](const auto& body, const auto& response, const auto& error) {
             // The text of the request's body belongs here; it is never at hand.
-            platform::log(u"eq: %@", std::nullopt);
+            tljira::log(u"eq: %@", std::nullopt);
             callBackLater(body, response, error);
         });
     task->resume();
@@ -106,7 +106,7 @@ QString JAController::mimeTypeForPath(const std::optional<QString>&)
     return QStringLiteral("application/octet-stream");
 }
 
-void JAController::didSendBodyData(const std::shared_ptr<platform::URLSessionTask>&, qint64, qint64 totalBytesSent,
+void JAController::didSendBodyData(const std::shared_ptr<tljira::URLSessionTask>&, qint64, qint64 totalBytesSent,
                                    qint64 totalBytesExpectedToSend)
 {
     client::callIfSet(uploadCallBack(), totalBytesSent, totalBytesExpectedToSend);

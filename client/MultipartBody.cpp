@@ -11,15 +11,15 @@ namespace {
 template <typename... Arguments>
 QByteArray line(const char16_t* text, const Arguments&... arguments)
 {
-    return platform::format(QString::fromUtf16(text), arguments...).toUtf8();
+    return tljira::format(QString::fromUtf16(text), arguments...).toUtf8();
 }
 
 } // namespace
 
-platform::Data multipartBody(const std::optional<platform::Data>& fileBytes, const std::optional<QString>& fileName,
-                             const QString& contentType)
+tljira::Data multipartBody(const std::optional<tljira::Data>& fileBytes, const std::optional<QString>& fileName,
+                           const QString& contentType)
 {
-    platform::Data body;
+    tljira::Data body;
     if (fileBytes) {
         const QByteArray head =
             line(u"--%@\r\n", multipartBoundary) +

@@ -14,7 +14,7 @@ extern const QString multipartBoundary;
 
 /// Names go in without quotation marks, as they are. Without file bytes the form is only its closing line. The file's
 /// pieces are shared, not copied.
-platform::Data multipartBody(const std::optional<platform::Data>& fileBytes, const std::optional<QString>& fileName,
-                             const QString& contentType);
+tljira::Data multipartBody(const std::optional<tljira::Data>& fileBytes, const std::optional<QString>& fileName,
+                           const QString& contentType);
 
 } // namespace client

@@ -1,5 +1,5 @@
 # tl_embed_interface_files(TARGET PREFIX identifier FILES a.ui b.ui …): compiles Qt Designer files into the target as the bundle
-# `identifier`, where platform::Bundle finds them by their base names; a host's own files have the prefix "main". It may be
+# `identifier`, where tljira::Bundle finds them by their base names; a host's own files have the prefix "main". It may be
 # called several times for one target or one prefix. The files are also there in programs that link a static target without
 # asking for any of its symbols.
 function(tl_embed_interface_files target)

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Under this identifier the framework's interface files are embedded (see platform::Bundle).
+/// Under this identifier the framework's interface files are embedded (see tljira::Bundle).
 inline constexpr char frameworkBundleIdentifier[] = "qtv.lanternhollows.JAExtension";

@@ -4,9 +4,9 @@
 
 QString downloadFileName(const std::optional<QString>& attachmentName)
 {
-    QString name = platform::fileNameFromUntrustedText(attachmentName.value_or(QString()));
-    if (platform::pathExtension(name) == QLatin1String("tessaloompacket"))
-        name = platform::deletingPathExtension(name);
+    QString name = tljira::fileNameFromUntrustedText(attachmentName.value_or(QString()));
+    if (tljira::pathExtension(name) == QLatin1String("tessaloompacket"))
+        name = tljira::deletingPathExtension(name);
     // The extension may have made a name too long that was just short enough.
-    return platform::fileNameFromUntrustedText(platform::appendingPathExtension(name, QStringLiteral("tessaloom")));
+    return tljira::fileNameFromUntrustedText(tljira::appendingPathExtension(name, QStringLiteral("tessaloom")));
 }

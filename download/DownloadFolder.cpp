@@ -15,7 +15,7 @@
 
 namespace {
 
-std::optional<QString> descriptionOf(const std::optional<platform::Error>& error)
+std::optional<QString> descriptionOf(const std::optional<tljira::Error>& error)
 {
     return error ? std::optional(error->localizedDescription()) : std::nullopt;
 }
@@ -27,8 +27,8 @@ class HeldFiles
 public:
     explicit HeldFiles(const QString& folder)
     {
-        for (const QString& name : platform::FileManager::filesBelowPath(folder)) {
-            const QString path = platform::appendingPathComponent(folder, name);
+        for (const QString& name : tljira::FileManager::filesBelowPath(folder)) {
+            const QString path = tljira::appendingPathComponent(folder, name);
             const QFileInfo info(path);
             if (!info.isFile() || info.isSymLink())
                 continue;
@@ -40,7 +40,7 @@ public:
     ~HeldFiles()
     {
         if (!m_files->empty())
-            platform::GlobalQueue::instance().addOperation([files = std::move(m_files)] { files->clear(); });
+            tljira::GlobalQueue::instance().addOperation([files = std::move(m_files)] { files->clear(); });
     }
 
     HeldFiles(const HeldFiles&) = delete;
@@ -55,16 +55,16 @@ private:
 
 QString DownloadFolder::path()
 {
-    return platform::appendingPathComponent(platform::temporaryDirectory(), kPrefixDirectory);
+    return tljira::appendingPathComponent(tljira::temporaryDirectory(), kPrefixDirectory);
 }
 
 void DownloadFolder::makeAnew(const QString& path)
 {
     // A link to a folder is removed itself: what it points to is nobody's business here.
     const HeldFiles held(QFileInfo(path).isSymLink() ? QString() : path);
-    const auto removeError = platform::FileManager::removeItemAtPath(path);
-    platform::log(u"tmp directory: %@", path);
-    platform::log(u"removeItemAtPath error : %@", descriptionOf(removeError));
-    const auto createError = platform::FileManager::createDirectoryAtPath(path, true);
-    platform::log(u"createDirectoryAtPath error : %@", descriptionOf(createError));
+    const auto removeError = tljira::FileManager::removeItemAtPath(path);
+    tljira::log(u"tmp directory: %@", path);
+    tljira::log(u"removeItemAtPath error : %@", descriptionOf(removeError));
+    const auto createError = tljira::FileManager::createDirectoryAtPath(path, true);
+    tljira::log(u"createDirectoryAtPath error : %@", descriptionOf(createError));
 }

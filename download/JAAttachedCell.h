@@ -13,7 +13,7 @@
 #include <memory>
 
 /// One attachment of the list: name, date, size and a button that downloads it.
-class TL_EXPORT JAAttachedCell : public platform::TableCellView
+class TL_EXPORT JAAttachedCell : public tljira::TableCellView
 {
     Q_OBJECT
 

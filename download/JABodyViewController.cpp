@@ -27,8 +27,8 @@ JABodyViewController::JABodyViewController()
     actions.bind("getListAttachedFilesAction", [this] { getListAttachedFilesAction(); });
 }
 
-std::shared_ptr<JABodyViewController>
-JABodyViewController::initWithNibName(const QString& name, const std::optional<platform::Bundle>& bundle)
+std::shared_ptr<JABodyViewController> JABodyViewController::initWithNibName(const QString& name,
+                                                                            const std::optional<tljira::Bundle>& bundle)
 {
     const std::shared_ptr<JABodyViewController> self(new JABodyViewController);
     self->ViewController::initWithNibName(name, bundle);
@@ -39,50 +39,50 @@ void JABodyViewController::viewDidLoad()
 {
     ViewController::viewDidLoad();
     m_jaListAttachedWindow = JAListAttachedFilesWindow::init();
-    platform::addFillingSubview(m_containerView, m_uploadView);
-    platform::addFillingSubview(m_containerView, m_checkFileView);
-    platform::addFillingSubview(m_downloadWrapper, m_checkDownloadFiles);
-    platform::addFillingSubview(m_downloadWrapper, m_receivingAttachmentsView);
+    tljira::addFillingSubview(m_containerView, m_uploadView);
+    tljira::addFillingSubview(m_containerView, m_checkFileView);
+    tljira::addFillingSubview(m_downloadWrapper, m_checkDownloadFiles);
+    tljira::addFillingSubview(m_downloadWrapper, m_receivingAttachmentsView);
     if (m_spinerView)
         m_spinerView->startAnimation();
     setUploadActualView(m_checkFileView);
     setDownloadActualView(m_checkDownloadFiles);
-    if (auto* layer = platform::Layer::wantLayer(view()))
+    if (auto* layer = tljira::Layer::wantLayer(view()))
         layer->setBackgroundColor(QColor::fromRgbF(0, 0, 0, 0.4F));
     m_pathFile = JAController::sharedInstance()->pathFile();
-    platform::setText(m_pathLabel, JAController::sharedInstance()->pathFile().value_or(QString()));
+    tljira::setText(m_pathLabel, JAController::sharedInstance()->pathFile().value_or(QString()));
 }
 
 void JABodyViewController::setUploadActualView(QWidget* view)
 {
-    platform::setHidden(m_uploadView, true);
-    platform::setHidden(m_checkFileView, true);
-    platform::setHidden(view, false);
+    tljira::setHidden(m_uploadView, true);
+    tljira::setHidden(m_checkFileView, true);
+    tljira::setHidden(view, false);
 }
 
 void JABodyViewController::setDownloadActualView(QWidget* view)
 {
-    platform::setHidden(m_receivingAttachmentsView, true);
-    platform::setHidden(m_checkDownloadFiles, true);
-    platform::setHidden(view, false);
+    tljira::setHidden(m_receivingAttachmentsView, true);
+    tljira::setHidden(m_checkDownloadFiles, true);
+    tljira::setHidden(view, false);
 }
 
 void JABodyViewController::openFileAction()
 {
-    platform::OpenPanel panel;
+    tljira::OpenPanel panel;
     panel.setCanChooseFiles(true);
     panel.setCanChooseDirectories(false);
     panel.setAllowsMultipleSelection(false);
-    if (panel.runModal() != platform::ModalResponse::OK)
+    if (panel.runModal() != tljira::ModalResponse::OK)
         return;
     const std::optional<QString> path = panel.path();
-    platform::log(u"%@", path);
+    tljira::log(u"%@", path);
     setPathfile(path);
 }
 
 void JABodyViewController::setPathfile(const std::optional<QString>& path)
 {
-    platform::setText(m_pathLabel, path.value_or(QString()));
+    tljira::setText(m_pathLabel, path.value_or(QString()));
     JAController::sharedInstance()->setPathFile(path);
     setPathFile(path);
 }
@@ -94,7 +94,7 @@ void JABodyViewController::uploadAction()
 
 void JABodyViewController::getListAttachedFilesAction()
 {
-    const QString key = platform::text(m_keyDownloadTextField);
+    const QString key = tljira::text(m_keyDownloadTextField);
     JAController::sharedInstance()->getIssueObject(
         key, [self = sharedFrom(this)](const std::shared_ptr<const JAIssueObject>& issue, const auto&) {
             if (issue)
@@ -113,19 +113,19 @@ void JABodyViewController::showAttachments(const JAIssueObject& issue)
 
 void JABodyViewController::errorMessage(const QString& text)
 {
-    platform::Alert alert;
+    tljira::Alert alert;
     alert.setMessageText(QStringLiteral("Error"));
-    alert.setStyle(platform::Alert::Style::Warning);
+    alert.setStyle(tljira::Alert::Style::Warning);
     alert.setInformativeText(text);
     alert.runModal();
 }
 
 void JABodyViewController::jaValidSession()
 {
-    platform::setEnabled(m_uploadButton, true);
+    tljira::setEnabled(m_uploadButton, true);
 }
 
 void JABodyViewController::jaInvalidSession()
 {
-    platform::setEnabled(m_uploadButton, false);
+    tljira::setEnabled(m_uploadButton, false);
 }

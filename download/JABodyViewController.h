@@ -18,12 +18,12 @@
 
 /// The panel of the older window: an area that chooses a file for the client to upload, and one that shows all
 /// attachments of an issue.
-class TL_EXPORT JABodyViewController : public platform::ViewController, public JAControllerDelegate
+class TL_EXPORT JABodyViewController : public tljira::ViewController, public JAControllerDelegate
 {
 public:
     /// Loads nothing yet.
     static std::shared_ptr<JABodyViewController> initWithNibName(const QString& name,
-                                                                 const std::optional<platform::Bundle>& bundle);
+                                                                 const std::optional<tljira::Bundle>& bundle);
 
     /// The file that was chosen last, or handed in.
     std::optional<QString> pathFile() const { return m_pathFile; }
@@ -60,7 +60,7 @@ public:
     QLineEdit* keyTextField() const { return m_keyTextField; }
     QPushButton* uploadButton() const { return m_uploadButton; }
     QPushButton* openFileButton() const { return m_openFileButton; }
-    platform::ProgressIndicator* spinerView() const { return m_spinerView; }
+    tljira::ProgressIndicator* spinerView() const { return m_spinerView; }
     QWidget* uploadView() const { return m_uploadView; }
     QWidget* checkFileView() const { return m_checkFileView; }
     QWidget* containerView() const { return m_containerView; }
@@ -84,7 +84,7 @@ private:
     QPointer<QLineEdit> m_keyTextField;
     QPointer<QPushButton> m_uploadButton;
     QPointer<QPushButton> m_openFileButton;
-    QPointer<platform::ProgressIndicator> m_spinerView;
+    QPointer<tljira::ProgressIndicator> m_spinerView;
     QPointer<QWidget> m_uploadView;
     QPointer<QWidget> m_checkFileView;
     QPointer<QWidget> m_containerView;

@@ -14,7 +14,7 @@ using Attachment = std::shared_ptr<const JAAttachmentObject>;
 
 bool isDocument(const Attachment& attachment)
 {
-    return attachment->name() && platform::pathExtension(*attachment->name()) == QLatin1String("tessaloom");
+    return attachment->name() && tljira::pathExtension(*attachment->name()) == QLatin1String("tessaloom");
 }
 
 /// An attachment without a date counts as the oldest: std::optional orders nothing before any value.
@@ -34,7 +34,7 @@ JADownloadBodyViewController::JADownloadBodyViewController()
 }
 
 std::shared_ptr<JADownloadBodyViewController>
-JADownloadBodyViewController::initWithNibName(const QString& name, const std::optional<platform::Bundle>& bundle)
+JADownloadBodyViewController::initWithNibName(const QString& name, const std::optional<tljira::Bundle>& bundle)
 {
     const std::shared_ptr<JADownloadBodyViewController> self(new JADownloadBodyViewController);
     self->ViewController::initWithNibName(name, bundle);
@@ -50,7 +50,7 @@ void JADownloadBodyViewController::viewDidLoad()
 
 void JADownloadBodyViewController::getAttachAction()
 {
-    const QString key = platform::text(m_issueKeyTextField);
+    const QString key = tljira::text(m_issueKeyTextField);
     JAController::sharedInstance()->getIssueObject(
         key, [self = sharedFrom(this)](const std::shared_ptr<const JAIssueObject>& issue, const auto&) {
             if (issue)
@@ -77,7 +77,7 @@ void JADownloadBodyViewController::sheetDidEnd()
         return;
     if (const auto shown = window())
         shown->close();
-    platform::Application::stopModal();
+    tljira::Application::stopModal();
 }
 
 JADownloadBodyViewController::Attachments
@@ -90,14 +90,14 @@ JADownloadBodyViewController::filteredAttachments(const Attachments& attachments
 
 void JADownloadBodyViewController::jaValidSession()
 {
-    platform::setHidden(m_shadow, true);
-    platform::setEnabled(m_getAttachButton, true);
-    platform::setEnabled(m_issueKeyTextField, true);
+    tljira::setHidden(m_shadow, true);
+    tljira::setEnabled(m_getAttachButton, true);
+    tljira::setEnabled(m_issueKeyTextField, true);
 }
 
 void JADownloadBodyViewController::jaInvalidSession()
 {
-    platform::setHidden(m_shadow, false);
-    platform::setEnabled(m_getAttachButton, false);
-    platform::setEnabled(m_issueKeyTextField, false);
+    tljira::setHidden(m_shadow, false);
+    tljira::setEnabled(m_getAttachButton, false);
+    tljira::setEnabled(m_issueKeyTextField, false);
 }

@@ -16,7 +16,7 @@
 
 /// The panel in which the user names an issue and gets a document of it. It ends the modal run, and closes its window,
 /// when the list of documents is left after a download.
-class TL_EXPORT JADownloadBodyViewController : public platform::ViewController, public JAControllerDelegate
+class TL_EXPORT JADownloadBodyViewController : public tljira::ViewController, public JAControllerDelegate
 {
 public:
     /// See the list window.
@@ -24,7 +24,7 @@ public:
 
     /// Loads nothing yet.
     static std::shared_ptr<JADownloadBodyViewController> initWithNibName(const QString& name,
-                                                                         const std::optional<platform::Bundle>& bundle);
+                                                                         const std::optional<tljira::Bundle>& bundle);
 
     ///@{
     /// The list window's `path` when its sheet last ended; nothing before that or before the first download.

@@ -27,7 +27,7 @@ constexpr double otherHeight = 200;
 
 QString sizeText(qint64 bytes)
 {
-    return platform::format(QStringLiteral("%0.2f MB"), static_cast<double>(bytes) / 1024.0 / 1024.0);
+    return tljira::format(QStringLiteral("%0.2f MB"), static_cast<double>(bytes) / 1024.0 / 1024.0);
 }
 
 /// Nothing of a view is drawn while this lives; then all that changed at once.
@@ -57,7 +57,7 @@ private:
 /// One for all rows: making it takes longer than making a cell.
 struct JAListAttachedFilesWindow::Dates
 {
-    platform::DateFormatter formatter = platform::DateFormatter::withMediumStyle();
+    tljira::DateFormatter formatter = tljira::DateFormatter::withMediumStyle();
 };
 
 JAListAttachedFilesWindow::JAListAttachedFilesWindow()
@@ -75,10 +75,10 @@ JAListAttachedFilesWindow::JAListAttachedFilesWindow()
 
 std::shared_ptr<JAListAttachedFilesWindow> JAListAttachedFilesWindow::init()
 {
-    platform::registerViewClass<JAAttachedCell>(QStringLiteral("JAAttachedCell"));
+    tljira::registerViewClass<JAAttachedCell>(QStringLiteral("JAAttachedCell"));
     const std::shared_ptr<JAListAttachedFilesWindow> self(new JAListAttachedFilesWindow);
     self->initWithWindowNibName(QStringLiteral("JAListAttachedFilesWindow"),
-                                platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+                                tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
     self->window()->setDelegate(self);
     return self;
 }
@@ -92,18 +92,18 @@ JAListAttachedFilesWindow::~JAListAttachedFilesWindow()
 void JAListAttachedFilesWindow::windowWillLoad()
 {
     WindowController::windowWillLoad();
-    platform::log(u"JAListAttachedFilesWindow windowWillLoad");
+    tljira::log(u"JAListAttachedFilesWindow windowWillLoad");
 }
 
 void JAListAttachedFilesWindow::windowDidLoad()
 {
     WindowController::windowDidLoad();
     m_isDone = false;
-    if (auto* layer = platform::Layer::wantLayer(m_view)) {
+    if (auto* layer = tljira::Layer::wantLayer(m_view)) {
         layer->setBackgroundColor(QColor(Qt::white));
         m_view->setPalette(paletteOnWhite(QApplication::palette()));
     }
-    platform::log(u"JAListAttachedFilesWindow windowDidLoad");
+    tljira::log(u"JAListAttachedFilesWindow windowDidLoad");
     if (m_tableView)
         m_tableView->setDataSource(this);
 }
@@ -111,7 +111,7 @@ void JAListAttachedFilesWindow::windowDidLoad()
 void JAListAttachedFilesWindow::showWindow()
 {
     WindowController::showWindow();
-    platform::log(u"JAListAttachedFilesWindow showWindow");
+    tljira::log(u"JAListAttachedFilesWindow showWindow");
 }
 
 // The list.
@@ -122,22 +122,22 @@ void JAListAttachedFilesWindow::reload()
         m_tableView->reloadData();
 }
 
-qint64 JAListAttachedFilesWindow::numberOfRowsInTableView(platform::TableView&)
+qint64 JAListAttachedFilesWindow::numberOfRowsInTableView(tljira::TableView&)
 {
     const qint64 count = static_cast<qint64>(m_attachments.size());
-    platform::log(u"self.attachments.count ::: %ld", count);
+    tljira::log(u"self.attachments.count ::: %ld", count);
     // A list begins with the user's locale and time zone of this moment.
     m_dates.reset();
     setActualView(count > 0 ? m_wrapperTableView : m_noDataView);
     return count;
 }
 
-platform::TableCellView* JAListAttachedFilesWindow::viewForTableColumn(platform::TableView& table, int, qint64 row)
+tljira::TableCellView* JAListAttachedFilesWindow::viewForTableColumn(tljira::TableView& table, int, qint64 row)
 {
     const auto attachment = attachmentAtRow(row);
     if (!attachment)
         return nullptr;
-    platform::TableCellView* view = table.makeViewWithIdentifier(QStringLiteral("jaAttachedCell"));
+    tljira::TableCellView* view = table.makeViewWithIdentifier(QStringLiteral("jaAttachedCell"));
     if (auto* cell = qobject_cast<JAAttachedCell*>(view))
         fillCell(*cell, attachment, row);
     return view;
@@ -153,7 +153,7 @@ std::shared_ptr<const JAAttachmentObject> JAListAttachedFilesWindow::attachmentA
 void JAListAttachedFilesWindow::fillCell(JAAttachedCell& cell,
                                          const std::shared_ptr<const JAAttachmentObject>& attachment, qint64 row)
 {
-    const QString title = platform::format(QStringLiteral("%@"), attachment->name());
+    const QString title = tljira::format(QStringLiteral("%@"), attachment->name());
     cell.setAttachmetn(attachment);
     if (auto* label = cell.titleLabel())
         label->setText(title);
@@ -164,7 +164,7 @@ void JAListAttachedFilesWindow::fillCell(JAAttachedCell& cell,
     if (auto* button = cell.downloadButton()) {
         button->setProperty(tagProperty, row);
         button->setAccessibleName(
-            platform::InterfaceTexts::shared().text("JAListAttachedFilesWindow", downloadName).arg(title));
+            tljira::InterfaceTexts::shared().text("JAListAttachedFilesWindow", downloadName).arg(title));
     }
     cell.setDownloadAction([weak = std::weak_ptr(sharedFrom(this))](QWidget* sender) {
         if (const auto self = weak.lock())
@@ -186,17 +186,17 @@ QString JAListAttachedFilesWindow::dateText(const JAAttachmentObject& attachment
 void JAListAttachedFilesWindow::downloadAction(QWidget* sender)
 {
     const qint64 tag = sender ? sender->property(tagProperty).toLongLong() : 0;
-    platform::log(u"Download Action %ld", tag);
+    tljira::log(u"Download Action %ld", tag);
     const QString folder = DownloadFolder::path();
     const auto attachment = attachmentAtRow(tag);
     if (!attachment) {
-        platform::log(u"there is no attachment %ld any more", tag);
+        tljira::log(u"there is no attachment %ld any more", tag);
         return;
     }
     const QString name = downloadFileName(attachment->name());
     DownloadFolder::makeAnew(folder);
-    const QString target = platform::appendingPathComponent(folder, name);
-    platform::log(u"%@", target);
+    const QString target = tljira::appendingPathComponent(folder, name);
+    tljira::log(u"%@", target);
     m_path = target;
     download(attachment, target);
     setActualView(m_downloadView);
@@ -206,13 +206,13 @@ void JAListAttachedFilesWindow::download(const std::shared_ptr<const JAAttachmen
                                          const QString& path)
 {
     const auto showProgress = [self = sharedFrom(this), attachment](
-                                  qint64, qint64 bytes, const std::optional<platform::Error>& error, bool finished) {
+                                  qint64, qint64 bytes, const std::optional<tljira::Error>& error, bool finished) {
         self->updateDownload(bytes, attachment->size(), error, finished);
     };
     JAController::sharedInstance()->downloadFile(attachment->downloadLink(), showProgress, path);
 }
 
-void JAListAttachedFilesWindow::updateDownload(qint64 bytes, qint64 total, const std::optional<platform::Error>& error,
+void JAListAttachedFilesWindow::updateDownload(qint64 bytes, qint64 total, const std::optional<tljira::Error>& error,
                                                bool completion)
 {
     const HeldUpdates held(m_downloadView);
@@ -223,12 +223,12 @@ void JAListAttachedFilesWindow::updateDownload(qint64 bytes, qint64 total, const
         setError(error->localizedDescription());
         return;
     }
-    platform::log(u"percent:%f total:%lld bytes: %lld %hhd", percent, total, bytes, completion);
+    tljira::log(u"percent:%f total:%lld bytes: %lld %hhd", percent, total, bytes, completion);
     if (completion) {
-        platform::setText(m_downloadPercent, QStringLiteral("DONE"));
+        tljira::setText(m_downloadPercent, QStringLiteral("DONE"));
         m_isDone = true;
     } else {
-        incrementProgressBar(platform::truncatedToInt64(percent));
+        incrementProgressBar(tljira::truncatedToInt64(percent));
     }
 }
 
@@ -239,14 +239,14 @@ void JAListAttachedFilesWindow::incrementProgressBar(qint64 percent)
         const qint64 most = m_downloadProgressBar->maximum();
         m_downloadProgressBar->setValue(static_cast<int>(std::clamp(percent, least, most)));
     }
-    platform::setText(m_downloadPercent, platform::format(QStringLiteral("%ld %@"), percent, QStringLiteral("%")));
+    tljira::setText(m_downloadPercent, tljira::format(QStringLiteral("%ld %@"), percent, QStringLiteral("%")));
 }
 
 void JAListAttachedFilesWindow::setError(const QString& text)
 {
     incrementProgressBar(100);
-    platform::setText(m_downloadPercent, QString());
-    platform::setText(m_downloadError, text);
+    tljira::setText(m_downloadPercent, QString());
+    tljira::setText(m_downloadError, text);
 }
 
 void JAListAttachedFilesWindow::setActualView(QWidget* view)
@@ -256,10 +256,10 @@ void JAListAttachedFilesWindow::setActualView(QWidget* view)
         frame.setHeight(view && view == m_wrapperTableView ? listHeight : otherHeight);
         shown->setFrame(frame, true, true);
     }
-    platform::setHidden(m_downloadView, true);
-    platform::setHidden(m_wrapperTableView, true);
-    platform::setHidden(m_noDataView, true);
-    platform::setHidden(view, false);
+    tljira::setHidden(m_downloadView, true);
+    tljira::setHidden(m_wrapperTableView, true);
+    tljira::setHidden(m_noDataView, true);
+    tljira::setHidden(view, false);
 }
 
 void JAListAttachedFilesWindow::cancalAction(QWidget*)
@@ -267,14 +267,14 @@ void JAListAttachedFilesWindow::cancalAction(QWidget*)
     JAController::sharedInstance()->cancelDownload();
     const auto sheet = window();
     if (const auto parent = sheet ? sheet->sheetParent() : nullptr)
-        parent->endSheet(sheet, platform::ModalResponse::Cancel);
+        parent->endSheet(sheet, tljira::ModalResponse::Cancel);
 }
 
 void JAListAttachedFilesWindow::printSubView(QWidget* view, const QString& offset)
 {
     if (!view)
         return;
-    platform::log(u"%@ %@", offset, view);
-    for (QWidget* subview : platform::subviews(view))
-        printSubView(subview, platform::format(QStringLiteral("-%@"), offset));
+    tljira::log(u"%@ %@", offset, view);
+    for (QWidget* subview : tljira::subviews(view))
+        printSubView(subview, tljira::format(QStringLiteral("-%@"), offset));
 }

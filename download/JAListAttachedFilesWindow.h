@@ -21,7 +21,7 @@
 ///
 /// It shows one of three states: the list, "nothing to list", or a download. `reload` goes to one of the first two, the
 /// button of a row to the third.
-class TL_EXPORT JAListAttachedFilesWindow : public platform::WindowController, public platform::TableViewDataSource
+class TL_EXPORT JAListAttachedFilesWindow : public tljira::WindowController, public tljira::TableViewDataSource
 {
 public:
     /// See the issue.
@@ -51,16 +51,16 @@ public:
     ///@}
 
     void showWindow() override;
-    void windowDidBecomeKey(platform::Window&) override {}
-    void windowDidResignKey(platform::Window&) override {}
+    void windowDidBecomeKey(tljira::Window&) override {}
+    void windowDidResignKey(tljira::Window&) override {}
 
     /// Shows the attachments, as a list or as "nothing to list".
     void reload();
 
     /// The number of attachments; shows the list, or "nothing to list".
-    qint64 numberOfRowsInTableView(platform::TableView& table) override;
+    qint64 numberOfRowsInTableView(tljira::TableView& table) override;
     /// A JAAttachedCell filled with the attachment of that row; null for a row without one.
-    platform::TableCellView* viewForTableColumn(platform::TableView& table, int column, qint64 row) override;
+    tljira::TableCellView* viewForTableColumn(tljira::TableView& table, int column, qint64 row) override;
 
     /// Downloads the attachment whose row is the dynamic property "tag" of `sender`, into the download folder, which is
     /// emptied first. The client keeps this object until the download has ended, longer if it fails.
@@ -68,7 +68,7 @@ public:
 
     /// Shows how far a download is: `bytes` of `total`. With an error its text, with `completion` "DONE". A total of 0
     /// counts as 1, so that the percentage can be any number.
-    void updateDownload(qint64 bytes, qint64 total, const std::optional<platform::Error>& error, bool completion);
+    void updateDownload(qint64 bytes, qint64 total, const std::optional<tljira::Error>& error, bool completion);
     /// Shows that number: the label as it is, the bar as far as it goes.
     void incrementProgressBar(qint64 percent);
     /// The text below the full bar; an empty text is no error.
@@ -87,7 +87,7 @@ public:
     /// An outlet; null until the window is loaded.
     QWidget* view() const { return m_view; }
     QWidget* wrapperTableView() const { return m_wrapperTableView; }
-    platform::TableView* tableView() const { return m_tableView; }
+    tljira::TableView* tableView() const { return m_tableView; }
     QWidget* noDataView() const { return m_noDataView; }
     QLabel* downloadPercent() const { return m_downloadPercent; }
     QLabel* downloadError() const { return m_downloadError; }
@@ -109,7 +109,7 @@ private:
 
     QPointer<QWidget> m_view;
     QPointer<QWidget> m_wrapperTableView;
-    QPointer<platform::TableView> m_tableView;
+    QPointer<tljira::TableView> m_tableView;
     QPointer<QWidget> m_noDataView;
     QPointer<QLabel> m_downloadPercent;
     QPointer<QLabel> m_downloadError;

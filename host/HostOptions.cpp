@@ -35,7 +35,7 @@ void describe(QCommandLineParser& parser)
 QString problemOf(const HostOptions& options, const QStringList& files)
 {
     for (const QString& route : options.routes) {
-        if (!platform::URLSessionConfiguration::isRoute(route))
+        if (!tljira::URLSessionConfiguration::isRoute(route))
             return QStringLiteral("'%1' is not HOST:PORT:ADDR:PORT.").arg(route);
     }
     if (files.size() > 1)

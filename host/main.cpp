@@ -18,7 +18,7 @@ namespace {
 
 int edit(const HostOptions& options)
 {
-    platform::URLSessionConfiguration::setDefaultRoutes(options.routes);
+    tljira::URLSessionConfiguration::setDefaultRoutes(options.routes);
     JiraJobs jira;
     EditorWindow editor(jira);
     editor.setStatus(options.status);

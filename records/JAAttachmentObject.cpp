@@ -7,10 +7,10 @@
 namespace {
 
 /// Kept for all attachments: an issue may have thousands, and making a formatter costs more than reading one of them.
-const platform::DateFormatter& createdFormatter()
+const tljira::DateFormatter& createdFormatter()
 {
     thread_local const auto formatter =
-        platform::DateFormatter::withPattern(QStringLiteral("yyyy-MM-dd'T'HH:mm:s.SSSZZZ"));
+        tljira::DateFormatter::withPattern(QStringLiteral("yyyy-MM-dd'T'HH:mm:s.SSSZZZ"));
     return formatter;
 }
 
@@ -30,8 +30,8 @@ JAAttachmentObject::JAAttachmentObject(const QJsonObject& dictionary)
     , m_ID(records::textOrNumber(dictionary.value(u"id")))
     , m_date(m_time ? createdFormatter().dateFromString(*m_time) : std::nullopt)
 {
-    platform::log(u"%@", *this);
-    platform::log(u"%@", m_time);
+    tljira::log(u"%@", *this);
+    tljira::log(u"%@", m_time);
 }
 
 QString describe(const JAAttachmentObject& attachment)

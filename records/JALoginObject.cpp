@@ -37,24 +37,24 @@ void JALoginObject::saveSession() const
 {
     if (!m_sessionValue || !m_sessionName)
         return;
-    platform::UserDefaults& defaults = platform::UserDefaults::standardUserDefaults();
+    tljira::UserDefaults& defaults = tljira::UserDefaults::standardUserDefaults();
     defaults.setObject(*m_sessionValue, savedValueKey);
     defaults.setObject(*m_sessionName, savedNameKey);
 }
 
 std::optional<QString> JALoginObject::restoreSession()
 {
-    const platform::UserDefaults& defaults = platform::UserDefaults::standardUserDefaults();
+    const tljira::UserDefaults& defaults = tljira::UserDefaults::standardUserDefaults();
     const std::optional<QString> value = defaults.stringForKey(savedValueKey);
     const std::optional<QString> name = defaults.stringForKey(savedNameKey);
     if (!value || !name)
         return std::nullopt;
-    return platform::format(QStringLiteral("%@=%@"), name, value);
+    return tljira::format(QStringLiteral("%@=%@"), name, value);
 }
 
 void JALoginObject::resetSession()
 {
-    platform::UserDefaults& defaults = platform::UserDefaults::standardUserDefaults();
+    tljira::UserDefaults& defaults = tljira::UserDefaults::standardUserDefaults();
     defaults.removeObjectForKey(savedValueKey);
     defaults.removeObjectForKey(savedNameKey);
 }

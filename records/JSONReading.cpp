@@ -14,7 +14,7 @@ std::optional<QString> text(const QJsonValue& value)
 
 std::optional<QString> textOrNumber(const QJsonValue& value)
 {
-    return value.isDouble() ? std::optional(platform::describe(value)) : text(value);
+    return value.isDouble() ? std::optional(tljira::describe(value)) : text(value);
 }
 
 qint64 integer(const QJsonValue& value)
@@ -24,7 +24,7 @@ qint64 integer(const QJsonValue& value)
     constexpr qint64 lowest = std::numeric_limits<qint64>::lowest();
     if (const qint64 whole = value.toInteger(lowest); whole != lowest)
         return whole;
-    return platform::truncatedToInt64(value.toDouble());
+    return tljira::truncatedToInt64(value.toDouble());
 }
 
 } // namespace records

@@ -15,8 +15,8 @@ constexpr int largestAvatarSide = 256;
 
 } // namespace
 
-std::shared_ptr<JAHeadViewController>
-JAHeadViewController::initWithNibName(const QString& name, const std::optional<platform::Bundle>& bundle)
+std::shared_ptr<JAHeadViewController> JAHeadViewController::initWithNibName(const QString& name,
+                                                                            const std::optional<tljira::Bundle>& bundle)
 {
     UIViewStyle::styleLoadedViews();
     const std::shared_ptr<JAHeadViewController> self(new JAHeadViewController);
@@ -39,7 +39,7 @@ JAHeadViewController::JAHeadViewController()
 void JAHeadViewController::viewDidLoad()
 {
     ViewController::viewDidLoad();
-    platform::addSubview(view(), m_okSessionView);
+    tljira::addSubview(view(), m_okSessionView);
     for (QLabel* secondary : {m_nameLabel.get(), m_emailLabel.get()}) {
         if (secondary)
             secondary->setForegroundRole(QPalette::PlaceholderText);
@@ -58,8 +58,8 @@ void JAHeadViewController::viewWillLayout()
 
 void JAHeadViewController::setActualView(QWidget* view)
 {
-    platform::setHidden(m_okSessionView, true);
-    platform::setHidden(view, false);
+    tljira::setHidden(m_okSessionView, true);
+    tljira::setHidden(view, false);
 }
 
 void JAHeadViewController::setOkSessionView()
@@ -76,9 +76,9 @@ void JAHeadViewController::showUser(const std::shared_ptr<const JAUser>& user)
     const auto text = [&user](auto property) {
         return user ? (user.get()->*property)().value_or(QString()) : QString();
     };
-    platform::setText(m_emailLabel, text(&JAUser::email));
-    platform::setText(m_displayNameLabel, text(&JAUser::displayName));
-    platform::setText(m_nameLabel, text(&JAUser::name));
+    tljira::setText(m_emailLabel, text(&JAUser::email));
+    tljira::setText(m_displayNameLabel, text(&JAUser::displayName));
+    tljira::setText(m_nameLabel, text(&JAUser::name));
     setAvatarByURL(user ? user->avatarUrl() : std::nullopt);
 }
 
@@ -95,9 +95,9 @@ void JAHeadViewController::setAvatarByURL(const std::optional<QString>& url)
 void JAHeadViewController::showAvatar(const QByteArray& bytes)
 {
     const quint64 number = ++m_newestAvatar;
-    platform::GlobalQueue::instance().addOperation([self = sharedFrom(this), number, bytes]() mutable {
-        const QImage image = platform::ImageView::decode(bytes, largestAvatarSide);
-        platform::MainQueue::instance().addOperation([self = std::move(self), number, image] {
+    tljira::GlobalQueue::instance().addOperation([self = sharedFrom(this), number, bytes]() mutable {
+        const QImage image = tljira::ImageView::decode(bytes, largestAvatarSide);
+        tljira::MainQueue::instance().addOperation([self = std::move(self), number, image] {
             if (self->m_avatarImage && number == self->m_newestAvatar)
                 self->m_avatarImage->setImage(image);
         });
@@ -108,7 +108,7 @@ void JAHeadViewController::loginAction()
 {
     if (const auto ownWindow = window()) {
         ownWindow->beginSheet(m_jaLoginWindow->window(), [self = sharedFrom(this)](int returnCode) {
-            if (returnCode == platform::ModalResponse::OK)
+            if (returnCode == tljira::ModalResponse::OK)
                 self->setOkSessionView();
         });
     }

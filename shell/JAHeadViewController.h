@@ -18,19 +18,19 @@
 class JALoginWindow;
 
 /// The strip that shows who is logged in. Before that it offers to log in, in a sheet of the window it stands in.
-class TL_EXPORT JAHeadViewController : public platform::ViewController
+class TL_EXPORT JAHeadViewController : public tljira::ViewController
 {
 public:
     /// Loads nothing yet. Without a bundle the file is the host's.
     static std::shared_ptr<JAHeadViewController> initWithNibName(const QString& name,
-                                                                 const std::optional<platform::Bundle>& bundle);
+                                                                 const std::optional<tljira::Bundle>& bundle);
 
     ///@{
     /// An outlet; null until the view is loaded.
     /// Shown while somebody is logged in; holds labels and avatar, and fills the header.
     QWidget* okSessionView() const { return m_okSessionView; }
-    platform::ProgressIndicator* findSessionProgressIndicator() const { return m_findSessionProgressIndicator; }
-    platform::ImageView* avatarImage() const { return m_avatarImage; }
+    tljira::ProgressIndicator* findSessionProgressIndicator() const { return m_findSessionProgressIndicator; }
+    tljira::ImageView* avatarImage() const { return m_avatarImage; }
     QLabel* nameLabel() const { return m_nameLabel; }
     QLabel* displayNameLabel() const { return m_displayNameLabel; }
     QLabel* emailLabel() const { return m_emailLabel; }
@@ -67,8 +67,8 @@ private:
     void showAvatar(const QByteArray& bytes);
 
     QPointer<QWidget> m_okSessionView;
-    QPointer<platform::ProgressIndicator> m_findSessionProgressIndicator;
-    QPointer<platform::ImageView> m_avatarImage;
+    QPointer<tljira::ProgressIndicator> m_findSessionProgressIndicator;
+    QPointer<tljira::ImageView> m_avatarImage;
     QPointer<QLabel> m_nameLabel;
     QPointer<QLabel> m_displayNameLabel;
     QPointer<QLabel> m_emailLabel;

@@ -17,7 +17,7 @@ std::shared_ptr<JALoginWindow> JALoginWindow::init()
     UIViewStyle::styleLoadedViews();
     const std::shared_ptr<JALoginWindow> self(new JALoginWindow);
     self->initWithWindowNibName(QStringLiteral("JALoginWindow"),
-                                platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+                                tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
     return self;
 }
 
@@ -40,7 +40,7 @@ void JALoginWindow::windowDidLoad()
     WindowController::windowDidLoad();
     if (m_loginButton)
         m_loginButton->setFlat(false);
-    platform::setHidden(m_spiner, true);
+    tljira::setHidden(m_spiner, true);
 }
 
 void JALoginWindow::loginButtonAction()
@@ -48,42 +48,42 @@ void JALoginWindow::loginButtonAction()
     // The keyboard waits where a refused login is mended, not wherever it goes when the button is disabled.
     if (m_loginButton && m_loginButton->window()->focusWidget() == m_loginButton && m_passwordTextField)
         m_passwordTextField->setFocus();
-    platform::setEnabled(m_loginButton, false);
-    platform::setHidden(m_spiner, false);
+    tljira::setEnabled(m_loginButton, false);
+    tljira::setHidden(m_spiner, false);
     if (m_spiner)
         m_spiner->startAnimation();
 
-    const QString email = platform::text(m_emailTextField);
-    const QString password = platform::text(m_passwordTextField);
-    const QString host = platform::text(m_hostTextField);
+    const QString email = tljira::text(m_emailTextField);
+    const QString password = tljira::text(m_passwordTextField);
+    const QString host = tljira::text(m_hostTextField);
     const auto& client = JAController::sharedInstance();
     client->setHost(host);
-    platform::log(u"host: %@", host);
+    tljira::log(u"host: %@", host);
     client->login(email, password, [self = sharedFrom(this)](const auto& result, const auto& error) {
         self->loginEnded(result, error);
     });
 }
 
 void JALoginWindow::loginEnded(const std::shared_ptr<const JALoginObject>& result,
-                               const std::optional<platform::Error>& error)
+                               const std::optional<tljira::Error>& error)
 {
-    platform::setHidden(m_spiner, true);
-    platform::setEnabled(m_loginButton, true);
+    tljira::setHidden(m_spiner, true);
+    tljira::setEnabled(m_loginButton, true);
     if (error)
         showError(*error);
     if (!result)
         return;
     if (const auto parent = window()->sheetParent())
-        parent->endSheet(window(), platform::ModalResponse::OK);
+        parent->endSheet(window(), tljira::ModalResponse::OK);
 }
 
-void JALoginWindow::showError(const platform::Error& error)
+void JALoginWindow::showError(const tljira::Error& error)
 {
     const QWidget* label = m_errorLabel;
-    platform::log(u"error: %@ %@", label, error.localizedDescription());
-    platform::setText(m_errorLabel, error.localizedDescription());
+    tljira::log(u"error: %@ %@", label, error.localizedDescription());
+    tljira::setText(m_errorLabel, error.localizedDescription());
     if (error.code == unauthorized)
-        platform::setText(m_errorLabel, QStringLiteral("Incorrect login or password"));
+        tljira::setText(m_errorLabel, QStringLiteral("Incorrect login or password"));
 }
 
 void JALoginWindow::cancelAction()
@@ -92,5 +92,5 @@ void JALoginWindow::cancelAction()
     if (!entryWindow)
         return;
     if (const auto parent = entryWindow->sheetParent())
-        parent->endSheet(entryWindow, platform::ModalResponse::Cancel);
+        parent->endSheet(entryWindow, tljira::ModalResponse::Cancel);
 }

@@ -17,7 +17,7 @@
 
 /// The form in which the user names the server and logs in. It stands either inside another window, to which `view` was
 /// moved, or in its own window as a sheet; as a sheet it ends itself with ModalResponse::OK after a login.
-class TL_EXPORT JALoginWindow : public platform::WindowController
+class TL_EXPORT JALoginWindow : public tljira::WindowController
 {
 public:
     /// Loads nothing yet.
@@ -33,7 +33,7 @@ public:
     QLabel* errorLabel() const { return m_errorLabel; }
     QPushButton* loginButton() const { return m_loginButton; }
     QPushButton* cancelButton() const { return m_cancelButton; }
-    platform::ProgressIndicator* spiner() const { return m_spiner; }
+    tljira::ProgressIndicator* spiner() const { return m_spiner; }
     ///@}
 
     /// Takes what stands in the fields, unchecked, saves the server's address and logs in.
@@ -49,8 +49,8 @@ protected:
 private:
     JALoginWindow();
 
-    void loginEnded(const std::shared_ptr<const JALoginObject>& result, const std::optional<platform::Error>& error);
-    void showError(const platform::Error& error);
+    void loginEnded(const std::shared_ptr<const JALoginObject>& result, const std::optional<tljira::Error>& error);
+    void showError(const tljira::Error& error);
 
     QPointer<QWidget> m_view;
     QPointer<QLineEdit> m_hostTextField;
@@ -59,5 +59,5 @@ private:
     QPointer<QLabel> m_errorLabel;
     QPointer<QPushButton> m_loginButton;
     QPointer<QPushButton> m_cancelButton;
-    QPointer<platform::ProgressIndicator> m_spiner;
+    QPointer<tljira::ProgressIndicator> m_spiner;
 };

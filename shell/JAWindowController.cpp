@@ -15,12 +15,12 @@ namespace {
 
 QString className(const QObject* object)
 {
-    return object ? QString::fromLatin1(object->metaObject()->className()) : platform::describe(std::nullopt);
+    return object ? QString::fromLatin1(object->metaObject()->className()) : tljira::describe(std::nullopt);
 }
 
-void countSubviews(platform::ViewController& controller)
+void countSubviews(tljira::ViewController& controller)
 {
-    controller.setRepresentedObject(QVariant::fromValue<qint64>(platform::subviews(controller.view()).size()));
+    controller.setRepresentedObject(QVariant::fromValue<qint64>(tljira::subviews(controller.view()).size()));
 }
 
 } // namespace
@@ -36,7 +36,7 @@ std::shared_ptr<JAWindowController> JAWindowController::make()
     UIViewStyle::styleLoadedViews();
     const std::shared_ptr<JAWindowController> self(new JAWindowController);
     self->initWithWindowNibName(QStringLiteral("JAWindowController"),
-                                platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+                                tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
     return self;
 }
 
@@ -58,12 +58,12 @@ std::shared_ptr<JAWindowController> JAWindowController::initWithPath(const std::
 void JAWindowController::windowDidLoad()
 {
     WindowController::windowDidLoad();
-    platform::log(u"self.tmpFile: %@", className(m_tmpFile));
+    tljira::log(u"self.tmpFile: %@", className(m_tmpFile));
     logPages();
     m_bodyViewController = JABodyViewController::initWithNibName(QStringLiteral("JABodyViewController"), std::nullopt);
     m_headViewController = JAHeadViewController::initWithNibName(QStringLiteral("JAHeadViewController"), std::nullopt);
-    platform::addFillingSubview(m_bodyView, m_bodyViewController->view());
-    platform::addFillingSubview(m_headView, m_headViewController->view());
+    tljira::addFillingSubview(m_bodyView, m_bodyViewController->view());
+    tljira::addFillingSubview(m_headView, m_headViewController->view());
     countSubviews(*m_bodyViewController);
     countSubviews(*m_headViewController);
 }
@@ -74,14 +74,14 @@ void JAWindowController::logPages() const
         return;
     const QVariantList pages = m_tmpFile->property("pages").toList();
     for (const QVariant& page : pages)
-        platform::log(u"%@", QJsonValue::fromVariant(page));
+        tljira::log(u"%@", QJsonValue::fromVariant(page));
 }
 
 void JAWindowController::run(const RunCallBack&) {}
 
-void JAWindowController::windowWillClose(platform::Window& window)
+void JAWindowController::windowWillClose(tljira::Window& window)
 {
     WindowController::windowWillClose(window);
-    platform::log(u"JAWindowController windowWillClose");
-    platform::Application::stopModal();
+    tljira::log(u"JAWindowController windowWillClose");
+    tljira::Application::stopModal();
 }

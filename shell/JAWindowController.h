@@ -19,7 +19,7 @@
 ///
 /// The interface files of its panels, "JABodyViewController" and "JAHeadViewController", come from the host's own
 /// bundle: the host embeds them with the prefix "main".
-class TL_EXPORT JAWindowController : public platform::WindowController
+class TL_EXPORT JAWindowController : public tljira::WindowController
 {
 public:
     /// Never called; see run().
@@ -34,7 +34,7 @@ public:
     void run(const RunCallBack& callBack);
 
     /// Ends the modal run, if one is going.
-    void windowWillClose(platform::Window& window) override;
+    void windowWillClose(tljira::Window& window) override;
 
     ///@{
     /// An outlet; null until the window is loaded.

@@ -6,7 +6,7 @@ std::shared_ptr<JMWindowController> JMWindowController::init()
 {
     const std::shared_ptr<JMWindowController> self(new JMWindowController);
     self->initWithNib();
-    self->initSession([&](const std::optional<platform::Bundle>& bundle) {
+    self->initSession([&](const std::optional<tljira::Bundle>& bundle) {
         return self->m_bodyViewController = JADownloadBodyViewController::initWithNibName(
                    QStringLiteral("JADownloadBodyViewController"), bundle);
     });
@@ -17,7 +17,7 @@ void JMWindowController::run(const RunCallBack& callBack)
 {
     // The host may let go of the controller while it runs.
     const auto self = sharedFrom(this);
-    platform::Application::runModalForWindow(window());
+    tljira::Application::runModalForWindow(window());
     if (callBack)
         callBack(m_bodyViewController->path());
 }

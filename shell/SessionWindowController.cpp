@@ -17,21 +17,21 @@
 
 namespace {
 
-std::optional<platform::Bundle> frameworkBundle()
+std::optional<tljira::Bundle> frameworkBundle()
 {
-    return platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier));
+    return tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier));
 }
 
-void countSubviews(platform::ViewController& controller)
+void countSubviews(tljira::ViewController& controller)
 {
-    controller.setRepresentedObject(QVariant::fromValue<qint64>(platform::subviews(controller.view()).size()));
+    controller.setRepresentedObject(QVariant::fromValue<qint64>(tljira::subviews(controller.view()).size()));
 }
 
 /// What the interface file put there for the time before the first container is of no more use.
 void removeSubviews(QWidget* view, std::initializer_list<QWidget*> kept)
 {
-    for (QWidget* subview : platform::subviews(view)) {
-        platform::removeFromSuperview(subview);
+    for (QWidget* subview : tljira::subviews(view)) {
+        tljira::removeFromSuperview(subview);
         if (std::find(kept.begin(), kept.end(), subview) == kept.end())
             subview->deleteLater();
     }
@@ -85,7 +85,7 @@ void SessionWindowController::initSession(const BodyMaker& makeBody)
     const auto bundle = frameworkBundle();
     m_body = makeBody(bundle);
     m_headViewController = JAHeadViewController::initWithNibName(QStringLiteral("JAHeadViewController"), bundle);
-    platform::log(u"?? %@", m_body);
+    tljira::log(u"?? %@", m_body);
 }
 
 void SessionWindowController::windowDidLoad()
@@ -98,23 +98,23 @@ void SessionWindowController::windowDidLoad()
 
 void SessionWindowController::setLoginViews()
 {
-    window()->addChildWindow(m_jaLoginWindow->window(), platform::Window::Ordered::Below);
+    window()->addChildWindow(m_jaLoginWindow->window(), tljira::Window::Ordered::Below);
     QWidget* form = m_jaLoginWindow->view();
     if (!m_loginViewContainer || !form)
         return;
     const QRect frame = form->geometry();
-    platform::addFillingSubview(m_loginViewContainer, form);
+    tljira::addFillingSubview(m_loginViewContainer, form);
     m_loginViewContainer->setGeometry(frame);
 }
 
 void SessionWindowController::setDownloadViews()
 {
-    platform::addFillingSubview(m_bodyView, m_body->view());
-    platform::addFillingSubview(m_headView, m_headViewController->view());
+    tljira::addFillingSubview(m_bodyView, m_body->view());
+    tljira::addFillingSubview(m_headView, m_headViewController->view());
     if (m_downloadViewContainer) {
         m_downloadViewContainer->resize(
             m_downloadViewContainer->size().expandedTo(m_downloadViewContainer->sizeHint()));
-        platform::layoutSubtreeIfNeeded(m_downloadViewContainer);
+        tljira::layoutSubtreeIfNeeded(m_downloadViewContainer);
     }
     countSubviews(*m_body);
     countSubviews(*m_headViewController);
@@ -127,23 +127,23 @@ void SessionWindowController::setActualView(QWidget* container)
     const auto ownWindow = windowIfLoaded();
     if (!ownWindow || !m_view || !container)
         return;
-    platform::layoutSubtreeIfNeeded(container);
+    tljira::layoutSubtreeIfNeeded(container);
     const QSize size = container->size();
     removeSubviews(m_view, {m_downloadViewContainer, m_loginViewContainer});
-    platform::addSubview(m_view, container);
+    tljira::addSubview(m_view, container);
 
     const QRectF before = ownWindow->frame();
     const QRectF frame(before.x() + before.width() - size.width(), before.y() + before.height() - size.height(),
                        before.width() - m_view->width() + size.width(),
                        before.height() - m_view->height() + size.height());
-    platform::log(u" %@", QRectF(m_view->geometry()));
-    platform::log(u" %@", before);
-    platform::log(u" %@", frame);
+    tljira::log(u" %@", QRectF(m_view->geometry()));
+    tljira::log(u" %@", before);
+    tljira::log(u" %@", frame);
 
     ownWindow->setFrame(frame, true, true);
-    platform::addFillingSubview(m_view, container);
+    tljira::addFillingSubview(m_view, container);
     container->setGeometry(QRect(m_view->pos(), size));
-    platform::setHidden(container, false);
+    tljira::setHidden(container, false);
     focusFirstField(container);
 }
 
@@ -168,8 +168,8 @@ void SessionWindowController::jaInvalidSession()
     setActualView(m_loginViewContainer);
 }
 
-void SessionWindowController::windowWillClose(platform::Window&)
+void SessionWindowController::windowWillClose(tljira::Window&)
 {
-    platform::log(u"JAWindowController windowWillClose");
-    platform::Application::stopModal();
+    tljira::log(u"JAWindowController windowWillClose");
+    tljira::Application::stopModal();
 }

@@ -27,7 +27,7 @@ class JALoginWindow;
 ///
 ///     self->initWithNib();
 ///     self->initSession([&](const auto& bundle) { return self->m_bodyViewController = makeBody(bundle); });
-class TL_EXPORT SessionWindowController : public platform::WindowController, public JAControllerDelegate
+class TL_EXPORT SessionWindowController : public tljira::WindowController, public JAControllerDelegate
 {
 public:
     ~SessionWindowController() override;
@@ -73,12 +73,12 @@ public:
     void jaInvalidSession() override;
 
     /// Ends the modal run, if one is going. Transfers go on.
-    void windowWillClose(platform::Window& window) override;
+    void windowWillClose(tljira::Window& window) override;
 
 protected:
     /// Makes the panel below the header, from the framework's bundle.
     using BodyMaker =
-        std::function<std::shared_ptr<platform::ViewController>(const std::optional<platform::Bundle>& bundle)>;
+        std::function<std::shared_ptr<tljira::ViewController>(const std::optional<tljira::Bundle>& bundle)>;
 
     /// The subclass's factory goes on with initWithNib() and initSession().
     SessionWindowController();
@@ -98,7 +98,7 @@ private:
     QPointer<QWidget> m_downloadViewContainer;
     QPointer<QWidget> m_loginViewContainer;
     std::shared_ptr<JALoginWindow> m_jaLoginWindow;
-    std::shared_ptr<platform::ViewController> m_body;
+    std::shared_ptr<tljira::ViewController> m_body;
     std::shared_ptr<JAHeadViewController> m_headViewController;
     std::optional<QString> m_path;
 };

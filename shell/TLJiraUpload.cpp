@@ -8,7 +8,7 @@ namespace {
 
 void logOutOnFirstRun()
 {
-    auto& defaults = platform::UserDefaults::standardUserDefaults();
+    auto& defaults = tljira::UserDefaults::standardUserDefaults();
     if (defaults.boolForKey(kClearCache))
         return;
     defaults.setObject(true, kClearCache);

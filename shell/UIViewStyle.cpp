@@ -10,9 +10,9 @@ namespace UIViewStyle {
 namespace {
 
 /// The view's layer, which it is given now unless it has one.
-platform::Layer* checkedLayer(QWidget* view)
+tljira::Layer* checkedLayer(QWidget* view)
 {
-    return platform::Layer::wantLayer(view);
+    return tljira::Layer::wantLayer(view);
 }
 
 std::optional<QColor> colorIn(const QVariant& value)
@@ -43,32 +43,32 @@ void applyProperties(QWidget* view)
 
 void setTBackgroundColor(QWidget* view, const std::optional<QColor>& color)
 {
-    if (platform::Layer* layer = checkedLayer(view))
+    if (tljira::Layer* layer = checkedLayer(view))
         layer->setBackgroundColor(color);
 }
 
 void setTBorderColor(QWidget* view, const std::optional<QColor>& color)
 {
-    if (platform::Layer* layer = checkedLayer(view))
+    if (tljira::Layer* layer = checkedLayer(view))
         layer->setBorderColor(color);
 }
 
 void setTBorderRadius(QWidget* view, qint64 points)
 {
-    if (platform::Layer* layer = checkedLayer(view))
+    if (tljira::Layer* layer = checkedLayer(view))
         layer->setCornerRadius(static_cast<double>(points));
 }
 
 void setTBorderThickness(QWidget* view, qint64 points)
 {
-    if (platform::Layer* layer = checkedLayer(view))
+    if (tljira::Layer* layer = checkedLayer(view))
         layer->setBorderWidth(static_cast<double>(points));
 }
 
 void styleLoadedViews()
 {
     static const bool isObserving = [] {
-        platform::observeLoadedViews(applyProperties);
+        tljira::observeLoadedViews(applyProperties);
         return true;
     }();
     Q_UNUSED(isObserving)

@@ -12,7 +12,7 @@
 /// in no folder but at the root of the disk, where all would go with it.
 inline std::optional<QString> folderToRemove(const std::optional<QString>& document)
 {
-    const QString folder = platform::deletingLastPathComponent(document.value_or(QString()));
+    const QString folder = tljira::deletingLastPathComponent(document.value_or(QString()));
     const bool isRoot = QFileInfo(folder).canonicalFilePath() == QDir::rootPath();
     return folder.isEmpty() || isRoot ? std::nullopt : std::optional(folder);
 }

@@ -34,7 +34,7 @@ struct JAUploadBodyViewController::Document
 };
 
 std::shared_ptr<JAUploadBodyViewController>
-JAUploadBodyViewController::initWithNibName(const QString& name, const std::optional<platform::Bundle>& bundle)
+JAUploadBodyViewController::initWithNibName(const QString& name, const std::optional<tljira::Bundle>& bundle)
 {
     const std::shared_ptr<JAUploadBodyViewController> self(new JAUploadBodyViewController);
     self->ViewController::initWithNibName(name, bundle);
@@ -96,13 +96,13 @@ void JAUploadBodyViewController::setZipFilePath(const std::optional<QString>& pa
 void JAUploadBodyViewController::viewDidLoad()
 {
     ViewController::viewDidLoad();
-    platform::addSubview(view(), m_shadow);
+    tljira::addSubview(view(), m_shadow);
     if (m_uploadFileButton)
         m_uploadFileButton->setFlat(false);
-    if (auto* layer = platform::Layer::wantLayer(m_shadow))
+    if (auto* layer = tljira::Layer::wantLayer(m_shadow))
         layer->setBackgroundColor(QColor::fromRgbF(0, 0, 0, shadowOpacity));
-    platform::setEnabled(m_taskTextField, false);
-    platform::setHidden(m_shadow, false);
+    tljira::setEnabled(m_taskTextField, false);
+    tljira::setHidden(m_shadow, false);
     jaValidSession();
 }
 
@@ -118,46 +118,46 @@ void JAUploadBodyViewController::setNewPathFile(const std::optional<QString>& pa
 {
     setFilePath(path);
     setFileName(fileName);
-    platform::setText(m_pathLabel, fileName.value_or(QString()));
+    tljira::setText(m_pathLabel, fileName.value_or(QString()));
 }
 
 void JAUploadBodyViewController::setUploadActualView(QWidget* view)
 {
-    platform::setHidden(m_uploadView, true);
-    platform::setHidden(m_checkFileView, true);
-    platform::setHidden(view, false);
+    tljira::setHidden(m_uploadView, true);
+    tljira::setHidden(m_checkFileView, true);
+    tljira::setHidden(view, false);
 }
 
 void JAUploadBodyViewController::openFileAction()
 {
-    platform::OpenPanel panel;
+    tljira::OpenPanel panel;
     panel.setCanChooseFiles(true);
     panel.setAllowsMultipleSelection(false);
     panel.setCanChooseDirectories(false);
-    if (panel.runModal() != platform::ModalResponse::OK)
+    if (panel.runModal() != tljira::ModalResponse::OK)
         return;
     const QString path = panel.path().value_or(QString());
-    platform::log(u"%@", path);
-    setNewPathFile(path, platform::lastPathComponent(path));
+    tljira::log(u"%@", path);
+    setNewPathFile(path, tljira::lastPathComponent(path));
 }
 
 void JAUploadBodyViewController::uploadFileAction()
 {
-    if (platform::text(m_taskTextField).isEmpty())
+    if (tljira::text(m_taskTextField).isEmpty())
         return;
     m_isUploading = true;
     // Only the main thread touches it.
     const auto isCancelled = std::make_shared<bool>(false);
     showUploadingWindow(isCancelled);
-    platform::setHidden(m_shadow, false);
-    platform::setEnabled(m_taskTextField, false);
+    tljira::setHidden(m_shadow, false);
+    tljira::setEnabled(m_taskTextField, false);
 
     // The thread hands its reference back when it is done: views must not go on another thread than the main one.
-    platform::GlobalQueue::instance().addOperation(
-        [self = sharedFrom(this), key = platform::text(m_taskTextField), isCancelled]() mutable {
+    tljira::GlobalQueue::instance().addOperation(
+        [self = sharedFrom(this), key = tljira::text(m_taskTextField), isCancelled]() mutable {
             self->startUpload(key);
             const auto task = JAController::sharedInstance()->upladTask();
-            platform::MainQueue::instance().addOperation([self = std::move(self), task, isCancelled] {
+            tljira::MainQueue::instance().addOperation([self = std::move(self), task, isCancelled] {
                 // The user was faster than the disk: at that time there was nothing to cancel yet.
                 if (*isCancelled && task)
                     task->cancel();
@@ -169,9 +169,9 @@ void JAUploadBodyViewController::showUploadingWindow(const std::shared_ptr<bool>
 {
     if (const auto ownWindow = window()) {
         ownWindow->beginSheet(m_jaUploadingWindow->window(), [self = sharedFrom(this), isCancelled](int returnCode) {
-            *isCancelled = returnCode == platform::ModalResponse::Cancel;
-            platform::setHidden(self->m_shadow, true);
-            platform::setEnabled(self->m_taskTextField, true);
+            *isCancelled = returnCode == tljira::ModalResponse::Cancel;
+            tljira::setHidden(self->m_shadow, true);
+            tljira::setEnabled(self->m_taskTextField, true);
         });
     }
     m_jaUploadingWindow->setUploadingState(0, QStringLiteral("size is calculated"));
@@ -184,11 +184,11 @@ void JAUploadBodyViewController::startUpload(const QString& key)
     JAController::sharedInstance()->uploadFileInIssue(
         zipFilePath(), fileName(), key,
         [self](const auto& error) {
-            platform::MainQueue::instance().addOperation([self, error] { self->uploadEnded(error); });
+            tljira::MainQueue::instance().addOperation([self, error] { self->uploadEnded(error); });
         },
         // The client keeps this one for good.
         [weakSelf = std::weak_ptr(self)](qint64 bytesSent, qint64 bytesExpected) {
-            platform::MainQueue::instance().addOperation([weakSelf, bytesSent, bytesExpected] {
+            tljira::MainQueue::instance().addOperation([weakSelf, bytesSent, bytesExpected] {
                 if (const auto panel = weakSelf.lock())
                     panel->showProgress(bytesSent, bytesExpected);
             });
@@ -198,22 +198,21 @@ void JAUploadBodyViewController::startUpload(const QString& key)
 void JAUploadBodyViewController::showProgress(qint64 bytesSent, qint64 bytesExpected)
 {
     const qint64 percent =
-        platform::truncatedToInt64(100.0 / static_cast<double>(bytesExpected) * static_cast<double>(bytesSent));
-    platform::log(u"updateCallBack %lld %lld %lld", bytesSent, bytesExpected, percent);
+        tljira::truncatedToInt64(100.0 / static_cast<double>(bytesExpected) * static_cast<double>(bytesSent));
+    tljira::log(u"updateCallBack %lld %lld %lld", bytesSent, bytesExpected, percent);
     const QString size =
-        platform::format(QStringLiteral(" %0.1f / %0.2f mb"), megabytes(bytesSent), megabytes(bytesExpected));
+        tljira::format(QStringLiteral(" %0.1f / %0.2f mb"), megabytes(bytesSent), megabytes(bytesExpected));
     m_jaUploadingWindow->setUploadingState(percent, size);
 }
 
-void JAUploadBodyViewController::uploadEnded(const std::optional<platform::Error>& error)
+void JAUploadBodyViewController::uploadEnded(const std::optional<tljira::Error>& error)
 {
     m_isUploading = false;
     const std::optional<QString> path = zipFilePath();
-    const std::optional<QString> folder =
-        path ? std::optional(platform::deletingLastPathComponent(*path)) : std::nullopt;
-    platform::log(u"before delete src -> p1 = %@, p2 = %@", path, folder);
-    if (const auto removeError = platform::FileManager::removeItemAtPath(folderToRemove(path).value_or(QString())))
-        platform::log(u"delete src rError -> %@", *removeError);
+    const std::optional<QString> folder = path ? std::optional(tljira::deletingLastPathComponent(*path)) : std::nullopt;
+    tljira::log(u"before delete src -> p1 = %@, p2 = %@", path, folder);
+    if (const auto removeError = tljira::FileManager::removeItemAtPath(folderToRemove(path).value_or(QString())))
+        tljira::log(u"delete src rError -> %@", *removeError);
     if (error)
         m_jaUploadingWindow->setErrorState(*error);
     else
@@ -229,28 +228,28 @@ void JAUploadBodyViewController::cancelAction()
 
 void JAUploadBodyViewController::alert(const QString& title, const QString& message)
 {
-    platform::Alert alert;
+    tljira::Alert alert;
     alert.setMessageText(title);
-    alert.setStyle(platform::Alert::Style::Warning);
+    alert.setStyle(tljira::Alert::Style::Warning);
     alert.setInformativeText(message);
     alert.runModal();
 }
 
 void JAUploadBodyViewController::jaValidSession()
 {
-    platform::setEnabled(m_uploadFileButton, true);
-    platform::setEnabled(m_taskTextField, true);
-    platform::setHidden(m_shadow, true);
+    tljira::setEnabled(m_uploadFileButton, true);
+    tljira::setEnabled(m_taskTextField, true);
+    tljira::setHidden(m_shadow, true);
 }
 
 void JAUploadBodyViewController::jaInvalidSession()
 {
-    platform::setEnabled(m_uploadFileButton, false);
-    platform::setEnabled(m_taskTextField, false);
-    platform::setHidden(m_shadow, false);
+    tljira::setEnabled(m_uploadFileButton, false);
+    tljira::setEnabled(m_taskTextField, false);
+    tljira::setHidden(m_shadow, false);
 }
 
 QStringList JAUploadBodyViewController::getRelativePath(const QString& folder) const
 {
-    return platform::FileManager::filesBelowPath(folder);
+    return tljira::FileManager::filesBelowPath(folder);
 }

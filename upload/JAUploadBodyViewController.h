@@ -24,12 +24,12 @@
 ///
 /// An upload goes on, and its folder is removed, also when the panel's window closes and its owner lets go of it
 /// meanwhile. Everything is called on the main thread.
-class TL_EXPORT JAUploadBodyViewController : public platform::ViewController, public JAControllerDelegate
+class TL_EXPORT JAUploadBodyViewController : public tljira::ViewController, public JAControllerDelegate
 {
 public:
     /// Loads nothing yet. Without a bundle the file is the host's.
     static std::shared_ptr<JAUploadBodyViewController> initWithNibName(const QString& name,
-                                                                       const std::optional<platform::Bundle>& bundle);
+                                                                       const std::optional<tljira::Bundle>& bundle);
     ~JAUploadBodyViewController() override;
 
     ///@{
@@ -111,7 +111,7 @@ private:
     void showUploadingWindow(const std::shared_ptr<bool>& isCancelled);
     void startUpload(const QString& key);
     void showProgress(qint64 bytesSent, qint64 bytesExpected);
-    void uploadEnded(const std::optional<platform::Error>& error);
+    void uploadEnded(const std::optional<tljira::Error>& error);
 
     QPointer<QPushButton> m_cancelButton;
     QPointer<QWidget> m_containerView;

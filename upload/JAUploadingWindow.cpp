@@ -12,7 +12,7 @@ std::shared_ptr<JAUploadingWindow> JAUploadingWindow::init()
 {
     const std::shared_ptr<JAUploadingWindow> self(new JAUploadingWindow);
     self->initWithWindowNibName(QStringLiteral("JAUploadingWindow"),
-                                platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+                                tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
     return self;
 }
 
@@ -34,20 +34,20 @@ void JAUploadingWindow::windowDidLoad()
 {
     WindowController::windowDidLoad();
     for (QWidget* view : {m_uploadingView.get(), m_errorView.get(), m_successView.get()})
-        platform::addFillingSubview(m_containerView, view);
+        tljira::addFillingSubview(m_containerView, view);
     setActualView(m_uploadingView);
 }
 
 void JAUploadingWindow::setActualView(QWidget* view)
 {
     for (QWidget* other : {m_uploadingView.get(), m_errorView.get(), m_successView.get()})
-        platform::setHidden(other, true);
-    platform::setHidden(view, false);
+        tljira::setHidden(other, true);
+    tljira::setHidden(view, false);
 }
 
 void JAUploadingWindow::setUploadingState(qint64 percent, const QString& otherInfo)
 {
-    platform::setText(m_sizeLabel, otherInfo);
+    tljira::setText(m_sizeLabel, otherInfo);
     if (m_uploadingProgressBar)
         m_uploadingProgressBar->setValue(
             static_cast<int>(std::clamp<qint64>(percent, 1, m_uploadingProgressBar->maximum())));
@@ -55,17 +55,17 @@ void JAUploadingWindow::setUploadingState(qint64 percent, const QString& otherIn
     nameButton(QT_TRANSLATE_NOOP("JAUploadingWindow", "Cancel"));
 }
 
-void JAUploadingWindow::setErrorState(const platform::Error& error)
+void JAUploadingWindow::setErrorState(const tljira::Error& error)
 {
-    platform::setText(m_errortitle, QStringLiteral("Error"));
-    platform::setText(m_errorMessage, error.localizedDescription());
+    tljira::setText(m_errortitle, QStringLiteral("Error"));
+    tljira::setText(m_errorMessage, error.localizedDescription());
     setActualView(m_errorView);
     nameButton(QT_TRANSLATE_NOOP("JAUploadingWindow", "Close"));
 }
 
 void JAUploadingWindow::setSuccessState()
 {
-    platform::setText(m_sizeLabel, QStringLiteral("DONE"));
+    tljira::setText(m_sizeLabel, QStringLiteral("DONE"));
     nameButton(QT_TRANSLATE_NOOP("JAUploadingWindow", "Close"));
 }
 
@@ -75,7 +75,7 @@ void JAUploadingWindow::nameButton(const char* name)
         return;
     // A button gives up its shortcut with its text.
     const QKeySequence shortcut = m_cancelButton->shortcut();
-    const QString text = platform::InterfaceTexts::shared().text("JAUploadingWindow", name);
+    const QString text = tljira::InterfaceTexts::shared().text("JAUploadingWindow", name);
     m_cancelButton->setText(text);
     m_cancelButton->setShortcut(shortcut);
     m_cancelButton->setAccessibleName(text);
@@ -85,5 +85,5 @@ void JAUploadingWindow::cancelAction()
 {
     JAController::sharedInstance()->cancelUpload();
     if (const auto parent = window()->sheetParent())
-        parent->endSheet(window(), platform::ModalResponse::Cancel);
+        parent->endSheet(window(), tljira::ModalResponse::Cancel);
 }

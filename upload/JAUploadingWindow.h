@@ -15,7 +15,7 @@
 
 /// The sheet that shows how an upload goes and how it ended. One window serves all uploads of a panel; what it showed
 /// last stays until the next call.
-class TL_EXPORT JAUploadingWindow : public platform::WindowController
+class TL_EXPORT JAUploadingWindow : public tljira::WindowController
 {
 public:
     /// Loads nothing yet.
@@ -42,7 +42,7 @@ public:
     /// Shows progress, also after an error. The bar stays between 1 and its maximum. `otherInfo` is shown beside it.
     void setUploadingState(qint64 percent, const QString& otherInfo);
     /// Shows the error's text instead of the progress.
-    void setErrorState(const platform::Error& error);
+    void setErrorState(const tljira::Error& error);
     /// Says "DONE" where the size stood and changes nothing else: after an error, the error stays in sight.
     void setSuccessState();
 

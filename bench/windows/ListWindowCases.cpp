@@ -30,7 +30,7 @@ constexpr int onTheWire = 10'000;
 JAListAttachedFilesWindow::Attachments attachmentsOf(int count)
 {
     const QByteArray answer = issueAnswer(count);
-    return JAIssueObject::initWithDictionary(platform::decodeJSON(answer)->toObject())->attachments();
+    return JAIssueObject::initWithDictionary(tljira::decodeJSON(answer)->toObject())->attachments();
 }
 
 /// The list window in front of the user, with so many rows.
@@ -144,7 +144,7 @@ Row wireRow(const Bench& bench)
         },
         [&] {
             const auto begin = std::chrono::steady_clock::now();
-            JAIssueObject::initWithDictionary(platform::decodeJSON(answer)->toObject());
+            JAIssueObject::initWithDictionary(tljira::decodeJSON(answer)->toObject());
             return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
         });
     entry->window()->close();

@@ -51,5 +51,5 @@ QString TLJiraControllerPlugin::fetch()
 
 void TLJiraControllerPlugin::setRoutes(const QStringList& routes)
 {
-    platform::URLSessionConfiguration::setDefaultRoutes(routes);
+    tljira::URLSessionConfiguration::setDefaultRoutes(routes);
 }

@@ -75,7 +75,7 @@ Album::Album(const QString& folder)
         dir.remove(old);
 }
 
-QString Album::add(const QString& what, const platform::Window& window)
+QString Album::add(const QString& what, const tljira::Window& window)
 {
     QList<Shot> shots{shotOf(*window.widget(), true)};
     for (auto sheet = window.attachedSheet(); sheet; sheet = sheet->attachedSheet())

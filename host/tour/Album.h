@@ -18,7 +18,7 @@ public:
 
     /// Saves a picture of a window, under a sheet if it has one. Answers the file's name, or nothing if it could not be
     /// saved.
-    QString add(const QString& what, const platform::Window& window);
+    QString add(const QString& what, const tljira::Window& window);
     QString add(const QString& what, QWidget& window);
 
 private:

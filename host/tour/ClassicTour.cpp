@@ -14,7 +14,7 @@ namespace {
 class Visit
 {
 public:
-    Visit(Stage& stage, std::shared_ptr<platform::Window> window)
+    Visit(Stage& stage, std::shared_ptr<tljira::Window> window)
         : m_stage(stage)
         , m_window(std::move(window))
     {
@@ -40,15 +40,15 @@ private:
     Step type(QLineEdit* field, const char* text);
 
     Stage& m_stage;
-    std::shared_ptr<platform::Window> m_window;
+    std::shared_ptr<tljira::Window> m_window;
 };
 
-std::shared_ptr<platform::Window> windowWith(const char* viewName)
+std::shared_ptr<tljira::Window> windowWith(const char* viewName)
 {
     for (QWidget* widget : QApplication::topLevelWidgets()) {
         const auto* view = widget->isVisible() ? widget->findChild<QWidget*>(QLatin1String(viewName)) : nullptr;
         if (view)
-            return platform::Window::windowOf(view);
+            return tljira::Window::windowOf(view);
     }
     return nullptr;
 }
@@ -73,7 +73,7 @@ Step Visit::logIn()
     co_await user::press(m_window->attachedSheet()->widget(), Qt::Key_Return);
     co_await m_stage.until(QStringLiteral("Return logs in and closes it"),
                            [&] { return m_window->attachedSheet() == nullptr; });
-    auto* const avatar = view<platform::ImageView>("avatarImage");
+    auto* const avatar = view<tljira::ImageView>("avatarImage");
     co_await m_stage.until(QStringLiteral("the header shows the avatar"), [&] { return !avatar->image().isNull(); });
     m_stage.journal.expectText(QStringLiteral("and the user"), view<QLabel>("displayNameLabel")->text(),
                                QStringLiteral("Anna Lindqvist"));
@@ -113,7 +113,7 @@ Step Visit::downloadArea()
     co_await m_stage.picture(QStringLiteral("classic-areas"), m_window);
     co_await user::click(Stage::button(m_window->widget(), "getListAttachedFilesAction"));
     co_await m_stage.until(QStringLiteral("the list comes up"), [&] { return m_window->attachedSheet() != nullptr; });
-    auto* const table = sheetView<platform::TableView>("tableView");
+    auto* const table = sheetView<tljira::TableView>("tableView");
     co_await m_stage.until(QStringLiteral("with files of every kind"), [&] { return table->numberOfRows() == 3; });
     auto* const first = dynamic_cast<JAAttachedCell*>(table->cellAtRow(0));
     m_stage.journal.expectText(QStringLiteral("in the server's order, first"), first->titleLabel()->text(),

@@ -18,7 +18,7 @@ using standin::Point;
 QStringList titlesOf(const JAListAttachedFilesWindow& list)
 {
     QStringList titles;
-    const platform::TableView& table = *list.tableView();
+    const tljira::TableView& table = *list.tableView();
     for (qint64 row = 0; row < table.numberOfRows(); ++row) {
         const auto* cell = dynamic_cast<JAAttachedCell*>(table.cellAtRow(row));
         titles << (cell ? cell->titleLabel()->text() : QStringLiteral("(out of sight)"));
@@ -170,8 +170,7 @@ Step downloadTour(Stage& stage)
 {
     co_await stage.chooseInFileMenu(QStringLiteral("New"));
     co_await stage.chooseInFileMenu(QStringLiteral("Open from Jira…"));
-    co_await stage.until(QStringLiteral("a window runs"),
-                         [] { return platform::Application::modalWindow() != nullptr; });
+    co_await stage.until(QStringLiteral("a window runs"), [] { return tljira::Application::modalWindow() != nullptr; });
     const auto entry = std::dynamic_pointer_cast<JMWindowController>(JAController::sharedInstance()->delegate());
     Visit visit(stage, *entry);
     co_await visit.logIn();

@@ -72,7 +72,7 @@ Stage::Stage(const QString& albumFolder)
     , editor(jira)
 {
     const QString route = QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(server.port());
-    platform::URLSessionConfiguration::setDefaultRoutes({route});
+    tljira::URLSessionConfiguration::setDefaultRoutes({route});
     fillServer();
     makeDocument();
 }
@@ -142,10 +142,10 @@ Step Stage::untilQuiet()
         co_await InNextTurn();
 }
 
-Step Stage::picture(QString what, std::shared_ptr<platform::Window> window)
+Step Stage::picture(QString what, std::shared_ptr<tljira::Window> window)
 {
     // Windows grow and shrink smoothly.
-    const auto hasItsSize = [](const platform::Window& each) {
+    const auto hasItsSize = [](const tljira::Window& each) {
         return each.widget()->frameGeometry().size() == each.frame().size().toSize();
     };
     co_await Until([&] {

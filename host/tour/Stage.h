@@ -58,7 +58,7 @@ public:
     /// Waits until what was asked of the server, or of the main thread, has been dealt with.
     Step untilQuiet();
 
-    Step picture(QString what, std::shared_ptr<platform::Window> window);
+    Step picture(QString what, std::shared_ptr<tljira::Window> window);
     Step picture(QString what, QWidget* window);
 
     /// Fills in the form and sends it off, without waiting for the answer.

@@ -6,7 +6,7 @@
 #include <poll.h>
 #include <unistd.h>
 
-namespace platform::console {
+namespace tljira::console {
 
 namespace {
 
@@ -36,4 +36,4 @@ Input::Result Input::read(char& byte, const InterruptSignal& interrupts) const
     return count == 1 ? Result::Byte : Result::End;
 }
 
-} // namespace platform::console
+} // namespace tljira::console

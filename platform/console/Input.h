@@ -2,7 +2,7 @@
 
 #include "platform/console/InterruptSignal.h"
 
-namespace platform::console {
+namespace tljira::console {
 
 /// Bytes that are typed or come through a pipe, one at a time, so that those behind a line are left for whoever reads
 /// next.
@@ -28,4 +28,4 @@ private:
     int m_descriptor;
 };
 
-} // namespace platform::console
+} // namespace tljira::console

@@ -8,7 +8,7 @@
 #include <poll.h>
 #include <unistd.h>
 
-namespace platform::console {
+namespace tljira::console {
 
 namespace {
 
@@ -109,4 +109,4 @@ void InterruptSignal::setHandler(Handler handler)
     m_pipe->setHandler(std::move(handler));
 }
 
-} // namespace platform::console
+} // namespace tljira::console

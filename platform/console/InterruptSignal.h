@@ -4,7 +4,7 @@
 #include <memory>
 
 /// What a port to another system has to provide for programs of the command line.
-namespace platform::console {
+namespace tljira::console {
 
 /// Turns the requests to end that come from outside (Ctrl-C, a closed terminal, a shutdown) into events of the main
 /// thread. One in the process, made before any thread. What the parent process chose to ignore stays ignored.
@@ -33,4 +33,4 @@ private:
     const std::unique_ptr<Pipe> m_pipe;
 };
 
-} // namespace platform::console
+} // namespace tljira::console

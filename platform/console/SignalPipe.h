@@ -6,7 +6,7 @@
 
 #include <array>
 
-namespace platform::console {
+namespace tljira::console {
 
 /// The way from the signal handler to those who wait. Only for the sources of this folder.
 class InterruptSignal::Pipe
@@ -30,4 +30,4 @@ private:
     std::unique_ptr<QSocketNotifier> m_notifier;
 };
 
-} // namespace platform::console
+} // namespace tljira::console

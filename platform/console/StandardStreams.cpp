@@ -7,7 +7,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-namespace platform::console {
+namespace tljira::console {
 
 namespace {
 
@@ -66,4 +66,4 @@ int terminalColumns()
     return isKnown ? size.ws_col : 80;
 }
 
-} // namespace platform::console
+} // namespace tljira::console

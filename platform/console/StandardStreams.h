@@ -5,7 +5,7 @@
 
 #include <optional>
 
-namespace platform::console {
+namespace tljira::console {
 
 /// Before anything else: a reader that goes away becomes an error of writing, and a stream that is closed becomes an
 /// empty one, so that no file takes its number.
@@ -21,4 +21,4 @@ bool isErrorTerminal();
 /// Width of the terminal at standard error, 80 when it does not say.
 int terminalColumns();
 
-} // namespace platform::console
+} // namespace tljira::console

@@ -4,7 +4,7 @@
 #include <termios.h>
 #include <unistd.h>
 
-namespace platform::console {
+namespace tljira::console {
 
 namespace {
 
@@ -62,4 +62,4 @@ void Terminal::write(const QByteArray& bytes) const
         ::write(m_descriptor, bytes.constData(), static_cast<std::size_t>(bytes.size()));
 }
 
-} // namespace platform::console
+} // namespace tljira::console

@@ -6,7 +6,7 @@
 
 #include <memory>
 
-namespace platform::console {
+namespace tljira::console {
 
 /// The terminal that the user sits at, whatever the standard streams are.
 class Terminal
@@ -35,4 +35,4 @@ private:
     const int m_descriptor;
 };
 
-} // namespace platform::console
+} // namespace tljira::console

@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -99,4 +99,4 @@ std::error_code copyItem(const fs::path& source, const fs::path& destination)
     }
 }
 
-} // namespace platform
+} // namespace tljira

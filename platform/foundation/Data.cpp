@@ -10,7 +10,7 @@
 #include <cstring>
 #include <mutex>
 
-namespace platform {
+namespace tljira {
 
 /// Readers share the file and its position, hence the lock around each read.
 class Data::OpenFile
@@ -157,4 +157,4 @@ qint64 DataReader::readFromPiece(const Data::Piece& piece, char* buffer, qint64 
     return -1;
 }
 
-} // namespace platform
+} // namespace tljira

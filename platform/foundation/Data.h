@@ -11,7 +11,7 @@
 #include <variant>
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 /// Immutable bytes as a rope: each piece lies in memory or is an open file. Copies and joins share the
 /// pieces, so a body that holds a file of gigabytes costs no more memory than one that holds a line. A piece of a file
@@ -79,4 +79,4 @@ private:
     std::optional<Error> m_error;
 };
 
-} // namespace platform
+} // namespace tljira

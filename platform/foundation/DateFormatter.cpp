@@ -7,7 +7,7 @@
 
 #include <utility>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -82,4 +82,4 @@ QString DateFormatter::stringFromDate(const QDateTime& date) const
     return QString::fromUtf16(text.getBuffer(), text.length());
 }
 
-} // namespace platform
+} // namespace tljira

@@ -8,7 +8,7 @@
 #include <memory>
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 /// Reads and writes points in time by a Unicode date pattern or the user's own styles. Making one costs far more than a
 /// use of it: keep it for a run of dates. Not for several threads at once.
@@ -38,4 +38,4 @@ private:
     std::unique_ptr<Formatter> m_formatter;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -84,4 +84,4 @@ bool DatePattern::fits(QStringView text) const
     return takesAll && (text.isEmpty() || !text.front().isSpace());
 }
 
-} // namespace platform
+} // namespace tljira

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 /// The shape that a Unicode date pattern asks of a text's numbers. ICU's strict mode checks the values, yet takes
 /// "2017-3-14" for "yyyy-MM-dd", blanks before a number, and fractions so long that it makes nonsense of them.
@@ -33,4 +33,4 @@ private:
     std::vector<Piece> m_pieces;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -2,7 +2,7 @@
 
 #include <QJsonObject>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -70,4 +70,4 @@ Error makeURLError(URLError code, const QString& host)
     return makeError(QLatin1String(URLErrorDomain), static_cast<qint64>(code), transportText(code, host));
 }
 
-} // namespace platform
+} // namespace tljira

@@ -9,7 +9,7 @@
 
 /// What the classes with a prefix (JA…, JM…, TL…) stand on, for a host that goes beyond them: requests to servers,
 /// errors, windows, and controllers of views that come from interface files.
-namespace platform {
+namespace tljira {
 
 /// Domain of the transport's errors; their codes are those of URLError.
 inline constexpr char URLErrorDomain[] = "NSURLErrorDomain";
@@ -75,4 +75,4 @@ enum class FileError : qint64 {
     WriteVolumeReadOnly = 642,
 };
 
-} // namespace platform
+} // namespace tljira

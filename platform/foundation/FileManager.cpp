@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <functional>
 
-namespace platform::FileManager {
+namespace tljira::FileManager {
 
 namespace {
 
@@ -171,4 +171,4 @@ QStringList filesBelowPath(const QString& folder)
     return files;
 }
 
-} // namespace platform::FileManager
+} // namespace tljira::FileManager

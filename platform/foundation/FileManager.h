@@ -9,7 +9,7 @@
 #include <optional>
 
 /// Operations on files and folders. Each answers the error that stopped it, nothing when it worked. From any thread.
-namespace platform::FileManager {
+namespace tljira::FileManager {
 
 /// Removes a file, or a folder with everything in it. A symbolic link is removed, never what it points to.
 TL_EXPORT std::optional<Error> removeItemAtPath(const QString& path);
@@ -26,4 +26,4 @@ bool fileExistsAtPath(const QString& path);
 /// are not followed.
 TL_EXPORT QStringList filesBelowPath(const QString& folder);
 
-} // namespace platform::FileManager
+} // namespace tljira::FileManager

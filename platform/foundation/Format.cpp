@@ -8,7 +8,7 @@
 #include <cmath>
 #include <limits>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -220,4 +220,4 @@ QString formatArguments(const QString& format, std::initializer_list<FormatArgum
     return result += QStringView(format).mid(position);
 }
 
-} // namespace platform
+} // namespace tljira

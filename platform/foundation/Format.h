@@ -14,7 +14,7 @@
 #include <optional>
 #include <variant>
 
-namespace platform {
+namespace tljira {
 
 /// What "%@" prints of a value. A class joins in by a `describe` of its own that argument-dependent look-up finds.
 /// Dictionaries print as "{\n    key = value;\n}", arrays as "(\n    a,\n    b\n)", JSON null as "<null>", booleans as
@@ -78,4 +78,4 @@ QString format(const QString& text, const Arguments&... arguments)
     return formatArguments(text, {FormatArgument(arguments)...});
 }
 
-} // namespace platform
+} // namespace tljira

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace platform {
+namespace tljira {
 
 GlobalQueue& GlobalQueue::instance()
 {
@@ -35,4 +35,4 @@ void GlobalQueue::runNext()
     operation();
 }
 
-} // namespace platform
+} // namespace tljira

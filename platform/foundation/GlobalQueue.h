@@ -6,7 +6,7 @@
 #include <functional>
 #include <mutex>
 
-namespace platform {
+namespace tljira {
 
 /// Operations for which the main thread should not wait. They run on Qt's global thread pool, in any order and side by
 /// side. What is handed over lies under a lock of ours, which a thread sanitizer can see; the pool's own it cannot.
@@ -29,4 +29,4 @@ private:
     std::deque<std::function<void()>> m_operations;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -2,7 +2,7 @@
 
 #include <QList>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -64,4 +64,4 @@ bool HTTPCookie::isSameSlotAs(const HTTPCookie& other) const
     return name == other.name && path == other.path && domain.compare(other.domain, Qt::CaseInsensitive) == 0;
 }
 
-} // namespace platform
+} // namespace tljira

@@ -7,7 +7,7 @@
 
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 /// One cookie of a jar.
 struct TL_EXPORT HTTPCookie
@@ -49,4 +49,4 @@ struct TL_EXPORT HTTPCookie
     ///@}
 };
 
-} // namespace platform
+} // namespace tljira

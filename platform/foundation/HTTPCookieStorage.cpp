@@ -4,7 +4,7 @@
 
 #include <QStandardPaths>
 
-namespace platform {
+namespace tljira {
 
 const std::shared_ptr<HTTPCookieStorage>& HTTPCookieStorage::sharedHTTPCookieStorage()
 {
@@ -36,4 +36,4 @@ void HTTPCookieStorage::deleteAllCookies()
     m_parts->deleteAllCookies();
 }
 
-} // namespace platform
+} // namespace tljira

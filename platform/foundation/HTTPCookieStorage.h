@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 /// A cookie jar that sessions share. It accepts every cookie. Cookies that carry an expiry survive the process in a
 /// file that only its user can read; the others end with the jar. Jars of several processes may share a file. A file
@@ -40,4 +40,4 @@ private:
     const std::shared_ptr<Parts> m_parts;
 };
 
-} // namespace platform
+} // namespace tljira

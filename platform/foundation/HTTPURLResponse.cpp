@@ -2,7 +2,7 @@
 
 #include "platform/foundation/Format.h"
 
-namespace platform {
+namespace tljira {
 
 std::optional<QString> HTTPURLResponse::valueForHTTPHeaderField(const QString& field) const
 {
@@ -28,4 +28,4 @@ QString describe(const HTTPURLResponse& response)
                   headers);
 }
 
-} // namespace platform
+} // namespace tljira

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 /// The head of a server's answer.
 struct TL_EXPORT HTTPURLResponse
@@ -29,4 +29,4 @@ struct TL_EXPORT HTTPURLResponse
 /// One line for the log: address, status and headers.
 TL_EXPORT QString describe(const HTTPURLResponse& response);
 
-} // namespace platform
+} // namespace tljira

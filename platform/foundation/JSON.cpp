@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -47,4 +47,4 @@ QByteArray encodeJSON(const QJsonObject& object)
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
-} // namespace platform
+} // namespace tljira

@@ -1,6 +1,6 @@
 #include "platform/foundation/Log.h"
 
-namespace platform {
+namespace tljira {
 
 const QLoggingCategory& logCategory()
 {
@@ -14,4 +14,4 @@ void writeLog(const QString& line)
     qCInfo(logCategory).noquote().nospace() << line;
 }
 
-} // namespace platform
+} // namespace tljira

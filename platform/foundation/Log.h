@@ -5,7 +5,7 @@
 
 #include <QLoggingCategory>
 
-namespace platform {
+namespace tljira {
 
 /// The category of every line of the platform log, "platform.log", on by default. A host routes it with
 /// qInstallMessageHandler and silences it with QLoggingCategory::setFilterRules.
@@ -22,4 +22,4 @@ void log(const char16_t* text, const Arguments&... arguments)
         writeLog(format(QString::fromUtf16(text), arguments...));
 }
 
-} // namespace platform
+} // namespace tljira

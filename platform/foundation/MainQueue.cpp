@@ -6,7 +6,7 @@
 
 #include <utility>
 
-namespace platform {
+namespace tljira {
 
 /// Lives in the application object's thread. Every operation is announced by an event of its own, so that other events
 /// get their turn in between and an operation that runs an event loop does not hold up those behind it.
@@ -83,4 +83,4 @@ Q_COREAPP_STARTUP_FUNCTION(followApplication)
 
 } // namespace
 
-} // namespace platform
+} // namespace tljira

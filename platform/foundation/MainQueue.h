@@ -8,7 +8,7 @@
 
 class QObject;
 
-namespace platform {
+namespace tljira {
 
 /// The operations that run on the main thread, one after another in the order in which they were added. An operation
 /// that runs an event loop of its own lets those behind it run meanwhile.
@@ -38,4 +38,4 @@ private:
     QObject* m_receiver = nullptr;
 };
 
-} // namespace platform
+} // namespace tljira

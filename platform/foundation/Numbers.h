@@ -4,7 +4,7 @@
 
 #include <QtGlobal>
 
-namespace platform {
+namespace tljira {
 
 /// The whole part of a number. What has none that fits (infinity, NaN, a number out of range) gives the lowest value.
 inline qint64 truncatedToInt64(double number)
@@ -13,4 +13,4 @@ inline qint64 truncatedToInt64(double number)
     return number >= -limit && number < limit ? static_cast<qint64>(number) : std::numeric_limits<qint64>::min();
 }
 
-} // namespace platform
+} // namespace tljira

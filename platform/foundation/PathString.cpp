@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -120,4 +120,4 @@ QString fileNameFromUntrustedText(const QString& name)
     return shortened(safe.chopped(ending.size()), room) + ending;
 }
 
-} // namespace platform
+} // namespace tljira

@@ -5,7 +5,7 @@
 #include <QString>
 
 /// Paths as texts. None of these looks at a disk.
-namespace platform {
+namespace tljira {
 
 /// One slash between the two, none at the end, and none repeated except in a leading "scheme://".
 TL_EXPORT QString appendingPathComponent(const QString& path, const QString& component);
@@ -21,4 +21,4 @@ TL_EXPORT QString lastPathComponent(const QString& path);
 /// names that others send.
 TL_EXPORT QString fileNameFromUntrustedText(const QString& name);
 
-} // namespace platform
+} // namespace tljira

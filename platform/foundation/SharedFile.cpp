@@ -13,7 +13,7 @@
 #include <chrono>
 #include <filesystem>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -143,4 +143,4 @@ bool SharedFile::setAside() const
     }
 }
 
-} // namespace platform
+} // namespace tljira

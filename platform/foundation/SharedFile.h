@@ -7,7 +7,7 @@
 #include <mutex>
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 /// A small file that several processes of one user read and rewrite. A reader sees the old bytes or the new ones, never
 /// a mixture, also after a power cut; only its user can read it (0600, in a folder that is made with 0700). From any
@@ -52,4 +52,4 @@ private:
     Stamp m_seen;
 };
 
-} // namespace platform
+} // namespace tljira

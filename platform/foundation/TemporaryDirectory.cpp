@@ -7,7 +7,7 @@
 
 #include <mutex>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -41,4 +41,4 @@ QString temporaryDirectory()
     return os::ensurePrivateFolder(shared) ? shared : folderOfProcess();
 }
 
-} // namespace platform
+} // namespace tljira

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -61,4 +61,4 @@ std::optional<URL> URL::parse(const QString& text)
     return url;
 }
 
-} // namespace platform
+} // namespace tljira

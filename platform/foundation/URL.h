@@ -6,7 +6,7 @@
 
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 /// The two parts of an address that matter here, as the platform reads them.
 struct TL_EXPORT URL
@@ -21,4 +21,4 @@ struct TL_EXPORT URL
     std::optional<QString> host;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -44,4 +44,4 @@ std::optional<QString> URLRequest::valueForHTTPHeaderField(const QString& field)
     return present == m_headers.end() ? std::nullopt : std::optional(present->second);
 }
 
-} // namespace platform
+} // namespace tljira

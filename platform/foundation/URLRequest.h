@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 /// Kept with a request. No session of this library has a cache, so that both ask the server.
 enum class URLRequestCachePolicy { UseProtocolCachePolicy = 0, ReloadIgnoringLocalCacheData = 1 };
@@ -54,4 +54,4 @@ private:
     std::vector<Header> m_headers;
 };
 
-} // namespace platform
+} // namespace tljira

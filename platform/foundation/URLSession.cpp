@@ -7,7 +7,7 @@
 
 #include <atomic>
 
-namespace platform {
+namespace tljira {
 
 struct URLSession::Parts
 {
@@ -72,4 +72,4 @@ void URLSession::endUnstarted(const std::shared_ptr<URLSessionTask>& task)
     relay->transferEnded({makeURLError(URLError::Cancelled), std::nullopt, Data(), nullptr});
 }
 
-} // namespace platform
+} // namespace tljira

@@ -7,7 +7,7 @@
 
 #include <memory>
 
-namespace platform {
+namespace tljira {
 
 /// Makes tasks and carries them out on one network thread of its own. Completions and delegate calls arrive on the main
 /// thread, in order.
@@ -52,4 +52,4 @@ private:
     const std::unique_ptr<Parts> m_parts;
 };
 
-} // namespace platform
+} // namespace tljira

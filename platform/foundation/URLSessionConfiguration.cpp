@@ -4,7 +4,7 @@
 
 #include <mutex>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -21,7 +21,7 @@ QStringList& defaultRoutes()
 URLSessionConfiguration URLSessionConfiguration::defaultSessionConfiguration()
 {
     URLSessionConfiguration configuration;
-    configuration.HTTPCookieStorage = platform::HTTPCookieStorage::sharedHTTPCookieStorage();
+    configuration.HTTPCookieStorage = tljira::HTTPCookieStorage::sharedHTTPCookieStorage();
     configuration.userAgent = QStringLiteral(TL_USER_AGENT);
     const std::lock_guard lock(routesMutex);
     configuration.routes = defaultRoutes();
@@ -41,4 +41,4 @@ bool URLSessionConfiguration::isRoute(const QString& text)
     return form.match(text).hasMatch();
 }
 
-} // namespace platform
+} // namespace tljira

@@ -8,7 +8,7 @@
 
 #include <memory>
 
-namespace platform {
+namespace tljira {
 
 /// Which cookies of an answer the jar takes: all of them.
 enum class HTTPCookieAcceptPolicy { Always = 0 };
@@ -30,13 +30,13 @@ struct TL_EXPORT URLSessionConfiguration
     /// Whether the jar takes part in requests at all: sends its cookies and takes up those of answers.
     bool HTTPShouldSetCookies = true;
     /// The jar; null for none.
-    std::shared_ptr<platform::HTTPCookieStorage> HTTPCookieStorage;
+    std::shared_ptr<tljira::HTTPCookieStorage> HTTPCookieStorage;
     /// See the enumeration.
-    platform::HTTPCookieAcceptPolicy HTTPCookieAcceptPolicy = platform::HTTPCookieAcceptPolicy::Always;
+    tljira::HTTPCookieAcceptPolicy HTTPCookieAcceptPolicy = tljira::HTTPCookieAcceptPolicy::Always;
     /// Routes of this session, in the form of setDefaultRoutes().
     QStringList routes;
     /// The field "User-Agent" of every request.
     QString userAgent;
 };
 
-} // namespace platform
+} // namespace tljira

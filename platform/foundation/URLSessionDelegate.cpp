@@ -1,6 +1,6 @@
 #include "platform/foundation/URLSessionDelegate.h"
 
-namespace platform {
+namespace tljira {
 
 void URLSessionDelegate::didSendBodyData(const std::shared_ptr<URLSessionTask>&, qint64, qint64, qint64) {}
 
@@ -12,4 +12,4 @@ void URLSessionDelegate::didResumeAtOffset(const std::shared_ptr<URLSessionDownl
 
 void URLSessionDelegate::didCompleteWithError(const std::shared_ptr<URLSessionTask>&, const std::optional<Error>&) {}
 
-} // namespace platform
+} // namespace tljira

@@ -8,7 +8,7 @@
 #include <memory>
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 class URLSessionTask;
 class URLSessionDownloadTask;
@@ -43,4 +43,4 @@ public:
     virtual void didCompleteWithError(const std::shared_ptr<URLSessionTask>& task, const std::optional<Error>& error);
 };
 
-} // namespace platform
+} // namespace tljira

@@ -5,7 +5,7 @@
 
 #include <utility>
 
-namespace platform {
+namespace tljira {
 
 URLSessionTask::URLSessionTask(std::unique_ptr<Parts> parts)
     : m_parts(std::move(parts))
@@ -56,4 +56,4 @@ std::size_t URLSessionTask::hash() const
     return std::hash<const URLSessionTask*>()(this);
 }
 
-} // namespace platform
+} // namespace tljira

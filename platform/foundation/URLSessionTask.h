@@ -9,7 +9,7 @@
 #include <memory>
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 class URLSession;
 
@@ -75,4 +75,4 @@ private:
     using URLSessionTask::URLSessionTask;
 };
 
-} // namespace platform
+} // namespace tljira

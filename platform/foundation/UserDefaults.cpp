@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <array>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -140,4 +140,4 @@ void UserDefaults::store()
     }
 }
 
-} // namespace platform
+} // namespace tljira

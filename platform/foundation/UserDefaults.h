@@ -10,7 +10,7 @@
 #include <mutex>
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 /// The application's small settings, by key. A value that was set is visible at once to every reader in the process and
 /// already on disk when the call returns. Processes of the same application share the store: each writes only the keys
@@ -55,4 +55,4 @@ private:
     QJsonObject m_unsaved;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -6,7 +6,7 @@
 #include <QLineEdit>
 #include <QSet>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -84,4 +84,4 @@ Actions::Missing Actions::connectTo(const QList<QWidget*>& topLevelViews, const 
     return missing;
 }
 
-} // namespace platform
+} // namespace tljira

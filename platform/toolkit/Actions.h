@@ -12,7 +12,7 @@
 #include <map>
 #include <memory>
 
-namespace platform {
+namespace tljira {
 
 /// What the controls of an interface file can ask their owner to do. A control names its action in its dynamic property
 /// "action"; a button sends it when clicked, a text field when Return is pressed in it. Several controls may share an
@@ -53,4 +53,4 @@ private:
     std::unique_ptr<QObject> m_context;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -6,7 +6,7 @@
 #include <QMessageBox>
 #include <QTimer>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -45,4 +45,4 @@ void Alert::observeDialogs(std::function<void(QMessageBox&)> observer)
     dialogObserver = std::move(observer);
 }
 
-} // namespace platform
+} // namespace tljira

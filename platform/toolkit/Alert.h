@@ -6,7 +6,7 @@
 
 class QMessageBox;
 
-namespace platform {
+namespace tljira {
 
 /// A message with one button, "OK", that the user has to see before going on.
 class Alert
@@ -30,4 +30,4 @@ private:
     Style m_style = Style::Warning;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -3,7 +3,7 @@
 #include "platform/toolkit/ModalRuns.h"
 #include "platform/toolkit/WindowParts.h"
 
-namespace platform {
+namespace tljira {
 
 int Application::runModalForWindow(const std::shared_ptr<Window>& window)
 {
@@ -27,4 +27,4 @@ std::shared_ptr<Window> Application::modalWindow()
     return ModalRuns::innermostWindow();
 }
 
-} // namespace platform
+} // namespace tljira

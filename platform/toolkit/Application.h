@@ -5,7 +5,7 @@
 
 #include <memory>
 
-namespace platform {
+namespace tljira {
 
 class Window;
 
@@ -27,4 +27,4 @@ public:
     static std::shared_ptr<Window> modalWindow();
 };
 
-} // namespace platform
+} // namespace tljira

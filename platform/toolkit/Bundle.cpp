@@ -3,7 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -54,4 +54,4 @@ QString Bundle::pathForInterfaceFile(const QString& name) const
     return folderOf(m_identifier) + u'/' + name + QStringLiteral(".ui");
 }
 
-} // namespace platform
+} // namespace tljira

@@ -6,7 +6,7 @@
 
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 /// A set of interface files that travels inside a program or a library, as Qt resources below ":/IDENTIFIER".
 /// CMake's tl_embed_interface_files(TARGET PREFIX identifier FILES …) puts files there; users of the target need do
@@ -42,4 +42,4 @@ private:
     QString m_identifier;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <QWindow>
 
-namespace platform {
+namespace tljira {
 
 ChildWindows::ChildWindows(Window& parent)
     : m_parent(parent)
@@ -71,4 +71,4 @@ void ChildWindows::parentMoved(const QPoint& distance)
         WindowParts::of(*entry.child).moveBy(distance);
 }
 
-} // namespace platform
+} // namespace tljira

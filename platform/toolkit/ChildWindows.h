@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 /// The windows that go where one window goes.
 class ChildWindows
@@ -32,4 +32,4 @@ private:
     std::vector<Entry> m_entries;
 };
 
-} // namespace platform
+} // namespace tljira

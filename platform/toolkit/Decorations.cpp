@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <QWindow>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -24,4 +24,4 @@ void pretendDecorations(std::optional<QMargins> margins)
     pretended = margins;
 }
 
-} // namespace platform
+} // namespace tljira

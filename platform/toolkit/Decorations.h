@@ -6,7 +6,7 @@
 
 class QWidget;
 
-namespace platform {
+namespace tljira {
 
 /// What the window system draws around a top-level widget; nothing before it has put the widget on screen.
 QMargins decorationsOf(const QWidget& widget);
@@ -15,4 +15,4 @@ QMargins decorationsOf(const QWidget& widget);
 /// back to the real ones.
 void pretendDecorations(std::optional<QMargins> margins);
 
-} // namespace platform
+} // namespace tljira

@@ -6,7 +6,7 @@
 #include <QTextDocument>
 #include <QToolTip>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -65,4 +65,4 @@ void ElidedLabel::paintEvent(QPaintEvent*)
     style()->drawItemText(&painter, area, flags, palette(), isEnabled(), shownText(), foregroundRole());
 }
 
-} // namespace platform
+} // namespace tljira

@@ -2,7 +2,7 @@
 
 #include <QLabel>
 
-namespace platform {
+namespace tljira {
 
 /// A label of one line, for names that can be long: what does not fit is left out of the middle, and the whole text is
 /// the tool tip meanwhile. text() is always the whole text, which is never taken for markup.
@@ -24,4 +24,4 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -4,7 +4,7 @@
 
 #include <QGridLayout>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -38,4 +38,4 @@ void addFillingSubview(QWidget* superview, QWidget* view)
     view->setGeometry(superview->rect());
 }
 
-} // namespace platform
+} // namespace tljira

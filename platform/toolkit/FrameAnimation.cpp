@@ -3,7 +3,7 @@
 #include <QStyle>
 #include <QWidget>
 
-namespace platform {
+namespace tljira {
 
 FrameAnimation::FrameAnimation(QWidget* widget, std::function<void()> onArrival)
     : m_widget(widget)
@@ -40,4 +40,4 @@ void FrameAnimation::arrive()
     m_onArrival();
 }
 
-} // namespace platform
+} // namespace tljira

@@ -8,7 +8,7 @@
 
 class QWidget;
 
-namespace platform {
+namespace tljira {
 
 /// Moves the edges of a top-level widget to where its owner already says they are.
 class FrameAnimation
@@ -32,4 +32,4 @@ private:
     QVariantAnimation m_animation;
 };
 
-} // namespace platform
+} // namespace tljira

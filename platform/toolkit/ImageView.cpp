@@ -4,7 +4,7 @@
 #include <QImageReader>
 #include <QPainter>
 
-namespace platform {
+namespace tljira {
 
 ImageView::ImageView(QWidget* parent)
     : QWidget(parent)
@@ -53,4 +53,4 @@ void ImageView::paintEvent(QPaintEvent*)
     painter.drawPixmap(target.topLeft(), m_scaled);
 }
 
-} // namespace platform
+} // namespace tljira

@@ -7,10 +7,10 @@
 #include <QPixmap>
 #include <QWidget>
 
-namespace platform {
+namespace tljira {
 
 /// Shows a picture, whole, in its own proportions, as large as the view and as sharp as the screen allows. In Designer:
-/// a QWidget promoted to platform::ImageView.
+/// a QWidget promoted to tljira::ImageView.
 class TL_EXPORT ImageView : public QWidget
 {
     Q_OBJECT
@@ -38,4 +38,4 @@ private:
     QPixmap m_scaled;
 };
 
-} // namespace platform
+} // namespace tljira

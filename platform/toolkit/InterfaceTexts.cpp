@@ -6,7 +6,7 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -114,4 +114,4 @@ QByteArray InterfaceTexts::translatedFile(const QByteArray& file) const
     return reader.hasError() ? file : translated;
 }
 
-} // namespace platform
+} // namespace tljira

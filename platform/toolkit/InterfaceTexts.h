@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 /// What the windows say in the user's language: the first of QLocale().uiLanguages() that is English, in which
 /// interface files are written, or for which a translation was embedded with CMake's tl_embed_translations().
@@ -36,4 +36,4 @@ private:
     std::vector<std::unique_ptr<QTranslator>> m_translators;
 };
 
-} // namespace platform
+} // namespace tljira

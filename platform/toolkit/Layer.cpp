@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace tljira {
 
 Layer::Layer(QWidget* view)
     : QObject(view)
@@ -80,4 +80,4 @@ void Layer::paint(QWidget* view) const
     }
 }
 
-} // namespace platform
+} // namespace tljira

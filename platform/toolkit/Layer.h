@@ -7,7 +7,7 @@
 
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 /// What is drawn behind a view and its subviews: a background, and a border inside the view's edges. It goes with its
 /// view, leaves the styling of the subviews alone, and costs a view without one nothing.
@@ -50,4 +50,4 @@ private:
     double m_borderWidth = 0;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace tljira {
 
 void ModalRuns::Run::stop(int code)
 {
@@ -59,4 +59,4 @@ void ModalRuns::windowCloses(const Window& window)
     }
 }
 
-} // namespace platform
+} // namespace tljira

@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 class Window;
 
@@ -35,4 +35,4 @@ private:
     static std::vector<Run*>& runs();
 };
 
-} // namespace platform
+} // namespace tljira

@@ -11,7 +11,7 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -144,4 +144,4 @@ TableCellView* Nib::makeCell(const QString& identifier)
     return cell;
 }
 
-} // namespace platform
+} // namespace tljira

@@ -12,7 +12,7 @@
 
 #include <memory>
 
-namespace platform {
+namespace tljira {
 
 class TableCellView;
 
@@ -63,4 +63,4 @@ private:
     QHash<QString, QByteArray> m_prototypes; ///< empty for one that no cell can be made from
 };
 
-} // namespace platform
+} // namespace tljira

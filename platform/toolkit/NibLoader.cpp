@@ -9,7 +9,7 @@
 #include <QCoreApplication>
 #include <QUiLoader>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -67,4 +67,4 @@ QWidget* NibLoader::load(const QByteArray& text, const std::shared_ptr<Nib>& nib
     return root;
 }
 
-} // namespace platform
+} // namespace tljira

@@ -7,7 +7,7 @@
 
 #include <memory>
 
-namespace platform {
+namespace tljira {
 
 class Nib;
 
@@ -19,4 +19,4 @@ public:
     static QWidget* load(const QByteArray& text, const std::shared_ptr<Nib>& nib, QString* error);
 };
 
-} // namespace platform
+} // namespace tljira

@@ -8,7 +8,7 @@
 
 #include <typeinfo>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -80,4 +80,4 @@ QString describe(const std::shared_ptr<NibOwner>& owner)
         .arg(owner->nibName(), QString::number(reinterpret_cast<quintptr>(owner.get()), 16));
 }
 
-} // namespace platform
+} // namespace tljira

@@ -14,7 +14,7 @@
 #include <memory>
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 /// What a controller with an interface file is: it declares outlets and actions in its constructor, and owns the views
 /// of the file. Views that were moved into another window go with their owner; views that went with such a window leave
@@ -81,4 +81,4 @@ private:
 /// What "%@" prints of a controller: "<NIBNAME: 0xADDRESS>".
 TL_EXPORT QString describe(const std::shared_ptr<NibOwner>& owner);
 
-} // namespace platform
+} // namespace tljira

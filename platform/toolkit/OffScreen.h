@@ -2,10 +2,10 @@
 
 class QWidget;
 
-namespace platform {
+namespace tljira {
 
 /// The superview of all views that stand in no window: never shown, so that making such a view visible shows nothing
 /// yet.
 QWidget* offScreen();
 
-} // namespace platform
+} // namespace tljira

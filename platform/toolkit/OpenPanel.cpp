@@ -6,7 +6,7 @@
 #include <QFileDialog>
 #include <QTimer>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -53,4 +53,4 @@ void OpenPanel::observeDialogs(std::function<void(QFileDialog&)> observer)
     dialogObserver = std::move(observer);
 }
 
-} // namespace platform
+} // namespace tljira

@@ -8,7 +8,7 @@
 
 class QFileDialog;
 
-namespace platform {
+namespace tljira {
 
 /// Lets the user choose existing files, or existing folders. One panel offers one of the two: where both are allowed,
 /// files. Where neither is, it does not come up.
@@ -39,4 +39,4 @@ private:
     QList<QUrl> m_urls;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -1,6 +1,6 @@
 #include "platform/toolkit/Outlets.h"
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -34,4 +34,4 @@ QStringList Outlets::connectTo(const QList<QWidget*>& topLevelViews) const
     return missing;
 }
 
-} // namespace platform
+} // namespace tljira

@@ -11,7 +11,7 @@
 #include <functional>
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 /// The views of an interface file that their owner wants to reach, by object name.
 ///
@@ -46,4 +46,4 @@ private:
     std::vector<Entry> m_entries;
 };
 
-} // namespace platform
+} // namespace tljira

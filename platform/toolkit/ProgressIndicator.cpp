@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QTimerEvent>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -95,4 +95,4 @@ void ProgressIndicator::paintEvent(QPaintEvent*)
     }
 }
 
-} // namespace platform
+} // namespace tljira

@@ -6,10 +6,10 @@
 #include <QSize>
 #include <QWidget>
 
-namespace platform {
+namespace tljira {
 
 /// The spinning indicator of work whose length is not known; a bar with a known end is a QProgressBar. Turns only while
-/// it is animating and visible. In Designer: a QWidget promoted to platform::ProgressIndicator.
+/// it is animating and visible. In Designer: a QWidget promoted to tljira::ProgressIndicator.
 class TL_EXPORT ProgressIndicator : public QWidget
 {
     Q_OBJECT
@@ -49,4 +49,4 @@ private:
     bool m_isAnimating = false;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -4,7 +4,7 @@
 
 class QWidget;
 
-namespace platform {
+namespace tljira {
 
 // The loader's side of ViewClasses.h.
 
@@ -13,4 +13,4 @@ QWidget* makeRegisteredView(const QString& className, QWidget* parent);
 
 void announceLoadedView(QWidget* view);
 
-} // namespace platform
+} // namespace tljira

@@ -2,7 +2,7 @@
 
 #include "platform/foundation/MainQueue.h"
 
-namespace platform {
+namespace tljira {
 
 void retainUntilNextTurn(std::shared_ptr<void> object)
 {
@@ -10,4 +10,4 @@ void retainUntilNextTurn(std::shared_ptr<void> object)
         MainQueue::instance().addOperation([kept = std::move(object)] {});
 }
 
-} // namespace platform
+} // namespace tljira

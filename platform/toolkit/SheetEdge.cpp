@@ -3,7 +3,7 @@
 #include <QEvent>
 #include <QPainter>
 
-namespace platform {
+namespace tljira {
 
 SheetEdge::SheetEdge(QWidget* window)
     : QWidget(window)
@@ -30,4 +30,4 @@ void SheetEdge::paintEvent(QPaintEvent*)
     painter.drawRect(rect().toRectF().adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
-} // namespace platform
+} // namespace tljira

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-namespace platform {
+namespace tljira {
 
 /// The hairline that sets a sheet off from its parent where the window system draws no frame around it. Lies on top of
 /// the content and lets the mouse through.
@@ -16,4 +16,4 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -106,4 +106,4 @@ void SheetQueue::parentMoved(const QPoint& distance)
         WindowParts::of(*sheet).moveBy(distance);
 }
 
-} // namespace platform
+} // namespace tljira

@@ -4,7 +4,7 @@
 
 #include <deque>
 
-namespace platform {
+namespace tljira {
 
 /// The sheets of one window: the first is up whenever the window is on screen, the others wait.
 class SheetQueue
@@ -37,4 +37,4 @@ private:
     int m_running = 0; ///< completions under way; nothing new comes up before they are through
 };
 
-} // namespace platform
+} // namespace tljira

@@ -1,6 +1,6 @@
 #include "platform/toolkit/TableCellView.h"
 
-namespace platform {
+namespace tljira {
 
 TableCellView::TableCellView(QWidget* parent)
     : QWidget(parent)
@@ -19,4 +19,4 @@ void TableCellView::wake(const QString& identifier)
     awakeFromNib();
 }
 
-} // namespace platform
+} // namespace tljira

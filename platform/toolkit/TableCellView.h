@@ -7,7 +7,7 @@
 #include <QStringList>
 #include <QWidget>
 
-namespace platform {
+namespace tljira {
 
 /// One row's view in a TableView, made from its prototype in the interface file or by the table's cell maker. A
 /// subclass declares its outlets in its constructor.
@@ -42,4 +42,4 @@ private:
     QString m_identifier;
 };
 
-} // namespace platform
+} // namespace tljira

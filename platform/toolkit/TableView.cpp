@@ -9,7 +9,7 @@
 
 #include <limits>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -274,4 +274,4 @@ void TableView::keyPressEvent(QKeyEvent* event)
     verticalScrollBar()->triggerAction(*action);
 }
 
-} // namespace platform
+} // namespace tljira

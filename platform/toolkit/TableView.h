@@ -13,13 +13,13 @@
 #include <functional>
 #include <map>
 
-namespace platform {
+namespace tljira {
 
 /// A list of rows of equal height, one column, whose cells are views. Only the rows in sight and one more at either end
 /// have cells; cells that scroll out serve the rows that scroll in, so that the cost depends on the height of the view
 /// alone.
 ///
-/// In Designer: a QScrollArea or QFrame promoted to platform::TableView. The arrow, page, Home and End keys scroll; Tab
+/// In Designer: a QScrollArea or QFrame promoted to tljira::TableView. The arrow, page, Home and End keys scroll; Tab
 /// walks through the controls of the cells, from row to row, and brings them into sight.
 class TL_EXPORT TableView : public QAbstractScrollArea
 {
@@ -106,4 +106,4 @@ private:
     bool m_isLayingOut = false;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -4,7 +4,7 @@
 
 #include <QtGlobal>
 
-namespace platform {
+namespace tljira {
 
 class TableCellView;
 class TableView;
@@ -23,4 +23,4 @@ public:
     virtual TableCellView* viewForTableColumn(TableView& table, int column, qint64 row) = 0;
 };
 
-} // namespace platform
+} // namespace tljira

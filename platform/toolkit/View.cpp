@@ -5,7 +5,7 @@
 #include <QApplication>
 #include <QLayout>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -65,7 +65,7 @@ void layoutSubtreeIfNeeded(QWidget* view)
         layoutSubtreeIfNeeded(subview);
 }
 
-} // namespace platform
+} // namespace tljira
 
 QString describe(const QWidget* view)
 {

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QWidget>
 
-namespace platform {
+namespace tljira {
 
 // What plain widgets lack beside the platform's views. A null view is a quiet no-op everywhere; rectangles of views are
 // Qt's (origin top left).
@@ -48,7 +48,7 @@ QString text(const QPointer<Control>& control)
     return control ? control->text() : QString();
 }
 
-} // namespace platform
+} // namespace tljira
 
-/// What "%@" prints of a view: "<QLabel: errorLabel>"; found by platform::log() wherever this header is included.
+/// What "%@" prints of a view: "<QLabel: errorLabel>"; found by tljira::log() wherever this header is included.
 QString describe(const QWidget* view);

@@ -11,7 +11,7 @@
 
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -24,11 +24,11 @@ QWidget* make(QWidget* parent)
 QHash<QString, ViewMaker>& makers()
 {
     static QHash<QString, ViewMaker> all = {
-        {QStringLiteral("platform::ElidedLabel"), make<ElidedLabel>},
-        {QStringLiteral("platform::ImageView"), make<ImageView>},
-        {QStringLiteral("platform::ProgressIndicator"), make<ProgressIndicator>},
-        {QStringLiteral("platform::TableCellView"), make<TableCellView>},
-        {QStringLiteral("platform::TableView"), make<TableView>},
+        {QStringLiteral("tljira::ElidedLabel"), make<ElidedLabel>},
+        {QStringLiteral("tljira::ImageView"), make<ImageView>},
+        {QStringLiteral("tljira::ProgressIndicator"), make<ProgressIndicator>},
+        {QStringLiteral("tljira::TableCellView"), make<TableCellView>},
+        {QStringLiteral("tljira::TableView"), make<TableView>},
     };
     return all;
 }
@@ -63,4 +63,4 @@ void announceLoadedView(QWidget* view)
         observer(view);
 }
 
-} // namespace platform
+} // namespace tljira

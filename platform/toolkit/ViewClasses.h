@@ -5,7 +5,7 @@
 
 #include <functional>
 
-namespace platform {
+namespace tljira {
 
 using ViewMaker = std::function<QWidget*(QWidget* parent)>;
 using ViewObserver = std::function<void(QWidget* view)>;
@@ -25,4 +25,4 @@ void registerViewClass(const QString& className)
 /// process.
 void observeLoadedViews(ViewObserver observer);
 
-} // namespace platform
+} // namespace tljira

@@ -2,7 +2,7 @@
 
 #include <QEvent>
 
-namespace platform {
+namespace tljira {
 
 class ViewController::LayoutWatch : public QObject
 {
@@ -51,4 +51,4 @@ QWidget* ViewController::view()
     return m_view;
 }
 
-} // namespace platform
+} // namespace tljira

@@ -12,7 +12,7 @@
 #include <memory>
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 /// Owns a view that comes from an interface file. Built like WindowController: a subclass declares its outlets and
 /// actions in its constructor, its factory calls initWithNibName().
@@ -59,4 +59,4 @@ private:
     bool m_isLoaded = false;
 };
 
-} // namespace platform
+} // namespace tljira

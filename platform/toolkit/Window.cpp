@@ -3,7 +3,7 @@
 #include "platform/toolkit/View.h"
 #include "platform/toolkit/WindowParts.h"
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -116,4 +116,4 @@ QWidget* Window::widget() const
     return &m_parts->widget;
 }
 
-} // namespace platform
+} // namespace tljira

@@ -11,7 +11,7 @@
 
 class QWidget;
 
-namespace platform {
+namespace tljira {
 
 class WindowDelegate;
 
@@ -120,4 +120,4 @@ private:
     const std::unique_ptr<Parts> m_parts;
 };
 
-} // namespace platform
+} // namespace tljira

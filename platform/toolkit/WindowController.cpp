@@ -1,6 +1,6 @@
 #include "platform/toolkit/WindowController.h"
 
-namespace platform {
+namespace tljira {
 
 WindowController::~WindowController()
 {
@@ -37,4 +37,4 @@ void WindowController::showWindow()
         shown->makeKeyAndOrderFront();
 }
 
-} // namespace platform
+} // namespace tljira

@@ -10,7 +10,7 @@
 #include <memory>
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 /// Owns a window that comes from an interface file, and is its delegate. A subclass declares its outlets and actions in
 /// its (non-public) constructor and hands itself out from a static factory:
@@ -55,4 +55,4 @@ private:
     bool m_isLoading = false;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -2,7 +2,7 @@
 
 #include "platform/foundation/Export.h"
 
-namespace platform {
+namespace tljira {
 
 class Window;
 
@@ -21,4 +21,4 @@ public:
     ///@}
 };
 
-} // namespace platform
+} // namespace tljira

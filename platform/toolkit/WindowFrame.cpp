@@ -5,7 +5,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -120,4 +120,4 @@ void WindowParts::contentWantsLayout()
     limitUserToContent();
 }
 
-} // namespace platform
+} // namespace tljira

@@ -3,7 +3,7 @@
 #include "platform/toolkit/ModalRuns.h"
 #include "platform/toolkit/WindowDelegate.h"
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -121,4 +121,4 @@ void WindowParts::setApplicationModal(bool modal)
         show();
 }
 
-} // namespace platform
+} // namespace tljira

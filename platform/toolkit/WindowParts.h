@@ -14,7 +14,7 @@
 
 #include <memory>
 
-namespace platform {
+namespace tljira {
 
 /// The inside of a window, which its widget, its sheets and its child windows work with. Rectangles are Qt's, of the
 /// content.
@@ -72,4 +72,4 @@ struct Window::Parts : WindowParts
     using WindowParts::WindowParts;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -3,7 +3,7 @@
 #include <QScreen>
 #include <QWindow>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -107,4 +107,4 @@ std::shared_ptr<Window> Window::parentWindow() const
     return m_parts->parentWindow.lock();
 }
 
-} // namespace platform
+} // namespace tljira

@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -106,4 +106,4 @@ void WindowWidget::hideEvent(QHideEvent* event)
         m_parts.visibilityChanged(false);
 }
 
-} // namespace platform
+} // namespace tljira

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-namespace platform {
+namespace tljira {
 
 struct WindowParts;
 
@@ -33,4 +33,4 @@ private:
     WindowParts& m_parts;
 };
 
-} // namespace platform
+} // namespace tljira

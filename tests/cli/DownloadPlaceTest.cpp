@@ -39,9 +39,9 @@ protected:
         return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
     /// The outcome once it is there.
-    static std::optional<platform::Error> settled(DownloadPlace& place)
+    static std::optional<tljira::Error> settled(DownloadPlace& place)
     {
-        std::optional<std::optional<platform::Error>> outcome;
+        std::optional<std::optional<tljira::Error>> outcome;
         place.settle([&](const auto& error) { outcome = error; });
         EXPECT_FALSE(outcome);
         EXPECT_TRUE(tests::waitUntil([&] { return outcome.has_value(); }));

@@ -44,10 +44,10 @@ private:
 class LineReader : public testing::Test
 {
 protected:
-    cli::InputLine read() const { return cli::readLine(platform::console::Input(input.readEnd()), interrupts); }
+    cli::InputLine read() const { return cli::readLine(tljira::console::Input(input.readEnd()), interrupts); }
 
     Pipe input;
-    platform::console::InterruptSignal interrupts;
+    tljira::console::InterruptSignal interrupts;
 };
 
 TEST_F(LineReader, ReadsLineByLine)

@@ -7,9 +7,9 @@ namespace {
 
 using client::Answer;
 
-platform::HTTPURLResponse responseWith(int status)
+tljira::HTTPURLResponse responseWith(int status)
 {
-    platform::HTTPURLResponse response;
+    tljira::HTTPURLResponse response;
     response.statusCode = status;
     return response;
 }
@@ -52,7 +52,7 @@ TEST(Answer, ThatIsRefusedWithoutJSONHasNoUserInfo)
 
 TEST(Answer, IsMissingWhenTheTransportFailed)
 {
-    const platform::Error error = platform::makeURLError(platform::URLError::TimedOut);
+    const tljira::Error error = tljira::makeURLError(tljira::URLError::TimedOut);
     const Answer answer = Answer::from(QByteArray("{}"), error, responseWith(200));
     EXPECT_EQ(answer.kind, Answer::Kind::Missing);
     EXPECT_EQ(answer.error, error);

@@ -7,15 +7,14 @@ namespace tests {
 namespace {
 
 template <typename Record>
-std::string outcome(const char* kind, const std::shared_ptr<Record>& record,
-                    const std::optional<platform::Error>& error)
+std::string outcome(const char* kind, const std::shared_ptr<Record>& record, const std::optional<tljira::Error>& error)
 {
     return (record ? kind : std::string("nil")) + ", " + shortText(error);
 }
 
 } // namespace
 
-std::string shortText(const std::optional<platform::Error>& error)
+std::string shortText(const std::optional<tljira::Error>& error)
 {
     return error ? error->domain.toStdString() + " " + std::to_string(error->code) : "no error";
 }
@@ -32,8 +31,8 @@ ClientTest::ClientTest(const standin::Options& options)
     server.addUser("ada", "secret");
     server.addIssue("ABC-1");
     const QString port = QString::number(server.port());
-    platform::URLSessionConfiguration::setDefaultRoutes({QStringLiteral("jira.example.test:80:127.0.0.1:") + port,
-                                                         QStringLiteral("other.example.test:80:127.0.0.1:") + port});
+    tljira::URLSessionConfiguration::setDefaultRoutes({QStringLiteral("jira.example.test:80:127.0.0.1:") + port,
+                                                       QStringLiteral("other.example.test:80:127.0.0.1:") + port});
     client = JAController::init();
     client->setJiraHost(QStringLiteral("http://jira.example.test"));
     client->setDelegate(delegate);

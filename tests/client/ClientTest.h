@@ -52,15 +52,15 @@ protected:
 
     /// What the last callback of a kind brought.
     std::optional<QByteArray> body;
-    std::optional<platform::HTTPURLResponse> response;
-    std::optional<platform::Error> error;
+    std::optional<tljira::HTTPURLResponse> response;
+    std::optional<tljira::Error> error;
     std::shared_ptr<const JALoginObject> session;
     std::shared_ptr<const JAUser> user;
     std::shared_ptr<const JAIssueObject> issue;
 };
 
 /// "DOMAIN CODE", or "no error".
-std::string shortText(const std::optional<platform::Error>& error);
+std::string shortText(const std::optional<tljira::Error>& error);
 
 std::optional<QByteArray> contentsOf(const QString& path);
 

@@ -60,7 +60,7 @@ int main(int argc, char** argv)
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() != 4)
         return 2;
-    platform::URLSessionConfiguration::setDefaultRoutes(
+    tljira::URLSessionConfiguration::setDefaultRoutes(
         {QStringLiteral("jira.example.test:80:127.0.0.1:") + arguments[1]});
     JAController::sharedInstance()->setHost(QStringLiteral("http://jira.example.test"));
     saveSession(arguments[3]);

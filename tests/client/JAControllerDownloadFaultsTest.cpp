@@ -53,7 +53,7 @@ protected:
     void expectOldFileAndNoLeftovers()
     {
         EXPECT_EQ(tests::contentsOf(path("saved")), QByteArray("old bytes"));
-        EXPECT_EQ(platform::FileManager::filesBelowPath(path("temporary")), QStringList());
+        EXPECT_EQ(tljira::FileManager::filesBelowPath(path("temporary")), QStringList());
     }
 
     std::string logText() const { return log.lines().join(u'\n').toStdString(); }
@@ -63,7 +63,7 @@ protected:
 
 TEST_F(JAControllerDownloadFaultsTest, AConnectionThatIsResetBeforeTheRequestIsRead)
 {
-    client->setSession(platform::URLSession::sessionWithConfiguration(client->session()->configuration(), client));
+    client->setSession(tljira::URLSession::sessionWithConfiguration(client->session()->configuration(), client));
     server.resetConnections(1);
     start();
     ASSERT_TRUE(waitForEvents(1));
@@ -288,7 +288,7 @@ TEST_F(JAControllerDownloadFaultsTest, ADestinationOnADiskThatIsFullShowsOnlyInT
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_THAT(events, ElementsAre("(100, 100, no error, YES)"));
     EXPECT_THAT(logText(), HasSubstr("Move item error: Error Domain=NSCocoaErrorDomain Code=640 "));
-    EXPECT_EQ(platform::FileManager::filesBelowPath(path("volume")), QStringList());
+    EXPECT_EQ(tljira::FileManager::filesBelowPath(path("volume")), QStringList());
     expectOldFileAndNoLeftovers();
 }
 

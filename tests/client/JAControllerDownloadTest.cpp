@@ -154,7 +154,7 @@ TEST_F(JAControllerDownloadTest, WritesThePlaceholderForARemovalThatWorked)
 
 TEST_F(JAControllerDownloadTest, WritesALineForADownloadThatGoesOn)
 {
-    platform::URLSessionDelegate& sessionDelegate = *client;
+    tljira::URLSessionDelegate& sessionDelegate = *client;
     sessionDelegate.didResumeAtOffset(nullptr, 17, 4711);
     EXPECT_EQ(log.lines(), QStringList(QStringLiteral("didResumeAtOffset: 17, expectedTotalBytes 4711")));
 }

@@ -29,7 +29,7 @@ TEST_F(JAControllerFaultsTest, AConnectionThatIsRefused)
 {
     auto configuration = client->session()->configuration();
     configuration.routes.append(QStringLiteral("localhost:80:127.0.0.1:1"));
-    client->setSession(platform::URLSession::sessionWithConfiguration(configuration, client));
+    client->setSession(tljira::URLSession::sessionWithConfiguration(configuration, client));
     client->setJiraHost(QStringLiteral("http://localhost"));
     client->sendGetRequest(client->url(kCurrentUserPath), requestCallBack());
     ASSERT_TRUE(waitForEvents(1));

@@ -30,7 +30,7 @@ protected:
         // Nobody listens on this port of the loopback interface: it is reserved.
         auto configuration = client->session()->configuration();
         configuration.routes.append(QStringLiteral("localhost:80:127.0.0.1:1"));
-        client->setSession(platform::URLSession::sessionWithConfiguration(configuration, client));
+        client->setSession(tljira::URLSession::sessionWithConfiguration(configuration, client));
     }
 };
 
@@ -254,7 +254,7 @@ TEST_F(JAControllerSessionTest, LogoutForgetsTheAddressBeforeTheAnswer)
     logIn();
     client->logout(completionCallBack());
     EXPECT_EQ(client->jiraHost(), std::nullopt);
-    EXPECT_EQ(platform::UserDefaults::standardUserDefaults().stringForKey(kJiraURL), std::nullopt);
+    EXPECT_EQ(tljira::UserDefaults::standardUserDefaults().stringForKey(kJiraURL), std::nullopt);
     EXPECT_TRUE(events.empty());
 
     client->getCurrentUser(userCallBack());
@@ -276,7 +276,7 @@ TEST_F(JAControllerSessionTest, LogoutCarriesAndKeepsTheSavedSession)
 
 TEST_F(JAControllerSessionTest, LogoutEmptiesTheJarForEveryHost)
 {
-    const auto& jar = platform::HTTPCookieStorage::sharedHTTPCookieStorage();
+    const auto& jar = tljira::HTTPCookieStorage::sharedHTTPCookieStorage();
     logIn();
     jar->setCookie({.domain = QStringLiteral("other.example.test"),
                     .path = QStringLiteral("/"),
@@ -453,7 +453,7 @@ TEST_F(JAControllerSessionTest, DelegatesMayIgnoreWhatTheClientNeverSends)
     Minimal minimal;
     JAControllerDelegate& plain = minimal;
     plain.jaControlleLoginCompletion(true, std::nullopt);
-    plain.jaControlleLogoutCompletion(false, platform::Error());
+    plain.jaControlleLogoutCompletion(false, tljira::Error());
     login("ada", "secret");
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_THAT(events, ElementsAre("valid", "session, no error"));

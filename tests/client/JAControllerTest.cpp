@@ -16,7 +16,7 @@ class JAControllerTest : public tests::ClientTest
 protected:
     static std::optional<QString> savedAddress()
     {
-        return platform::UserDefaults::standardUserDefaults().stringForKey(QStringLiteral("jiraUrl"));
+        return tljira::UserDefaults::standardUserDefaults().stringForKey(QStringLiteral("jiraUrl"));
     }
 };
 
@@ -130,10 +130,10 @@ TEST_F(JAControllerTest, IsMadeOnceForAllThreads)
 
 TEST_F(JAControllerTest, RunsItsRequestsWithTheJarOfTheProcess)
 {
-    const platform::URLSessionConfiguration& configuration = client->session()->configuration();
+    const tljira::URLSessionConfiguration& configuration = client->session()->configuration();
     EXPECT_TRUE(configuration.HTTPShouldSetCookies);
-    EXPECT_EQ(configuration.HTTPCookieStorage, platform::HTTPCookieStorage::sharedHTTPCookieStorage());
-    EXPECT_EQ(configuration.HTTPCookieAcceptPolicy, platform::HTTPCookieAcceptPolicy::Always);
+    EXPECT_EQ(configuration.HTTPCookieStorage, tljira::HTTPCookieStorage::sharedHTTPCookieStorage());
+    EXPECT_EQ(configuration.HTTPCookieAcceptPolicy, tljira::HTTPCookieAcceptPolicy::Always);
 }
 
 TEST_F(JAControllerTest, HasNothingAtFirst)

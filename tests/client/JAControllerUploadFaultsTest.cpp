@@ -52,7 +52,7 @@ protected:
 
 TEST_F(JAControllerUploadFaultsTest, AConnectionThatIsResetBeforeTheRequestIsRead)
 {
-    client->setSession(platform::URLSession::sessionWithConfiguration(client->session()->configuration(), client));
+    client->setSession(tljira::URLSession::sessionWithConfiguration(client->session()->configuration(), client));
     server.resetConnections(1);
     start(source);
     ASSERT_TRUE(waitForEvents(1));

@@ -100,12 +100,12 @@ TEST_F(JAControllerUploadTest, CallsBackTwiceForAnAnswerThatIsNoJSON)
 TEST_F(JAControllerUploadTest, HasNoUserInfoInAFatalError)
 {
     answer(200, "");
-    std::vector<std::optional<platform::Error>> errors;
+    std::vector<std::optional<tljira::Error>> errors;
     client->uploadFileInIssue(
         writeFile("source", "B"), QStringLiteral("a.bin"), QStringLiteral("ABC-1"),
         [&](const auto& newError) { errors.push_back(newError); }, nullptr);
     ASSERT_TRUE(tests::waitUntil([&] { return errors.size() == 2; }));
-    EXPECT_EQ(errors[0], (platform::Error{QStringLiteral("Fatal error"), 200, std::nullopt}));
+    EXPECT_EQ(errors[0], (tljira::Error{QStringLiteral("Fatal error"), 200, std::nullopt}));
     EXPECT_EQ(errors[1], std::nullopt);
 }
 
@@ -324,7 +324,7 @@ TEST_F(JAControllerUploadTest, SendsGivenBytesToAGivenAddress)
 {
     answer(201, "made");
     client->uploadImageDouble2(QStringLiteral("http://jira.example.test/somewhere"), QStringLiteral("/tmp/a.bin"),
-                               QStringLiteral("a.bin"), platform::Data("B"), requestCallBack());
+                               QStringLiteral("a.bin"), tljira::Data("B"), requestCallBack());
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_THAT(events, ElementsAre("201, no error"));
     EXPECT_EQ(body, QByteArray("made"));

@@ -21,15 +21,15 @@ QByteArray formWith(const QByteArray& fileName, const QByteArray& bytes)
 
 TEST(MultipartBody, HasOneFieldWithTheBytes)
 {
-    EXPECT_EQ(multipartBody(platform::Data("bytes\r\n"), QStringLiteral("a.bin"), type).bytes(),
+    EXPECT_EQ(multipartBody(tljira::Data("bytes\r\n"), QStringLiteral("a.bin"), type).bytes(),
               formWith("a.bin", "bytes\r\n"));
     EXPECT_EQ(client::multipartBoundary.toUtf8(), boundary);
 }
 
 TEST(MultipartBody, HasAFieldForAFileOfNoOrOneByte)
 {
-    EXPECT_EQ(multipartBody(platform::Data(), QStringLiteral("a.bin"), type).bytes(), formWith("a.bin", ""));
-    EXPECT_EQ(multipartBody(platform::Data(QByteArray(1, '\0')), QStringLiteral("a.bin"), type).bytes(),
+    EXPECT_EQ(multipartBody(tljira::Data(), QStringLiteral("a.bin"), type).bytes(), formWith("a.bin", ""));
+    EXPECT_EQ(multipartBody(tljira::Data(QByteArray(1, '\0')), QStringLiteral("a.bin"), type).bytes(),
               formWith("a.bin", QByteArray(1, '\0')));
 }
 
@@ -41,12 +41,12 @@ TEST(MultipartBody, IsOnlyTheClosingLineWithoutBytes)
 TEST(MultipartBody, HasNamesUnquotedAndInUtf8)
 {
     for (const char* name : {"My Plan.tessaloom", "a;b.bin", "a\"b\".bin", "Größe – Планы.bin", "100%@.bin", ""})
-        EXPECT_EQ(multipartBody(platform::Data("B"), QString::fromUtf8(name), type).bytes(), formWith(name, "B"));
+        EXPECT_EQ(multipartBody(tljira::Data("B"), QString::fromUtf8(name), type).bytes(), formWith(name, "B"));
 }
 
 TEST(MultipartBody, HasThePlaceholderOfNothingForAMissingName)
 {
-    EXPECT_EQ(multipartBody(platform::Data("B"), std::nullopt, type).bytes(), formWith("(null)", "B"));
+    EXPECT_EQ(multipartBody(tljira::Data("B"), std::nullopt, type).bytes(), formWith("(null)", "B"));
 }
 
 TEST(MultipartBody, CountsAFileBeyondFourGibibytesWithoutReadingIt)
@@ -57,9 +57,9 @@ TEST(MultipartBody, CountsAFileBeyondFourGibibytesWithoutReadingIt)
     const qint64 size = (qint64(4) << 30) + 1;
     ASSERT_TRUE(file.resize(size));
 
-    const auto bytes = platform::Data::contentsOfFile(file.fileName());
+    const auto bytes = tljira::Data::contentsOfFile(file.fileName());
     ASSERT_TRUE(bytes);
-    const platform::Data form = multipartBody(bytes, QStringLiteral("large"), type);
+    const tljira::Data form = multipartBody(bytes, QStringLiteral("large"), type);
     EXPECT_EQ(form.size(), formWith("large", "").size() + size);
 }
 

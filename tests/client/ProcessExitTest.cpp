@@ -37,11 +37,11 @@ TEST_P(ProcessExitTest, IsQuietAndLosesNothing)
     EXPECT_EQ(probe.exitCode(), 0);
     EXPECT_EQ(probe.readAllStandardError(), QByteArray());
 
-    platform::UserDefaults::standardUserDefaults().synchronize();
+    tljira::UserDefaults::standardUserDefaults().synchronize();
     EXPECT_EQ(JALoginObject::restoreSession(),
               QStringLiteral("JSESSIONID=session-of-%1").arg(QLatin1String(GetParam())));
     EXPECT_EQ(JAController::init()->jiraHost(), QStringLiteral("http://jira.example.test/"));
-    EXPECT_EQ(platform::FileManager::filesBelowPath(path("temporary")), QStringList());
+    EXPECT_EQ(tljira::FileManager::filesBelowPath(path("temporary")), QStringList());
     EXPECT_FALSE(QFile::exists(path("saved")));
     EXPECT_TRUE(tests::waitUntil([this] { return server.openConnectionCount() == 0; }));
 }

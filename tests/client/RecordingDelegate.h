@@ -18,11 +18,11 @@ public:
 
     void jaValidSession() override { m_events.push_back("valid"); }
     void jaInvalidSession() override { m_events.push_back("invalid"); }
-    void jaControlleLoginCompletion(bool, const std::optional<platform::Error>&) override
+    void jaControlleLoginCompletion(bool, const std::optional<tljira::Error>&) override
     {
         m_events.push_back("login completion");
     }
-    void jaControlleLogoutCompletion(bool, const std::optional<platform::Error>&) override
+    void jaControlleLogoutCompletion(bool, const std::optional<tljira::Error>&) override
     {
         m_events.push_back("logout completion");
     }

@@ -92,7 +92,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("docs-host"));
     QApplication::setQuitOnLastWindowClosed(false);
-    platform::URLSessionConfiguration::setDefaultRoutes({QString::fromLocal8Bit(argv[1])});
+    tljira::URLSessionConfiguration::setDefaultRoutes({QString::fromLocal8Bit(argv[1])});
 
     attachAsUser();
     QTimer::singleShot(0, &application, fetchAsUser);

@@ -27,7 +27,7 @@ protected:
 
 TEST_F(DownloadFolderTest, LiesInTheTemporaryDirectory)
 {
-    EXPECT_EQ(path, platform::temporaryDirectory() + QStringLiteral("/com.tessalooom.JAController"));
+    EXPECT_EQ(path, tljira::temporaryDirectory() + QStringLiteral("/com.tessalooom.JAController"));
 }
 
 TEST_F(DownloadFolderTest, IsMadeWhereThereIsNone)
@@ -63,7 +63,7 @@ TEST_F(DownloadFolderTest, TakesThePlaceOfAFile)
 
 TEST_F(DownloadFolderTest, TakesThePlaceOfALinkAndLeavesWhatItPointsTo)
 {
-    const QString elsewhere = platform::temporaryDirectory() + QStringLiteral("/elsewhere");
+    const QString elsewhere = tljira::temporaryDirectory() + QStringLiteral("/elsewhere");
     QDir().mkpath(elsewhere);
     writeFile(elsewhere + QStringLiteral("/precious"), "precious");
     ASSERT_TRUE(QFile::link(elsewhere, path));
@@ -75,13 +75,13 @@ TEST_F(DownloadFolderTest, TakesThePlaceOfALinkAndLeavesWhatItPointsTo)
 
 TEST_F(DownloadFolderTest, RemovesLinksInsideAndLeavesWhatTheyPointTo)
 {
-    const QString elsewhere = platform::temporaryDirectory() + QStringLiteral("/elsewhere");
+    const QString elsewhere = tljira::temporaryDirectory() + QStringLiteral("/elsewhere");
     QDir().mkpath(elsewhere);
     writeFile(elsewhere + QStringLiteral("/precious"), "precious");
     QDir().mkpath(path);
     ASSERT_TRUE(QFile::link(elsewhere, inFolder("link")));
     makeAnew();
-    EXPECT_FALSE(platform::FileManager::fileExistsAtPath(inFolder("link")));
+    EXPECT_FALSE(tljira::FileManager::fileExistsAtPath(inFolder("link")));
     EXPECT_EQ(contentsOf(elsewhere + QStringLiteral("/precious")), QByteArray("precious"));
 }
 

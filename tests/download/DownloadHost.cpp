@@ -47,7 +47,7 @@ int main(int argc, char** argv)
 
     const auto panel = JADownloadBodyViewController::initWithNibName(
         QStringLiteral("JADownloadBodyViewController"),
-        platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+        tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
     const auto window = tests::shownWindow(panel->view());
     panel->issueKeyTextField()->setText(QStringLiteral("ABC-1"));
     panel->getAttachButton()->click();

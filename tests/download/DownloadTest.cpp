@@ -7,8 +7,7 @@ namespace tests {
 
 void routeToServer(int port)
 {
-    platform::URLSessionConfiguration::setDefaultRoutes(
-        {QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(port)});
+    tljira::URLSessionConfiguration::setDefaultRoutes({QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(port)});
 }
 
 DownloadTest::DownloadTest(const standin::Options& options)
@@ -74,9 +73,9 @@ JAListAttachedFilesWindow::Attachments attachmentsNamed(const QStringList& names
     return attachments;
 }
 
-std::shared_ptr<platform::Window> shownWindow(QWidget* content)
+std::shared_ptr<tljira::Window> shownWindow(QWidget* content)
 {
-    const auto window = platform::Window::create(QStringLiteral("Host"), content);
+    const auto window = tljira::Window::create(QStringLiteral("Host"), content);
     window->setFrame(QRectF(100, 100, 600, 400), false);
     window->makeKeyAndOrderFront();
     return window;
@@ -110,7 +109,7 @@ void click(QAbstractButton* button)
     QTest::mouseClick(button, Qt::LeftButton);
 }
 
-QPushButton* closeButton(const platform::Window& window)
+QPushButton* closeButton(const tljira::Window& window)
 {
     for (auto* button : window.widget()->findChildren<QPushButton*>()) {
         if (button->isVisible() && button->shortcut() == QKeySequence(Qt::Key_Escape))

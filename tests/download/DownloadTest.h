@@ -37,7 +37,7 @@ std::shared_ptr<const JAAttachmentObject> attachmentNamed(const QString& name);
 JAListAttachedFilesWindow::Attachments attachmentsNamed(const QStringList& names);
 
 /// A window for panels and sheets, on screen.
-std::shared_ptr<platform::Window> shownWindow(QWidget* content = nullptr);
+std::shared_ptr<tljira::Window> shownWindow(QWidget* content = nullptr);
 
 QStringList names(const JAListAttachedFilesWindow::Attachments& attachments);
 /// The titles of the rows that the table shows, from its first row on.
@@ -46,7 +46,7 @@ JAAttachedCell* cellAtRow(const JAListAttachedFilesWindow& list, qint64 row);
 
 void click(QAbstractButton* button);
 /// The visible button that Escape stands for.
-QPushButton* closeButton(const platform::Window& window);
+QPushButton* closeButton(const tljira::Window& window);
 
 std::optional<QByteArray> contentsOf(const QString& path);
 void writeFile(const QString& path, const QByteArray& bytes);

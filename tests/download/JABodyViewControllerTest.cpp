@@ -63,7 +63,7 @@ protected:
     void close() { tests::click(tests::closeButton(*panel->jaListAttachedWindow()->window())); }
 
     std::shared_ptr<JABodyViewController> panel;
-    std::shared_ptr<platform::Window> window;
+    std::shared_ptr<tljira::Window> window;
 };
 
 TEST_F(JABodyViewControllerTest, FindsEverythingInItsInterfaceFile)
@@ -73,9 +73,8 @@ TEST_F(JABodyViewControllerTest, FindsEverythingInItsInterfaceFile)
 
 TEST_F(JABodyViewControllerTest, HoldsItsViewsInTheirAreas)
 {
-    EXPECT_EQ(platform::subviews(panel->containerView()),
-              QList<QWidget*>({panel->uploadView(), panel->checkFileView()}));
-    EXPECT_EQ(platform::subviews(panel->downloadWrapper()),
+    EXPECT_EQ(tljira::subviews(panel->containerView()), QList<QWidget*>({panel->uploadView(), panel->checkFileView()}));
+    EXPECT_EQ(tljira::subviews(panel->downloadWrapper()),
               QList<QWidget*>({panel->checkDownloadFiles(), panel->receivingAttachmentsView()}));
     EXPECT_EQ(panel->checkFileView()->geometry(), panel->containerView()->rect());
     EXPECT_EQ(panel->checkDownloadFiles()->geometry(), panel->downloadWrapper()->rect());
@@ -103,7 +102,7 @@ TEST_F(JABodyViewControllerTest, ShowsOneViewOfAnAreaAtATime)
 
 TEST_F(JABodyViewControllerTest, StandsOnATranslucentBlack)
 {
-    const auto* layer = platform::Layer::layerOf(panel->view());
+    const auto* layer = tljira::Layer::layerOf(panel->view());
     ASSERT_NE(layer, nullptr);
     ASSERT_TRUE(layer->backgroundColor().has_value());
     EXPECT_EQ(layer->backgroundColor()->rgb(), QColor(Qt::black).rgb());
@@ -145,7 +144,7 @@ TEST_F(JABodyViewControllerTest, TakesTheFileThatIsChosen)
     const QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("chosen file.tessaloom"));
     tests::writeFile(file, "bytes");
-    platform::OpenPanel::observeDialogs([&](QFileDialog& dialog) {
+    tljira::OpenPanel::observeDialogs([&](QFileDialog& dialog) {
         EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
         dialog.selectFile(file);
         static_cast<QDialog&>(dialog).accept();
@@ -159,7 +158,7 @@ TEST_F(JABodyViewControllerTest, TakesTheFileThatIsChosen)
 
 TEST_F(JABodyViewControllerTest, KeepsItsFileWhenTheOpenPanelIsDismissed)
 {
-    platform::OpenPanel::observeDialogs([](QFileDialog& dialog) { dialog.reject(); });
+    tljira::OpenPanel::observeDialogs([](QFileDialog& dialog) { dialog.reject(); });
     tests::click(panel->openFileButton());
     EXPECT_EQ(panel->pathFile(), QStringLiteral("/documents/plan.tessaloom"));
     EXPECT_EQ(panel->pathLabel()->text(), QStringLiteral("/documents/plan.tessaloom"));
@@ -258,7 +257,7 @@ TEST_F(JABodyViewControllerTest, SaysNothingOfALookUpInVain)
 TEST_F(JABodyViewControllerTest, ShowsAnErrorInAnAlert)
 {
     QStringList texts;
-    platform::Alert::observeDialogs([&](QMessageBox& box) {
+    tljira::Alert::observeDialogs([&](QMessageBox& box) {
         texts = {box.text(), box.informativeText()};
         EXPECT_EQ(box.icon(), QMessageBox::Warning);
         box.accept();

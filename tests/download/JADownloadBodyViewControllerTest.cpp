@@ -28,7 +28,7 @@ protected:
         DownloadTest::SetUp();
         panel = JADownloadBodyViewController::initWithNibName(
             QStringLiteral("JADownloadBodyViewController"),
-            platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+            tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
         window = tests::shownWindow(panel->view());
         tests::drainMainQueue();
         log.clear();
@@ -91,7 +91,7 @@ protected:
     void close() { tests::click(tests::closeButton(*panel->jaListAttachedWindow()->window())); }
 
     std::shared_ptr<JADownloadBodyViewController> panel;
-    std::shared_ptr<platform::Window> window;
+    std::shared_ptr<tljira::Window> window;
 };
 
 TEST_F(JADownloadBodyViewControllerTest, FindsEverythingInItsInterfaceFile)
@@ -332,7 +332,7 @@ TEST_F(JADownloadBodyViewControllerTest, EndsTheModalRunAfterADownload)
         download();
         close();
     });
-    EXPECT_EQ(platform::Application::runModalForWindow(window), platform::ModalResponse::Stop);
+    EXPECT_EQ(tljira::Application::runModalForWindow(window), tljira::ModalResponse::Stop);
     EXPECT_NE(panel->path(), std::nullopt);
     EXPECT_FALSE(window->isVisible());
 }

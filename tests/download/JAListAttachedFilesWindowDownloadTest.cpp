@@ -88,11 +88,11 @@ protected:
         EXPECT_EQ(bar(), 100);
         EXPECT_FALSE(list->isDone());
         EXPECT_TRUE(list->downloadView()->isVisible());
-        EXPECT_FALSE(platform::FileManager::fileExistsAtPath(target()));
+        EXPECT_FALSE(tljira::FileManager::fileExistsAtPath(target()));
     }
 
     std::vector<int> returnCodes;
-    const std::shared_ptr<platform::Window> parent = tests::shownWindow();
+    const std::shared_ptr<tljira::Window> parent = tests::shownWindow();
     const std::shared_ptr<JAListAttachedFilesWindow> list = JAListAttachedFilesWindow::init();
     const QString folder = DownloadFolder::path();
 };
@@ -140,7 +140,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, KnowsThePathBeforeTheFirstByte)
     downloadAndHold(Point::responseHead(0));
     EXPECT_EQ(list->path(), folder + QStringLiteral("/plan.tessaloom.tessaloom"));
     EXPECT_FALSE(list->isDone());
-    EXPECT_FALSE(platform::FileManager::fileExistsAtPath(target()));
+    EXPECT_FALSE(tljira::FileManager::fileExistsAtPath(target()));
 }
 
 TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsTheDownloadingState)
@@ -198,7 +198,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, ReplacesEveryEarlierDownload)
     const QString first = target();
     showFile("second.txt", "second");
     downloadAndWait();
-    EXPECT_FALSE(platform::FileManager::fileExistsAtPath(first));
+    EXPECT_FALSE(tljira::FileManager::fileExistsAtPath(first));
     EXPECT_THAT(QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
                 ElementsAre(QStringLiteral("second.txt.tessaloom")));
     EXPECT_EQ(contentsOf(target()), QByteArray("second"));
@@ -276,7 +276,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, AFileInPlaceOfTheFolderGoes)
 
 TEST_F(JAListAttachedFilesWindowDownloadTest, ALinkInPlaceOfTheFolderGoesAndWhatItPointsToStays)
 {
-    const QString elsewhere = platform::temporaryDirectory() + QStringLiteral("/elsewhere");
+    const QString elsewhere = tljira::temporaryDirectory() + QStringLiteral("/elsewhere");
     QDir().mkpath(elsewhere);
     writeFile(elsewhere + QStringLiteral("/precious"), "precious");
     ASSERT_TRUE(QFile::link(elsewhere, folder));
@@ -421,7 +421,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, CancelEndsTheSheetAndTheDownloadBe
     ASSERT_TRUE(tests::waitUntil([this] { return error() == QStringLiteral("cancelled"); }));
     EXPECT_FALSE(list->isDone());
     EXPECT_EQ(list->path(), folder + QStringLiteral("/plan.tessaloom.tessaloom"));
-    EXPECT_FALSE(platform::FileManager::fileExistsAtPath(target()));
+    EXPECT_FALSE(tljira::FileManager::fileExistsAtPath(target()));
 }
 
 TEST_F(JAListAttachedFilesWindowDownloadTest, CancelEndsTheDownloadInItsMiddle)
@@ -497,7 +497,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, ADownloadGoesOnWhenTheWindowsClose
     showSyntheticFile(1'000'000);
     downloadAndHold(Point::responseBody(500'000));
     parent->close();
-    EXPECT_THAT(returnCodes, ElementsAre(platform::ModalResponse::Stop));
+    EXPECT_THAT(returnCodes, ElementsAre(tljira::ModalResponse::Stop));
     server.release();
     waitForEnd();
     EXPECT_TRUE(list->isDone());

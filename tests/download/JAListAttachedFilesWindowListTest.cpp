@@ -60,7 +60,7 @@ protected:
 
     tests::LogCapture log;
     std::optional<int> returnCode;
-    const std::shared_ptr<platform::Window> parent = tests::shownWindow();
+    const std::shared_ptr<tljira::Window> parent = tests::shownWindow();
     std::shared_ptr<JAListAttachedFilesWindow> list = JAListAttachedFilesWindow::init();
 };
 
@@ -160,7 +160,7 @@ TEST_F(JAListAttachedFilesWindowListTest, ShowsSizesInMegabytesOf1024Times1024By
 TEST_F(JAListAttachedFilesWindowListTest, ShowsDatesInTheUsersMediumStyle)
 {
     showOne({{QStringLiteral("created"), QStringLiteral("2017-03-14T10:22:33.123+0100")}});
-    const QString expected = platform::DateFormatter::withMediumStyle().stringFromDate(
+    const QString expected = tljira::DateFormatter::withMediumStyle().stringFromDate(
         QDateTime(QDate(2017, 3, 14), QTime(9, 22, 33, 123), Qt::UTC));
     EXPECT_EQ(cell().dateLabel()->text(), expected);
     EXPECT_TRUE(expected.contains(QStringLiteral("2017")));
@@ -277,7 +277,7 @@ TEST_F(JAListAttachedFilesWindowListTest, GoesAwayWhileItIsASheet)
     list.reset();
     tests::drainMainQueue();
     EXPECT_TRUE(weak.expired());
-    EXPECT_EQ(returnCode, platform::ModalResponse::Stop);
+    EXPECT_EQ(returnCode, tljira::ModalResponse::Stop);
     EXPECT_EQ(parent->attachedSheet(), nullptr);
 }
 

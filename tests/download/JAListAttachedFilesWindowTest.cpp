@@ -12,7 +12,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const auto failure = platform::makeError(QStringLiteral("test"), 7, QStringLiteral("It did not work."));
+const auto failure = tljira::makeError(QStringLiteral("test"), 7, QStringLiteral("It did not work."));
 
 class JAListAttachedFilesWindowTest : public testing::Test
 {
@@ -62,8 +62,8 @@ TEST_F(JAListAttachedFilesWindowTest, LogsThatItIsShown)
 
 TEST_F(JAListAttachedFilesWindowTest, StandsOnOpaqueWhite)
 {
-    ASSERT_NE(platform::Layer::layerOf(list->view()), nullptr);
-    EXPECT_EQ(platform::Layer::layerOf(list->view())->backgroundColor(), QColor(255, 255, 255, 255));
+    ASSERT_NE(tljira::Layer::layerOf(list->view()), nullptr);
+    EXPECT_EQ(tljira::Layer::layerOf(list->view())->backgroundColor(), QColor(255, 255, 255, 255));
 }
 
 TEST_F(JAListAttachedFilesWindowTest, WritesDarkOnWhiteInADarkApplicationToo)

@@ -126,7 +126,7 @@ TEST(JiraJobs, answersNothingWhenTheDownloadWindowIsClosed)
 {
     JiraJobs jira;
     QMetaObject::invokeMethod(
-        qApp, [] { platform::Application::modalWindow()->close(); }, Qt::QueuedConnection);
+        qApp, [] { tljira::Application::modalWindow()->close(); }, Qt::QueuedConnection);
 
     EXPECT_EQ(jira.download(), std::nullopt);
 }

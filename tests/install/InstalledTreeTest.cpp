@@ -114,7 +114,7 @@ TEST(InstalledTree, hasAToolThatRunsWithTheLibraryBesideIt)
     // The client is in its library alone.
     const auto own = runProgram(QStringLiteral("nm"), {QStringLiteral("-C"), QStringLiteral("--defined-only"), tool});
     EXPECT_THAT(own.output, HasSubstr("cli::Tool::run"));
-    EXPECT_THAT(own.output, Not(HasSubstr("platform::URLSession::")));
+    EXPECT_THAT(own.output, Not(HasSubstr("tljira::URLSession::")));
 }
 
 TEST(InstalledTree, tellsPkgConfigWhatIsNeeded)

@@ -60,12 +60,12 @@ QSet<QString> publicNames(const QStringList& folders)
     return names;
 }
 
-/// "vtable for platform::Window" and "non-virtual thunk to platform::Window::close()" are about "Window".
+/// "vtable for tljira::Window" and "non-virtual thunk to tljira::Window::close()" are about "Window".
 QString markedNameOf(const QString& symbol)
 {
     static const QRegularExpression form(QStringLiteral("^(?:vtable for |typeinfo for |typeinfo name for |VTT for "
                                                         "|guard variable for |(?:non-virtual|virtual) thunk to )?"
-                                                        "(?:(?:platform|UIViewStyle|FileManager)::)*(\\w+)"));
+                                                        "(?:(?:tljira|UIViewStyle|FileManager)::)*(\\w+)"));
     return form.match(symbol).captured(1);
 }
 

@@ -11,9 +11,9 @@ const QByteArray answer = R"({
                   "lastFailedLoginTime": "2017-03-14T10:22:33.123+0100",
                   "previousLoginTime": "2017-03-13T09:00:00.000+0100"}})";
 
-platform::UserDefaults& defaults()
+tljira::UserDefaults& defaults()
 {
-    return platform::UserDefaults::standardUserDefaults();
+    return tljira::UserDefaults::standardUserDefaults();
 }
 
 std::optional<QString> savedValue()

@@ -22,7 +22,7 @@ using namespace tests;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const platform::Error someError = platform::makeError(QStringLiteral("test"), 1, QStringLiteral("an error"));
+const tljira::Error someError = tljira::makeError(QStringLiteral("test"), 1, QStringLiteral("an error"));
 
 class HostFilesTest : public JiraTest
 {
@@ -38,9 +38,9 @@ public:
     /// Through the form as far as it has its fields, and then for certain.
     void logIn(JALoginWindow& form)
     {
-        platform::setText(QPointer(form.hostTextField()), address);
-        platform::setText(QPointer(form.emailTextField()), QStringLiteral("jane"));
-        platform::setText(QPointer(form.passwordTextField()), QStringLiteral("secret"));
+        tljira::setText(QPointer(form.hostTextField()), address);
+        tljira::setText(QPointer(form.emailTextField()), QStringLiteral("jane"));
+        tljira::setText(QPointer(form.passwordTextField()), QStringLiteral("secret"));
         form.loginButtonAction();
         drainMainQueue();
         client->setHost(address);
@@ -63,7 +63,7 @@ public:
             header.jaLoginWindow()->cancelAction();
     }
 
-    static void close(platform::Window& window)
+    static void close(tljira::Window& window)
     {
         EXPECT_TRUE(window.isVisible());
         if (const auto sheet = window.attachedSheet())
@@ -80,7 +80,7 @@ public:
         entry->showWindow();
         logIn(*entry->jaLoginWindow());
         JAUploadBodyViewController& body = *entry->bodyViewController();
-        platform::setText(QPointer(body.taskTextField()), QStringLiteral("ABC-1"));
+        tljira::setText(QPointer(body.taskTextField()), QStringLiteral("ABC-1"));
         body.uploadFileAction();
         ASSERT_TRUE(waitUntil([&] { return !body.taskTextField() || !QFileInfo::exists(document.folder()); }));
         drainMainQueue();
@@ -115,7 +115,7 @@ public:
         entry->showWindow();
         logIn(*entry->jaLoginWindow());
         JADownloadBodyViewController& body = *entry->bodyViewController();
-        platform::setText(QPointer(body.issueKeyTextField()), QStringLiteral("ABC-1"));
+        tljira::setText(QPointer(body.issueKeyTextField()), QStringLiteral("ABC-1"));
         body.getAttachAction();
         JAListAttachedFilesWindow& list = *body.jaListAttachedWindow();
         if (body.issueKeyTextField()) {
@@ -139,8 +139,8 @@ public:
         entry->showWindow();
         logIn(*JALoginWindow::init());
         JABodyViewController& body = *entry->bodyViewController();
-        platform::setText(QPointer(body.keyTextField()), QStringLiteral("ABC-1"));
-        platform::setText(QPointer(body.keyDownloadTextField()), QStringLiteral("ABC-1"));
+        tljira::setText(QPointer(body.keyTextField()), QStringLiteral("ABC-1"));
+        tljira::setText(QPointer(body.keyDownloadTextField()), QStringLiteral("ABC-1"));
         body.setPathfile(QStringLiteral("/documents/other"));
         body.jaInvalidSession();
         body.jaValidSession();

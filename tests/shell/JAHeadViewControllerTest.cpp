@@ -28,8 +28,8 @@ protected:
         : JiraTest(options)
         , header(JAHeadViewController::initWithNibName(
               QStringLiteral("JAHeadViewController"),
-              platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier))))
-        , window(platform::Window::create(QStringLiteral("Header"), header->view()))
+              tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier))))
+        , window(tljira::Window::create(QStringLiteral("Header"), header->view()))
     {
         window->makeKeyAndOrderFront();
     }
@@ -64,7 +64,7 @@ protected:
     }
 
     std::shared_ptr<JAHeadViewController> header;
-    std::shared_ptr<platform::Window> window;
+    std::shared_ptr<tljira::Window> window;
     const QStringList janesNames{QStringLiteral("jane"), QStringLiteral("Jane Doe"),
                                  QStringLiteral("jane@example.test")};
 };

@@ -116,7 +116,7 @@ TEST_F(JALoginWindowTest, savesTheAddressAsItIsTyped)
     const QString typed = QStringLiteral("http://jira.example.test/with/path");
     logInWith(typed, jane, secret);
 
-    EXPECT_EQ(platform::UserDefaults::standardUserDefaults().stringForKey(kJiraURL), typed);
+    EXPECT_EQ(tljira::UserDefaults::standardUserDefaults().stringForKey(kJiraURL), typed);
     EXPECT_EQ(client->jiraHost(), address);
     EXPECT_THAT(log.lines(), Contains(QStringLiteral("host: ") + typed));
 }
@@ -240,7 +240,7 @@ protected:
         parent->beginSheet(form->window(), [this](int code) { codes.push_back(code); });
     }
 
-    const std::shared_ptr<platform::Window> parent = platform::Window::create(QStringLiteral("Parent"), nullptr);
+    const std::shared_ptr<tljira::Window> parent = tljira::Window::create(QStringLiteral("Parent"), nullptr);
     std::vector<int> codes;
 };
 
@@ -270,9 +270,9 @@ TEST_F(LoginSheetTest, isNotEndedByItsOwnCancelButton)
 
 TEST_F(JALoginWindowTest, endsTheSheetThatItsParentWindowIs)
 {
-    const auto host = platform::Window::create(QStringLiteral("Host"), nullptr);
-    const auto entry = platform::Window::create(QStringLiteral("Entry"), nullptr);
-    entry->addChildWindow(form->window(), platform::Window::Ordered::Below);
+    const auto host = tljira::Window::create(QStringLiteral("Host"), nullptr);
+    const auto entry = tljira::Window::create(QStringLiteral("Entry"), nullptr);
+    entry->addChildWindow(form->window(), tljira::Window::Ordered::Below);
     std::vector<int> codes;
     host->makeKeyAndOrderFront();
     host->beginSheet(entry, [&codes](int code) { codes.push_back(code); });
@@ -283,10 +283,10 @@ TEST_F(JALoginWindowTest, endsTheSheetThatItsParentWindowIs)
 
 TEST_F(JALoginWindowTest, cancelsNothingWhereNothingIsASheet)
 {
-    const auto entry = platform::Window::create(QStringLiteral("Entry"), nullptr);
+    const auto entry = tljira::Window::create(QStringLiteral("Entry"), nullptr);
     entry->makeKeyAndOrderFront();
     click(form->cancelButton());
-    entry->addChildWindow(form->window(), platform::Window::Ordered::Below);
+    entry->addChildWindow(form->window(), tljira::Window::Ordered::Below);
     form->cancelAction();
 
     EXPECT_TRUE(entry->isVisible());

@@ -84,7 +84,7 @@ TEST_F(JAWindowControllerTest, ItsPanelsCarryTheNumberOfTheirSubviews)
 {
     const auto controller = JAWindowController::init();
     controller->window();
-    const auto count = [](platform::ViewController& panel) { return platform::subviews(panel.view()).size(); };
+    const auto count = [](tljira::ViewController& panel) { return tljira::subviews(panel.view()).size(); };
     EXPECT_GT(count(*controller->bodyViewController()), 0);
     EXPECT_EQ(controller->bodyViewController()->representedObject().toLongLong(),
               count(*controller->bodyViewController()));
@@ -142,7 +142,7 @@ TEST_F(JAWindowControllerTest, RunDoesNothing)
     tests::drainMainQueue();
     EXPECT_FALSE(isCalled);
     EXPECT_FALSE(controller->isWindowLoaded());
-    EXPECT_EQ(platform::Application::modalWindow(), nullptr);
+    EXPECT_EQ(tljira::Application::modalWindow(), nullptr);
 }
 
 TEST_F(JAWindowControllerTest, ClosingItsWindowEndsTheHostsModalRun)
@@ -153,7 +153,7 @@ TEST_F(JAWindowControllerTest, ClosingItsWindowEndsTheHostsModalRun)
         log.clear();
         controller->window()->widget()->close();
     });
-    EXPECT_EQ(platform::Application::runModalForWindow(controller->window()), platform::ModalResponse::Stop);
+    EXPECT_EQ(tljira::Application::runModalForWindow(controller->window()), tljira::ModalResponse::Stop);
     EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("JAWindowController windowWillClose")));
     EXPECT_FALSE(controller->window()->isVisible());
 }

@@ -73,7 +73,7 @@ TEST_F(JMWindowControllerTest, NeverTouchesTheMarkOfTheFirstRun)
     make();
     controller->window();
     tests::drainMainQueue();
-    EXPECT_EQ(platform::UserDefaults::standardUserDefaults().objectForKey(kClearCache), std::nullopt);
+    EXPECT_EQ(tljira::UserDefaults::standardUserDefaults().objectForKey(kClearCache), std::nullopt);
     for (const auto& request : server.requests())
         EXPECT_NE(request.method, "DELETE");
     EXPECT_NE(client->jiraHost(), std::nullopt);
@@ -129,7 +129,7 @@ TEST_F(JMWindowControllerTest, HandsOverThePathOfTheDownload)
     ASSERT_EQ(paths.size(), 1U);
     EXPECT_EQ(tests::contentsOf(paths[0].value_or(QString())), QByteArray("the plan"));
     EXPECT_FALSE(controller->window()->isVisible());
-    EXPECT_EQ(platform::Application::modalWindow(), nullptr);
+    EXPECT_EQ(tljira::Application::modalWindow(), nullptr);
 }
 
 TEST_F(JMWindowControllerTest, HandsOverThePathThatTheBodyHoldsWhenTheRunEnds)
@@ -138,7 +138,7 @@ TEST_F(JMWindowControllerTest, HandsOverThePathThatTheBodyHoldsWhenTheRunEnds)
     body().setPath(QStringLiteral("/earlier"));
     duringRun([this] {
         body().setPath(QStringLiteral("/later"));
-        platform::Application::stopModal();
+        tljira::Application::stopModal();
     });
     EXPECT_THAT(paths, ElementsAre(QStringLiteral("/later")));
 }
@@ -154,9 +154,9 @@ TEST_F(JMWindowControllerTest, RunsAgain)
 TEST_F(JMWindowControllerTest, RunsWithoutACallBack)
 {
     make();
-    QTimer::singleShot(0, [] { platform::Application::stopModal(); });
+    QTimer::singleShot(0, [] { tljira::Application::stopModal(); });
     controller->run({});
-    EXPECT_EQ(platform::Application::modalWindow(), nullptr);
+    EXPECT_EQ(tljira::Application::modalWindow(), nullptr);
 }
 
 TEST_F(JMWindowControllerTest, OutlivesAHostThatLetsGoDuringTheRun)
@@ -167,7 +167,7 @@ TEST_F(JMWindowControllerTest, OutlivesAHostThatLetsGoDuringTheRun)
         client->setDelegate(nullptr);
         controller.reset();
         tests::drainMainQueue();
-        platform::Application::stopModal();
+        tljira::Application::stopModal();
     });
     running.run([this](const auto& path) { paths.push_back(path); });
     EXPECT_THAT(paths, ElementsAre(std::nullopt));

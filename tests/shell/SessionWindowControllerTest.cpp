@@ -14,12 +14,12 @@ using namespace testing;
 class SessionWindowControllerTest : public TLJiraUploadTest
 {
 protected:
-    ~SessionWindowControllerTest() override { platform::pretendDecorations(std::nullopt); }
+    ~SessionWindowControllerTest() override { tljira::pretendDecorations(std::nullopt); }
 
     /// Shows the window with its login form, and with a frame 4 wide at the sides and below and a title bar of 30.
     void openDecorated()
     {
-        platform::pretendDecorations(QMargins(4, 30, 4, 4));
+        tljira::pretendDecorations(QMargins(4, 30, 4, 4));
         open();
         ASSERT_TRUE(waitForLoginForm());
         forgetThePast();
@@ -62,7 +62,7 @@ TEST_F(SessionWindowControllerTest, movesItsUpperRightCornerOutwardsByTheDecorat
 
 TEST_F(SessionWindowControllerTest, staysInItsCornerWithoutDecorations)
 {
-    platform::pretendDecorations(QMargins());
+    tljira::pretendDecorations(QMargins());
     open();
     ASSERT_TRUE(waitForLoginForm());
     entry->window()->setFrame(QRectF(200, 100, 600, 400), false);
@@ -79,7 +79,7 @@ TEST_F(SessionWindowControllerTest, showsTheContainerAloneAtTheOriginInItsOwnSiz
     entry->downloadViewContainer()->hide();
     entry->setActualView(entry->downloadViewContainer());
 
-    EXPECT_EQ(platform::subviews(entry->view()), QList<QWidget*>{entry->downloadViewContainer()});
+    EXPECT_EQ(tljira::subviews(entry->view()), QList<QWidget*>{entry->downloadViewContainer()});
     EXPECT_EQ(entry->downloadViewContainer()->geometry(), QRect(0, 0, 500, 320));
     EXPECT_FALSE(entry->downloadViewContainer()->isHidden());
 }
@@ -128,9 +128,9 @@ TEST_F(SessionWindowControllerTest, fillsItsAreasWithHeaderAndBody)
     EXPECT_GE(body->height(), body->minimumSizeHint().height());
     EXPECT_GE(header->height(), header->minimumSizeHint().height());
     EXPECT_EQ(entry->bodyViewController()->representedObject(),
-              QVariant::fromValue<qint64>(platform::subviews(body).size()));
+              QVariant::fromValue<qint64>(tljira::subviews(body).size()));
     EXPECT_EQ(entry->headViewController()->representedObject(),
-              QVariant::fromValue<qint64>(platform::subviews(header).size()));
+              QVariant::fromValue<qint64>(tljira::subviews(header).size()));
 }
 
 TEST_F(SessionWindowControllerTest, takesSessionNewsQuietlyBeforeItsWindowIsLoaded)
@@ -148,9 +148,9 @@ TEST_F(SessionWindowControllerTest, endsAModalRunWhenItsWindowCloses)
 {
     openDecorated();
     QTimer::singleShot(0, [this] { entry->window()->widget()->close(); });
-    const int code = platform::Application::runModalForWindow(entry->window());
+    const int code = tljira::Application::runModalForWindow(entry->window());
 
-    EXPECT_EQ(code, platform::ModalResponse::Stop);
+    EXPECT_EQ(code, tljira::ModalResponse::Stop);
     EXPECT_EQ(log.lines(), QStringList(QStringLiteral("JAWindowController windowWillClose")));
     EXPECT_EQ(client->delegate(), entry);
 }

@@ -9,7 +9,7 @@ namespace tests {
 
 TLJiraUploadTest::TLJiraUploadTest()
 {
-    platform::UserDefaults::standardUserDefaults().setObject(true, kClearCache);
+    tljira::UserDefaults::standardUserDefaults().setObject(true, kClearCache);
 }
 
 void TLJiraUploadTest::open()
@@ -86,14 +86,14 @@ TEST_F(TLJiraUploadTest, takesOverTheClientWithoutLoadingItsWindow)
     EXPECT_NE(entry->headViewController(), nullptr);
     EXPECT_NE(entry->jaLoginWindow(), nullptr);
     ASSERT_EQ(log.lines().size(), 1);
-    EXPECT_EQ(log.lines().at(0), QStringLiteral("?? ") + describe(std::static_pointer_cast<platform::NibOwner>(
-                                                             entry->bodyViewController())));
+    EXPECT_EQ(log.lines().at(0), QStringLiteral("?? ") +
+                                     describe(std::static_pointer_cast<tljira::NibOwner>(entry->bodyViewController())));
     EXPECT_THAT(log.lines().at(0).toStdString(), StartsWith("?? <JAUploadBodyViewController: 0x"));
 }
 
 TEST_F(TLJiraUploadTest, logsOutAtTheFirstRunOnly)
 {
-    auto& defaults = platform::UserDefaults::standardUserDefaults();
+    auto& defaults = tljira::UserDefaults::standardUserDefaults();
     defaults.removeObjectForKey(kClearCache);
     logIn();
     const auto session = JALoginObject::restoreSession();
@@ -192,7 +192,7 @@ TEST_F(TLJiraUploadTest, keepsTheHeaderThroughALogout)
 
 TEST_F(TLJiraUploadTest, endsTheSheetThatItsWindowIsAtCancel)
 {
-    const auto host = platform::Window::create(QStringLiteral("Host"), nullptr);
+    const auto host = tljira::Window::create(QStringLiteral("Host"), nullptr);
     std::vector<int> codes;
     host->makeKeyAndOrderFront();
     entry = TLJiraUpload::initWithName(LoneDocument::name(), document.path());
@@ -229,7 +229,7 @@ TEST_F(TLJiraUploadTest, closesAtEitherCancelButtonWhenAskedTo)
 
 TEST_F(TLJiraUploadTest, endsItsSheetOnceAtCancelAlsoWhenAskedToClose)
 {
-    const auto host = platform::Window::create(QStringLiteral("Host"), nullptr);
+    const auto host = tljira::Window::create(QStringLiteral("Host"), nullptr);
     std::vector<int> codes;
     host->makeKeyAndOrderFront();
     entry = TLJiraUpload::initWithName(LoneDocument::name(), document.path());

@@ -27,10 +27,7 @@ class TranslationTest : public TLJiraUploadTest
 protected:
     TranslationTest() { QLocale::setDefault(QLocale(german)); }
 
-    static QString textOf(const char* source)
-    {
-        return platform::InterfaceTexts::shared().text("JALoginWindow", source);
-    }
+    static QString textOf(const char* source) { return tljira::InterfaceTexts::shared().text("JALoginWindow", source); }
 };
 
 TEST_F(TranslationTest, hasExactlyTheTextsOfTheInterfaceFilesAndThoseSetInCode)
@@ -66,16 +63,16 @@ TEST_F(TranslationTest, isCompleteAndFinished)
 
 TEST_F(TranslationTest, showsInEveryPropertyOfEveryInterfaceFile)
 {
-    platform::registerViewClass<JAAttachedCell>(QStringLiteral("JAAttachedCell"));
+    tljira::registerViewClass<JAAttachedCell>(QStringLiteral("JAAttachedCell"));
     const auto translations = translationsInto(german);
-    const auto bundle = platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier));
+    const auto bundle = tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier));
     QHash<QString, QList<QPointer<QWidget>>> viewsOfForms;
     for (const FormProperty& property : shippedTexts()) {
         QList<QPointer<QWidget>>& views = viewsOfForms[property.text.context];
         if (views.isEmpty()) {
-            const auto bundleOfForm = platform::Bundle::forInterfaceFile(property.text.context, bundle);
-            const auto nib = platform::Nib::load(property.text.context, bundleOfForm);
-            const platform::NibViews made = nib->instantiate();
+            const auto bundleOfForm = tljira::Bundle::forInterfaceFile(property.text.context, bundle);
+            const auto nib = tljira::Nib::load(property.text.context, bundleOfForm);
+            const tljira::NibViews made = nib->instantiate();
             ASSERT_TRUE(made.view) << property.text.context.toStdString();
             made.view->setWindowTitle(made.windowTitle);
             views = made.rest;
@@ -201,7 +198,7 @@ QStringList cutOff(const QWidget* window)
     for (const QWidget* view : window->findChildren<QWidget*>()) {
         const auto* label = qobject_cast<const QLabel*>(view);
         const bool isText = label || qobject_cast<const QAbstractButton*>(view);
-        if (!isText || !view->isVisible() || view->inherits("platform::ElidedLabel"))
+        if (!isText || !view->isVisible() || view->inherits("tljira::ElidedLabel"))
             continue;
         const bool wraps = label && label->wordWrap();
         const QSize needed = wraps ? QSize(0, view->heightForWidth(view->width())) : view->sizeHint();
@@ -233,7 +230,7 @@ class WordsInWindows : public TLJiraUploadTest, public testing::WithParamInterfa
 protected:
     WordsInWindows() { QLocale::setDefault(QLocale(QLatin1String(GetParam()))); }
 
-    static void look(const std::shared_ptr<platform::Window>& window)
+    static void look(const std::shared_ptr<tljira::Window>& window)
     {
         window->makeKeyAndOrderFront();
         drainMainQueue();

@@ -7,7 +7,7 @@
 
 namespace {
 
-using platform::Layer;
+using tljira::Layer;
 
 class UIViewStyleTest : public testing::Test
 {
@@ -66,9 +66,9 @@ TEST_F(UIViewStyleTest, stylesTheViewsOfInterfaceFilesByTheirProperties)
 {
     UIViewStyle::styleLoadedViews();
     UIViewStyle::styleLoadedViews();
-    const auto bundle = platform::Bundle::bundleWithIdentifier(QStringLiteral("com.example.shell"));
+    const auto bundle = tljira::Bundle::bundleWithIdentifier(QStringLiteral("com.example.shell"));
     ASSERT_TRUE(bundle.has_value());
-    const auto views = platform::Nib::load(QStringLiteral("Styled"), *bundle)->instantiate();
+    const auto views = tljira::Nib::load(QStringLiteral("Styled"), *bundle)->instantiate();
     ASSERT_NE(views.view, nullptr);
     const auto* styled = Layer::layerOf(views.view->findChild<QWidget*>(QStringLiteral("styled")));
 

@@ -4,8 +4,8 @@
 
 namespace tests {
 
-/// Gives the process home, configuration, data and temporary folders of its own for as long as the object lives, so that a
-/// test neither sees nor touches those of the person who runs it. Create it before the application object.
+/// Gives the process home, configuration, data and temporary folders of its own for as long as the object lives, so
+/// that a test neither sees nor touches those of the person who runs it. Create it before the application object.
 class PrivateHome
 {
 public:

@@ -84,7 +84,7 @@ TEST_F(JAUploadBodyViewControllerTest, dimsThePanelWhileTheSessionIsInvalid)
 
 TEST_F(JAUploadBodyViewControllerTest, dimsWithBlackAtFourTenths)
 {
-    const auto* layer = platform::Layer::layerOf(panel->shadow());
+    const auto* layer = tljira::Layer::layerOf(panel->shadow());
 
     ASSERT_NE(layer, nullptr);
     ASSERT_TRUE(layer->backgroundColor().has_value());
@@ -104,7 +104,7 @@ TEST_F(JAUploadBodyViewControllerTest, keepsTheShadowOverAllOfThePanel)
 /// Answers the open dialog with a path, or cancels it without one.
 void answerOpenPanel(const QString& path)
 {
-    platform::OpenPanel::observeDialogs([path](QFileDialog& dialog) {
+    tljira::OpenPanel::observeDialogs([path](QFileDialog& dialog) {
         EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
         if (path.isEmpty()) {
             dialog.reject();
@@ -141,14 +141,14 @@ TEST_F(JAUploadBodyViewControllerTest, keepsTheDocumentWhenOpeningIsCancelled)
 
 TEST_F(JAUploadBodyViewControllerTest, endsTheSheetThatItsWindowIs)
 {
-    const auto host = platform::Window::create(QStringLiteral("Host"), nullptr);
+    const auto host = tljira::Window::create(QStringLiteral("Host"), nullptr);
     std::vector<int> codes;
     window->orderOut();
     host->makeKeyAndOrderFront();
     host->beginSheet(window, [&codes](int code) { codes.push_back(code); });
     click(panel->cancelButton());
 
-    EXPECT_THAT(codes, ElementsAre(platform::ModalResponse::Stop));
+    EXPECT_THAT(codes, ElementsAre(tljira::ModalResponse::Stop));
 }
 
 TEST_F(JAUploadBodyViewControllerTest, cancelsNothingInAWindowThatIsNoSheet)
@@ -162,7 +162,7 @@ TEST_F(JAUploadBodyViewControllerTest, showsAlerts)
 {
     QString title;
     QString message;
-    platform::Alert::observeDialogs([&](QMessageBox& box) {
+    tljira::Alert::observeDialogs([&](QMessageBox& box) {
         title = box.text();
         message = box.informativeText();
         EXPECT_EQ(box.icon(), QMessageBox::Warning);

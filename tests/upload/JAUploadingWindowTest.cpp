@@ -24,11 +24,11 @@ protected:
     }
 
     std::vector<int> codes; // Outlives the sheet, which ends when its controller goes.
-    const std::shared_ptr<platform::Window> parent = platform::Window::create(QStringLiteral("Parent"), nullptr);
+    const std::shared_ptr<tljira::Window> parent = tljira::Window::create(QStringLiteral("Parent"), nullptr);
     const std::shared_ptr<JAUploadingWindow> sheet = JAUploadingWindow::init();
 };
 
-const platform::Error refused = platform::makeError(QStringLiteral("server"), 403, QStringLiteral("Not allowed here."));
+const tljira::Error refused = tljira::makeError(QStringLiteral("server"), 403, QStringLiteral("Not allowed here."));
 
 TEST_F(JAUploadingWindowTest, findsEverythingInItsInterfaceFile)
 {
@@ -46,7 +46,7 @@ TEST_F(JAUploadingWindowTest, fillsTheContainerWithEachOfItsViewsInOrder)
 {
     const QList<QWidget*> views{sheet->uploadingView(), sheet->errorView(), sheet->successView()};
 
-    EXPECT_EQ(platform::subviews(sheet->containerView()), views);
+    EXPECT_EQ(tljira::subviews(sheet->containerView()), views);
     for (const QWidget* view : views)
         EXPECT_EQ(view->geometry(), sheet->containerView()->rect()) << view->objectName().toStdString();
 }
@@ -93,7 +93,7 @@ TEST_F(JAUploadingWindowTest, showsAnErrorWithItsDescription)
 
 TEST_F(JAUploadingWindowTest, showsAnErrorWithoutDescription)
 {
-    sheet->setErrorState(platform::makeError(QStringLiteral("server"), 403, QString()));
+    sheet->setErrorState(tljira::makeError(QStringLiteral("server"), 403, QString()));
 
     EXPECT_EQ(sheet->errortitle()->text(), QStringLiteral("Error"));
     EXPECT_EQ(sheet->errorMessage()->text(), QString());
@@ -103,7 +103,7 @@ TEST_F(JAUploadingWindowTest, showsAnErrorWithoutDescription)
 TEST_F(JAUploadingWindowTest, showsWhatTheServerSaysAsPlainTextThatCanBeCopied)
 {
     const QString text = QStringLiteral("<b>no</b><img src='file:///etc/passwd'>");
-    sheet->setErrorState(platform::makeError(QStringLiteral("server"), 403, text));
+    sheet->setErrorState(tljira::makeError(QStringLiteral("server"), 403, text));
 
     EXPECT_EQ(sheet->errorMessage()->text(), text);
     EXPECT_EQ(sheet->errorMessage()->textFormat(), Qt::PlainText);
@@ -113,7 +113,7 @@ TEST_F(JAUploadingWindowTest, showsWhatTheServerSaysAsPlainTextThatCanBeCopied)
 TEST_F(JAUploadingWindowTest, keepsALongErrorWithinReach)
 {
     const QSize before = sheet->window()->widget()->size();
-    sheet->setErrorState(platform::makeError(QString(), 0, QStringLiteral("one more sentence. ").repeated(200)));
+    sheet->setErrorState(tljira::makeError(QString(), 0, QStringLiteral("one more sentence. ").repeated(200)));
     drainMainQueue();
 
     EXPECT_EQ(sheet->window()->widget()->size(), before);

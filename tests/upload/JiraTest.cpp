@@ -20,7 +20,7 @@ JiraTest::JiraTest(const standin::Options& options)
     jane.displayName = "Jane Doe";
     server.addUser(jane);
     server.addIssue("ABC-1");
-    platform::URLSessionConfiguration::setDefaultRoutes(
+    tljira::URLSessionConfiguration::setDefaultRoutes(
         {QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(server.port()),
          QStringLiteral("dead.example.test:80:127.0.0.1:1")});
     client = JAController::sharedInstance();
@@ -76,7 +76,7 @@ void type(QLineEdit* field, const QString& text)
     QTest::keyClicks(field, text);
 }
 
-void press(platform::Window& window, Qt::Key key)
+void press(tljira::Window& window, Qt::Key key)
 {
     QWidget* focused = window.widget()->focusWidget();
     QTest::keyClick(focused ? focused : window.widget(), key);

@@ -55,7 +55,7 @@ private:
 void click(QAbstractButton* button);
 /// Replaces what stands in the field.
 void type(QLineEdit* field, const QString& text);
-void press(platform::Window& window, Qt::Key key);
+void press(tljira::Window& window, Qt::Key key);
 
 /// Whether a view shows as soon as the window that it stands in does.
 bool isShown(const QWidget* view);

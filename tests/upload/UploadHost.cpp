@@ -16,13 +16,13 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
-    platform::URLSessionConfiguration::setDefaultRoutes(
+    tljira::URLSessionConfiguration::setDefaultRoutes(
         {QStringLiteral("jira.example.test:80:127.0.0.1:") + arguments.at(1)});
 
     const auto panel = JAUploadBodyViewController::initWithNibName(
         QStringLiteral("JAUploadBodyViewController"),
-        platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
-    const auto window = platform::Window::create(QStringLiteral("Upload"), panel->view());
+        tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    const auto window = tljira::Window::create(QStringLiteral("Upload"), panel->view());
     window->makeKeyAndOrderFront();
     panel->setNewPathFile(arguments.at(2), QStringLiteral("Plan.tessaloom"));
     panel->taskTextField()->setText(QStringLiteral("ABC-1"));

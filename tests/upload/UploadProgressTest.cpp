@@ -84,7 +84,7 @@ public:
     BusyThread()
     {
         QThreadPool::globalInstance()->setMaxThreadCount(1);
-        platform::GlobalQueue::instance().addOperation([freed = m_freed.get_future().share()] { freed.wait(); });
+        tljira::GlobalQueue::instance().addOperation([freed = m_freed.get_future().share()] { freed.wait(); });
     }
     ~BusyThread() { m_freed.set_value(); }
     BusyThread(const BusyThread&) = delete;

@@ -9,9 +9,9 @@ UploadTest::UploadTest(const standin::Options& options)
 {
     panel = JAUploadBodyViewController::initWithNibName(
         QStringLiteral("JAUploadBodyViewController"),
-        platform::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+        tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
     m_sheet = panel->jaUploadingWindow();
-    window = platform::Window::create(QStringLiteral("Upload"), panel->view());
+    window = tljira::Window::create(QStringLiteral("Upload"), panel->view());
     panel->setNewPathFile(document.path(), LoneDocument::name());
     window->makeKeyAndOrderFront();
 }

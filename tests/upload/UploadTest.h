@@ -27,7 +27,7 @@ protected:
 
     LoneDocument document;
     std::shared_ptr<JAUploadBodyViewController> panel;
-    std::shared_ptr<platform::Window> window;
+    std::shared_ptr<tljira::Window> window;
 
 private:
     std::shared_ptr<JAUploadingWindow> m_sheet;

@@ -1,6 +1,6 @@
 #include "platform/foundation/curl/AnswerBody.h"
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -80,4 +80,4 @@ std::unique_ptr<TemporaryFile> AnswerBody::takeFile()
     return std::move(m_file);
 }
 
-} // namespace platform
+} // namespace tljira

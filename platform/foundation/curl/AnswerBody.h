@@ -7,7 +7,7 @@
 #include <memory>
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 /// Takes the body of an answer as it comes from the wire, unpacks it where it is packed, and keeps it in memory or in a
 /// file.
@@ -47,4 +47,4 @@ private:
     std::optional<Error> m_error;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -1,6 +1,6 @@
 #include "platform/foundation/curl/AnswerHead.h"
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -42,4 +42,4 @@ QByteArray AnswerHead::valueOf(const char* field) const
     return {};
 }
 
-} // namespace platform
+} // namespace tljira

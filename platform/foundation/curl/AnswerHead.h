@@ -5,7 +5,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 
-namespace platform {
+namespace tljira {
 
 /// Collects the lines of an answer's head as they arrive.
 class AnswerHead
@@ -28,4 +28,4 @@ private:
     bool m_setsCookies = false;
 };
 
-} // namespace platform
+} // namespace tljira

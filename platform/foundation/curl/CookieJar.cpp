@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -127,4 +127,4 @@ void CookieJar::deleteAllCookies()
     m_mustEmptyFile = m_file.read() && !m_file.rewrite([](const auto&) { return QByteArray(fileHeader); });
 }
 
-} // namespace platform
+} // namespace tljira

@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 /// libcurl's cookie engine, shared by all transfers, and the file that keeps its cookies. The file is shared by
 /// processes: each writes only what it changed. From any thread.
@@ -45,4 +45,4 @@ struct HTTPCookieStorage::Parts : CookieJar
     using CookieJar::CookieJar;
 };
 
-} // namespace platform
+} // namespace tljira

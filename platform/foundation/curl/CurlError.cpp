@@ -2,7 +2,7 @@
 
 #include <cerrno>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -59,4 +59,4 @@ Error errorOfCurl(CURLcode code, long systemError, const QString& host)
     return makeURLError(codeOf(code, systemError), host);
 }
 
-} // namespace platform
+} // namespace tljira

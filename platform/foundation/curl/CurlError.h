@@ -4,10 +4,10 @@
 
 #include <curl/curl.h>
 
-namespace platform {
+namespace tljira {
 
 /// The platform's error for a transfer to `host` that libcurl ended with `code`; `systemError` is the number of the
 /// system call that failed, or 0.
 Error errorOfCurl(CURLcode code, long systemError, const QString& host);
 
-} // namespace platform
+} // namespace tljira

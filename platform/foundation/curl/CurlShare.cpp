@@ -1,6 +1,6 @@
 #include "platform/foundation/curl/CurlShare.h"
 
-namespace platform {
+namespace tljira {
 
 void startCurl()
 {
@@ -69,4 +69,4 @@ void CurlShare::deleteAllCookies()
     curl_easy_setopt(m_easy, CURLOPT_COOKIELIST, "ALL");
 }
 
-} // namespace platform
+} // namespace tljira

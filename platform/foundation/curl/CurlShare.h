@@ -7,7 +7,7 @@
 #include <mutex>
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 /// Starts libcurl once for the process; every owner of a handle calls it first.
 void startCurl();
@@ -41,4 +41,4 @@ private:
     std::mutex m_dataMutex;
 };
 
-} // namespace platform
+} // namespace tljira

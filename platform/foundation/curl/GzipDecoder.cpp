@@ -4,7 +4,7 @@
 
 #include <array>
 
-namespace platform {
+namespace tljira {
 
 struct GzipDecoder::Stream
 {
@@ -53,4 +53,4 @@ bool GzipDecoder::isComplete() const
     return m_stream->isBetweenMembers;
 }
 
-} // namespace platform
+} // namespace tljira

@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-namespace platform {
+namespace tljira {
 
 /// Unpacks a body that a server sent with the encoding "gzip". libcurl's own decoder takes a stream that was cut short
 /// for a complete one; this one can tell.
@@ -26,4 +26,4 @@ private:
     std::unique_ptr<Stream> m_stream;
 };
 
-} // namespace platform
+} // namespace tljira

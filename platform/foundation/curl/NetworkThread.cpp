@@ -7,7 +7,7 @@
 #include <set>
 #include <utility>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -281,4 +281,4 @@ void NetworkThread::keepHandle(CURL* easy)
         curl_easy_cleanup(easy);
 }
 
-} // namespace platform
+} // namespace tljira

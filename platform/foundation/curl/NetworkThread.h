@@ -12,7 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace platform {
+namespace tljira {
 
 /// The thread that owns the handles of libcurl and moves all bytes of a session. It ends with this object or, at the
 /// latest, when the process begins to exit, so that no transfer runs on while the libraries below it are taken down.
@@ -72,4 +72,4 @@ private:
     std::thread m_thread;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace platform {
+namespace tljira {
 
 TaskParts::TaskParts(std::weak_ptr<URLSession> owner, URLRequest original, quint64 number,
                      URLSessionDataTask::Completion atEnd)
@@ -33,4 +33,4 @@ void TaskParts::callCompletion(const Data& body, const std::optional<HTTPURLResp
         call(error ? std::nullopt : std::optional(body), response, error);
 }
 
-} // namespace platform
+} // namespace tljira

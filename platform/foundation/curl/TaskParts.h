@@ -5,7 +5,7 @@
 #include <memory>
 #include <mutex>
 
-namespace platform {
+namespace tljira {
 
 class Transfer;
 
@@ -42,4 +42,4 @@ struct URLSessionTask::Parts : TaskParts
     using TaskParts::TaskParts;
 };
 
-} // namespace platform
+} // namespace tljira

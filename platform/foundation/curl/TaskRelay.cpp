@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -82,4 +82,4 @@ void TaskRelay::deliverEnd(TransferResult& result)
         delegate->didCompleteWithError(task, result.error);
 }
 
-} // namespace platform
+} // namespace tljira

@@ -7,7 +7,7 @@
 #include <memory>
 #include <mutex>
 
-namespace platform {
+namespace tljira {
 
 /// Carries what the network thread learns of one task over to the main thread, and calls the delegate and the
 /// completion there. Progress does not queue up: while a report waits for the main thread, newer figures replace the
@@ -40,4 +40,4 @@ private:
     TransferProgress m_reported;
 };
 
-} // namespace platform
+} // namespace tljira

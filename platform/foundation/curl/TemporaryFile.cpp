@@ -5,7 +5,7 @@
 
 #include <QUuid>
 
-namespace platform {
+namespace tljira {
 
 TemporaryFile::~TemporaryFile()
 {
@@ -52,4 +52,4 @@ bool TemporaryFile::fail()
     return false;
 }
 
-} // namespace platform
+} // namespace tljira

@@ -6,7 +6,7 @@
 
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 /// The file that a download is written to. It is removed with this object unless somebody moved it away.
 class TemporaryFile
@@ -32,4 +32,4 @@ private:
     std::optional<Error> m_error;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-namespace platform {
+namespace tljira {
 
 namespace {
 
@@ -399,4 +399,4 @@ void Transfer::end(TransferResult result)
     m_observer->transferEnded(std::move(result));
 }
 
-} // namespace platform
+} // namespace tljira

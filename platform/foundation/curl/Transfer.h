@@ -12,7 +12,7 @@
 #include <chrono>
 #include <memory>
 
-namespace platform {
+namespace tljira {
 
 /// One request on its way through libcurl, redirects included: each of them is a hop with a fresh set of options on the
 /// same handle, so that it is decided here, and not in libcurl, what a further host gets to see. Lives on the network
@@ -102,4 +102,4 @@ private:
     curl_off_t m_downloaded = 0;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -8,7 +8,7 @@
 #include <memory>
 #include <optional>
 
-namespace platform {
+namespace tljira {
 
 /// Bytes moved so far, and in all where known (-1 otherwise).
 struct TransferProgress
@@ -38,4 +38,4 @@ public:
     virtual void transferEnded(TransferResult result) = 0;
 };
 
-} // namespace platform
+} // namespace tljira

@@ -3,11 +3,11 @@
 #include <cerrno>
 #include <unistd.h>
 
-namespace platform::os {
+namespace tljira::os {
 
 std::error_code syncToDisk(std::FILE* file)
 {
     return ::fsync(::fileno(file)) == 0 ? std::error_code() : std::error_code(errno, std::generic_category());
 }
 
-} // namespace platform::os
+} // namespace tljira::os

@@ -4,9 +4,9 @@
 #include <system_error>
 
 /// What a port to another system has to provide for bytes that outlive a power cut.
-namespace platform::os {
+namespace tljira::os {
 
 /// Returns when what was written to the file, which has no buffer of its own, is on the disk.
 std::error_code syncToDisk(std::FILE* file);
 
-} // namespace platform::os
+} // namespace tljira::os

@@ -7,7 +7,7 @@
 #include <fcntl.h>
 #endif
 
-namespace platform::os {
+namespace tljira::os {
 
 namespace {
 
@@ -34,4 +34,4 @@ std::error_code renameExclusively(const std::filesystem::path& source, const std
     return checkThenRename(source, destination);
 }
 
-} // namespace platform::os
+} // namespace tljira::os

@@ -7,7 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace platform::os {
+namespace tljira::os {
 
 QString userIdentifier()
 {
@@ -32,4 +32,4 @@ bool ensurePrivateFolder(const QString& path)
     return isPrivate;
 }
 
-} // namespace platform::os
+} // namespace tljira::os

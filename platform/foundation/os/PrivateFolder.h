@@ -3,7 +3,7 @@
 #include <QString>
 
 /// What a port to another system has to provide for folders that belong to one user.
-namespace platform::os {
+namespace tljira::os {
 
 /// A text that differs between the users of the machine and stays the same for each.
 QString userIdentifier();
@@ -12,4 +12,4 @@ QString userIdentifier();
 /// be had, is a link, or belongs to somebody else.
 bool ensurePrivateFolder(const QString& path);
 
-} // namespace platform::os
+} // namespace tljira::os

@@ -14,7 +14,7 @@ namespace {
 
 const QString issueKey = QStringLiteral("ABC-1");
 
-void end(const std::optional<platform::Error>& error)
+void end(const std::optional<tljira::Error>& error)
 {
     if (error)
         std::fprintf(stderr, "%s\n", qPrintable(error->localizedDescription()));
@@ -23,7 +23,7 @@ void end(const std::optional<platform::Error>& error)
 
 void fetch(const JAIssueObject& issue, const QString& place)
 {
-    const auto download = [place](qint64, qint64, const std::optional<platform::Error>& error, bool isFinished) {
+    const auto download = [place](qint64, qint64, const std::optional<tljira::Error>& error, bool isFinished) {
         // Once this call has returned the file is at its place.
         if (error || isFinished)
             QTimer::singleShot(0, [error] { end(error); });
@@ -34,7 +34,7 @@ void fetch(const JAIssueObject& issue, const QString& place)
 void upload(const QString& document, const QString& place)
 {
     const auto client = JAController::sharedInstance();
-    const auto sent = [client, place](const std::optional<platform::Error>& error) {
+    const auto sent = [client, place](const std::optional<tljira::Error>& error) {
         if (error)
             return end(error);
         client->getIssueObject(issueKey, [place](const auto& issue, const auto& problem) {
@@ -53,7 +53,7 @@ int main(int argc, char** argv)
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("client-consumer"));
     const QStringList arguments = QCoreApplication::arguments();
-    platform::URLSessionConfiguration::setDefaultRoutes({arguments.value(1)});
+    tljira::URLSessionConfiguration::setDefaultRoutes({arguments.value(1)});
 
     const auto client = JAController::sharedInstance();
     client->setHost(QStringLiteral("http://jira.example.test"));

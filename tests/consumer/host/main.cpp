@@ -109,7 +109,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("host-consumer"));
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList arguments = QApplication::arguments();
-    platform::URLSessionConfiguration::setDefaultRoutes({arguments.value(1)});
+    tljira::URLSessionConfiguration::setDefaultRoutes({arguments.value(1)});
     // A user who gives up.
     QTimer::singleShot(60000, [] { std::abort(); });
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-using platform::console::Input;
+using tljira::console::Input;
 
 class InputTest : public testing::Test
 {
@@ -22,7 +22,7 @@ protected:
     }
     Input::Result read() { return Input(ends[0]).read(byte, interrupts); }
 
-    platform::console::InterruptSignal interrupts;
+    tljira::console::InterruptSignal interrupts;
     std::array<int, 2> ends = {-1, -1};
     char byte = 0;
 };

@@ -9,8 +9,8 @@
 
 namespace {
 
-using platform::console::InterruptSignal;
 using testing::ElementsAre;
+using tljira::console::InterruptSignal;
 
 TEST(InterruptSignal, HandsSignalsToTheEventLoopInTheirOrder)
 {

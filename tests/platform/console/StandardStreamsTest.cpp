@@ -20,11 +20,11 @@ TEST(StandardStreams, MakeAnErrorOfAReaderThatHasGone)
     const int before = ::dup(STDOUT_FILENO);
     ::close(ends[0]);
     ::dup2(ends[1], STDOUT_FILENO);
-    platform::console::prepareStandardStreams();
-    const auto problem = platform::console::writeOutput("text");
+    tljira::console::prepareStandardStreams();
+    const auto problem = tljira::console::writeOutput("text");
     ::dup2(before, STDOUT_FILENO);
     EXPECT_EQ(problem, u"Broken pipe"_s);
-    EXPECT_EQ(platform::console::writeOutput({}), std::nullopt);
+    EXPECT_EQ(tljira::console::writeOutput({}), std::nullopt);
 }
 
 TEST(StandardStreams, WaitForAReaderWhoIsSlowAlsoWhereWritingDoesNotWait)
@@ -42,7 +42,7 @@ TEST(StandardStreams, WaitForAReaderWhoIsSlowAlsoWhereWritingDoesNotWait)
         for (ssize_t count = 1; count > 0 && read.size() < text.size(); read.append(bytes.data(), count))
             count = ::read(ends[0], bytes.data(), bytes.size());
     });
-    const auto problem = platform::console::writeOutput(text);
+    const auto problem = tljira::console::writeOutput(text);
     ::dup2(before, STDOUT_FILENO);
     reader.join();
     ::close(ends[0]);
@@ -54,7 +54,7 @@ TEST(StandardStreams, PutEmptyOnesInThePlaceOfClosedOnes)
 {
     const int before = ::dup(STDIN_FILENO);
     ::close(STDIN_FILENO);
-    platform::console::prepareStandardStreams();
+    tljira::console::prepareStandardStreams();
     char byte = 0;
     EXPECT_EQ(::read(STDIN_FILENO, &byte, 1), 0);
     ::dup2(before, STDIN_FILENO);
@@ -66,8 +66,8 @@ TEST(StandardStreams, AreEightyColumnsWideWhereNoTerminalIs)
     ASSERT_EQ(::pipe(ends.data()), 0);
     const int before = ::dup(STDERR_FILENO);
     ::dup2(ends[1], STDERR_FILENO);
-    const bool isTerminal = platform::console::isErrorTerminal();
-    const int columns = platform::console::terminalColumns();
+    const bool isTerminal = tljira::console::isErrorTerminal();
+    const int columns = tljira::console::terminalColumns();
     ::dup2(before, STDERR_FILENO);
     EXPECT_FALSE(isTerminal);
     EXPECT_EQ(columns, 80);

@@ -12,7 +12,7 @@ TEST(Terminal, HidesNothingWhereThereIsNone)
     EXPECT_EXIT(
         {
             ::setsid();
-            const platform::console::Terminal terminal;
+            const tljira::console::Terminal terminal;
             terminal.write("nobody sees this");
             ::_exit(terminal.hideTyping() ? 1 : 42);
         },

@@ -12,8 +12,8 @@
 
 namespace {
 
-using platform::Data;
-using platform::DataReader;
+using tljira::Data;
+using tljira::DataReader;
 
 class DataTest : public testing::Test
 {

@@ -10,7 +10,7 @@
 
 namespace {
 
-using platform::DateFormatter;
+using tljira::DateFormatter;
 
 constexpr char16_t ServerPattern[] = u"yyyy-MM-dd'T'HH:mm:s.SSSZZZ";
 

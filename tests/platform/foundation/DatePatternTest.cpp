@@ -6,7 +6,7 @@ namespace {
 
 bool fits(const char16_t* pattern, const char16_t* text)
 {
-    return platform::DatePattern(QString::fromUtf16(pattern)).fits(QString::fromUtf16(text));
+    return tljira::DatePattern(QString::fromUtf16(pattern)).fits(QString::fromUtf16(text));
 }
 
 TEST(DatePattern, CountsTheDigitsOfEveryNumber)

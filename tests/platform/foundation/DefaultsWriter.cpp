@@ -7,7 +7,7 @@ int main(int argc, char** argv)
 {
     if (argc != 4)
         return 2;
-    platform::UserDefaults defaults(QString::fromLocal8Bit(argv[1]));
+    tljira::UserDefaults defaults(QString::fromLocal8Bit(argv[1]));
     const QString prefix = QString::fromLocal8Bit(argv[2]);
     const int count = std::atoi(argv[3]);
     for (int number = 0; number < count; ++number)

@@ -8,10 +8,10 @@
 
 namespace {
 
-using platform::Error;
-using platform::makeError;
-using platform::makeURLError;
-using platform::URLError;
+using tljira::Error;
+using tljira::makeError;
+using tljira::makeURLError;
+using tljira::URLError;
 
 TEST(Error, WithoutTextOfItsOwnTellsDomainAndCode)
 {

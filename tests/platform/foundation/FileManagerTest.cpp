@@ -14,7 +14,7 @@
 
 namespace {
 
-using namespace platform;
+using namespace tljira;
 using testing::UnorderedElementsAre;
 
 QByteArray contentOf(const QString& path)

@@ -12,7 +12,7 @@
 
 namespace {
 
-using namespace platform;
+using namespace tljira;
 
 /// A volume of 256 KiB that only this process sees. The system grants it to root.
 class SmallVolume : public testing::Test

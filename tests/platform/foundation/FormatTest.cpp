@@ -10,8 +10,8 @@
 
 namespace {
 
-using platform::describe;
-using platform::format;
+using tljira::describe;
+using tljira::format;
 
 QString formatted(const char16_t* text, const auto&... arguments)
 {

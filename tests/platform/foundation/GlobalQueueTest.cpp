@@ -12,8 +12,8 @@
 
 namespace {
 
-using platform::GlobalQueue;
-using platform::MainQueue;
+using tljira::GlobalQueue;
+using tljira::MainQueue;
 
 TEST(GlobalQueueTest, RunsAnOperationOnAnotherThread)
 {

@@ -10,11 +10,11 @@
 
 namespace {
 
-using platform::HTTPCookie;
-using platform::HTTPCookieStorage;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
+using tljira::HTTPCookie;
+using tljira::HTTPCookieStorage;
 
 constexpr qint64 farAway = 4102444800;
 

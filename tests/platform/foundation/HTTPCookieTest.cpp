@@ -4,7 +4,7 @@
 
 namespace {
 
-using platform::HTTPCookie;
+using tljira::HTTPCookie;
 
 HTTPCookie cookieOf(const char* line)
 {

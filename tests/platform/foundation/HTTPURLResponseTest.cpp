@@ -6,7 +6,7 @@
 
 namespace {
 
-platform::HTTPURLResponse response()
+tljira::HTTPURLResponse response()
 {
     return {QStringLiteral("https://h/x"),
             200,

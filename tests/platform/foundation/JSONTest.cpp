@@ -10,7 +10,7 @@
 
 namespace {
 
-using platform::decodeJSON;
+using tljira::decodeJSON;
 
 TEST(JSON, ObjectsAndArrays)
 {
@@ -88,15 +88,15 @@ TEST(JSON, EncodesWithoutBlanks)
 {
     const QJsonObject object{{QStringLiteral("b"), QJsonArray{1, QStringLiteral("\u20ac\"")}},
                              {QStringLiteral("a"), true}};
-    EXPECT_EQ(platform::encodeJSON(object), QByteArray("{\"a\":true,\"b\":[1,\"\xe2\x82\xac\\\"\"]}"));
-    EXPECT_EQ(platform::encodeJSON({}), QByteArray("{}"));
+    EXPECT_EQ(tljira::encodeJSON(object), QByteArray("{\"a\":true,\"b\":[1,\"\xe2\x82\xac\\\"\"]}"));
+    EXPECT_EQ(tljira::encodeJSON({}), QByteArray("{}"));
 }
 
 TEST(JSON, WhatIsEncodedIsDecodedAgain)
 {
     const QJsonObject object{{QStringLiteral("n"), std::numeric_limits<qint64>::max()},
                              {QStringLiteral("control"), QStringLiteral("\u0001\n\\")}};
-    EXPECT_EQ(decodeJSON(platform::encodeJSON(object)), QJsonValue(object));
+    EXPECT_EQ(decodeJSON(tljira::encodeJSON(object)), QJsonValue(object));
 }
 
 } // namespace

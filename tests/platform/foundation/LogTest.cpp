@@ -24,24 +24,24 @@ struct Counted
 TEST(Log, WritesTheFormattedLineToItsCategory)
 {
     const tests::LogCapture capture;
-    platform::log(u" %@ \n%@ ", 7, std::nullopt);
+    tljira::log(u" %@ \n%@ ", 7, std::nullopt);
     EXPECT_EQ(capture.lines(), QStringList{QStringLiteral(" 7 \n(null) ")});
-    EXPECT_STREQ(platform::logCategory().categoryName(), "platform.log");
+    EXPECT_STREQ(tljira::logCategory().categoryName(), "platform.log");
 }
 
 TEST(Log, IsOnByDefault)
 {
-    EXPECT_TRUE(platform::logCategory().isInfoEnabled());
+    EXPECT_TRUE(tljira::logCategory().isInfoEnabled());
 }
 
 TEST(Log, SilencedCategoryCostsNoFormatting)
 {
     const tests::LogCapture capture;
     int descriptions = 0;
-    platform::log(u"%@", Counted{descriptions});
+    tljira::log(u"%@", Counted{descriptions});
     ASSERT_EQ(descriptions, 1);
     QLoggingCategory::setFilterRules(QStringLiteral("platform.log=false"));
-    platform::log(u"%@", Counted{descriptions});
+    tljira::log(u"%@", Counted{descriptions});
     EXPECT_EQ(descriptions, 1);
     EXPECT_EQ(capture.lines(), QStringList{QStringLiteral("counted")});
 }
@@ -54,7 +54,7 @@ TEST(Log, TakesLinesFromEveryThread)
         for (int number = 0; number < 4; ++number)
             threads.emplace_back([number] {
                 for (int line = 0; line < 100; ++line)
-                    platform::log(u"%d", number);
+                    tljira::log(u"%d", number);
             });
     }
     const QStringList lines = capture.lines();

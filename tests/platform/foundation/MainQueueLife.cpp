@@ -13,7 +13,7 @@
 
 namespace {
 
-using platform::MainQueue;
+using tljira::MainQueue;
 
 void say(const char* line)
 {

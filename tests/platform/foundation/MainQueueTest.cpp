@@ -17,8 +17,8 @@
 
 namespace {
 
-using platform::MainQueue;
 using testing::ElementsAre;
+using tljira::MainQueue;
 
 void add(std::function<void()> operation)
 {

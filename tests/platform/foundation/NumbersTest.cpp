@@ -6,7 +6,7 @@
 
 namespace {
 
-using platform::truncatedToInt64;
+using tljira::truncatedToInt64;
 
 constexpr qint64 lowest = std::numeric_limits<qint64>::min();
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-using namespace platform;
+using namespace tljira;
 
 QString text(const char16_t* characters)
 {

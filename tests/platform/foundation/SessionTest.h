@@ -14,24 +14,24 @@
 namespace tests {
 
 /// A session, a server to talk to, and what the session tells of its tasks as `events`, in order.
-class SessionTest : public testing::Test, public platform::URLSessionDelegate
+class SessionTest : public testing::Test, public tljira::URLSessionDelegate
 {
 protected:
     explicit SessionTest(const standin::Options& options = {})
         : server(options)
-        , session(platform::URLSession::sessionWithConfiguration(
-              platform::URLSessionConfiguration::defaultSessionConfiguration(),
-              std::shared_ptr<platform::URLSessionDelegate>(anchor, this)))
+        , session(tljira::URLSession::sessionWithConfiguration(
+              tljira::URLSessionConfiguration::defaultSessionConfiguration(),
+              std::shared_ptr<tljira::URLSessionDelegate>(anchor, this)))
     {
     }
 
-    platform::URLRequest requestFor(const char* path, double timeout = 60) const
+    tljira::URLRequest requestFor(const char* path, double timeout = 60) const
     {
-        return platform::URLRequest(QString::fromStdString(server.url()) + QString::fromUtf8(path),
-                                    platform::URLRequestCachePolicy::UseProtocolCachePolicy, timeout);
+        return tljira::URLRequest(QString::fromStdString(server.url()) + QString::fromUtf8(path),
+                                  tljira::URLRequestCachePolicy::UseProtocolCachePolicy, timeout);
     }
 
-    std::shared_ptr<platform::URLSessionDataTask> dataTask(const platform::URLRequest& request)
+    std::shared_ptr<tljira::URLSessionDataTask> dataTask(const tljira::URLRequest& request)
     {
         return session->dataTaskWithRequest(
             request, [this](const auto& newBody, const auto& newResponse, const auto& newError) {
@@ -43,7 +43,7 @@ protected:
     }
 
     /// Starts the request and runs until the session has told of its end.
-    void run(const platform::URLRequest& request)
+    void run(const tljira::URLRequest& request)
     {
         const std::size_t before = ends;
         dataTask(request)->resume();
@@ -51,26 +51,26 @@ protected:
         drainMainQueue();
     }
 
-    void didSendBodyData(const std::shared_ptr<platform::URLSessionTask>&, qint64 bytesSent, qint64 totalBytesSent,
+    void didSendBodyData(const std::shared_ptr<tljira::URLSessionTask>&, qint64 bytesSent, qint64 totalBytesSent,
                          qint64 totalBytesExpectedToSend) override
     {
         sentIncrements += bytesSent;
         sent.emplace_back(totalBytesSent, totalBytesExpectedToSend);
     }
-    void didWriteData(const std::shared_ptr<platform::URLSessionDownloadTask>&, qint64 bytesWritten,
+    void didWriteData(const std::shared_ptr<tljira::URLSessionDownloadTask>&, qint64 bytesWritten,
                       qint64 totalBytesWritten, qint64 totalBytesExpectedToWrite) override
     {
         writtenIncrements += bytesWritten;
         written.emplace_back(totalBytesWritten, totalBytesExpectedToWrite);
     }
-    void didFinishDownloadingToURL(const std::shared_ptr<platform::URLSessionDownloadTask>&,
+    void didFinishDownloadingToURL(const std::shared_ptr<tljira::URLSessionDownloadTask>&,
                                    const QString& newLocation) override
     {
         location = newLocation;
         events.push_back("file");
     }
-    void didCompleteWithError(const std::shared_ptr<platform::URLSessionTask>&,
-                              const std::optional<platform::Error>& newError) override
+    void didCompleteWithError(const std::shared_ptr<tljira::URLSessionTask>&,
+                              const std::optional<tljira::Error>& newError) override
     {
         ++ends;
         error = newError;
@@ -80,13 +80,13 @@ protected:
     LogCapture log;
     standin::Server server;
     const std::shared_ptr<int> anchor = std::make_shared<int>(0);
-    std::shared_ptr<platform::URLSession> session;
+    std::shared_ptr<tljira::URLSession> session;
 
     std::vector<std::string> events;
     std::size_t ends = 0;
     std::optional<QByteArray> body;
-    std::optional<platform::HTTPURLResponse> response;
-    std::optional<platform::Error> error;
+    std::optional<tljira::HTTPURLResponse> response;
+    std::optional<tljira::Error> error;
     std::vector<std::pair<qint64, qint64>> sent;
     std::vector<std::pair<qint64, qint64>> written;
     qint64 sentIncrements = 0;

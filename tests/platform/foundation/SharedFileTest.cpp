@@ -21,9 +21,9 @@
 
 namespace {
 
-using platform::SharedFile;
 using testing::ElementsAre;
 using testing::StartsWith;
+using tljira::SharedFile;
 
 mode_t modeOf(const QString& path)
 {

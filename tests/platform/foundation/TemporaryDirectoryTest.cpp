@@ -13,7 +13,7 @@
 
 namespace {
 
-using platform::temporaryDirectory;
+using tljira::temporaryDirectory;
 
 mode_t modeOf(const QString& path)
 {

@@ -6,8 +6,8 @@
 
 namespace {
 
-using platform::URLRequest;
-using platform::URLRequestCachePolicy;
+using tljira::URLRequest;
+using tljira::URLRequestCachePolicy;
 
 TEST(URLRequest, BeginsAsAGetWithAMinutesPatience)
 {

@@ -29,7 +29,7 @@ protected:
 TEST_P(URLSessionCertificateTest, FailsTheRequest)
 {
     const QString address = QStringLiteral("https://localhost:%1/").arg(server.port());
-    run(platform::URLRequest(address));
+    run(tljira::URLRequest(address));
     EXPECT_THAT(events, ElementsAre("no response", "end -1202"));
     EXPECT_EQ(error->localizedDescription(),
               QStringLiteral("The certificate for this server is invalid. You might be connecting to a server that is "
@@ -40,7 +40,7 @@ TEST_P(URLSessionCertificateTest, FailsTheRequest)
 TEST_P(URLSessionCertificateTest, FailsTheDownload)
 {
     const QString address = QStringLiteral("https://localhost:%1/").arg(server.port());
-    session->downloadTaskWithRequest(platform::URLRequest(address))->resume();
+    session->downloadTaskWithRequest(tljira::URLRequest(address))->resume();
     ASSERT_TRUE(tests::waitUntil([this] { return ends == 1; }));
     EXPECT_THAT(events, ElementsAre("end -1202"));
     EXPECT_EQ(server.requestCount(), 0u);
@@ -94,7 +94,7 @@ class URLSessionPlainServerTest : public tests::SessionTest
 TEST_F(URLSessionPlainServerTest, FailsARequestThatWantsASecureConnection)
 {
     const PlainServer plain;
-    run(platform::URLRequest(QStringLiteral("https://localhost:%1/").arg(plain.port())));
+    run(tljira::URLRequest(QStringLiteral("https://localhost:%1/").arg(plain.port())));
     EXPECT_THAT(events, ElementsAre("no response", "end -1200"));
     EXPECT_EQ(error->localizedDescription(),
               QStringLiteral("An SSL error has occurred and a secure connection to the server cannot be made."));

@@ -6,14 +6,14 @@
 
 namespace {
 
-using platform::URLSessionConfiguration;
+using tljira::URLSessionConfiguration;
 
 TEST(URLSessionConfiguration, StartsWithTheJarOfTheProcess)
 {
     const auto configuration = URLSessionConfiguration::defaultSessionConfiguration();
     EXPECT_TRUE(configuration.HTTPShouldSetCookies);
-    EXPECT_EQ(configuration.HTTPCookieStorage, platform::HTTPCookieStorage::sharedHTTPCookieStorage());
-    EXPECT_EQ(configuration.HTTPCookieAcceptPolicy, platform::HTTPCookieAcceptPolicy::Always);
+    EXPECT_EQ(configuration.HTTPCookieStorage, tljira::HTTPCookieStorage::sharedHTTPCookieStorage());
+    EXPECT_EQ(configuration.HTTPCookieAcceptPolicy, tljira::HTTPCookieAcceptPolicy::Always);
     EXPECT_TRUE(configuration.routes.isEmpty());
     EXPECT_EQ(configuration.userAgent, QStringLiteral("TLJiraController/1.0"));
 }

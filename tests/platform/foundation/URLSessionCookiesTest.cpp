@@ -4,10 +4,10 @@
 
 namespace {
 
-using platform::HTTPCookieStorage;
-using platform::URLSessionConfiguration;
 using standin::Fault;
 using standin::Match;
+using tljira::HTTPCookieStorage;
+using tljira::URLSessionConfiguration;
 
 class URLSessionCookiesTest : public tests::SessionTest
 {
@@ -15,8 +15,8 @@ protected:
     /// Gets a cookie and asks again.
     void askTwice()
     {
-        session = platform::URLSession::sessionWithConfiguration(
-            configuration, std::shared_ptr<platform::URLSessionDelegate>(anchor, this));
+        session = tljira::URLSession::sessionWithConfiguration(
+            configuration, std::shared_ptr<tljira::URLSessionDelegate>(anchor, this));
         server.misbehave(Match::next(), Fault().status(200, "").header("Set-Cookie", "own=1; Path=/"));
         run(requestFor("x"));
         server.misbehave(Match::next(), Fault().status(200, ""));

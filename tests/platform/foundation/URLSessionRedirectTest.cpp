@@ -14,11 +14,11 @@ protected:
         server.behave();
         server.misbehave(Match::on("/first"), Fault().redirect("/second", status));
         server.misbehave(Match(), Fault().status(200, "arrived"));
-        platform::URLRequest request = requestFor("first");
+        tljira::URLRequest request = requestFor("first");
         request.HTTPMethod = QString::fromLatin1(method);
         if (request.HTTPMethod != u"GET") {
             request.setValue(QStringLiteral("text/plain"), QStringLiteral("Content-Type"));
-            request.HTTPBody = platform::Data("body");
+            request.HTTPBody = tljira::Data("body");
         }
         run(request);
         EXPECT_EQ(body, QByteArray("arrived"));
@@ -43,10 +43,10 @@ TEST_F(URLSessionRedirectTest, SaysNothingOfALostBodyAtLaterAddresses)
     server.misbehave(Match::on("/first"), Fault().redirect("/second", 302));
     server.misbehave(Match::on("/second"), Fault().redirect("/third", 303));
     server.misbehave(Match(), Fault().status(200, "arrived"));
-    platform::URLRequest request = requestFor("first");
+    tljira::URLRequest request = requestFor("first");
     request.HTTPMethod = QStringLiteral("POST");
     request.setValue(QStringLiteral("text/plain"), QStringLiteral("Content-Type"));
-    request.HTTPBody = platform::Data("body");
+    request.HTTPBody = tljira::Data("body");
     run(request);
     EXPECT_EQ(server.lastRequest().target, "/third");
     EXPECT_EQ(server.lastRequest().headerCount("Content-Type"), 0);

@@ -103,9 +103,9 @@ TEST_F(URLSessionTaskTest, ReportsBytesThatAddUp)
 {
     constexpr qint64 size = 16 << 20;
     server.misbehave(Match(), Fault().status(200, std::string(size, 'x')));
-    platform::URLRequest request = requestFor("x");
+    tljira::URLRequest request = requestFor("x");
     request.HTTPMethod = QStringLiteral("POST");
-    request.HTTPBody = platform::Data(QByteArray(size, 'y'));
+    request.HTTPBody = tljira::Data(QByteArray(size, 'y'));
     session->downloadTaskWithRequest(request)->resume();
     ASSERT_TRUE(tests::waitUntil([this] { return ends == 1; }));
     ASSERT_FALSE(sent.empty());

@@ -16,7 +16,7 @@ class URLSessionTimeoutTest : public tests::SessionTest
 protected:
     static constexpr double timeout = 0.5;
 
-    void expectTimeout(const platform::URLRequest& request)
+    void expectTimeout(const tljira::URLRequest& request)
     {
         events.clear();
         QElapsedTimer timer;
@@ -41,9 +41,9 @@ TEST_F(URLSessionTimeoutTest, EndsARequestWhoseAnswerStops)
 TEST_F(URLSessionTimeoutTest, EndsARequestWhoseBodyIsNotTaken)
 {
     server.misbehave(Match::next(), Fault().status(200, "").hold(Point::requestBody(0)));
-    platform::URLRequest request = requestFor("x", timeout);
+    tljira::URLRequest request = requestFor("x", timeout);
     request.HTTPMethod = QStringLiteral("POST");
-    request.HTTPBody = platform::Data(QByteArray(32 << 20, 'x'));
+    request.HTTPBody = tljira::Data(QByteArray(32 << 20, 'x'));
     expectTimeout(request);
 }
 
@@ -82,9 +82,9 @@ TEST_F(URLSessionTimeoutTest, NeverEndsABodyThatIsTakenSlowly)
     // those.
     constexpr double patience = 2;
     server.misbehave(Match::next(), Fault().status(200, "").sip(1 << 20, 50ms));
-    platform::URLRequest request = requestFor("x", patience);
+    tljira::URLRequest request = requestFor("x", patience);
     request.HTTPMethod = QStringLiteral("POST");
-    request.HTTPBody = platform::Data(QByteArray(64 << 20, 'x'));
+    request.HTTPBody = tljira::Data(QByteArray(64 << 20, 'x'));
     QElapsedTimer timer;
     timer.start();
     run(request);

@@ -21,7 +21,7 @@ class Addresses : public testing::TestWithParam<Case>
 
 TEST_P(Addresses, HaveSchemeAndHost)
 {
-    const auto url = platform::URL::parse(QString::fromUtf16(GetParam().text));
+    const auto url = tljira::URL::parse(QString::fromUtf16(GetParam().text));
     ASSERT_TRUE(url);
     EXPECT_EQ(url->scheme, GetParam().scheme);
     EXPECT_EQ(url->host, GetParam().host);
@@ -54,7 +54,7 @@ TEST(URL, CannotBeMadeOfEverything)
 {
     for (const char16_t* text : {u"", u" ", u"https://h/a b", u" https://h/", u"https://h/\n", u"https://h/\t",
                                  u"https://h/\"x\"", u"https://h/\u007f", u"https://h/\u00a0"})
-        EXPECT_FALSE(platform::URL::parse(QString::fromUtf16(text))) << QString::fromUtf16(text).toStdString();
+        EXPECT_FALSE(tljira::URL::parse(QString::fromUtf16(text))) << QString::fromUtf16(text).toStdString();
 }
 
 } // namespace

@@ -19,8 +19,8 @@
 
 namespace {
 
-using platform::UserDefaults;
 using testing::ElementsAre;
+using tljira::UserDefaults;
 
 const auto key = QStringLiteral("key");
 
@@ -196,7 +196,7 @@ TEST_F(UserDefaultsTest, ThreadsLoseNothing)
                 defaults.synchronize();
             });
     }
-    EXPECT_EQ(platform::decodeJSON(bytes()).value_or(QJsonValue()).toObject().size(), 80);
+    EXPECT_EQ(tljira::decodeJSON(bytes()).value_or(QJsonValue()).toObject().size(), 80);
 }
 
 TEST_F(UserDefaultsTest, ADamagedFileIsKeptAsideAndTheStoreStartsEmpty)

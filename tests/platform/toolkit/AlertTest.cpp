@@ -10,7 +10,7 @@
 
 namespace {
 
-using namespace platform;
+using namespace tljira;
 
 TEST(Alert, showsItsTextsUntilItsButtonIsPressed)
 {

@@ -16,7 +16,7 @@
 
 namespace {
 
-using namespace platform;
+using namespace tljira;
 using testing::ElementsAre;
 
 class StoppingDelegate : public WindowDelegate

@@ -6,7 +6,7 @@
 
 namespace {
 
-using platform::Bundle;
+using tljira::Bundle;
 
 TEST(Bundle, isFoundByTheIdentifierItsFilesWereEmbeddedUnder)
 {

@@ -22,7 +22,7 @@ protected:
     }
 
     const QString text = QStringLiteral("A rather long name of a <b>document</b> & more.tessaloom");
-    platform::ElidedLabel label;
+    tljira::ElidedLabel label;
 };
 
 TEST_F(ElidedLabelTest, showsAllOfATextThatFits)

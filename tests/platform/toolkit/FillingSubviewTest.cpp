@@ -8,7 +8,7 @@
 
 namespace {
 
-using platform::addFillingSubview;
+using tljira::addFillingSubview;
 
 class FillingSubviewTest : public testing::Test
 {
@@ -34,7 +34,7 @@ TEST_F(FillingSubviewTest, followsItsSuperview)
     addFillingSubview(&superview, first);
     addFillingSubview(&superview, second);
     superview.resize(200, 150);
-    platform::layoutSubtreeIfNeeded(&superview);
+    tljira::layoutSubtreeIfNeeded(&superview);
 
     EXPECT_EQ(first->geometry(), QRect(0, 0, 200, 150));
     EXPECT_EQ(second->geometry(), QRect(0, 0, 200, 150));
@@ -53,9 +53,9 @@ TEST_F(FillingSubviewTest, usesTheLayoutThatIsThere)
 TEST_F(FillingSubviewTest, isOverWhenTheViewLeaves)
 {
     addFillingSubview(&superview, first);
-    platform::removeFromSuperview(first);
+    tljira::removeFromSuperview(first);
     superview.resize(200, 150);
-    platform::layoutSubtreeIfNeeded(&superview);
+    tljira::layoutSubtreeIfNeeded(&superview);
 
     EXPECT_EQ(first->size(), QSize(100, 80));
     delete first;

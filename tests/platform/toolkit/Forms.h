@@ -5,9 +5,9 @@
 namespace tests {
 
 /// The interface files of this folder's forms/.
-inline platform::Bundle forms()
+inline tljira::Bundle forms()
 {
-    return *platform::Bundle::bundleWithIdentifier(QStringLiteral("com.example.forms"));
+    return *tljira::Bundle::bundleWithIdentifier(QStringLiteral("com.example.forms"));
 }
 
 } // namespace tests

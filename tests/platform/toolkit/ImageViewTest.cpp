@@ -6,7 +6,7 @@
 
 namespace {
 
-using platform::ImageView;
+using tljira::ImageView;
 
 QImage filled(const QSize& size)
 {

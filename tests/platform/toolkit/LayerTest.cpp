@@ -7,7 +7,7 @@
 
 namespace {
 
-using platform::Layer;
+using tljira::Layer;
 
 QColor pixel(QWidget& view, int x, int y)
 {

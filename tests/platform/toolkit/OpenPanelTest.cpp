@@ -17,7 +17,7 @@
 
 namespace {
 
-using namespace platform;
+using namespace tljira;
 
 class OpenPanelTest : public testing::Test
 {

@@ -9,7 +9,7 @@
 
 namespace {
 
-using platform::ProgressIndicator;
+using tljira::ProgressIndicator;
 
 QImage picture(QWidget& view)
 {

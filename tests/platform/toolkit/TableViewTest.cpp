@@ -17,7 +17,7 @@
 
 namespace {
 
-using namespace platform;
+using namespace tljira;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using tests::TestCell;

@@ -8,7 +8,7 @@
 
 namespace tests {
 
-class TestCell : public platform::TableCellView
+class TestCell : public tljira::TableCellView
 {
 public:
     explicit TestCell(QWidget* parent)

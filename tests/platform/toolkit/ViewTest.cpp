@@ -11,7 +11,7 @@
 
 namespace {
 
-using namespace platform;
+using namespace tljira;
 using testing::ElementsAre;
 
 TEST(View, addedToAVisibleSuperviewShows)
@@ -108,7 +108,7 @@ TEST(View, describesItselfInTheLog)
     const QPointer<QLabel> outlet(&label);
     const tests::LogCapture log;
 
-    platform::log(u"error: %@ %@", outlet, QPointer<QLabel>());
+    tljira::log(u"error: %@ %@", outlet, QPointer<QLabel>());
 
     EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("error: <QLabel: errorLabel> (null)")));
 }

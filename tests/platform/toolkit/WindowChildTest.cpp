@@ -8,7 +8,7 @@
 
 namespace {
 
-using namespace platform;
+using namespace tljira;
 
 class ChildWindow : public testing::Test
 {

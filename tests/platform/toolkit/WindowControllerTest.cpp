@@ -16,7 +16,7 @@
 
 namespace {
 
-using namespace platform;
+using namespace tljira;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
@@ -320,8 +320,8 @@ TEST(WindowController, describesItselfInTheLogByItsFile)
     const tests::LogCapture log;
     const auto controller = FormController::init();
 
-    platform::log(u"?? %@", controller);
-    platform::log(u"?? %@", std::shared_ptr<FormController>());
+    tljira::log(u"?? %@", controller);
+    tljira::log(u"?? %@", std::shared_ptr<FormController>());
 
     ASSERT_EQ(log.lines().size(), 2);
     EXPECT_EQ(log.lines()[0],

@@ -12,7 +12,7 @@
 
 namespace {
 
-using namespace platform;
+using namespace tljira;
 
 constexpr int titleBar = 24;
 

@@ -13,7 +13,7 @@
 
 namespace {
 
-using namespace platform;
+using namespace tljira;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -13,7 +13,7 @@
 
 namespace {
 
-using namespace platform;
+using namespace tljira;
 
 class Delegate : public WindowDelegate
 {

@@ -9,7 +9,7 @@
 
 namespace {
 
-using platform::AnswerBody;
+using tljira::AnswerBody;
 
 bool append(AnswerBody& body, const char* text)
 {
@@ -18,7 +18,7 @@ bool append(AnswerBody& body, const char* text)
 
 QStringList temporaryFiles()
 {
-    return QDir(platform::temporaryDirectory()).entryList(QDir::Files);
+    return QDir(tljira::temporaryDirectory()).entryList(QDir::Files);
 }
 
 TEST(AnswerBody, IsKeptInMemory)

@@ -4,7 +4,7 @@
 
 namespace {
 
-using platform::AnswerHead;
+using tljira::AnswerHead;
 
 AnswerHead headOf(std::initializer_list<const char*> lines)
 {

@@ -8,7 +8,7 @@
 
 namespace {
 
-using platform::GzipDecoder;
+using tljira::GzipDecoder;
 
 std::string packed(const std::string& text)
 {
