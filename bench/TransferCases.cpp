@@ -25,7 +25,7 @@ std::string fileOfSize(const Bench& bench, long long size)
     return path;
 }
 
-Command tljira(const Bench& bench, Command arguments)
+Command tool(const Bench& bench, Command arguments)
 {
     Command command{TLJIRA_PATH, "--connect-to", bench.route()};
     command.insert(command.end(), arguments.begin(), arguments.end());
@@ -34,7 +34,7 @@ Command tljira(const Bench& bench, Command arguments)
 
 Command ourUpload(const Bench& bench, long long size)
 {
-    return tljira(bench, {"upload", "SINK-1", fileOfSize(bench, size)});
+    return tool(bench, {"upload", "SINK-1", fileOfSize(bench, size)});
 }
 
 Command peerUpload(const Bench& bench, long long size)
@@ -65,7 +65,7 @@ std::string announced(const Bench& bench, long long size)
 
 Command ourDownload(const Bench& bench, long long size)
 {
-    return tljira(bench, {"download", "SOURCE-1", announced(bench, size), "--to", bench.folder + "/ours"});
+    return tool(bench, {"download", "SOURCE-1", announced(bench, size), "--to", bench.folder + "/ours"});
 }
 
 Command peerDownload(const Bench& bench, long long size)
