@@ -87,7 +87,7 @@ void DownloadPlace::settle(const Completion& completion)
     }).detach();
 }
 
-/// Of the folder in which the file comes to completion the user has never heard.
+/// The error of a move, naming the folder that the user gave instead of the temporary one beside it.
 tljira::Error DownloadPlace::withoutFolderBeside(const tljira::Error& error) const
 {
     const auto nameOfFolder = [](const QString& path) {

@@ -24,7 +24,7 @@ void dropMessage(QtMsgType type, const QMessageLogContext& context, const QStrin
 void showLog(bool isShown)
 {
     qInstallMessageHandler(isShown ? showMessage : dropMessage);
-    // The rule spares what nobody sees its formatting.
+    // Without the rule, lines that are dropped would be formatted first.
     QLoggingCategory::setFilterRules(isShown ? QString() : QStringLiteral("*=false"));
 }
 

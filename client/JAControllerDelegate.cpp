@@ -1,4 +1,4 @@
 #include "client/JAControllerDelegate.h"
 
-// Here, so that one library has what the compiler makes of the class, and no delegate's has it again.
+// Defined here so that the class has its vtable and type information in this library alone.
 JAControllerDelegate::~JAControllerDelegate() = default;

@@ -1,15 +1,13 @@
 #include "client/CallIfSet.h"
 #include "client/JAController.h"
+#include "client/SessionRequest.h"
 #include "platform/foundation/FileManager.h"
 #include "platform/foundation/Log.h"
 
 void JAController::downloadFile(const std::optional<QString>& url, const DownloadCallBack& callBack,
                                 const QString& path)
 {
-    tljira::URLRequest request(url, tljira::URLRequestCachePolicy::UseProtocolCachePolicy, 60.0);
-    if (const auto cookie = JALoginObject::restoreSession())
-        request.addValue(*cookie, QStringLiteral("cookie"));
-    const auto task = session()->downloadTaskWithRequest(request);
+    const auto task = session()->downloadTaskWithRequest(client::sessionRequest(QStringLiteral("GET"), url));
     setDownloadCallBack(callBack);
     setSavePath(path);
     setDownloadTask(task);

@@ -1,16 +1,14 @@
 #include "client/CallIfSet.h"
 #include "client/JAController.h"
+#include "client/SessionRequest.h"
 #include "platform/foundation/JSON.h"
 #include "platform/foundation/MainQueue.h"
 
 namespace {
 
-tljira::URLRequest requestFor(const QString& method, const std::optional<QString>& url)
+tljira::URLRequest jsonRequest(const QString& method, const std::optional<QString>& url)
 {
-    tljira::URLRequest request(url, tljira::URLRequestCachePolicy::UseProtocolCachePolicy, 60.0);
-    if (const auto cookie = JALoginObject::restoreSession())
-        request.addValue(*cookie, QStringLiteral("cookie"));
-    request.HTTPMethod = method;
+    tljira::URLRequest request = client::sessionRequest(method, url);
     request.addValue(QStringLiteral("application/json"), QStringLiteral("Content-Type"));
     request.addValue(QStringLiteral("application/json"), QStringLiteral("Accept"));
     return request;
@@ -20,18 +18,18 @@ tljira::URLRequest requestFor(const QString& method, const std::optional<QString
 
 void JAController::sendGetRequest(const std::optional<QString>& url, const RequestCallBack& callBack)
 {
-    session()->dataTaskWithRequest(requestFor(QStringLiteral("GET"), url), callingBackLater(callBack))->resume();
+    session()->dataTaskWithRequest(jsonRequest(QStringLiteral("GET"), url), callingBackLater(callBack))->resume();
 }
 
 void JAController::sendDeleteRequest(const std::optional<QString>& url, const RequestCallBack& callBack)
 {
-    session()->dataTaskWithRequest(requestFor(QStringLiteral("DELETE"), url), callingBackLater(callBack))->resume();
+    session()->dataTaskWithRequest(jsonRequest(QStringLiteral("DELETE"), url), callingBackLater(callBack))->resume();
 }
 
 void JAController::sendPostRequest(const std::optional<QString>& url, const std::optional<QJsonObject>& parametres,
                                    const std::optional<HTTPFields>& httpFields, const RequestCallBack& callBack)
 {
-    tljira::URLRequest request = requestFor(QStringLiteral("POST"), url);
+    tljira::URLRequest request = jsonRequest(QStringLiteral("POST"), url);
     if (httpFields) {
         for (auto field = httpFields->cbegin(); field != httpFields->cend(); ++field)
             request.addValue(field.value(), field.key());

@@ -2,6 +2,7 @@
 #include "client/CallIfSet.h"
 #include "client/JAController.h"
 #include "client/MultipartBody.h"
+#include "client/SessionRequest.h"
 #include "constants/JAConstants.h"
 #include "platform/foundation/Log.h"
 
@@ -46,18 +47,13 @@ std::optional<tljira::Data> contentsOfFile(const std::optional<QString>& path)
 
 tljira::URLRequest uploadRequest(const std::optional<QString>& url, const tljira::Data& body)
 {
-    tljira::URLRequest request(url);
-    if (const auto cookie = JALoginObject::restoreSession())
-        request.addValue(*cookie, QStringLiteral("cookie"));
+    tljira::URLRequest request = client::sessionRequest(QStringLiteral("POST"), url);
     request.cachePolicy = tljira::URLRequestCachePolicy::ReloadIgnoringLocalCacheData;
     request.HTTPShouldHandleCookies = true;
-    request.timeoutInterval = 60.0;
-    request.HTTPMethod = QStringLiteral("POST");
     request.setValue(tljira::format(QStringLiteral("multipart/form-data; boundary=%@"), client::multipartBoundary),
                      QStringLiteral("Content-Type"));
     request.setValue(QStringLiteral("nocheck"), QStringLiteral("X-Atlassian-Token"));
     request.HTTPBody = body;
-    request.setValue(tljira::format(QStringLiteral("%lu"), body.size()), QStringLiteral("Content-Length"));
     return request;
 }
 
@@ -87,7 +83,7 @@ void JAController::uploadImageDouble2(const std::optional<QString>& url, const s
     const auto task = session()->dataTaskWithRequest(
         uploadRequest(url, form),
         [callBackLater = callingBackLater(callBack)](const auto& body, const auto& response, const auto& error) {
-            // The text of the request's body belongs here; it is never at hand.
+            // The line has a place for the text of the request's body, which is always empty.
             tljira::log(u"eq: %@", std::nullopt);
             callBackLater(body, response, error);
         });

@@ -22,7 +22,7 @@ bool isNamed(const QString& field, QStringView name)
     return field.compare(name, Qt::CaseInsensitive) == 0;
 }
 
-/// A value stays on its line, whoever made it.
+/// Without control characters: a value with a line break would add header lines of its own.
 QByteArray lineText(const QString& text)
 {
     QByteArray bytes = text.toUtf8();
