@@ -120,6 +120,50 @@ TEST_F(JAControllerDownloadTest, LetsTheCallbackGoAfterTheEnd)
     EXPECT_EQ(observer.use_count(), 1);
 }
 
+TEST_F(JAControllerDownloadTest, HasItsCallbackUntilTheFinishedCallReturns)
+{
+    bool wasSet = false;
+    client->downloadFile(
+        link,
+        [&](qint64, qint64, const auto&, bool finished) {
+            if (!finished)
+                return;
+            wasSet = bool(client->downloadCallBack());
+            events.push_back("end");
+        },
+        path("saved"));
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_TRUE(wasSet);
+    EXPECT_FALSE(client->downloadCallBack());
+}
+
+/// The finished call is the last that a callback gets, also one that was set during it.
+TEST_F(JAControllerDownloadTest, LetsACallbackGoThatWasSetDuringTheFinishedCall)
+{
+    client->downloadFile(
+        link,
+        [&](qint64, qint64, const auto&, bool finished) {
+            if (!finished)
+                return;
+            client->setDownloadCallBack(downloadCallBack());
+            events.push_back("end");
+        },
+        path("saved"));
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("end"));
+    EXPECT_FALSE(client->downloadCallBack());
+}
+
+TEST_F(JAControllerDownloadTest, AsksForAMinuteAndTheUsualCaching)
+{
+    download();
+    const tljira::URLRequest& request = client->downloadTask()->originalRequest();
+    EXPECT_EQ(request.timeoutInterval, 60.0);
+    EXPECT_EQ(request.cachePolicy, tljira::URLRequestCachePolicy::UseProtocolCachePolicy);
+    EXPECT_EQ(request.HTTPMethod, QStringLiteral("GET"));
+    EXPECT_TRUE(waitForEvents(1));
+}
+
 TEST_F(JAControllerDownloadTest, WritesItsLinesToTheLogInOrder)
 {
     download();

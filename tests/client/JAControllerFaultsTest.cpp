@@ -133,11 +133,23 @@ TEST_F(JAControllerFaultsTest, AnAnswerThatDripsButNeverStops)
     EXPECT_EQ(body, QByteArray(100, 'x'));
 }
 
-TEST_F(JAControllerFaultsTest, AHeadOfAMegabyteIsReadOrRefusedOnce)
+TEST_F(JAControllerFaultsTest, AHeadOfManyKilobytesIsRead)
+{
+    get(Fault().status(200, "{}").fillerHeaders(128 << 10));
+    EXPECT_THAT(events, ElementsAre("200, no error"));
+    EXPECT_EQ(body, QByteArray("{}"));
+    EXPECT_EQ(response->valueForHTTPHeaderField(QStringLiteral("X-Filler-100")).value_or(QString()).size(), 1024 - 16);
+}
+
+TEST_F(JAControllerFaultsTest, AHeadOfAMegabyteIsRefusedOnceAndHarmsNoOtherRequest)
 {
     get(Fault().status(200, "{}").fillerHeaders(1 << 20));
-    ASSERT_EQ(events.size(), 1u);
+    EXPECT_THAT(events, ElementsAre(testing::StartsWith("no response, NSURLErrorDomain ")));
+    EXPECT_EQ(body, std::nullopt);
     EXPECT_EQ(server.requestCount(), 1u);
+    get(Fault().status(200, "{}"));
+    EXPECT_THAT(events, ElementsAre("200, no error"));
+    EXPECT_EQ(server.requestCount(), 2u);
 }
 
 TEST_F(JAControllerFaultsTest, LoginWhoseAnswerBreaksOffTellsOnlyTheCaller)

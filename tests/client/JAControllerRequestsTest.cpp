@@ -1,5 +1,6 @@
 #include "constants/JAConstants.h"
 #include "platform/foundation/HTTPCookieStorage.h"
+#include "platform/foundation/URLSessionDelegate.h"
 #include "tests/client/ClientTest.h"
 
 #include <QCoreApplication>
@@ -49,6 +50,32 @@ TEST_F(JAControllerRequestsTest, SendsEachMethodWithJSONHeaders)
         EXPECT_EQ(request.headerCount("Expect"), 0);
         EXPECT_EQ(request.headerCount("Cookie"), 0);
         EXPECT_EQ(request.body, "");
+    }
+}
+
+TEST_F(JAControllerRequestsTest, GivesEachMethodAMinuteAndTheUsualCaching)
+{
+    class Listener : public tljira::URLSessionDelegate
+    {
+    public:
+        void didCompleteWithError(const std::shared_ptr<tljira::URLSessionTask>& task,
+                                  const std::optional<tljira::Error>&) override
+        {
+            requests.push_back(task->originalRequest());
+        }
+        std::vector<tljira::URLRequest> requests;
+    };
+    const auto listener = std::make_shared<Listener>();
+    client->setSession(tljira::URLSession::sessionWithConfiguration(client->session()->configuration(), listener));
+    client->sendGetRequest(myself(), requestCallBack());
+    client->sendDeleteRequest(myself(), requestCallBack());
+    client->sendPostRequest(myself(), std::nullopt, std::nullopt, requestCallBack());
+    ASSERT_TRUE(waitForEvents(3));
+    ASSERT_EQ(listener->requests.size(), 3u);
+    for (const tljira::URLRequest& request : listener->requests) {
+        EXPECT_EQ(request.timeoutInterval, 60.0);
+        EXPECT_EQ(request.cachePolicy, tljira::URLRequestCachePolicy::UseProtocolCachePolicy);
+        EXPECT_TRUE(request.HTTPShouldHandleCookies);
     }
 }
 

@@ -5,6 +5,8 @@
 
 #include <QJsonArray>
 #include <QLoggingCategory>
+#include <QStandardPaths>
+#include <QThread>
 
 namespace {
 
@@ -59,6 +61,37 @@ TEST_F(JAControllerSessionTest, LoginHasSavedTheSessionWhenTheDelegateHears)
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_NE(reader->seen, std::nullopt);
     EXPECT_EQ(reader->seen, JALoginObject::restoreSession());
+}
+
+TEST_F(JAControllerSessionTest, HasTheNewSessionWhenTheDelegateHears)
+{
+    class Reader : public JAControllerDelegate
+    {
+    public:
+        explicit Reader(JAController& owner)
+            : m_client(owner)
+        {
+        }
+        void jaValidSession() override { seen.push_back(m_client.jaSession()); }
+        void jaInvalidSession() override {}
+        std::vector<std::shared_ptr<const JALoginObject>> seen;
+
+    private:
+        JAController& m_client;
+    };
+    const auto reader = std::make_shared<Reader>(*client);
+    client->setDelegate(reader);
+    login("ada", "secret");
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(reader->seen, ElementsAre(session));
+    EXPECT_NE(session, nullptr);
+
+    const auto before = session;
+    client->updateSession(loginCallBack());
+    ASSERT_TRUE(waitForEvents(2));
+    EXPECT_THAT(reader->seen, ElementsAre(before, session));
+    EXPECT_NE(session, before);
+    client->setDelegate(nullptr);
 }
 
 TEST_F(JAControllerSessionTest, LoginThatIsRefusedTellsTheCallerAndThenTheDelegate)
@@ -274,6 +307,25 @@ TEST_F(JAControllerSessionTest, LogoutCarriesAndKeepsTheSavedSession)
     EXPECT_EQ(client->jaSession(), before);
 }
 
+/// A reader of the settings may be a hundredth of a second behind other processes; logging out brings them up to date.
+TEST_F(JAControllerSessionTest, LogoutCarriesTheSessionThatAnotherProcessHasJustSaved)
+{
+    saveSession("N", "0");
+    tljira::UserDefaults otherProcess(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) +
+                                      QStringLiteral("/userdefaults.json"));
+    // More than once: nothing can be seen of it where this thread is slower than the settings are allowed to be.
+    for (int round = 1; round <= 20; ++round) {
+        client->setJiraHost(QStringLiteral("http://jira.example.test"));
+        events.clear();
+        QThread::msleep(11);
+        ASSERT_NE(JALoginObject::restoreSession(), std::nullopt);
+        otherProcess.setObject(QString::number(round), QStringLiteral("kSessionValue"));
+        client->logout(completionCallBack());
+        ASSERT_TRUE(waitForEvents(2));
+        EXPECT_EQ(server.lastRequest().header("Cookie"), "N=" + std::to_string(round));
+    }
+}
+
 TEST_F(JAControllerSessionTest, LogoutEmptiesTheJarForEveryHost)
 {
     const auto& jar = tljira::HTTPCookieStorage::sharedHTTPCookieStorage();
@@ -338,6 +390,14 @@ TEST_F(JAControllerSessionTest, IssueIsARecordOfItsAttachments)
     EXPECT_EQ(issue->attachments()[0]->size(), 5);
     EXPECT_EQ(issue->attachments()[0]->time(), QStringLiteral("2017-10-16T10:06:29.399+0200"));
     EXPECT_EQ(issue->attachments()[1]->name(), QStringLiteral("b.txt"));
+}
+
+TEST_F(JAControllerSessionTest, IssueIsAskedForByTheKeyAsItIs)
+{
+    answer(404, "");
+    client->getIssueObject(QStringLiteral(" abc-1 "), issueCallBack());
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_EQ(server.lastRequest().target, "/rest/api/2/issue/%20abc-1%20");
 }
 
 TEST_F(JAControllerSessionTest, IssueThatIsUnknownIsAnErrorOfCode404)

@@ -130,10 +130,28 @@ TEST_F(JAControllerTest, IsMadeOnceForAllThreads)
 
 TEST_F(JAControllerTest, RunsItsRequestsWithTheJarOfTheProcess)
 {
-    const tljira::URLSessionConfiguration& configuration = client->session()->configuration();
-    EXPECT_TRUE(configuration.HTTPShouldSetCookies);
-    EXPECT_EQ(configuration.HTTPCookieStorage, tljira::HTTPCookieStorage::sharedHTTPCookieStorage());
-    EXPECT_EQ(configuration.HTTPCookieAcceptPolicy, tljira::HTTPCookieAcceptPolicy::Always);
+    const auto& jar = tljira::HTTPCookieStorage::sharedHTTPCookieStorage();
+    jar->setCookie({.domain = QStringLiteral("jira.example.test"),
+                    .path = QStringLiteral("/"),
+                    .name = QStringLiteral("before"),
+                    .value = QStringLiteral("1")});
+    server.misbehave(standin::Match::next(), standin::Fault().status(200, "").header("Set-Cookie", "own=2; Path=/"));
+    client->sendGetRequest(client->url(kCurrentUserPath), requestCallBack());
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_EQ(server.lastRequest().header("Cookie"), "before=1");
+
+    QStringList names;
+    for (const tljira::HTTPCookie& cookie : jar->cookies())
+        names.append(cookie.name + u'=' + cookie.value);
+    EXPECT_THAT(names, testing::UnorderedElementsAre(QStringLiteral("before=1"), QStringLiteral("own=2")));
+
+    // Other clients of the process have the same jar.
+    const auto other = JAController::init();
+    other->setJiraHost(client->jiraHost());
+    other->sendGetRequest(other->url(kCurrentUserPath), requestCallBack());
+    ASSERT_TRUE(waitForEvents(2));
+    EXPECT_THAT(server.lastRequest().header("Cookie"),
+                testing::AllOf(testing::HasSubstr("before=1"), testing::HasSubstr("own=2")));
 }
 
 TEST_F(JAControllerTest, HasNothingAtFirst)

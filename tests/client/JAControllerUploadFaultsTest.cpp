@@ -90,11 +90,31 @@ TEST_F(JAControllerUploadFaultsTest, AFileThatTheServerTookWithoutAnAnswerIsNotS
         client->sendGetRequest(client->url(QStringLiteral("rest/api/2/issue/ABC-1")), requestCallBack());
         events.clear();
         ASSERT_TRUE(waitForEvents(1));
+        const std::size_t connections = server.connectionCount();
         server.misbehave(Match::next(), fault);
         start(source);
         ASSERT_TRUE(waitForEvents(1));
         EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -1005"));
         EXPECT_EQ(server.attachments("ABC-1").size(), before + 1);
+        EXPECT_EQ(server.connectionCount(), connections + 1) << "it went over the connection that was kept";
+    }
+}
+
+TEST_F(JAControllerUploadFaultsTest, APostWithoutABodyThatTheServerTookIsNotSentAgain)
+{
+    for (const Fault& fault : {Fault().close(Point::responseHead(0)), Fault().reset(Point::responseHead(0))}) {
+        server.behave();
+        events.clear();
+        client->sendGetRequest(client->url(QStringLiteral("rest/api/2/issue/ABC-1")), requestCallBack());
+        ASSERT_TRUE(waitForEvents(1));
+        server.forgetRequests();
+        server.misbehave(Match::next(), fault);
+        events.clear();
+        client->sendPostRequest(client->url(QStringLiteral("rest/api/2/myself")), std::nullopt, std::nullopt,
+                                requestCallBack());
+        ASSERT_TRUE(waitForEvents(1));
+        EXPECT_THAT(events, ElementsAre("no response, NSURLErrorDomain -1005"));
+        EXPECT_EQ(server.requests().size(), 1u);
     }
 }
 

@@ -177,6 +177,27 @@ TEST_F(JAControllerUploadTest, ReportsHowMuchOfTheBodyIsSent)
     EXPECT_EQ(before, bodySize);
 }
 
+TEST_F(JAControllerUploadTest, AsksForAMinuteForFreshDataAndForCookies)
+{
+    answer(200, "[]");
+    upload(writeFile("source", "B"), "a.bin");
+    const tljira::URLRequest& request = client->upladTask()->originalRequest();
+    EXPECT_EQ(request.timeoutInterval, 60.0);
+    EXPECT_EQ(request.cachePolicy, tljira::URLRequestCachePolicy::ReloadIgnoringLocalCacheData);
+    EXPECT_TRUE(request.HTTPShouldHandleCookies);
+    EXPECT_EQ(request.HTTPMethod, QStringLiteral("POST"));
+    EXPECT_TRUE(waitForEvents(1));
+}
+
+TEST_F(JAControllerUploadTest, TakesTheKeyAsItIs)
+{
+    answer(200, "[]");
+    client->uploadFileInIssue(writeFile("source", "B"), QStringLiteral("a.bin"), QStringLiteral(" abc-1 "),
+                              completionCallBack(), nullptr);
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_EQ(server.lastRequest().target, "/rest/api/2/issue/%20abc-1%20/attachments");
+}
+
 TEST_F(JAControllerUploadTest, SendsEveryFileAsBytesOfNoKnownType)
 {
     for (const char* path : {"a.txt", "/tmp/picture.png", "plan.tessaloom", "noextension", ""})
@@ -264,16 +285,29 @@ TEST_F(JAControllerUploadTest, CancelDoesNothingAfterTheEnd)
 
 TEST_F(JAControllerUploadTest, CancelEndsOnlyTheNewestUpload)
 {
-    uploadAndHold("older");
-    const auto older = client->upladTask();
-    uploadAndHold("newer");
-    EXPECT_NE(client->upladTask(), older);
+    logIn();
+    std::vector<std::string> ends;
+    const auto hold = [&](const char* name) {
+        server.misbehave(Match::next(), Fault().hold(Point::requestBody(0)));
+        client->uploadFileInIssue(
+            writeFile(name, QByteArray(32 << 20, 'x')), QString::fromUtf8(name), QStringLiteral("ABC-1"),
+            [&ends, name](const auto& newError) { ends.push_back(name + (": " + tests::shortText(newError))); },
+            nullptr);
+    };
+    hold("older");
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    hold("newer");
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 2; }));
     client->cancelUpload();
-    ASSERT_TRUE(waitForEvents(1));
-    EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -999"));
+    ASSERT_TRUE(tests::waitUntil([&] { return !ends.empty(); }));
+    tests::drainMainQueue();
+    EXPECT_THAT(ends, ElementsAre("newer: NSURLErrorDomain -999"));
     server.release();
-    ASSERT_TRUE(waitForEvents(2));
-    EXPECT_NE(events[1], "NSURLErrorDomain -999");
+    ASSERT_TRUE(tests::waitUntil([&] { return ends.size() > 1; }));
+    EXPECT_THAT(ends, ElementsAre("newer: NSURLErrorDomain -999", "older: no error"));
+    const auto attachments = server.attachments("ABC-1");
+    ASSERT_EQ(attachments.size(), 1u);
+    EXPECT_EQ(attachments[0].fileName, "older");
 }
 
 TEST_F(JAControllerUploadTest, StartsFromAnyThreadAndReportsOnTheMainThread)
