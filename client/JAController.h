@@ -59,7 +59,8 @@ public:
     /// The client of the process, made at the first call and never destroyed. From any thread.
     static const std::shared_ptr<JAController>& sharedInstance();
 
-    /// A client of its own, with the saved server address. Its requests keep it alive until they end.
+    /// A client of its own, with the saved server address. Its requests, uploads and downloads keep it alive until they
+    /// have ended and their callbacks have run.
     static std::shared_ptr<JAController> init();
 
     ~JAController() override;

@@ -31,6 +31,9 @@ QString transportText(URLError code, const QString& host)
         return QStringLiteral("cannot decode content data");
     case URLError::CannotParseResponse:
         return QStringLiteral("cannot parse response");
+    case URLError::AppTransportSecurityRequiresSecureConnection:
+        return QStringLiteral("The server sends this request on from https to http, where others can read it. Nothing "
+                              "was sent there.");
     case URLError::DataLengthExceedsMaximum:
         return QStringLiteral("resource exceeds maximum size");
     case URLError::SecureConnectionFailed:

@@ -56,6 +56,7 @@ enum class URLError : qint64 {
     NotConnectedToInternet = -1009,
     CannotDecodeContentData = -1016,
     CannotParseResponse = -1017,
+    AppTransportSecurityRequiresSecureConnection = -1022,
     DataLengthExceedsMaximum = -1103,
     SecureConnectionFailed = -1200,
     ServerCertificateUntrusted = -1202,

@@ -55,7 +55,7 @@ void URLSession::start(const std::shared_ptr<URLSessionTask>& task)
     auto transfer = std::make_shared<Transfer>(
         task->originalRequest(), m_parts->configuration, storage ? storage->m_parts : nullptr,
         isDownload ? AnswerBody::Destination::File : AnswerBody::Destination::Memory,
-        std::make_shared<TaskRelay>(task, *task->m_parts, weak_from_this(), m_parts->delegate));
+        std::make_shared<TaskRelay>(task, *task->m_parts, weak_from_this(), m_parts->delegate.lock()));
     task->m_parts->transfer = transfer;
     m_parts->thread.start(std::move(transfer));
 }
@@ -68,7 +68,7 @@ void URLSession::cancel(const URLSessionTask& task)
 
 void URLSession::endUnstarted(const std::shared_ptr<URLSessionTask>& task)
 {
-    const auto relay = std::make_shared<TaskRelay>(task, *task->m_parts, weak_from_this(), m_parts->delegate);
+    const auto relay = std::make_shared<TaskRelay>(task, *task->m_parts, weak_from_this(), m_parts->delegate.lock());
     relay->transferEnded({makeURLError(URLError::Cancelled), std::nullopt, Data(), nullptr});
 }
 

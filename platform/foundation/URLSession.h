@@ -14,14 +14,20 @@ namespace tljira {
 ///
 /// - A status of 400 or more is an answer like any other.
 /// - Redirects are followed up to 20 times; 301 and 302 turn POST into GET, 303 turns everything into GET, 307 and 308
-///   repeat the body. A "Cookie" or "Authorization" field of the request stays with the host it was meant for.
+///   repeat the body. A "Cookie" or "Authorization" field of the request stays with the host it was meant for. Where
+///   one leads from https to http, a request that has such a field or a body ends with an error, and others leave
+///   without the jar's cookies.
 /// - A "Cookie" field of the request and the jar's cookies leave in one header line, a pair that is in both only once.
-/// - A body that is shorter than announced, or whose encoding is cut short, is an error.
+/// - A body that is shorter than announced, or whose encoding is cut short, is an error. So is one that is to be held
+/// in
+///   memory and has more than 64 MiB, or 4 MiB for a picture, and a head of more than 256 KiB.
+/// - The authorities that may vouch for a server are the system's, or those in the file and the folder that the
+///   environment names as SSL_CERT_FILE and SSL_CERT_DIR.
 /// - Errors: URLErrorDomain for the transport; CocoaErrorDomain where a file of the body or of a download fails.
 class TL_EXPORT URLSession : public std::enable_shared_from_this<URLSession>
 {
 public:
-    /// The delegate is not kept alive.
+    /// The delegate is kept alive by tasks under way alone, until their ends have been told.
     static std::shared_ptr<URLSession> sessionWithConfiguration(const URLSessionConfiguration& configuration,
                                                                 std::weak_ptr<URLSessionDelegate> delegate);
 

@@ -152,6 +152,43 @@ TEST_F(JAControllerFaultsTest, AHeadOfAMegabyteIsRefusedOnceAndHarmsNoOtherReque
     EXPECT_EQ(server.requestCount(), 2u);
 }
 
+TEST_F(JAControllerFaultsTest, AHeadThatIsTooLargeIsCalledThat)
+{
+    const auto expectRefusal = [this](const Fault& fault) {
+        const std::size_t before = server.requestCount();
+        get(fault);
+        EXPECT_THAT(events, ElementsAre("no response, NSURLErrorDomain -1103"));
+        EXPECT_EQ(error.value_or(tljira::Error()).localizedDescription(),
+                  QStringLiteral("The head of the server’s answer is too large."));
+        EXPECT_EQ(server.requestCount(), before + 1);
+    };
+    expectRefusal(Fault().status(200, "{}").fillerHeaders(257 << 10));
+    expectRefusal(Fault().status(200, "{}").fillerHeaders(1 << 20));
+    expectRefusal(Fault().status(200, "{}").header("X-Long", std::string(200 << 10, 'x')));
+    expectRefusal(Fault().status(200, "{}").header("X-Long", std::string(1 << 20, 'x')));
+}
+
+TEST_F(JAControllerFaultsTest, AnAnswerLargerThanMemoryShouldHoldIsCalledThat)
+{
+    get(Fault().status(200, std::string((64 << 20) + 1, ' '), "application/json").gzip());
+    EXPECT_THAT(events, ElementsAre("no response, NSURLErrorDomain -1103"));
+    EXPECT_EQ(error.value_or(tljira::Error()).localizedDescription(),
+              QStringLiteral("The server’s answer is larger than 64 MiB."));
+    get(Fault().status(200, std::string((4 << 20) + 1, ' '), "image/png"));
+    EXPECT_THAT(events, ElementsAre("no response, NSURLErrorDomain -1103"));
+    get(Fault().status(200, std::string(64 << 20, ' '), "application/json"));
+    EXPECT_THAT(events, ElementsAre("200, no error"));
+}
+
+TEST_F(JAControllerFaultsTest, AnEncodingThatIsNoneChangesNothing)
+{
+    for (const char* encoding : {"UTF-8", "none"}) {
+        get(Fault().status(200, "{}", "application/json").header("Content-Encoding", encoding));
+        EXPECT_THAT(events, ElementsAre("200, no error")) << encoding;
+        EXPECT_EQ(body, QByteArray("{}"));
+    }
+}
+
 TEST_F(JAControllerFaultsTest, LoginWhoseAnswerBreaksOffTellsOnlyTheCaller)
 {
     server.misbehave(Match(), Fault().reset(Point::responseBody(10)));

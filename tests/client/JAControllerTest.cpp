@@ -221,4 +221,65 @@ TEST_F(JAControllerTest, LivesUntilItsRequestsHaveEnded)
     EXPECT_TRUE(tests::waitUntil([&] { return observer.expired(); }));
 }
 
+TEST_F(JAControllerTest, LivesUntilItsDownloadHasEnded)
+{
+    const std::weak_ptr<JAController> observer = client;
+    server.misbehave(standin::Match::next(),
+                     standin::Fault().status(200, std::string(1 << 20, 'x')).hold(standin::Point::responseBody(1000)));
+    client->downloadFile(client->url(QStringLiteral("file")), downloadCallBack(), path("saved"));
+    client.reset();
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    tests::drainMainQueue();
+    EXPECT_FALSE(observer.expired());
+    server.release();
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("(100, 100, no error, YES)"));
+    EXPECT_TRUE(tests::waitUntil([&] { return observer.expired(); }));
+    EXPECT_EQ(tests::contentsOf(path("saved")), QByteArray(1 << 20, 'x'));
+}
+
+TEST_F(JAControllerTest, LivesUntilItsDownloadIsCancelledEvenIfTheTaskIsKept)
+{
+    const std::weak_ptr<JAController> observer = client;
+    server.misbehave(standin::Match::next(), standin::Fault().hold(standin::Point::responseHead(0)));
+    client->downloadFile(client->url(QStringLiteral("file")), downloadCallBack(), path("saved"));
+    const auto task = client->downloadTask();
+    client.reset();
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    task->cancel();
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("(0, 0, NSURLErrorDomain -999, NO)"));
+    EXPECT_TRUE(tests::waitUntil([&] { return observer.expired(); }));
+}
+
+TEST_F(JAControllerTest, LivesUntilItsUploadHasEnded)
+{
+    const std::weak_ptr<JAController> observer = client;
+    std::vector<qint64> sent;
+    server.misbehave(standin::Match::next(),
+                     standin::Fault().status(200, "[]", "application/json").hold(standin::Point::responseHead(0)));
+    client->uploadFileInIssue(writeFile("a.bin", "bytes"), QStringLiteral("a.bin"), QStringLiteral("ABC-1"),
+                              completionCallBack(), [&sent](qint64 bytes, qint64) { sent.push_back(bytes); });
+    client.reset();
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    ASSERT_TRUE(tests::waitUntil([&] { return !sent.empty(); }));
+    EXPECT_FALSE(observer.expired());
+    server.release();
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(events, ElementsAre("no error"));
+    EXPECT_TRUE(tests::waitUntil([&] { return observer.expired(); }));
+}
+
+TEST_F(JAControllerTest, IsLetGoWithASessionThatTakesItsPlaceUnderWay)
+{
+    const std::weak_ptr<JAController> observer = client;
+    server.misbehave(standin::Match::next(), standin::Fault().hold(standin::Point::responseHead(0)));
+    client->downloadFile(client->url(QStringLiteral("file")), downloadCallBack(), path("saved"));
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    client->setSession(tljira::URLSession::sessionWithConfiguration(client->session()->configuration(), client));
+    client.reset();
+    EXPECT_TRUE(tests::waitUntil([&] { return observer.expired(); }));
+    EXPECT_EQ(events, std::vector<std::string>());
+}
+
 } // namespace

@@ -4,8 +4,15 @@ namespace tljira {
 
 namespace {
 
-// A server that never stops sending must not take the host down with it.
-constexpr qint64 largestBodyInMemory = qint64(512) * 1024 * 1024;
+constexpr int mostMebibytesOfAPicture = 4;
+
+/// Servers also name what is no encoding at all, such as "UTF-8" or "none".
+bool isPacking(const QByteArray& encoding)
+{
+    static const QByteArrayList packings = {"gzip", "x-gzip", "deflate", "compress", "x-compress",  "br",
+                                            "zstd", "dcb",    "dcz",     "exi",      "pack200-gzip"};
+    return packings.contains(encoding);
+}
 
 } // namespace
 
@@ -16,11 +23,24 @@ AnswerBody::AnswerBody(Destination destination)
 
 void AnswerBody::setContentEncoding(const QByteArray& encoding)
 {
-    const QByteArray name = encoding.trimmed().toLower();
-    if (name == "gzip" || name == "x-gzip")
+    QByteArrayList packings;
+    for (const QByteArray& part : encoding.split(',')) {
+        const QByteArray name = part.trimmed().toLower();
+        if (isPacking(name))
+            packings.append(name);
+    }
+    if (packings.isEmpty())
+        return;
+    if (packings.size() == 1 && (packings[0] == "gzip" || packings[0] == "x-gzip"))
         m_decoder = std::make_unique<GzipDecoder>();
-    else if (!name.isEmpty() && name != "identity")
+    else
         m_error = makeURLError(URLError::CannotDecodeContentData);
+}
+
+void AnswerBody::setContentType(const QByteArray& type)
+{
+    if (type.trimmed().toLower().startsWith("image/"))
+        m_mostMebibytesInMemory = mostMebibytesOfAPicture;
 }
 
 bool AnswerBody::append(const char* bytes, std::size_t count)
@@ -50,8 +70,11 @@ bool AnswerBody::keep(const char* bytes, std::size_t count)
     m_size += static_cast<qint64>(count);
     if (m_file)
         return openFile() && (m_file->write(bytes, static_cast<qint64>(count)) || fail(*m_file->error()));
-    if (m_size > largestBodyInMemory)
-        return fail(makeURLError(URLError::DataLengthExceedsMaximum));
+    if (m_size > qint64(m_mostMebibytesInMemory) * 1024 * 1024) {
+        return fail(
+            makeError(QLatin1String(URLErrorDomain), static_cast<qint64>(URLError::DataLengthExceedsMaximum),
+                      QStringLiteral("The server’s answer is larger than %1 MiB.").arg(m_mostMebibytesInMemory)));
+    }
     m_bytes.append(bytes, static_cast<qsizetype>(count));
     return true;
 }

@@ -18,8 +18,13 @@ public:
 
     explicit AnswerBody(Destination destination);
 
-    /// Names the encoding that the head announced, before the first byte.
+    ///@{
+    /// What the head announced, before the first byte.
     void setContentEncoding(const QByteArray& encoding);
+    void setContentType(const QByteArray& type);
+    ///@}
+    /// Whether more bytes are kept than come.
+    bool isPacked() const { return m_decoder != nullptr; }
 
     /// False when the bytes cannot be kept; `error` then says why.
     bool append(const char* bytes, std::size_t count);
@@ -39,6 +44,8 @@ private:
     bool openFile();
     bool fail(const Error& error);
 
+    /// A server that never stops sending must not take the host down with it.
+    int m_mostMebibytesInMemory = 64;
     QByteArray m_bytes;
     std::unique_ptr<TemporaryFile> m_file;
     bool m_isFileOpen = false;

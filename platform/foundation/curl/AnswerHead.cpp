@@ -2,16 +2,10 @@
 
 namespace tljira {
 
-namespace {
-
-constexpr qint64 largestHead = qint64(16) * 1024 * 1024;
-
-} // namespace
-
 bool AnswerHead::appendLine(QByteArrayView line)
 {
     m_size += line.size();
-    if (m_size > largestHead)
+    if (isTooLarge())
         return false;
     const QByteArrayView text = line.trimmed();
     // Interim answers (1xx) come with heads of their own, and a chunked body may be followed by more fields.

@@ -14,6 +14,7 @@ public:
     /// False when the head grows beyond all reason.
     bool appendLine(QByteArrayView line);
 
+    bool isTooLarge() const { return m_size > largestSize; }
     bool isComplete() const { return m_isComplete; }
     bool setsCookies() const { return m_setsCookies; }
     QByteArray valueOf(const char* field) const;
@@ -22,6 +23,9 @@ public:
     const std::vector<std::pair<QString, QString>>& fields() const { return m_fields; }
 
 private:
+    /// Below libcurl's own bound, at which it only tells that the connection is lost.
+    static constexpr qint64 largestSize = qint64(256) * 1024;
+
     std::vector<std::pair<QString, QString>> m_fields;
     qint64 m_size = 0;
     bool m_isComplete = false;

@@ -17,12 +17,20 @@ qint64 increment(qint64 now, qint64 reported)
 } // namespace
 
 TaskRelay::TaskRelay(std::shared_ptr<URLSessionTask> task, TaskParts& parts, std::weak_ptr<URLSession> session,
-                     std::weak_ptr<URLSessionDelegate> delegate)
+                     std::shared_ptr<URLSessionDelegate> delegate)
     : m_task(std::move(task))
     , m_parts(parts)
     , m_session(std::move(session))
     , m_delegate(std::move(delegate))
 {
+}
+
+/// Dropped without an end, with its session. That may be on the network thread, where a client that goes would wait for
+/// that very thread.
+TaskRelay::~TaskRelay()
+{
+    if (m_task || m_delegate)
+        MainQueue::instance().addOperation([task = std::move(m_task), delegate = std::move(m_delegate)] {});
 }
 
 void TaskRelay::transferMoved(const TransferProgress& progress)
@@ -44,9 +52,8 @@ void TaskRelay::transferEnded(TransferResult result)
 
 void TaskRelay::deliverProgress()
 {
-    const std::shared_ptr<URLSessionDelegate> delegate = m_delegate.lock();
-    if (delegate && m_task && m_task->isRunning() && !m_session.expired())
-        reportNews(*delegate);
+    if (m_delegate && m_task && m_task->isRunning() && !m_session.expired())
+        reportNews(*m_delegate);
 }
 
 void TaskRelay::reportNews(URLSessionDelegate& delegate)
@@ -68,9 +75,9 @@ void TaskRelay::reportNews(URLSessionDelegate& delegate)
 void TaskRelay::deliverEnd(TransferResult& result)
 {
     const std::shared_ptr<URLSessionTask> task = std::exchange(m_task, nullptr);
+    const std::shared_ptr<URLSessionDelegate> delegate = std::exchange(m_delegate, nullptr);
     if (m_session.expired())
         return;
-    const std::shared_ptr<URLSessionDelegate> delegate = m_delegate.lock();
     if (!m_parts.complete())
         result = {makeURLError(URLError::Cancelled), std::nullopt, Data(), nullptr};
 

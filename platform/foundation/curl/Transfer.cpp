@@ -42,6 +42,27 @@ bool isSameSite(const QUrl& from, const QUrl& to)
     return isStepUp || (from.scheme() == to.scheme() && portOf(from) == portOf(to));
 }
 
+bool isStepDown(const QUrl& from, const QUrl& to)
+{
+    return from.scheme() == u"https" && to.scheme() == u"http";
+}
+
+/// The authorities that OpenSSL's own variables name. libcurl's built-in places keep OpenSSL from looking at them.
+QByteArray authorityFile()
+{
+    return qgetenv("SSL_CERT_FILE");
+}
+
+QByteArray authorityFolder()
+{
+    return qgetenv("SSL_CERT_DIR");
+}
+
+Error errorWithText(URLError code, const QString& text)
+{
+    return makeError(QLatin1String(URLErrorDomain), static_cast<qint64>(code), text);
+}
+
 /// "Never" is more than a clock can count, and comes as any number of seconds.
 Transfer::Clock::duration asDuration(double seconds)
 {
@@ -173,7 +194,8 @@ void Transfer::setHeaders()
 
 void Transfer::setCookies(const QString& explicitCookies)
 {
-    const bool usesJar = m_jar && m_configuration.HTTPShouldSetCookies && m_request.HTTPShouldHandleCookies;
+    const bool usesJar =
+        m_jar && !m_hasSteppedDown && m_configuration.HTTPShouldSetCookies && m_request.HTTPShouldHandleCookies;
     curl_easy_setopt(m_easy, CURLOPT_SHARE, usesJar ? m_jar->share().handle() : nullptr);
     // Sharing alone would send the jar's cookies, but take up none.
     if (usesJar)
@@ -181,20 +203,19 @@ void Transfer::setCookies(const QString& explicitCookies)
     if (explicitCookies.isEmpty())
         return;
 
-    // libcurl joins these to the jar's in one line, but would send twice what is in both.
+    // libcurl joins these to the jar's in one line, but would send twice what is in both. Pairs are parted by "; ": a
+    // semicolon alone belongs to a value.
     const QUrl url(*m_request.url);
     const std::vector<HTTPCookie> jarCookies = usesJar ? CurlShare::cookiesOf(m_easy) : std::vector<HTTPCookie>();
-    QByteArrayList pairs;
-    for (const QString& part : explicitCookies.split(u';', Qt::SkipEmptyParts)) {
-        const QString pair = part.trimmed();
-        const bool isInJar = std::ranges::any_of(jarCookies, [&](const HTTPCookie& cookie) {
+    const QString separator = QStringLiteral("; ");
+    QStringList pairs = explicitCookies.split(separator);
+    pairs.removeIf([&](const QString& pair) {
+        return std::ranges::any_of(jarCookies, [&](const HTTPCookie& cookie) {
             return cookie.matches(url.scheme(), url.host(), url.path()) && cookie.name + u'=' + cookie.value == pair;
         });
-        if (!isInJar && !pair.isEmpty())
-            pairs.append(lineText(pair));
-    }
+    });
     if (!pairs.isEmpty())
-        curl_easy_setopt(m_easy, CURLOPT_COOKIE, pairs.join("; ").constData());
+        curl_easy_setopt(m_easy, CURLOPT_COOKIE, lineText(pairs.join(separator)).constData());
 }
 
 void Transfer::setConnection()
@@ -204,6 +225,10 @@ void Transfer::setConnection()
         m_routes->append(route.toUtf8());
     curl_easy_setopt(m_easy, CURLOPT_CONNECT_TO, m_routes->lines);
     curl_easy_setopt(m_easy, CURLOPT_NOSIGNAL, 1L);
+    if (const QByteArray file = authorityFile(); !file.isEmpty())
+        curl_easy_setopt(m_easy, CURLOPT_CAINFO, file.constData());
+    if (const QByteArray folder = authorityFolder(); !folder.isEmpty())
+        curl_easy_setopt(m_easy, CURLOPT_CAPATH, folder.constData());
     curl_easy_setopt(m_easy, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(m_easy, CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
     curl_easy_setopt(m_easy, CURLOPT_HTTP_CONTENT_DECODING, 0L);
@@ -243,6 +268,7 @@ std::size_t Transfer::takeHeadLine(char* bytes, std::size_t size, std::size_t co
         return 0;
     if (self->m_head.isComplete() && self->m_body->size() == 0 && !self->isRedirect()) {
         self->m_body->setContentEncoding(self->m_head.valueOf("Content-Encoding"));
+        self->m_body->setContentType(self->m_head.valueOf("Content-Type"));
         self->m_progress.expectedToWrite = self->response().expectedContentLength;
     }
     return size * count;
@@ -340,11 +366,35 @@ std::optional<Error> Transfer::errorOf(CURLcode code)
         return m_reader->error();
     if (m_body->error())
         return m_body->error();
+    if (isHeadTooLarge(code)) {
+        return errorWithText(URLError::DataLengthExceedsMaximum,
+                             QStringLiteral("The head of the server’s answer is too large."));
+    }
+    if (code == CURLE_SSL_CACERT_BADFILE && !authorityFile().isEmpty()) {
+        return errorWithText(URLError::SecureConnectionFailed,
+                             QStringLiteral("The certificates in “%1”, which SSL_CERT_FILE names, cannot be read.")
+                                 .arg(QString::fromLocal8Bit(authorityFile())));
+    }
     if (code == CURLE_WRITE_ERROR)
         return makeURLError(URLError::CannotParseResponse);
     long systemError = 0;
     curl_easy_getinfo(m_easy, CURLINFO_OS_ERRNO, &systemError);
     return errorOfCurl(code, systemError, QUrl(*m_request.url).host());
+}
+
+/// libcurl gives up a single line of more than 100 KiB itself, with a code of its own since version 8.6.
+bool Transfer::isHeadTooLarge(CURLcode code) const
+{
+    constexpr int tooLarge = 100;
+    const bool isLineTooLarge = code == CURLE_OUT_OF_MEMORY || static_cast<int>(code) == tooLarge;
+    return m_head.isTooLarge() || (isLineTooLarge && !m_head.isComplete());
+}
+
+/// Whether there is anything in the request, or was before a redirect, that is meant for its server alone.
+bool Transfer::isConfidential() const
+{
+    return m_request.HTTPBody || m_hasLostBody || m_request.valueForHTTPHeaderField(QStringLiteral("Cookie")) ||
+           m_request.valueForHTTPHeaderField(QStringLiteral("Authorization"));
 }
 
 std::optional<Error> Transfer::followRedirect()
@@ -359,6 +409,11 @@ std::optional<Error> Transfer::followRedirect()
         return makeURLError(URLError::BadURL);
 
     const QString address = QString::fromUtf8(target);
+    if (isStepDown(QUrl(*m_request.url), QUrl(address))) {
+        if (isConfidential())
+            return makeURLError(URLError::AppTransportSecurityRequiresSecureConnection);
+        m_hasSteppedDown = true;
+    }
     m_mayCarryCredentials = m_mayCarryCredentials && isSameSite(QUrl(*m_request.url), QUrl(address));
     m_request.url = address;
     const bool isPost = m_request.HTTPMethod == u"POST";
@@ -382,8 +437,7 @@ HTTPURLResponse Transfer::response() const
     response.url = QString::fromUtf8(url);
     response.statusCode = static_cast<int>(status);
     response.headers = m_head.fields();
-    const bool isPacked = !m_head.valueOf("Content-Encoding").isEmpty();
-    response.expectedContentLength = isPacked ? -1 : length;
+    response.expectedContentLength = m_body->isPacked() ? -1 : length;
     return response;
 }
 

@@ -73,6 +73,8 @@ private:
     bool isRedirect() const;
     std::optional<Error> followRedirect();
     std::optional<Error> errorOf(CURLcode code);
+    bool isHeadTooLarge(CURLcode code) const;
+    bool isConfidential() const;
     HTTPURLResponse response() const;
     void reportProgress(bool isLast);
     void end(TransferResult result);
@@ -93,6 +95,8 @@ private:
     int m_redirects = 0;
     bool m_mayCarryCredentials = true;
     bool m_hasLostBody = false;
+    /// From https to http, where no cookie of a jar is to be seen either.
+    bool m_hasSteppedDown = false;
 
     Clock::time_point m_lastMove = Clock::now();
     Clock::time_point m_lastReport;

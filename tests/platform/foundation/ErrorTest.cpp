@@ -76,6 +76,9 @@ INSTANTIATE_TEST_SUITE_P(
         TransportText{URLError::NotConnectedToInternet, -1009, u"The Internet connection appears to be offline."},
         TransportText{URLError::CannotDecodeContentData, -1016, u"cannot decode content data"},
         TransportText{URLError::CannotParseResponse, -1017, u"cannot parse response"},
+        TransportText{URLError::AppTransportSecurityRequiresSecureConnection, -1022,
+                      u"The server sends this request on from https to http, where others can read it. Nothing was "
+                      u"sent there."},
         TransportText{URLError::DataLengthExceedsMaximum, -1103, u"resource exceeds maximum size"},
         TransportText{URLError::SecureConnectionFailed, -1200,
                       u"An SSL error has occurred and a secure connection to the server cannot be made."},

@@ -1,6 +1,12 @@
 #include "tests/platform/foundation/SessionTest.h"
 
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <memory>
 #include <netinet/in.h>
+#include <openssl/pem.h>
+#include <openssl/x509.h>
 #include <sys/socket.h>
 #include <thread>
 #include <unistd.h>
@@ -48,6 +54,80 @@ TEST_P(URLSessionCertificateTest, FailsTheDownload)
 
 INSTANTIATE_TEST_SUITE_P(OfNoAuthority, URLSessionCertificateTest,
                          testing::Values(standin::Tls::selfSigned, standin::Tls::expired));
+
+/// A company's own authority is named in the environment, as for other programs.
+class URLSessionAuthorityTest : public tests::SessionTest
+{
+protected:
+    URLSessionAuthorityTest()
+        : SessionTest({.tls = standin::Tls::selfSigned})
+    {
+    }
+    ~URLSessionAuthorityTest() override
+    {
+        qunsetenv("SSL_CERT_FILE");
+        qunsetenv("SSL_CERT_DIR");
+    }
+
+    QString writeCertificate(const QString& name) const
+    {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray::fromStdString(server.certificate()));
+        return file.fileName();
+    }
+    /// The name under which OpenSSL looks for an authority in a folder.
+    QString hashedName() const
+    {
+        const std::string text = server.certificate();
+        const std::unique_ptr<BIO, int (*)(BIO*)> bytes(BIO_new_mem_buf(text.data(), static_cast<int>(text.size())),
+                                                        BIO_free);
+        const std::unique_ptr<X509, void (*)(X509*)> certificate(
+            PEM_read_bio_X509(bytes.get(), nullptr, nullptr, nullptr), X509_free);
+        return QString::number(X509_subject_name_hash(certificate.get()), 16).rightJustified(8, u'0') +
+               QStringLiteral(".0");
+    }
+    void ask()
+    {
+        events.clear();
+        server.misbehave(standin::Match::next(), standin::Fault().status(200, "{}"));
+        run(tljira::URLRequest(QStringLiteral("https://localhost:%1/").arg(server.port())));
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(URLSessionAuthorityTest, IsTakenFromAFile)
+{
+    qputenv("SSL_CERT_FILE", writeCertificate(QStringLiteral("own.pem")).toUtf8());
+    ask();
+    EXPECT_THAT(events, ElementsAre("200", "end"));
+}
+
+TEST_F(URLSessionAuthorityTest, IsTakenFromAFolder)
+{
+    writeCertificate(hashedName());
+    qputenv("SSL_CERT_DIR", folder.path().toUtf8());
+    ask();
+    EXPECT_THAT(events, ElementsAre("200", "end"));
+}
+
+TEST_F(URLSessionAuthorityTest, IsNoneWhereTheNamesAreEmpty)
+{
+    qputenv("SSL_CERT_FILE", "");
+    qputenv("SSL_CERT_DIR", "");
+    ask();
+    EXPECT_THAT(events, ElementsAre("no response", "end -1202"));
+}
+
+TEST_F(URLSessionAuthorityTest, InAFileThatCannotBeReadIsAnErrorThatNamesTheFile)
+{
+    qputenv("SSL_CERT_FILE", "/no/such/file.pem");
+    ask();
+    EXPECT_THAT(events, ElementsAre("no response", "end -1200"));
+    EXPECT_EQ(error.value_or(tljira::Error()).localizedDescription(),
+              QStringLiteral("The certificates in “/no/such/file.pem”, which SSL_CERT_FILE names, cannot be read."));
+}
 
 /// Answers whatever the first connection says with plain text.
 class PlainServer

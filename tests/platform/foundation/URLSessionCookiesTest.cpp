@@ -54,4 +54,42 @@ TEST_F(URLSessionCookiesTest, AreNoneWhenTheConfigurationSaysSo)
     EXPECT_TRUE(HTTPCookieStorage::sharedHTTPCookieStorage()->cookies().empty());
 }
 
+/// The Cookie line of a request that has one of its own, beside a jar that holds own=1.
+class URLSessionCookieLineTest : public URLSessionCookiesTest
+{
+protected:
+    std::string lineFor(const char* cookies)
+    {
+        const auto jar = std::make_shared<HTTPCookieStorage>(folder.filePath(QStringLiteral("cookies.txt")));
+        configuration.HTTPCookieStorage = jar;
+        askTwice();
+        tljira::URLRequest request = requestFor("x");
+        request.addValue(QString::fromUtf8(cookies), QStringLiteral("cookie"));
+        server.misbehave(Match::next(), Fault().status(200, ""));
+        run(request);
+        EXPECT_EQ(server.lastRequest().headerCount("Cookie"), 1);
+        return server.lastRequest().header("Cookie");
+    }
+};
+
+TEST_F(URLSessionCookieLineTest, HoldsAValueWithSemicolonsAsItIs)
+{
+    for (const char* pair : {"N=a;b", "N=a;", "N=;;a", "N=a;own=1", "N=;b ;c"})
+        EXPECT_EQ(lineFor(pair), std::string("own=1; ") + pair) << pair;
+}
+
+TEST_F(URLSessionCookieLineTest, HoldsEachPairOnce)
+{
+    EXPECT_EQ(lineFor("own=1"), "own=1");
+    EXPECT_EQ(lineFor("own=1; N=V"), "own=1; N=V");
+    EXPECT_EQ(lineFor("N=V; own=1"), "own=1; N=V");
+    EXPECT_EQ(lineFor("own=2"), "own=1; own=2");
+}
+
+TEST_F(URLSessionCookieLineTest, IsOneLineWhateverAValueHolds)
+{
+    EXPECT_EQ(lineFor("N=a\r\nX-Own: b"), "own=1; N=aX-Own: b");
+    EXPECT_EQ(server.lastRequest().headerCount("X-Own"), 0);
+}
+
 } // namespace

@@ -56,11 +56,31 @@ TEST(AnswerHead, PassesOverLinesThatAreNoFields)
 TEST(AnswerHead, RefusesToGrowBeyondAllReason)
 {
     AnswerHead head;
-    const QByteArray line = "X: " + QByteArray(1024 * 1024, 'x') + "\r\n";
+    const QByteArray line = "X: " + QByteArray(1024 - 5, 'x') + "\r\n";
     int taken = 0;
-    while (taken < 100 && head.appendLine(line))
+    while (taken < 10000 && head.appendLine(line))
         ++taken;
-    EXPECT_EQ(taken, 15);
+    EXPECT_EQ(taken, 256);
+    EXPECT_TRUE(head.isTooLarge());
+}
+
+TEST(AnswerHead, CountsInterimAnswersToo)
+{
+    AnswerHead head;
+    int taken = 0;
+    while (taken < 100'000 && head.appendLine("HTTP/1.1 103 Early Hints\r\n") && head.appendLine("\r\n"))
+        ++taken;
+    EXPECT_LT(taken, 20'000);
+    EXPECT_TRUE(head.isTooLarge());
+}
+
+TEST(AnswerHead, IsNotTooLargeWithManyFields)
+{
+    AnswerHead head;
+    for (int field = 0; field < 2000; ++field)
+        ASSERT_TRUE(head.appendLine("X-Field-" + QByteArray::number(field) + ": a value\r\n"));
+    EXPECT_FALSE(head.isTooLarge());
+    EXPECT_EQ(head.fields().size(), 2000U);
 }
 
 } // namespace
