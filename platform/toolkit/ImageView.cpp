@@ -6,6 +6,37 @@
 
 namespace tljira {
 
+namespace {
+
+constexpr qsizetype mostBytes = 4 * 1024 * 1024;
+constexpr QSize largestSize(4096, 4096);
+/// A progressive JPEG is made of scans, each of which costs as much as the whole picture and may have hardly a byte.
+/// Programs make about ten.
+constexpr qsizetype mostScans = 64;
+
+/// Formats that need no more than the size of the picture, and open no other file.
+bool isFormatTaken(const QByteArray& format)
+{
+    static const QByteArrayList taken = {"png", "jpeg", "jpg", "gif", "bmp", "webp"};
+    return taken.contains(format);
+}
+
+bool isWithin(const QSize& size, const QSize& limit)
+{
+    return size.isValid() && size.boundedTo(limit) == size;
+}
+
+bool isTaken(const QByteArray& bytes, const QImageReader& reader)
+{
+    const QByteArray format = reader.format();
+    if (!isFormatTaken(format) || !isWithin(reader.size(), largestSize))
+        return false;
+    // The marker of a scan; within a scan's data no byte 0xff is followed by this one.
+    return !format.startsWith("jp") || bytes.count("\xff\xda") <= mostScans;
+}
+
+} // namespace
+
 ImageView::ImageView(QWidget* parent)
     : QWidget(parent)
 {
@@ -20,17 +51,20 @@ void ImageView::setImage(const QImage& image)
 
 QImage ImageView::decode(const QByteArray& bytes, int side)
 {
+    if (bytes.size() > mostBytes)
+        return {};
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer);
     reader.setAutoTransform(true);
+    if (!isTaken(bytes, reader))
+        return {};
     const QSize limit(side, side);
-    const QSize size = reader.size();
-    if (size.isValid() && size.boundedTo(limit) != size)
-        reader.setScaledSize(size.scaled(limit, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
+    if (!isWithin(reader.size(), limit))
+        reader.setScaledSize(reader.size().scaled(limit, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
     const QImage image = reader.read();
-    if (image.isNull() || image.size().boundedTo(limit) == image.size())
+    if (image.isNull() || isWithin(image.size(), limit))
         return image;
     return image.scaled(limit, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }

@@ -25,7 +25,9 @@ public:
     void setImage(const QImage& image);
 
     /// The picture that these bytes are, scaled down while it is read so that it fits a square of `side` pixels; a null
-    /// image if they are none. From any thread.
+    /// image if they are none. Of an animation it is the first picture. Only PNG, JPEG, GIF, BMP and WebP are taken
+    /// (the last where Qt's plug-in for it is installed), of at most 4 MiB and 4,096 by 4,096 pixels, so that no server
+    /// can fill the memory. From any thread; a picture of that size may take seconds.
     static QImage decode(const QByteArray& bytes, int side);
 
 protected:

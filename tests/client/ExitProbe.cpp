@@ -6,10 +6,12 @@
 // request it is and how the process ends.
 
 #include "client/JAController.h"
+#include "platform/foundation/GlobalQueue.h"
+#include "platform/foundation/MainQueue.h"
 
 #include <QCoreApplication>
+#include <QSemaphore>
 #include <QStringList>
-#include <QThreadPool>
 #include <QTimer>
 
 #include <cstdlib>
@@ -36,12 +38,24 @@ void download(const std::function<void()>& end)
         qEnvironmentVariable("HOME") + QStringLiteral("/saved"));
 }
 
+/// As on a disk that never answers.
+void getStuck()
+{
+    tljira::GlobalQueue::instance().addOperation([] {
+        tljira::MainQueue::instance().addOperation([] { QCoreApplication::exit(0); });
+        QSemaphore never;
+        never.acquire();
+    });
+}
+
 void start(const QString& way)
 {
     if (way == u"upload")
         upload();
     else if (way == u"upload-from-pool")
-        QThreadPool::globalInstance()->start(upload);
+        tljira::GlobalQueue::instance().addOperation(upload);
+    else if (way == u"stuck-operation")
+        getStuck();
     else if (way == u"download")
         download([] { QCoreApplication::exit(0); });
     else if (way == u"download-exit-in-callback")

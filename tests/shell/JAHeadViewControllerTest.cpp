@@ -3,12 +3,10 @@
 #include "constants/FrameworkBundle.h"
 #include "shell/JALoginWindow.h"
 #include "standin/Avatar.h"
+#include "tests/support/HeldGlobalQueue.h"
 #include "tests/upload/JiraTest.h"
 
 #include <QBuffer>
-#include <QRandomGenerator>
-#include <QSemaphore>
-#include <QThreadPool>
 
 namespace {
 
@@ -203,39 +201,42 @@ TEST_F(JAHeadViewControllerTest, takesAPictureWhateverTheStatus)
     EXPECT_EQ(header->avatarImage()->image().size(), QSize(16, 16));
 }
 
-std::string noise(const QSize& size)
+std::string pictureOf(const QSize& size)
 {
     QImage image(size, QImage::Format_RGB32);
-    QRandomGenerator random(1);
-    random.fillRange(reinterpret_cast<quint32*>(image.bits()), image.sizeInBytes() / 4);
+    image.fill(Qt::red);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG", 100);
+    image.save(&buffer, "PNG");
     return buffer.data().toStdString();
 }
 
 TEST_F(JAHeadViewControllerTest, shrinksAHugePicture)
 {
     logIn();
-    const std::string picture = noise(QSize(3000, 2400));
-    ASSERT_GT(picture.size(), 20U << 20);
-    loadAvatar(Fault().status(200, picture, "image/png"));
+    loadAvatar(Fault().status(200, pictureOf(QSize(3000, 2400)), "image/png"));
 
     ASSERT_TRUE(waitForAvatar());
     EXPECT_EQ(header->avatarImage()->image().size(), QSize(256, 204));
 }
 
+TEST_F(JAHeadViewControllerTest, takesAPictureBeyondItsBoundsForNone)
+{
+    fill();
+    loadAvatar(Fault().status(200, pictureOf(QSize(4097, 10)), "image/png"));
+
+    EXPECT_TRUE(waitUntil([this] { return header->avatarImage()->image().isNull(); }));
+}
+
 TEST_F(JAHeadViewControllerTest, decodesPicturesOnAnotherThread)
 {
     logIn();
-    QThreadPool::globalInstance()->setMaxThreadCount(1);
-    QSemaphore slowDecoder;
-    QThreadPool::globalInstance()->start([&slowDecoder] { slowDecoder.acquire(); });
+    HeldGlobalQueue slowDecoders;
     header->setAvatarByURL(address + QStringLiteral("secure/useravatar"));
     ASSERT_TRUE(waitUntil([this] { return !log.lines().filter(QStringLiteral("Error task")).isEmpty(); }));
     drainMainQueue();
     EXPECT_TRUE(header->avatarImage()->image().isNull());
-    slowDecoder.release();
+    slowDecoders.letGo();
 
     EXPECT_TRUE(waitForAvatar());
 }

@@ -1,9 +1,8 @@
+#include "tests/support/HeldGlobalQueue.h"
 #include "tests/upload/UploadTest.h"
 
 #include <QFileInfo>
 #include <QProcess>
-#include <QSemaphore>
-#include <QThreadPool>
 
 namespace {
 
@@ -47,14 +46,12 @@ TEST_F(UploadEndingTest, cancelsUnderWay)
 
 TEST_F(UploadEndingTest, cancelsBeforeTheUploadHasReallyBegun)
 {
-    QThreadPool::globalInstance()->setMaxThreadCount(1);
-    QSemaphore slowDisk;
-    QThreadPool::globalInstance()->start([&slowDisk] { slowDisk.acquire(); });
+    HeldGlobalQueue slowDisk;
     holdUploadsAfter(1 << 20);
     upload();
     click(sheet()->cancelButton());
     ASSERT_EQ(window->attachedSheet(), nullptr);
-    slowDisk.release();
+    slowDisk.letGo();
 
     ASSERT_TRUE(waitUntil([this] { return hasFailed(); }));
     EXPECT_EQ(sheet()->errorMessage()->text(), QStringLiteral("cancelled"));

@@ -1,11 +1,8 @@
-#include "platform/foundation/GlobalQueue.h"
+#include "tests/support/HeldGlobalQueue.h"
 #include "tests/upload/UploadTest.h"
 
 #include <QFileInfo>
-#include <QThreadPool>
 #include <QtTest/QTest>
-
-#include <future>
 
 namespace {
 
@@ -77,26 +74,9 @@ TEST_F(UploadProgressTest, takesTheKeyAsItIsTyped)
     EXPECT_EQ(server.lastRequest().path, "/rest/api/2/issue/abc-1/attachments");
 }
 
-/// Keeps the only thread that an upload can begin on.
-class BusyThread
-{
-public:
-    BusyThread()
-    {
-        QThreadPool::globalInstance()->setMaxThreadCount(1);
-        tljira::GlobalQueue::instance().addOperation([freed = m_freed.get_future().share()] { freed.wait(); });
-    }
-    ~BusyThread() { m_freed.set_value(); }
-    BusyThread(const BusyThread&) = delete;
-    BusyThread& operator=(const BusyThread&) = delete;
-
-private:
-    std::promise<void> m_freed;
-};
-
 TEST_F(UploadProgressTest, showsTheSheetBeforeAnythingIsSent)
 {
-    const BusyThread busy;
+    const HeldGlobalQueue slowDisk;
     upload();
 
     EXPECT_TRUE(isSheetUp());
