@@ -1,6 +1,7 @@
 #include "platform/foundation/Data.h"
 
 #include "platform/foundation/PathString.h"
+#include "platform/foundation/os/FileStamp.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -25,30 +26,39 @@ public:
     {
         if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
             return false;
-        m_size = m_file.size();
-        return true;
+        m_stamp = os::stampOfFile(m_file.handle());
+        return m_stamp.has_value();
     }
 
-    qint64 size() const { return m_size; }
+    qint64 size() const { return m_stamp->size; }
+
+    /// Whether nobody has written to the file since it was opened, as far as the file system tells.
+    bool isUnchanged() const { return os::stampOfFile(m_file.handle()) == m_stamp; }
 
     qint64 readAt(qint64 position, char* buffer, qint64 capacity)
     {
         const std::lock_guard lock(m_mutex);
         if (m_file.pos() != position && !m_file.seek(position))
             return -1;
-        return m_file.read(buffer, std::min(capacity, m_size - position));
+        return m_file.read(buffer, std::min(capacity, size() - position));
     }
 
-    Error changedError() const
+    Error shortenedError() const
     {
-        return makeError(QLatin1String(CocoaErrorDomain), static_cast<qint64>(FileError::ReadUnknown),
-                         QStringLiteral("The file “%1” became shorter or unreadable while it was being read.")
-                             .arg(lastPathComponent(m_file.fileName())));
+        return errorOf(QStringLiteral("The file “%1” became shorter or unreadable while it was being read."));
     }
+
+    Error changedError() const { return errorOf(QStringLiteral("The file “%1” was changed while it was being read.")); }
 
 private:
+    Error errorOf(const QString& text) const
+    {
+        return makeError(QLatin1String(CocoaErrorDomain), static_cast<qint64>(FileError::ReadUnknown),
+                         text.arg(lastPathComponent(m_file.fileName())));
+    }
+
     QFile m_file;
-    qint64 m_size = 0;
+    std::optional<os::FileStamp> m_stamp;
     std::mutex m_mutex;
 };
 
@@ -151,10 +161,30 @@ qint64 DataReader::readFromPiece(const Data::Piece& piece, char* buffer, qint64 
     }
     const auto& file = std::get<std::shared_ptr<Data::OpenFile>>(piece);
     const qint64 count = file->readAt(m_offset, buffer, capacity);
-    if (count > 0)
-        return count;
-    m_error = file->changedError();
-    return -1;
+    if (count <= 0)
+        m_error = file->shortenedError();
+    else if (m_offset + count == file->size() && !file->isUnchanged())
+        m_error = file->changedError();
+    return m_error ? -1 : count;
+}
+
+bool DataReader::readsFiles() const
+{
+    return std::ranges::any_of(m_data.m_pieces, [](const Data::Piece& piece) {
+        return std::holds_alternative<std::shared_ptr<Data::OpenFile>>(piece);
+    });
+}
+
+bool DataReader::filesAreUnchanged()
+{
+    for (const Data::Piece& piece : m_data.m_pieces) {
+        const auto* file = std::get_if<std::shared_ptr<Data::OpenFile>>(&piece);
+        if (!file || (*file)->isUnchanged())
+            continue;
+        m_error = (*file)->changedError();
+        return false;
+    }
+    return true;
 }
 
 } // namespace tljira

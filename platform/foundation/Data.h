@@ -16,7 +16,8 @@ namespace tljira {
 /// Immutable bytes as a rope: each piece lies in memory or is an open file. Copies and joins share the
 /// pieces, so a body that holds a file of gigabytes costs no more memory than one that holds a line. A piece of a file
 /// is read when it is asked for, from the file that was opened, also when its name is removed or given to another file
-/// meanwhile.
+/// meanwhile. A file that somebody writes to after it was opened cannot be read to its end any more: what came of it
+/// would be neither the old file nor the new one.
 class TL_EXPORT Data
 {
 public:
@@ -37,7 +38,7 @@ public:
     /// Adds the pieces of `other`, which may be this object, without copying their bytes.
     Data& append(const Data& other);
 
-    /// All bytes in one piece of memory; nothing when a file no longer gives what it held.
+    /// All bytes in one piece of memory; nothing when a file no longer gives what it held or was written to.
     std::optional<QByteArray> bytes() const;
     /// The bytes as text; nothing when they are not UTF-8.
     std::optional<QString> utf8Text() const;
@@ -63,10 +64,16 @@ public:
     explicit DataReader(Data data);
 
     /// Fills up to `capacity` bytes and returns their number, 0 at the end, -1 when a file gives fewer bytes than it
-    /// held when it was opened; `error` then says which.
+    /// held when it was opened, or when its last byte is read and it was written to meanwhile; `error` then says which.
     qint64 read(char* buffer, qint64 capacity);
 
-    /// Why the last `read` answered -1: CocoaErrorDomain, FileError::ReadUnknown. Nothing before.
+    /// Whether there is a file among the pieces, so that `read` may take as long as a disk does.
+    bool readsFiles() const;
+
+    /// Looks at the files once more. False when one was written to since it was opened; `error` then says which.
+    bool filesAreUnchanged();
+
+    /// What was wrong with a file: CocoaErrorDomain, FileError::ReadUnknown. Nothing before.
     const std::optional<Error>& error() const { return m_error; }
 
 private:

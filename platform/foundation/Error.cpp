@@ -25,6 +25,8 @@ QString transportText(URLError code, const QString& host)
         return QStringLiteral("The network connection was lost.");
     case URLError::HTTPTooManyRedirects:
         return QStringLiteral("too many HTTP redirects");
+    case URLError::ResourceUnavailable:
+        return QStringLiteral("The request could not be started: the system has no thread or memory left for it.");
     case URLError::NotConnectedToInternet:
         return QStringLiteral("The Internet connection appears to be offline.");
     case URLError::CannotDecodeContentData:

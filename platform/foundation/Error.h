@@ -53,6 +53,7 @@ enum class URLError : qint64 {
     CannotConnectToHost = -1004,
     NetworkConnectionLost = -1005,
     HTTPTooManyRedirects = -1007,
+    ResourceUnavailable = -1008,
     NotConnectedToInternet = -1009,
     CannotDecodeContentData = -1016,
     CannotParseResponse = -1017,

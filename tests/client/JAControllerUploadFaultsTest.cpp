@@ -1,6 +1,7 @@
 #include "tests/client/ClientTest.h"
 #include "tests/support/WithoutPrivileges.h"
 
+#include <QDateTime>
 #include <QDir>
 
 namespace {
@@ -45,6 +46,22 @@ protected:
         server.misbehave(Match::next(), Fault().hold(point));
         start(source);
         ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    }
+
+    /// Times of files may be counted in steps longer than a test takes.
+    static void makeOld(const QString& path)
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime));
+    }
+
+    static void writeInto(const QString& path, qint64 position)
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(file.seek(position));
+        ASSERT_EQ(file.write("other"), 5);
     }
 
     const QString source;
@@ -160,19 +177,30 @@ TEST_F(JAControllerUploadFaultsTest, ASourceThatShrinksUnderWayFailsTheUpload)
     EXPECT_TRUE(server.attachments("ABC-1").empty());
 }
 
-TEST_F(JAControllerUploadFaultsTest, ASourceThatGrowsUnderWayIsSentAsItWas)
+TEST_F(JAControllerUploadFaultsTest, ASourceThatGrowsOrIsOverwrittenUnderWayFailsTheUpload)
 {
-    uploadAndHold(Point::requestBody(0));
-    QFile file(source);
-    ASSERT_TRUE(file.open(QIODevice::Append));
-    ASSERT_EQ(file.write("more"), 4);
-    file.close();
+    for (const qint64 position : {size, size - 5, size / 2}) {
+        writeFile("source", QByteArray(size, 'x'));
+        makeOld(source);
+        uploadAndHold(Point::requestBody(0));
+        writeInto(source, position);
+        server.release();
+        ASSERT_TRUE(waitForEvents(1));
+        EXPECT_THAT(events, ElementsAre("NSCocoaErrorDomain 256"));
+        EXPECT_EQ(error->localizedDescription(),
+                  QStringLiteral("The file “source” was changed while it was being read."));
+        EXPECT_TRUE(server.attachments("ABC-1").empty());
+    }
+}
+
+TEST_F(JAControllerUploadFaultsTest, ASourceThatIsOverwrittenBeforeTheAnswerFailsTheUpload)
+{
+    makeOld(source);
+    uploadAndHold(Point::responseHead(0));
+    writeInto(source, size / 2);
     server.release();
     ASSERT_TRUE(waitForEvents(1));
-    EXPECT_THAT(events, ElementsAre("no error"));
-    const auto attachments = server.attachments("ABC-1");
-    ASSERT_EQ(attachments.size(), 1u);
-    EXPECT_EQ(attachments[0].size, size);
+    EXPECT_THAT(events, ElementsAre("NSCocoaErrorDomain 256"));
 }
 
 TEST_F(JAControllerUploadFaultsTest, ASourceThatIsRemovedOrReplacedUnderWayIsSentAsItWas)

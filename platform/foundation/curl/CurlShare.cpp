@@ -2,10 +2,13 @@
 
 namespace tljira {
 
-void startCurl()
+bool startCurl()
 {
-    static const CURLcode started = curl_global_init(CURL_GLOBAL_ALL);
-    static_cast<void>(started);
+    static std::mutex mutex;
+    static bool isStarted = false;
+    const std::lock_guard lock(mutex);
+    isStarted = isStarted || curl_global_init(CURL_GLOBAL_ALL) == CURLE_OK;
+    return isStarted;
 }
 
 CurlShare::CurlShare()
@@ -13,6 +16,8 @@ CurlShare::CurlShare()
     startCurl();
     m_easy = curl_easy_init();
     m_share = curl_share_init();
+    if (!isUsable())
+        return;
     curl_lock_function lock = [](CURL*, curl_lock_data, curl_lock_access, void* mutex) {
         static_cast<std::mutex*>(mutex)->lock();
     };
@@ -54,19 +59,21 @@ std::vector<HTTPCookie> CurlShare::cookiesOf(CURL* easy)
 std::vector<HTTPCookie> CurlShare::cookies() const
 {
     const std::lock_guard lock(m_easyMutex);
-    return cookiesOf(m_easy);
+    return isUsable() ? cookiesOf(m_easy) : std::vector<HTTPCookie>();
 }
 
 void CurlShare::setCookie(const HTTPCookie& cookie)
 {
     const std::lock_guard lock(m_easyMutex);
-    curl_easy_setopt(m_easy, CURLOPT_COOKIELIST, cookie.netscapeLine().constData());
+    if (isUsable())
+        curl_easy_setopt(m_easy, CURLOPT_COOKIELIST, cookie.netscapeLine().constData());
 }
 
 void CurlShare::deleteAllCookies()
 {
     const std::lock_guard lock(m_easyMutex);
-    curl_easy_setopt(m_easy, CURLOPT_COOKIELIST, "ALL");
+    if (isUsable())
+        curl_easy_setopt(m_easy, CURLOPT_COOKIELIST, "ALL");
 }
 
 } // namespace tljira

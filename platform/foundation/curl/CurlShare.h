@@ -9,8 +9,9 @@
 
 namespace tljira {
 
-/// Starts libcurl once for the process; every owner of a handle calls it first.
-void startCurl();
+/// Starts libcurl once for the process; every owner of a handle calls it first. False when it does not start, as
+/// without memory; the next call tries again.
+bool startCurl();
 
 /// libcurl's cookie engine in a form that all transfers share. From any thread.
 class CurlShare
@@ -22,6 +23,8 @@ public:
     CurlShare& operator=(const CurlShare&) = delete;
 
     CURLSH* handle() const { return m_share; }
+    /// False when there was no memory for it. It then holds no cookies and takes up none.
+    bool isUsable() const { return m_easy && m_share; }
 
     std::vector<HTTPCookie> cookies() const;
     void setCookie(const HTTPCookie& cookie);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <set>
+#include <system_error>
 #include <utility>
 
 namespace tljira {
@@ -13,8 +14,6 @@ namespace {
 
 constexpr std::size_t mostIdleHandles = 4;
 constexpr int longestWaitMs = 60'000;
-/// About what it takes to put a thread to sleep and wake it again.
-constexpr auto shortestSleep = std::chrono::microseconds(50);
 
 /// All running threads, stopped when the process begins to exit.
 class RunningThreads
@@ -64,14 +63,14 @@ private:
 NetworkThread::NetworkThread()
 {
     RunningThreads::instance().add(this);
-    m_multi = curl_multi_init();
-    m_thread = std::thread([this] { run(); });
 }
 
 NetworkThread::~NetworkThread()
 {
     RunningThreads::instance().remove(this);
     stop();
+    if (m_queue)
+        m_queue->close();
     for (const auto& [transfer, active] : m_active) {
         curl_multi_remove_handle(m_multi, active.easy);
         curl_easy_cleanup(active.easy);
@@ -81,15 +80,39 @@ NetworkThread::~NetworkThread()
     curl_multi_cleanup(m_multi);
 }
 
+bool NetworkThread::ensureRunning()
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_thread.joinable() || m_isStopped)
+        return true;
+    if (!m_multi && startCurl())
+        m_multi = curl_multi_init();
+    if (!m_multi)
+        return false;
+    if (!m_queue)
+        m_queue = std::make_shared<CommandQueue>(m_multi);
+    try {
+        m_thread = std::thread([this] { run(); });
+    } catch (const std::system_error&) {
+        return false;
+    }
+    return true;
+}
+
+std::shared_ptr<CommandQueue> NetworkThread::queue() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_queue;
+}
+
 void NetworkThread::stop()
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        m_isStopping = true;
-    }
-    curl_multi_wakeup(m_multi);
-    if (m_thread.joinable())
-        m_thread.join();
+    const std::lock_guard lock(m_mutex);
+    m_isStopped = true;
+    if (!m_thread.joinable())
+        return;
+    m_queue->stop();
+    m_thread.join();
 }
 
 void NetworkThread::discardFiles()
@@ -98,38 +121,26 @@ void NetworkThread::discardFiles()
         transfer->discardBody();
 }
 
-void NetworkThread::post(std::function<void()> command)
-{
-    bool isAsleep = false;
-    {
-        const std::lock_guard lock(m_mutex);
-        m_commands.push_back(std::move(command));
-        m_hasCommands = true;
-        isAsleep = m_isAsleep;
-    }
-    if (isAsleep)
-        curl_multi_wakeup(m_multi);
-}
-
 void NetworkThread::start(std::shared_ptr<Transfer> transfer)
 {
-    post([this, transfer = std::move(transfer)] { startNow(transfer); });
+    if (!ensureRunning())
+        transfer->abort(makeURLError(URLError::ResourceUnavailable));
+    else if (const auto commands = queue())
+        commands->post([this, transfer = std::move(transfer)] { startNow(transfer); });
 }
 
 void NetworkThread::cancel(std::shared_ptr<Transfer> transfer)
 {
-    post([this, transfer = std::move(transfer)] { abort(transfer.get(), makeURLError(URLError::Cancelled)); });
+    if (const auto commands = queue())
+        commands->post(
+            [this, transfer = std::move(transfer)] { abort(transfer.get(), makeURLError(URLError::Cancelled)); });
 }
 
 void NetworkThread::run()
 {
-    while (true) {
-        {
-            const std::lock_guard lock(m_mutex);
-            if (m_isStopping)
-                break;
-        }
-        runCommands();
+    while (!m_queue->isStopped()) {
+        for (const auto& command : m_queue->take())
+            command();
         int running = 0;
         curl_multi_perform(m_multi, &running);
         finishHops();
@@ -139,27 +150,43 @@ void NetworkThread::run()
     }
 }
 
-void NetworkThread::runCommands()
-{
-    std::vector<std::function<void()>> commands;
-    {
-        const std::lock_guard lock(m_mutex);
-        commands.swap(m_commands);
-        m_hasCommands = false;
-    }
-    for (const auto& command : commands)
-        command();
-}
-
 void NetworkThread::startNow(const std::shared_ptr<Transfer>& transfer)
 {
     CURL* easy = takeHandle();
+    if (!easy) {
+        transfer->abort(makeURLError(URLError::ResourceUnavailable));
+        return;
+    }
+    transfer->setBodyCallBack([this, commands = m_queue, weak = std::weak_ptr(transfer)] {
+        commands->post([this, weak] {
+            if (const auto waiting = weak.lock())
+                goOn(waiting.get());
+        });
+    });
     if (!transfer->prepareHop(easy)) {
         keepHandle(easy);
         return;
     }
     m_active.emplace(transfer.get(), ActiveTransfer{easy, transfer});
-    curl_multi_add_handle(m_multi, easy);
+    addHandle(easy, transfer.get());
+}
+
+void NetworkThread::addHandle(CURL* easy, Transfer* transfer)
+{
+    if (curl_multi_add_handle(m_multi, easy) != CURLM_OK)
+        abort(transfer, makeURLError(URLError::ResourceUnavailable));
+}
+
+/// The body has what it was waited for.
+void NetworkThread::goOn(Transfer* transfer)
+{
+    const auto found = m_active.find(transfer);
+    if (found == m_active.end())
+        return;
+    if (found->second.code)
+        finishHop(transfer);
+    else
+        transfer->resumeBody();
 }
 
 void NetworkThread::finishHops()
@@ -171,27 +198,24 @@ void NetworkThread::finishHops()
         Transfer* transfer = nullptr;
         curl_easy_getinfo(easy, CURLINFO_PRIVATE, &transfer);
         curl_multi_remove_handle(m_multi, easy);
-        if (transfer->finishHop(code) && transfer->prepareHop(easy)) {
-            curl_multi_add_handle(m_multi, easy);
-            continue;
-        }
-        keepHandle(easy);
-        m_active.erase(transfer);
-        m_hasJustFinished = true;
+        m_active.at(transfer).code = code;
+        finishHop(transfer);
     }
 }
 
-/// An answer is often followed by the next request at once, as when issues are looked up in a row. That is worth a
-/// moment's attention when there is nothing else to attend to. True when a command came.
-bool NetworkThread::awaitsCommandAwake()
+void NetworkThread::finishHop(Transfer* transfer)
 {
-    if (!std::exchange(m_hasJustFinished, false) || !m_active.empty())
-        return false;
-    const auto end = Transfer::Clock::now() + shortestSleep;
-    // No yielding: on a busy machine that gives away far more than this moment.
-    while (!m_hasCommands && Transfer::Clock::now() < end)
-        continue;
-    return m_hasCommands;
+    ActiveTransfer& active = m_active.at(transfer);
+    if (transfer->mustAwaitBody(*active.code))
+        return;
+    CURL* easy = active.easy;
+    const CURLcode code = *std::exchange(active.code, std::nullopt);
+    if (transfer->finishHop(code) && transfer->prepareHop(easy)) {
+        addHandle(easy, transfer);
+        return;
+    }
+    keepHandle(easy);
+    m_active.erase(transfer);
 }
 
 void NetworkThread::wait()
@@ -203,20 +227,11 @@ void NetworkThread::wait()
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(next - now);
         timeout = std::clamp(left, std::chrono::milliseconds(0), timeout);
     }
-    if (awaitsCommandAwake())
+    if (!m_queue->beginWait())
         return;
-    {
-        const std::lock_guard lock(m_mutex);
-        if (m_isStopping || !m_commands.empty())
-            return;
-        m_isAsleep = true;
-    }
     int ready = 0;
     curl_multi_poll(m_multi, nullptr, 0, static_cast<int>(timeout.count()), &ready);
-    {
-        const std::lock_guard lock(m_mutex);
-        m_isAsleep = false;
-    }
+    m_queue->endWait();
     if (ready > 0)
         noteUnexplainedMove();
 }

@@ -7,6 +7,7 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <utility>
 
 namespace tljira {
 
@@ -103,7 +104,15 @@ bool Transfer::prepareHop(CURL* easy)
         abort(*error);
         return false;
     }
+    if (usesJar() && !m_jar->share().isUsable()) {
+        abort(makeURLError(URLError::ResourceUnavailable));
+        return false;
+    }
     setMethodAndBody();
+    if (const auto error = m_source ? m_source->error() : std::nullopt) {
+        abort(*error);
+        return false;
+    }
     setHeaders();
     setConnection();
     setCallbacks();
@@ -134,10 +143,11 @@ void Transfer::setMethodAndBody()
 {
     const QByteArray method = lineText(m_request.HTTPMethod);
     const bool isPost = method == "POST";
-    m_reader.reset();
+    m_source.reset();
+    m_isSourceAwaited = false;
     if (m_request.HTTPBody || isPost) {
         const Data body = m_request.HTTPBody.value_or(Data());
-        m_reader.emplace(body);
+        m_source = std::make_unique<BodySource>(body, m_bodyCallBack);
         m_progress.expectedToSend = body.size();
         curl_easy_setopt(m_easy, CURLOPT_POST, 1L);
         curl_easy_setopt(m_easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
@@ -147,7 +157,7 @@ void Transfer::setMethodAndBody()
     }
     if (!isPost && method != "GET")
         curl_easy_setopt(m_easy, CURLOPT_CUSTOMREQUEST, method.constData());
-    else if (!isPost && m_reader)
+    else if (!isPost && m_source)
         curl_easy_setopt(m_easy, CURLOPT_CUSTOMREQUEST, "GET");
     if (method == "HEAD")
         curl_easy_setopt(m_easy, CURLOPT_NOBODY, 1L);
@@ -181,7 +191,7 @@ void Transfer::setHeaders()
     if (!hasAcceptEncoding)
         m_headers->append(m_destination == AnswerBody::Destination::File ? "Accept-Encoding: identity"
                                                                          : "Accept-Encoding: gzip");
-    if (m_reader && !hasContentType)
+    if (m_source && !hasContentType)
         m_headers->append("Content-Type:");
     if (!m_request.valueForHTTPHeaderField(QStringLiteral("Accept")))
         m_headers->append("Accept: */*");
@@ -192,13 +202,16 @@ void Transfer::setHeaders()
     setCookies(cookies);
 }
 
+bool Transfer::usesJar() const
+{
+    return m_jar && !m_hasSteppedDown && m_configuration.HTTPShouldSetCookies && m_request.HTTPShouldHandleCookies;
+}
+
 void Transfer::setCookies(const QString& explicitCookies)
 {
-    const bool usesJar =
-        m_jar && !m_hasSteppedDown && m_configuration.HTTPShouldSetCookies && m_request.HTTPShouldHandleCookies;
-    curl_easy_setopt(m_easy, CURLOPT_SHARE, usesJar ? m_jar->share().handle() : nullptr);
+    curl_easy_setopt(m_easy, CURLOPT_SHARE, usesJar() ? m_jar->share().handle() : nullptr);
     // Sharing alone would send the jar's cookies, but take up none.
-    if (usesJar)
+    if (usesJar())
         curl_easy_setopt(m_easy, CURLOPT_COOKIEFILE, "");
     if (explicitCookies.isEmpty())
         return;
@@ -206,7 +219,7 @@ void Transfer::setCookies(const QString& explicitCookies)
     // libcurl joins these to the jar's in one line, but would send twice what is in both. Pairs are parted by "; ": a
     // semicolon alone belongs to a value.
     const QUrl url(*m_request.url);
-    const std::vector<HTTPCookie> jarCookies = usesJar ? CurlShare::cookiesOf(m_easy) : std::vector<HTTPCookie>();
+    const std::vector<HTTPCookie> jarCookies = usesJar() ? CurlShare::cookiesOf(m_easy) : std::vector<HTTPCookie>();
     const QString separator = QStringLiteral("; ");
     QStringList pairs = explicitCookies.split(separator);
     pairs.removeIf([&](const QString& pair) {
@@ -225,6 +238,9 @@ void Transfer::setConnection()
         m_routes->append(route.toUtf8());
     curl_easy_setopt(m_easy, CURLOPT_CONNECT_TO, m_routes->lines);
     curl_easy_setopt(m_easy, CURLOPT_NOSIGNAL, 1L);
+    // A look-up that nobody waits for any more is left to itself: otherwise the end of one transfer would hold up all
+    // others until the name server answers.
+    curl_easy_setopt(m_easy, CURLOPT_QUICK_EXIT, 1L);
     if (const QByteArray file = authorityFile(); !file.isEmpty())
         curl_easy_setopt(m_easy, CURLOPT_CAINFO, file.constData());
     if (const QByteArray folder = authorityFolder(); !folder.isEmpty())
@@ -256,7 +272,10 @@ std::size_t Transfer::readBody(char* buffer, std::size_t size, std::size_t count
 {
     auto* self = static_cast<Transfer*>(transfer);
     const qint64 read =
-        self->m_reader ? self->m_reader->read(buffer, static_cast<qint64>(size) * static_cast<qint64>(count)) : 0;
+        self->m_source ? self->m_source->read(buffer, static_cast<qint64>(size) * static_cast<qint64>(count)) : 0;
+    self->m_isSourceAwaited = read == BodySource::mustWait;
+    if (self->m_isSourceAwaited)
+        return CURL_READFUNC_PAUSE;
     return read < 0 ? CURL_READFUNC_ABORT : static_cast<std::size_t>(read);
 }
 
@@ -332,6 +351,17 @@ bool Transfer::isRedirect() const
     return isMoved && !m_head.valueOf("Location").isEmpty();
 }
 
+void Transfer::resumeBody()
+{
+    if (std::exchange(m_isSourceAwaited, false))
+        curl_easy_pause(m_easy, CURLPAUSE_CONT);
+}
+
+bool Transfer::mustAwaitBody(CURLcode code)
+{
+    return code == CURLE_OK && m_source && !isRedirect() && m_source->check() == BodySource::Check::Pending;
+}
+
 bool Transfer::finishHop(CURLcode code)
 {
     if (m_head.setsCookies() && m_jar)
@@ -358,12 +388,12 @@ bool Transfer::finishHop(CURLcode code)
 
 std::optional<Error> Transfer::errorOf(CURLcode code)
 {
+    if (m_source && m_source->error())
+        return m_source->error();
     if (code == CURLE_OK) {
         // libcurl takes a connection that closes within the head for the end of an answer without a body.
         return m_head.isComplete() ? std::nullopt : std::optional(makeURLError(URLError::NetworkConnectionLost));
     }
-    if (m_reader && m_reader->error())
-        return m_reader->error();
     if (m_body->error())
         return m_body->error();
     if (isHeadTooLarge(code)) {
@@ -449,6 +479,7 @@ void Transfer::abort(const Error& error)
 void Transfer::end(TransferResult result)
 {
     m_easy = nullptr;
+    m_source.reset();
     m_body.reset();
     m_observer->transferEnded(std::move(result));
 }

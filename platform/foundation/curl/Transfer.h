@@ -4,12 +4,14 @@
 #include "platform/foundation/URLSessionConfiguration.h"
 #include "platform/foundation/curl/AnswerBody.h"
 #include "platform/foundation/curl/AnswerHead.h"
+#include "platform/foundation/curl/BodySource.h"
 #include "platform/foundation/curl/CookieJar.h"
 #include "platform/foundation/curl/TransferObserver.h"
 
 #include <curl/curl.h>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace tljira {
@@ -29,13 +31,22 @@ public:
     Transfer(const Transfer&) = delete;
     Transfer& operator=(const Transfer&) = delete;
 
+    /// What a body calls, on another thread, when `resumeBody` or a new question whether it `mustAwaitBody` is due.
+    void setBodyCallBack(std::function<void()> callBack) { m_bodyCallBack = std::move(callBack); }
+
     /// Sets the handle up for the hop that is next. False when that cannot be; the transfer has then ended.
     bool prepareHop(CURL* easy);
+
+    /// There is more of the body for libcurl, which had come to its end.
+    void resumeBody();
+
+    /// Whether `finishHop` must wait, because nobody knows yet whether the body was sent as its file was.
+    bool mustAwaitBody(CURLcode code);
 
     /// libcurl is done with the hop. True when another one must follow; otherwise the transfer has ended.
     bool finishHop(CURLcode code);
 
-    /// Ends the transfer with an error from outside, once the handle is out of libcurl's hands.
+    /// Ends the transfer with an error from outside, before it had a handle or once that is out of libcurl's hands.
     void abort(const Error& error);
 
     /// Forgets what has arrived, a file included.
@@ -64,6 +75,7 @@ private:
                             curl_off_t uploaded);
 
     std::optional<Error> checkAddress();
+    bool usesJar() const;
     void setMethodAndBody();
     void setHeaders();
     void setCookies(const QString& explicitCookies);
@@ -89,7 +101,9 @@ private:
     CURL* m_easy = nullptr;
     std::unique_ptr<HeaderList> m_headers;
     std::unique_ptr<HeaderList> m_routes;
-    std::optional<DataReader> m_reader;
+    std::function<void()> m_bodyCallBack;
+    std::unique_ptr<BodySource> m_source;
+    bool m_isSourceAwaited = false;
     AnswerHead m_head;
     std::unique_ptr<AnswerBody> m_body;
     int m_redirects = 0;

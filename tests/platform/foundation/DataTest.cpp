@@ -2,6 +2,7 @@
 
 #include "tests/support/Printers.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -25,6 +27,14 @@ protected:
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         EXPECT_EQ(file.write(bytes), bytes.size());
         return path;
+    }
+
+    /// Times of files may be counted in steps longer than a test takes.
+    static void makeOld(const QString& path)
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(file.setFileTime(QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime));
     }
 
     static QByteArray readInStepsOf(DataReader& reader, qint64 step)
@@ -153,12 +163,50 @@ TEST_F(DataTest, SaysSoWhenAFileGivesLessThanItHeld)
     EXPECT_EQ(data.bytes(), std::nullopt);
 }
 
-TEST_F(DataTest, IsAsLongAsTheFileWasAlsoWhenItGrows)
+TEST_F(DataTest, SaysSoWhenAFileWasWrittenToSinceItWasOpened)
+{
+    const QString path = fileWith("0123456789");
+    const auto append = [](QFile& file) { return file.open(QIODevice::Append) && file.write("x") == 1; };
+    const auto overwrite = [](QFile& file) {
+        return file.open(QIODevice::ReadWrite) && file.seek(3) && file.write("x") == 1;
+    };
+    for (const std::function<bool(QFile&)>& change : {std::function<bool(QFile&)>(append), {overwrite}}) {
+        fileWith("0123456789");
+        makeOld(path);
+        const Data data = *Data::contentsOfFile(path);
+        DataReader reader(data);
+        char buffer[16];
+        ASSERT_EQ(reader.read(buffer, 5), 5);
+        QFile file(path);
+        ASSERT_TRUE(change(file));
+        file.close();
+        EXPECT_EQ(reader.read(buffer, sizeof buffer), -1);
+        ASSERT_TRUE(reader.error());
+        EXPECT_EQ(reader.error()->domain, QStringLiteral("NSCocoaErrorDomain"));
+        EXPECT_EQ(reader.error()->code, 256);
+        EXPECT_EQ(reader.error()->localizedDescription(),
+                  QStringLiteral("The file “file” was changed while it was being read."));
+        EXPECT_EQ(data.bytes(), std::nullopt);
+    }
+}
+
+TEST_F(DataTest, TellsWhetherItsFilesAreAsTheyWere)
 {
     const QString path = fileWith("0123");
-    const Data data = *Data::contentsOfFile(path);
-    fileWith("0123456789");
-    EXPECT_EQ(data.bytes(), QByteArray("0123"));
+    makeOld(path);
+    Data data(QByteArray("head "));
+    EXPECT_FALSE(DataReader(data).readsFiles());
+    EXPECT_TRUE(DataReader(data).filesAreUnchanged());
+    data.append(*Data::contentsOfFile(path));
+    DataReader reader(data);
+    EXPECT_TRUE(reader.readsFiles());
+    EXPECT_TRUE(reader.filesAreUnchanged());
+    EXPECT_FALSE(reader.error());
+    fileWith("4567");
+    EXPECT_FALSE(reader.filesAreUnchanged());
+    ASSERT_TRUE(reader.error());
+    EXPECT_EQ(reader.error()->localizedDescription(),
+              QStringLiteral("The file “file” was changed while it was being read."));
 }
 
 } // namespace

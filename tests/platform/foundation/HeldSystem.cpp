@@ -1,0 +1,166 @@
+#include "tests/platform/foundation/HeldSystem.h"
+
+#include <QFile>
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdio>
+#include <cstring>
+#include <dlfcn.h>
+#include <mutex>
+#include <netdb.h>
+#include <optional>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+/// Calls that wait until they are let go.
+class Gate
+{
+public:
+    explicit Gate(const char* what)
+        : m_what(what)
+    {
+    }
+
+    void close()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isClosed = true;
+    }
+
+    void open()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isClosed = false;
+        m_opened.notify_all();
+    }
+
+    void pass()
+    {
+        std::unique_lock lock(m_mutex);
+        ++m_waiting;
+        const bool isOpen = m_opened.wait_for(lock, std::chrono::seconds(30), [this] { return !m_isClosed; });
+        --m_waiting;
+        if (isOpen)
+            return;
+        m_isClosed = false;
+        m_opened.notify_all();
+        std::fprintf(stderr, "%s was waited for\n", m_what);
+    }
+
+    int waiting()
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_waiting;
+    }
+
+private:
+    const char* m_what;
+    std::mutex m_mutex;
+    std::condition_variable m_opened;
+    bool m_isClosed = false;
+    int m_waiting = 0;
+};
+
+struct MarkedFile
+{
+    dev_t device;
+    ino_t inode;
+    off_t from;
+};
+
+// Never destroyed: threads that nobody waits for may still come by when the process ends.
+Gate& lookUps = *new Gate("a look-up");
+Gate& reads = *new Gate("a read");
+std::mutex& marksMutex = *new std::mutex;
+std::string& markedHost = *new std::string;
+std::optional<MarkedFile> markedFile;
+
+bool isHeld(const char* host)
+{
+    const std::lock_guard lock(marksMutex);
+    return host && !markedHost.empty() && markedHost == host;
+}
+
+bool isHeld(int file)
+{
+    const std::lock_guard lock(marksMutex);
+    struct stat status = {};
+    return markedFile && fstat(file, &status) == 0 && status.st_dev == markedFile->device &&
+           status.st_ino == markedFile->inode && lseek(file, 0, SEEK_CUR) >= markedFile->from;
+}
+
+} // namespace
+
+// Exported, so that the libraries of this program call these in place of the system's.
+
+extern "C" [[gnu::visibility("default")]] int getaddrinfo(const char* host, const char* service, const addrinfo* hints,
+                                                          addrinfo** result)
+{
+    if (isHeld(host)) {
+        lookUps.pass();
+        return EAI_NONAME;
+    }
+    static const auto real = reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
+    return real(host, service, hints, result);
+}
+
+extern "C" [[gnu::visibility("default")]] ssize_t read(int file, void* buffer, size_t size)
+{
+    if (isHeld(file))
+        reads.pass();
+    return syscall(SYS_read, file, buffer, size);
+}
+
+namespace tests {
+
+HeldLookUp::HeldLookUp(const std::string& host)
+{
+    const std::lock_guard lock(marksMutex);
+    markedHost = host;
+    lookUps.close();
+}
+
+HeldLookUp::~HeldLookUp()
+{
+    const std::lock_guard lock(marksMutex);
+    markedHost.clear();
+    lookUps.open();
+}
+
+int HeldLookUp::waiting()
+{
+    return lookUps.waiting();
+}
+
+HeldFile::HeldFile(const QString& path, qint64 from)
+{
+    struct stat status = {};
+    if (stat(QFile::encodeName(path).constData(), &status) != 0)
+        return;
+    const std::lock_guard lock(marksMutex);
+    markedFile = MarkedFile{status.st_dev, status.st_ino, from};
+    reads.close();
+}
+
+HeldFile::~HeldFile()
+{
+    release();
+}
+
+int HeldFile::waiting()
+{
+    return reads.waiting();
+}
+
+void HeldFile::release()
+{
+    const std::lock_guard lock(marksMutex);
+    markedFile.reset();
+    reads.open();
+}
+
+} // namespace tests

@@ -1,0 +1,174 @@
+#include "tests/platform/foundation/HeldSystem.h"
+#include "tests/platform/foundation/SessionTest.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+using standin::Fault;
+using standin::Match;
+using standin::Point;
+using testing::ElementsAre;
+using tests::HeldFile;
+using tests::HeldLookUp;
+
+/// A name server or a disk that does not answer holds up the one request that needs it.
+class URLSessionWaitingTest : public tests::SessionTest
+{
+protected:
+    static constexpr qint64 fileSize = 8 << 20;
+    static constexpr double hurried = 0.5;
+
+    URLSessionWaitingTest()
+        : SessionTest(recordingWholeBodies())
+    {
+        server.misbehave(Match(), Fault().status(200, "body"));
+    }
+
+    static standin::Options recordingWholeBodies()
+    {
+        standin::Options options;
+        options.recordedBodyBytes = 2 * fileSize;
+        return options;
+    }
+
+    static tljira::URLRequest unansweredRequest(double timeout = 60)
+    {
+        return tljira::URLRequest(QStringLiteral("http://unanswered.example.test/"),
+                                  tljira::URLRequestCachePolicy::UseProtocolCachePolicy, timeout);
+    }
+
+    QByteArray bytesOfFile() const
+    {
+        QByteArray bytes(fileSize, Qt::Uninitialized);
+        for (qsizetype i = 0; i < bytes.size(); ++i)
+            bytes[i] = static_cast<char>(i * 2654435761u >> 24);
+        return bytes;
+    }
+
+    tljira::URLRequest requestWithFile(double timeout = 60)
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(file.write(bytesOfFile()), fileSize);
+        file.close();
+        tljira::URLRequest request = requestFor("upload", timeout);
+        request.HTTPMethod = QStringLiteral("POST");
+        request.HTTPBody = tljira::Data(QByteArray("head "));
+        request.HTTPBody->append(*tljira::Data::contentsOfFile(path)).append(QByteArray(" tail"));
+        return request;
+    }
+
+    std::shared_ptr<tljira::URLSessionDataTask> startHeldLookUp()
+    {
+        const auto task = dataTask(unansweredRequest());
+        task->resume();
+        EXPECT_TRUE(tests::waitUntil([] { return HeldLookUp::waiting() == 1; }));
+        return task;
+    }
+
+    std::shared_ptr<tljira::URLSessionDataTask> startHeldUpload()
+    {
+        const auto task = dataTask(requestWithFile());
+        heldFile.emplace(path, fileSize / 2);
+        task->resume();
+        EXPECT_TRUE(tests::waitUntil([] { return HeldFile::waiting() == 1; }));
+        return task;
+    }
+
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("file"));
+    std::optional<HeldFile> heldFile;
+};
+
+TEST_F(URLSessionWaitingTest, CancelIsReportedWhileTheNameServerIsSilent)
+{
+    const HeldLookUp held("unanswered.example.test");
+    startHeldLookUp()->cancel();
+    ASSERT_TRUE(tests::waitUntil([this] { return ends == 1; }));
+    EXPECT_THAT(events, ElementsAre("no response", "end -999"));
+    EXPECT_EQ(HeldLookUp::waiting(), 1);
+}
+
+TEST_F(URLSessionWaitingTest, TheTimeOutEndsALookUp)
+{
+    const HeldLookUp held("unanswered.example.test");
+    run(unansweredRequest(hurried));
+    EXPECT_THAT(events, ElementsAre("no response", "end -1001"));
+    EXPECT_EQ(HeldLookUp::waiting(), 1);
+}
+
+TEST_F(URLSessionWaitingTest, OtherRequestsGoOnBesideALookUpAndAfterItWasCancelled)
+{
+    const HeldLookUp held("unanswered.example.test");
+    const auto task = startHeldLookUp();
+    run(requestFor("x"));
+    EXPECT_THAT(events, ElementsAre("200", "end"));
+    events.clear();
+    task->cancel();
+    dataTask(requestFor("x"))->resume();
+    ASSERT_TRUE(tests::waitUntil([this] { return ends == 3; }));
+    EXPECT_THAT(events, ElementsAre("no response", "end -999", "200", "end"));
+    EXPECT_EQ(HeldLookUp::waiting(), 1);
+}
+
+TEST_F(URLSessionWaitingTest, TheEndOfASessionDoesNotWaitForTheNameServer)
+{
+    const HeldLookUp held("unanswered.example.test");
+    startHeldLookUp();
+    session.reset();
+    EXPECT_EQ(HeldLookUp::waiting(), 1);
+}
+
+TEST_F(URLSessionWaitingTest, AFileArrivesWholeWhenItsDiskStoppedOnTheWay)
+{
+    startHeldUpload();
+    EXPECT_EQ(ends, 0u);
+    HeldFile::release();
+    ASSERT_TRUE(tests::waitUntil([this] { return ends == 1; }));
+    EXPECT_THAT(events, ElementsAre("200", "end"));
+    EXPECT_TRUE(QByteArray::fromStdString(server.lastRequest().body) == "head " + bytesOfFile() + " tail");
+}
+
+TEST_F(URLSessionWaitingTest, OtherRequestsGoOnBesideAFileWhoseDiskIsSilent)
+{
+    startHeldUpload();
+    run(requestFor("x"));
+    EXPECT_THAT(events, ElementsAre("200", "end"));
+    EXPECT_EQ(HeldFile::waiting(), 1);
+}
+
+TEST_F(URLSessionWaitingTest, WhatWasReadBeforeTheDiskFellSilentIsSent)
+{
+    startHeldUpload();
+    const qint64 read = fileSize / 2;
+    EXPECT_TRUE(tests::waitUntil([&] { return !sent.empty() && sent.back().first >= read - (256 << 10); }));
+    EXPECT_EQ(HeldFile::waiting(), 1);
+}
+
+TEST_F(URLSessionWaitingTest, CancelIsReportedWhileTheDiskIsSilent)
+{
+    startHeldUpload()->cancel();
+    ASSERT_TRUE(tests::waitUntil([this] { return ends == 1; }));
+    EXPECT_THAT(events, ElementsAre("no response", "end -999"));
+    EXPECT_EQ(HeldFile::waiting(), 1);
+}
+
+TEST_F(URLSessionWaitingTest, TheTimeOutEndsAnUploadWhoseDiskIsSilent)
+{
+    const tljira::URLRequest request = requestWithFile(hurried);
+    heldFile.emplace(path, fileSize / 2);
+    run(request);
+    EXPECT_THAT(events, ElementsAre("no response", "end -1001"));
+    EXPECT_EQ(HeldFile::waiting(), 1);
+}
+
+TEST_F(URLSessionWaitingTest, TheEndOfASessionDoesNotWaitForTheDisk)
+{
+    startHeldUpload();
+    session.reset();
+    EXPECT_EQ(HeldFile::waiting(), 1);
+}
+
+} // namespace
