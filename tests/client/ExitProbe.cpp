@@ -8,6 +8,7 @@
 #include "client/JAController.h"
 #include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/MainQueue.h"
+#include "tests/support/HeldSystem.h"
 
 #include <QCoreApplication>
 #include <QSemaphore>
@@ -48,6 +49,34 @@ void getStuck()
     });
 }
 
+void exitWhen(const std::function<bool()>& condition)
+{
+    auto* timer = new QTimer(QCoreApplication::instance());
+    QObject::connect(timer, &QTimer::timeout, timer, [condition] {
+        if (condition())
+            QCoreApplication::exit(0);
+    });
+    timer->start(1);
+}
+
+/// With a name server that is silent to the very end.
+void lookUp()
+{
+    new tests::HeldLookUp("unanswered.example.test");
+    JAController::sharedInstance()->sendGetRequest(QStringLiteral("http://unanswered.example.test/"), nullptr);
+    exitWhen([] { return tests::HeldLookUp::waiting() == 1; });
+}
+
+/// With a disk that is silent to the very end.
+void uploadFromSilentDisk()
+{
+    const QString path = QCoreApplication::applicationFilePath();
+    new tests::HeldFile(path, 4096);
+    JAController::sharedInstance()->uploadFileInIssue(path, QStringLiteral("a.bin"), QStringLiteral("ABC-1"), nullptr,
+                                                      nullptr);
+    exitWhen([] { return tests::HeldFile::waiting() == 1; });
+}
+
 void start(const QString& way)
 {
     if (way == u"upload")
@@ -56,6 +85,10 @@ void start(const QString& way)
         tljira::GlobalQueue::instance().addOperation(upload);
     else if (way == u"stuck-operation")
         getStuck();
+    else if (way == u"upload-from-silent-disk")
+        uploadFromSilentDisk();
+    else if (way == u"look-up")
+        lookUp();
     else if (way == u"download")
         download([] { QCoreApplication::exit(0); });
     else if (way == u"download-exit-in-callback")

@@ -48,6 +48,7 @@ TEST_P(ProcessExitTest, IsQuietAndLosesNothing)
 
 INSTANTIATE_TEST_SUITE_P(InMidTransfer, ProcessExitTest,
                          testing::Values("upload", "upload-from-pool", "download", "download-exit-in-callback",
-                                         "request-return-at-once", "stuck-operation"));
+                                         "request-return-at-once", "stuck-operation", "look-up",
+                                         "upload-from-silent-disk"));
 
 } // namespace

@@ -1,5 +1,5 @@
-#include "tests/platform/foundation/HeldSystem.h"
 #include "tests/platform/foundation/SessionTest.h"
+#include "tests/support/HeldSystem.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,4 +1,4 @@
-#include "tests/platform/foundation/HeldSystem.h"
+#include "tests/support/HeldSystem.h"
 
 #include <QFile>
 

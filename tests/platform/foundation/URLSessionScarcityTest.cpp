@@ -1,0 +1,141 @@
+#include "tests/platform/foundation/ScarceSystem.h"
+#include "tests/platform/foundation/SessionTest.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+using standin::Fault;
+using standin::Match;
+using testing::ElementsAre;
+using tests::Resource;
+using tests::Scarcity;
+
+/// A machine that has nothing left for a request makes that request end with an error.
+class URLSessionScarcityTest : public tests::SessionTest
+{
+protected:
+    URLSessionScarcityTest() { server.misbehave(Match(), Fault().status(200, "body")); }
+
+    void expectRefusal(const tljira::URLRequest& request)
+    {
+        events.clear();
+        run(request);
+        EXPECT_THAT(events, ElementsAre("no response", "end -1008"));
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->domain, QStringLiteral("NSURLErrorDomain"));
+        EXPECT_EQ(error->localizedDescription(),
+                  QStringLiteral("The request could not be started: the system has no thread or memory left for it."));
+    }
+
+    void expectAnswer(const tljira::URLRequest& request)
+    {
+        events.clear();
+        run(request);
+        EXPECT_THAT(events, ElementsAre("200", "end"));
+    }
+
+    tljira::URLRequest requestWithFile() const
+    {
+        const QString path = folder.filePath(QStringLiteral("file"));
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        EXPECT_EQ(file.write("bytes"), 5);
+        file.close();
+        tljira::URLRequest request = requestFor("upload");
+        request.HTTPMethod = QStringLiteral("POST");
+        request.HTTPBody = tljira::Data::contentsOfFile(path);
+        return request;
+    }
+
+    const QTemporaryDir folder;
+};
+
+class OneScarceResource : public URLSessionScarcityTest, public testing::WithParamInterface<Resource>
+{
+};
+
+TEST_P(OneScarceResource, EndsTheRequestAndLetsTheNextOneTryAgain)
+{
+    {
+        const Scarcity scarcity(GetParam());
+        expectRefusal(requestFor("x"));
+        session->downloadTaskWithRequest(requestFor("x"))->resume();
+        ASSERT_TRUE(tests::waitUntil([this] { return ends == 2; }));
+        EXPECT_EQ(events.back(), "end -1008");
+    }
+    EXPECT_EQ(server.connectionCount(), 0u);
+    expectAnswer(requestFor("x"));
+}
+
+INSTANTIATE_TEST_SUITE_P(AtTheFirstRequest, OneScarceResource,
+                         testing::Values(Resource::Threads, Resource::EasyHandles, Resource::MultiHandles));
+
+TEST_F(URLSessionScarcityTest, EndsAnUploadWhoseFileNobodyCanRead)
+{
+    expectAnswer(requestFor("x"));
+    {
+        const Scarcity scarcity(Resource::Threads);
+        expectRefusal(requestWithFile());
+        expectAnswer(requestFor("x"));
+    }
+    expectAnswer(requestWithFile());
+    EXPECT_EQ(server.lastRequest().body, "bytes");
+    EXPECT_EQ(server.requestCount(), 3u);
+}
+
+/// Refuses before there is a session, and so a cookie jar.
+struct EarlyScarcity
+{
+    explicit EarlyScarcity(Resource resource)
+        : scarcity(std::in_place, resource)
+    {
+    }
+    std::optional<Scarcity> scarcity;
+};
+
+class WithoutCurl : public EarlyScarcity, public URLSessionScarcityTest
+{
+protected:
+    WithoutCurl()
+        : EarlyScarcity(Resource::Curl)
+    {
+    }
+};
+
+TEST_F(WithoutCurl, EndsTheRequestAndLetsTheNextOneTryAgain)
+{
+    expectRefusal(requestFor("x"));
+    scarcity.reset();
+    expectAnswer(requestFor("x"));
+}
+
+class WithoutCookieEngine : public EarlyScarcity,
+                            public URLSessionScarcityTest,
+                            public testing::WithParamInterface<Resource>
+{
+protected:
+    WithoutCookieEngine()
+        : EarlyScarcity(GetParam())
+    {
+    }
+};
+
+TEST_P(WithoutCookieEngine, EndsRequestsThatNeedTheJar)
+{
+    scarcity.reset();
+    const auto& jar = session->configuration().HTTPCookieStorage;
+    jar->setCookie(tljira::HTTPCookie{});
+    jar->deleteAllCookies();
+    EXPECT_TRUE(jar->cookies().empty());
+    expectRefusal(requestFor("x"));
+    tljira::URLRequest request = requestFor("x");
+    request.HTTPShouldHandleCookies = false;
+    expectAnswer(request);
+}
+
+INSTANTIATE_TEST_SUITE_P(AtTheStart, WithoutCookieEngine,
+                         testing::Values(Resource::EasyHandles, Resource::ShareHandles));
+
+} // namespace
