@@ -60,19 +60,34 @@ void DownloadCommand::follow(qint64 bytesSoFar, const std::optional<tljira::Erro
     if (error) {
         m_isUnderWay = false;
         m_progress.reset();
-        m_completion(Outcome::failed(error));
+        m_completion(m_hasTooMuch ? tooMuch() : Outcome::failed(error));
     } else if (isFinished) {
         m_isUnderWay = false;
         // The client puts the file in place when this call has returned.
         tljira::MainQueue::instance().addOperation([this] { examine(); });
+    } else if (bytesSoFar > m_attachment->size()) {
+        m_hasTooMuch = true;
+        m_client->cancelDownload();
     } else {
         m_progress->update(bytesSoFar, m_attachment->size());
     }
 }
 
+Outcome DownloadCommand::tooMuch() const
+{
+    return Outcome::failed(QStringLiteral("The server sent more than the %1 bytes that “%2” has.")
+                               .arg(m_attachment->size())
+                               .arg(m_attachment->name().value_or(m_nameOrID)));
+}
+
 void DownloadCommand::examine()
 {
     const QFileInfo received(m_place->receivingPath());
+    if (received.size() > m_attachment->size()) {
+        m_progress.reset();
+        m_completion(tooMuch());
+        return;
+    }
     if (!received.exists() || received.size() != m_attachment->size()) {
         m_progress.reset();
         m_completion(Outcome::failed(QStringLiteral("The server sent %1 bytes for “%2” instead of %3.")

@@ -20,6 +20,7 @@ private:
     void fetch();
     void follow(qint64 bytesSoFar, const std::optional<tljira::Error>& error, bool isFinished);
     void examine();
+    Outcome tooMuch() const;
 
     const std::shared_ptr<JAController> m_client;
     const QString m_key;
@@ -33,6 +34,8 @@ private:
     std::optional<ProgressBar> m_progress;
     /// The transport has a task, and a file for it.
     bool m_isUnderWay = false;
+    /// More than the issue tells of the attachment; the transfer was cancelled then.
+    bool m_hasTooMuch = false;
 };
 
 } // namespace cli

@@ -14,16 +14,32 @@ namespace {
 
 constexpr std::array signalNumbers = {SIGINT, SIGTERM, SIGHUP};
 
-/// All that the signal handler uses.
+/// After so many seconds nobody waits for a main thread that is busy with what a hostile server sent, or that writes to
+/// a reader who has gone to sleep.
+constexpr unsigned longestDeafness = 2;
+
+///@{
+/// All that the signal handlers use.
 volatile std::sig_atomic_t handlersWriteEnd = -1;
+volatile std::sig_atomic_t unheardNumber = 0;
+///@}
 
 /// Hands the signal's number on through the pipe. A full pipe loses the signal, and there are enough of them then.
 void handleSignal(int number)
 {
     const int reason = errno;
+    if (unheardNumber == 0) {
+        unheardNumber = number;
+        ::alarm(longestDeafness);
+    }
     const auto byte = static_cast<unsigned char>(number);
     [[maybe_unused]] const auto written = ::write(handlersWriteEnd, &byte, 1);
     errno = reason;
+}
+
+void endUnheard(int)
+{
+    ::_exit(128 + unheardNumber);
 }
 
 void prepareEnd(int descriptor)
@@ -75,6 +91,8 @@ void InterruptSignal::Pipe::setHandler(Handler handler)
 
 void InterruptSignal::Pipe::readSignals()
 {
+    ::alarm(0);
+    unheardNumber = 0;
     unsigned char number = 0;
     while (::read(readEnd(), &number, 1) == 1)
         m_handler(number);
@@ -86,12 +104,16 @@ InterruptSignal::InterruptSignal()
     if (m_pipe->writeEnd() < 0)
         return;
     handlersWriteEnd = m_pipe->writeEnd();
+    std::signal(SIGALRM, endUnheard);
     for (const int number : signalNumbers)
         install(number);
 }
 
 InterruptSignal::~InterruptSignal()
 {
+    ::alarm(0);
+    unheardNumber = 0;
+    std::signal(SIGALRM, SIG_DFL);
     for (const int number : signalNumbers) {
         if (handlerOf(number) == handleSignal)
             std::signal(number, SIG_DFL);

@@ -7,7 +7,8 @@
 namespace tljira::console {
 
 /// Turns the requests to end that come from outside (Ctrl-C, a closed terminal, a shutdown) into events of the main
-/// thread. One in the process, made before any thread. What the parent process chose to ignore stays ignored.
+/// thread. One in the process, made before any thread. What the parent process chose to ignore stays ignored. A main
+/// thread that does not get to its events for two seconds is not waited for: the process ends with 128 and the number.
 class InterruptSignal
 {
 public:

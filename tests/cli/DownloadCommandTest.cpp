@@ -129,7 +129,17 @@ TEST_F(DownloadCommand, DoesNotTakeAnErrorForTheFile)
 {
     attach("plan", "bytes");
     misbehaveOnFiles(Fault().status(404, "not found"));
-    EXPECT_EQ(run(words("download ABC-1 plan")), Result({1, {}, "The server sent 9 bytes for “plan” instead of 5.\n"}));
+    EXPECT_EQ(run(words("download ABC-1 plan")),
+              Result({1, {}, "The server sent more than the 5 bytes that “plan” has.\n"}));
+    expectNothingLeft();
+}
+
+TEST_F(DownloadCommand, StopsWhenMoreComesThanTheAttachmentHas)
+{
+    attach("plan", "bytes");
+    misbehaveOnFiles(Fault().status(200, std::string(8 << 20, 'x')).hold(Point::responseBody(4 << 20)));
+    EXPECT_EQ(run(words("download ABC-1 plan")),
+              Result({1, {}, "The server sent more than the 5 bytes that “plan” has.\n"}));
     expectNothingLeft();
 }
 

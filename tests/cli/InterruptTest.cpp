@@ -73,6 +73,22 @@ TEST_F(Interrupt, EndsALookUpAtOnce)
     expectSilence(*tool);
 }
 
+TEST_F(Interrupt, EndsALookUpWhoseAnswerComesWithoutEnd)
+{
+    using namespace std::chrono_literals;
+    for (const Fault& fault :
+         {Fault().status(200, std::string(60 << 20, '[')).drip(64 << 10, 10ms),
+          Fault().status(200, "{}").header("X-Long", std::string(90 << 10, 'x')).hold(Point::responseHead(80 << 10))}) {
+        server.misbehave(Match::on("/rest/api/2/issue/*").once(), fault);
+        const auto before = server.requestCount();
+        const auto tool = start(words("attachments ABC-1"));
+        ASSERT_TRUE(tests::waitUntil([&] { return server.requestCount() > before; }));
+        tool->sendSignal(SIGINT);
+        EXPECT_EQ(tool->status(), 130);
+        expectSilence(*tool);
+    }
+}
+
 TEST_F(Interrupt, EndsADownloadInItsLookUp)
 {
     server.misbehave(Match::on("/rest/api/2/issue/*"), Fault().hold(Point::responseHead(0)));

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <csignal>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -47,6 +48,35 @@ TEST(InterruptSignal, LeavesIgnoredSignalsIgnored)
     }
     EXPECT_EQ(std::signal(SIGHUP, SIG_IGN), SIG_IGN);
     EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL);
+}
+
+TEST(InterruptSignal, EndsAProcessThatDoesNotHear)
+{
+    const auto beDeaf = [] {
+        const InterruptSignal interrupts;
+        ::raise(SIGINT);
+        for (int second = 0; second < 60; ++second)
+            ::sleep(1);
+    };
+    EXPECT_EXIT(beDeaf(), testing::ExitedWithCode(130), "");
+}
+
+TEST(InterruptSignal, LeavesAProcessAloneThatHasHeard)
+{
+    const auto hear = [] {
+        InterruptSignal interrupts;
+        int heard = 0;
+        interrupts.setHandler([&](int) { ++heard; });
+        for (int round = 1; round <= 2; ++round) {
+            ::raise(SIGTERM);
+            if (!tests::waitUntil([&] { return heard == round; }))
+                ::_exit(1);
+        }
+        if (::alarm(0) != 0)
+            ::_exit(2);
+        ::_exit(7);
+    };
+    EXPECT_EXIT(hear(), testing::ExitedWithCode(7), "");
 }
 
 } // namespace
