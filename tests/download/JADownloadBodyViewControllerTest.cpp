@@ -110,6 +110,30 @@ TEST_F(JADownloadBodyViewControllerTest, IsUsableFromTheStart)
     EXPECT_EQ(panel->path(), std::nullopt);
 }
 
+class WithoutSessionTest : public tests::DownloadTest
+{
+protected:
+    /// Nobody logs in.
+    void SetUp() override {}
+};
+
+TEST_F(WithoutSessionTest, IsUsableFromTheStartAlsoWithoutASession)
+{
+    ASSERT_EQ(client->jaSession(), nullptr);
+    const auto panel = JADownloadBodyViewController::initWithNibName(
+        QStringLiteral("JADownloadBodyViewController"),
+        tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    const auto window = tests::shownWindow(panel->view());
+    tests::drainMainQueue();
+    EXPECT_FALSE(panel->shadow()->isVisible());
+    EXPECT_TRUE(panel->getAttachButton()->isEnabled());
+    EXPECT_TRUE(panel->issueKeyTextField()->isEnabled());
+
+    QTest::keyClicks(panel->issueKeyTextField(), QStringLiteral("ABC-1"));
+    tests::click(panel->getAttachButton());
+    EXPECT_TRUE(tests::waitUntil([this] { return server.requests("*/issue/*").size() == 1; }));
+}
+
 TEST_F(JADownloadBodyViewControllerTest, IsCoveredWhileTheSessionIsInvalid)
 {
     panel->jaInvalidSession();
@@ -191,11 +215,16 @@ TEST_F(JADownloadBodyViewControllerTest, ListsDocumentsWithoutADateLastInTheServ
 
 TEST_F(JADownloadBodyViewControllerTest, KeepsTheServersOrderAmongEqualDates)
 {
-    for (const char* name : {"b.tessaloom", "a.tessaloom", "d.tessaloom", "c.tessaloom"})
-        add(name, early);
+    // Many: few would keep their order in a sort that promises none.
+    constexpr int count = 100;
+    QStringList expected;
+    for (int number = 0; number < count; ++number) {
+        const QString name = QStringLiteral("%1.tessaloom").arg(number * 37 % count);
+        add(name.toStdString(), number % 2 ? late : early);
+        expected.insert(number % 2 ? number / 2 : number, name);
+    }
     lookUp();
-    EXPECT_THAT(shownTitles(list()), ElementsAre(QStringLiteral("b.tessaloom"), QStringLiteral("a.tessaloom"),
-                                                 QStringLiteral("d.tessaloom"), QStringLiteral("c.tessaloom")));
+    EXPECT_EQ(tests::names(list().attachments()), expected);
 }
 
 TEST_F(JADownloadBodyViewControllerTest, ShowsTheEmptyViewWithoutDocuments)
@@ -326,15 +355,20 @@ TEST_F(JADownloadBodyViewControllerTest, EndsTheModalRunAfterADownload)
 {
     add("a.tessaloom", early);
     window->orderOut();
+    // The run is that of a window whose sheet the panel's window is: a run ends by itself when its own window closes.
+    const auto host = tests::shownWindow();
     // Not 0: events that are posted already would not be handed out while one of them waits for the others.
-    QTimer::singleShot(1, [this] {
+    QTimer::singleShot(1, [&] {
+        host->beginSheet(window, nullptr);
         lookUp();
         download();
         close();
+        tljira::Application::stopModal(99); // does nothing when the run is stopped already
     });
-    EXPECT_EQ(tljira::Application::runModalForWindow(window), tljira::ModalResponse::Stop);
+    EXPECT_EQ(tljira::Application::runModalForWindow(host), tljira::ModalResponse::Stop);
     EXPECT_NE(panel->path(), std::nullopt);
     EXPECT_FALSE(window->isVisible());
+    EXPECT_TRUE(host->isVisible());
 }
 
 TEST_F(JADownloadBodyViewControllerTest, NamesTheUnfinishedFileOfACancelledDownload)

@@ -143,6 +143,39 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, KnowsThePathBeforeTheFirstByte)
     EXPECT_FALSE(tljira::FileManager::fileExistsAtPath(target()));
 }
 
+/// Counts how often a view is painted.
+class PaintCount : public QObject
+{
+public:
+    explicit PaintCount(QWidget* view) { view->installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        count += event->type() == QEvent::Paint;
+        return QObject::eventFilter(watched, event);
+    }
+
+    int count = 0;
+};
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, IsDrawnAtOnceAndItsEdgesFollowWhenItsStateChanges)
+{
+    showFile("plan.tessaloom", "the plan");
+    QWidget* const outer = list->window()->widget();
+    ASSERT_TRUE(tests::waitUntil([&] { return outer->height() == list->view()->height(); }));
+    PaintCount paints(list->view());
+    for (QWidget* state : {list->downloadView(), list->wrapperTableView(), list->noDataView()}) {
+        const int heightBefore = outer->height();
+        paints.count = 0;
+        list->setActualView(state);
+        EXPECT_EQ(list->window()->frame().height(), state == list->wrapperTableView() ? 350 : 200);
+        EXPECT_EQ(outer->height(), heightBefore);
+        EXPECT_GT(paints.count, 0);
+        EXPECT_TRUE(tests::waitUntil([&] { return outer->height() == list->view()->height(); }));
+        EXPECT_NE(outer->height(), heightBefore);
+    }
+}
+
 TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsTheDownloadingState)
 {
     showFile("plan.tessaloom", "the plan");
@@ -467,6 +500,48 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, CancelAfterAFailureEndsTheSheet)
     pressClose();
     EXPECT_THAT(returnCodes, ElementsAre(0));
     EXPECT_FALSE(list->isDone());
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, CancelAfterTheEndLeavesItDone)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndWait();
+    pressClose();
+    EXPECT_TRUE(list->isDone());
+    EXPECT_THAT(returnCodes, ElementsAre(0));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, CancelOfALaterDownloadLeavesItDone)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndWait();
+    list->reload();
+    tests::drainMainQueue();
+    downloadAndHold(Point::responseBody(3));
+    pressClose();
+    ASSERT_TRUE(tests::waitUntil([this] { return !error().isEmpty(); }));
+    EXPECT_TRUE(list->isDone());
+    EXPECT_FALSE(tljira::FileManager::fileExistsAtPath(target()));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, CancelLeavesNothingBesideTheFolder)
+{
+    showSyntheticFile(1'000'000);
+    downloadAndHold(Point::responseBody(500'000));
+    const QDir temporary(tljira::temporaryDirectory());
+    const auto entries = [&temporary] {
+        return temporary.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    };
+    // What has come so far lies somewhere.
+    ASSERT_TRUE(tests::waitUntil([&] { return entries().size() == 2; }));
+    pressClose();
+    ASSERT_TRUE(tests::waitUntil([this] { return !error().isEmpty(); }));
+    tests::drainMainQueue();
+    EXPECT_THAT(entries(), ElementsAre(QStringLiteral("com.tessalooom.JAController")));
+    EXPECT_THAT(tljira::FileManager::filesBelowPath(temporary.path()), IsEmpty());
+    EXPECT_THAT(QDir::temp().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                testing::Not(testing::Contains(testing::ResultOf(
+                    [](const QString& name) { return name.contains(QStringLiteral("Download")); }, true))));
 }
 
 TEST_F(JAListAttachedFilesWindowDownloadTest, CancelTwiceEndsTheSheetOnce)

@@ -99,12 +99,12 @@ TEST_F(JAListAttachedFilesWindowTest, CutsOffTheFraction)
 TEST_F(JAListAttachedFilesWindowTest, RoundsToSinglePrecisionBeforeItCutsOff)
 {
     log.clear();
-    // 100 / 49 * 49 is a little less than 100 in double precision.
-    list->updateDownload(49, 49, std::nullopt, false);
+    // 100 / 97 * 97 is a little less than 100 in double precision.
+    list->updateDownload(97, 97, std::nullopt, false);
     EXPECT_EQ(percent(), QStringLiteral("100 %"));
     list->updateDownload(999'999'999, 1'000'000'000, std::nullopt, false);
     EXPECT_EQ(percent(), QStringLiteral("100 %"));
-    EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("percent:100.000000 total:49 bytes: 49 0"),
+    EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("percent:100.000000 total:97 bytes: 97 0"),
                                          QStringLiteral("percent:100.000000 total:1000000000 bytes: 999999999 0")));
 }
 

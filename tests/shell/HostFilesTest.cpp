@@ -330,6 +330,17 @@ TEST_F(HostFilesTest, areComplainedAboutWithBothClassesWhereAnOutletIsOfAnother)
                                   "errorLabel (a QLabel is needed, found a QPushButton), spiner")));
 }
 
+TEST_F(HostFilesTest, areTheOnlyOnesForThePanelsOfTheOlderWindow)
+{
+    const auto controller = JAWindowController::init();
+    ASSERT_NE(controller->window(), nullptr);
+    EXPECT_THAT(controller->interfaceProblems(), IsEmpty());
+    EXPECT_THAT(controller->bodyViewController()->interfaceProblems(),
+                testing::Contains(QStringLiteral("file JABodyViewController")));
+    EXPECT_THAT(controller->headViewController()->interfaceProblems(),
+                testing::Contains(QStringLiteral("file JAHeadViewController")));
+}
+
 TEST_F(HostFilesTest, replaceTheFrameworksOwn)
 {
     QByteArray text = shippedFile(QStringLiteral("shell/JALoginWindow"));

@@ -2,6 +2,7 @@
 
 #include "constants/JAConstants.h"
 #include "platform/foundation/UserDefaults.h"
+#include "platform/toolkit/ViewClasses.h"
 #include "tests/upload/JiraTest.h"
 
 #include <QtTest/QTest>
@@ -12,6 +13,21 @@ using namespace tests;
 using namespace testing;
 using standin::Fault;
 using standin::Match;
+
+/// Defines endLogin(): the form's answer to the end of a login, which only its own request can bring about. The names
+/// of private members may be used where a template is instantiated explicitly.
+template <auto Member>
+struct Ending
+{
+    friend void endLogin(JALoginWindow& form, const std::shared_ptr<const JALoginObject>& result,
+                         const std::optional<tljira::Error>& error)
+    {
+        (form.*Member)(result, error);
+    }
+};
+template struct Ending<&JALoginWindow::loginEnded>;
+void endLogin(JALoginWindow& form, const std::shared_ptr<const JALoginObject>& result,
+              const std::optional<tljira::Error>& error);
 
 class JALoginWindowTest : public JiraTest
 {
@@ -47,13 +63,47 @@ TEST_F(JALoginWindowTest, findsEverythingInItsInterfaceFile)
 TEST_F(JALoginWindowTest, beginsIdle)
 {
     EXPECT_TRUE(form->loginButton()->isEnabled());
-    EXPECT_FALSE(form->loginButton()->isFlat());
     EXPECT_FALSE(isShown(form->spiner()));
     EXPECT_EQ(error(), QString());
     EXPECT_EQ(form->hostTextField()->text(), QString());
     EXPECT_EQ(form->hostTextField()->placeholderText(), QStringLiteral("https://jira.example.com"));
     EXPECT_EQ(form->passwordTextField()->echoMode(), QLineEdit::Password);
     EXPECT_EQ(form->window()->widget()->focusWidget(), form->hostTextField());
+}
+
+TEST_F(JALoginWindowTest, givesItsButtonAnEdgeAndHidesItsSpinnerWhateverTheInterfaceFileSays)
+{
+    tljira::observeLoadedViews([](QWidget* view) {
+        view->setHidden(false);
+        if (auto* button = qobject_cast<QPushButton*>(view))
+            button->setFlat(true);
+    });
+    const auto other = JALoginWindow::init();
+    ASSERT_NE(other->window(), nullptr);
+
+    EXPECT_TRUE(other->cancelButton()->isFlat());
+    EXPECT_FALSE(other->loginButton()->isFlat());
+    EXPECT_TRUE(other->spiner()->isHidden());
+}
+
+/// The client never sends a result and an error together; the form does not rely on it.
+TEST_F(JALoginWindowTest, showsTheErrorAndEndsItsSheetForAnAnswerWithBoth)
+{
+    const auto parent = tljira::Window::create(QStringLiteral("Parent"), nullptr);
+    std::vector<int> codes;
+    form->window()->orderOut();
+    parent->makeKeyAndOrderFront();
+    parent->beginSheet(form->window(), [&](int code) {
+        codes.push_back(code);
+        EXPECT_EQ(error(), QStringLiteral("It was odd."));
+    });
+    form->loginButton()->setEnabled(false);
+    endLogin(*form, JALoginObject::initWithDictionary({}),
+             tljira::makeError(QStringLiteral("test"), 7, QStringLiteral("It was odd.")));
+
+    EXPECT_THAT(codes, ElementsAre(1));
+    EXPECT_EQ(error(), QStringLiteral("It was odd."));
+    EXPECT_TRUE(form->loginButton()->isEnabled());
 }
 
 TEST_F(JALoginWindowTest, walksWithTheTabKeyThroughFieldsAndButtons)

@@ -158,4 +158,18 @@ TEST_F(JAWindowControllerTest, ClosingItsWindowEndsTheHostsModalRun)
     EXPECT_FALSE(controller->window()->isVisible());
 }
 
+/// A run ends by itself when its own window closes; here it is that of another window.
+TEST_F(JAWindowControllerTest, ClosingItsWindowEndsTheModalRunOfTheWindowWhoseSheetItIs)
+{
+    const auto controller = JAWindowController::init();
+    const auto host = tljira::Window::create(QStringLiteral("Host"), nullptr);
+    QTimer::singleShot(0, [&] {
+        host->beginSheet(controller->window(), nullptr);
+        controller->window()->close();
+        tljira::Application::stopModal(99); // does nothing when the run is stopped already
+    });
+    EXPECT_EQ(tljira::Application::runModalForWindow(host), tljira::ModalResponse::Stop);
+    EXPECT_TRUE(host->isVisible());
+}
+
 } // namespace

@@ -4,6 +4,7 @@
 #include "tests/shell/TLJiraUploadTest.h"
 
 #include <QTimer>
+#include <QWindow>
 
 namespace {
 
@@ -113,6 +114,51 @@ TEST_F(SessionWindowControllerTest, keepsTheFormsOwnWindowAsAnInvisibleChild)
     EXPECT_EQ(entry->jaLoginWindow()->view()->parentWidget(), entry->loginViewContainer());
 }
 
+/// A child window above its parent is tied to it in the window system; one below is not.
+TEST_F(SessionWindowControllerTest, keepsTheFormsOwnWindowBelowIts)
+{
+    QWidget content;
+    entry = TLJiraUpload::initWithName(LoneDocument::name(), document.path());
+    ASSERT_NE(entry->window(), nullptr);
+    const auto child = entry->jaLoginWindow()->window();
+    child->setContentView(&content);
+    entry->showWindow();
+
+    ASSERT_TRUE(child->isVisible());
+    EXPECT_EQ(child->widget()->windowHandle()->transientParent(), nullptr);
+    child->setContentView(nullptr);
+}
+
+/// Counts how often a view is painted.
+class PaintCount : public QObject
+{
+public:
+    explicit PaintCount(QWidget* view) { view->installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        count += event->type() == QEvent::Paint;
+        return QObject::eventFilter(watched, event);
+    }
+
+    int count = 0;
+};
+
+TEST_F(SessionWindowControllerTest, isDrawnAtOnceAndItsEdgesFollowAtASwitch)
+{
+    openDecorated();
+    entry->window()->setFrame(QRectF(200, 100, 608, 434), false);
+    drainMainQueue();
+    entry->downloadViewContainer()->resize(500, 320);
+    const PaintCount paints(entry->view());
+    entry->setActualView(entry->downloadViewContainer());
+
+    EXPECT_EQ(entry->window()->frame().size(), QSizeF(508, 354));
+    EXPECT_EQ(entry->window()->widget()->size(), QSize(600, 400));
+    EXPECT_GT(paints.count, 0);
+    EXPECT_TRUE(waitUntil([this] { return entry->window()->widget()->size() == QSize(500, 320); }));
+}
+
 TEST_F(SessionWindowControllerTest, fillsItsAreasWithHeaderAndBody)
 {
     logIn();
@@ -153,6 +199,21 @@ TEST_F(SessionWindowControllerTest, endsAModalRunWhenItsWindowCloses)
     EXPECT_EQ(code, tljira::ModalResponse::Stop);
     EXPECT_EQ(log.lines(), QStringList(QStringLiteral("JAWindowController windowWillClose")));
     EXPECT_EQ(client->delegate(), entry);
+}
+
+/// A run ends by itself when its own window closes; here it is that of another window.
+TEST_F(SessionWindowControllerTest, endsTheModalRunOfTheWindowWhoseSheetItIs)
+{
+    const auto host = tljira::Window::create(QStringLiteral("Host"), nullptr);
+    entry = TLJiraUpload::initWithName(LoneDocument::name(), document.path());
+    QTimer::singleShot(0, [&] {
+        host->beginSheet(entry->window(), nullptr);
+        entry->window()->close();
+        tljira::Application::stopModal(99); // does nothing when the run is stopped already
+    });
+
+    EXPECT_EQ(tljira::Application::runModalForWindow(host), tljira::ModalResponse::Stop);
+    EXPECT_TRUE(host->isVisible());
 }
 
 TEST_F(SessionWindowControllerTest, closesWithoutAModalRun)

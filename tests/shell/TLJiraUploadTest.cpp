@@ -1,6 +1,7 @@
 #include "tests/shell/TLJiraUploadTest.h"
 
 #include "constants/JAConstants.h"
+#include "platform/foundation/HTTPCookieStorage.h"
 #include "platform/foundation/UserDefaults.h"
 
 #include <QFileInfo>
@@ -110,6 +111,57 @@ TEST_F(TLJiraUploadTest, logsOutAtTheFirstRunOnly)
     drainMainQueue();
     EXPECT_EQ(client->jiraHost(), address);
     EXPECT_EQ(server.requests().size(), 1U);
+}
+
+TEST_F(TLJiraUploadTest, takesTheClientOverAfterTheFirstRunsLogoutAndBeforeItMakesItsBody)
+{
+    struct Seen
+    {
+        bool isMarked = false;
+        std::optional<QString> host = QStringLiteral("not looked");
+        std::optional<QString> pathFile;
+        std::size_t cookies = 99;
+        QStringList lines = {QStringLiteral("not looked")};
+    };
+    /// Looks around when another delegate takes its place.
+    class Parting : public JAControllerDelegate
+    {
+    public:
+        Parting(Seen& seen, const LogCapture& log)
+            : m_seen(seen)
+            , m_log(log)
+        {
+        }
+        ~Parting() override
+        {
+            m_seen = {tljira::UserDefaults::standardUserDefaults().boolForKey(kClearCache),
+                      JAController::sharedInstance()->jiraHost(), JAController::sharedInstance()->pathFile(),
+                      tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->cookies().size(), m_log.lines()};
+        }
+        void jaValidSession() override {}
+        void jaInvalidSession() override {}
+
+    private:
+        Seen& m_seen;
+        const LogCapture& m_log;
+    };
+    tljira::UserDefaults::standardUserDefaults().removeObjectForKey(kClearCache);
+    logIn();
+    ASSERT_FALSE(tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->cookies().empty());
+    client->setPathFile(QStringLiteral("/another"));
+    Seen seen;
+    client->setDelegate(std::make_shared<Parting>(seen, log));
+    log.clear();
+    entry = TLJiraUpload::init();
+
+    EXPECT_TRUE(seen.isMarked);
+    EXPECT_EQ(seen.host, std::nullopt);
+    EXPECT_EQ(seen.cookies, 0U);
+    EXPECT_EQ(seen.pathFile, QString());
+    EXPECT_THAT(seen.lines, IsEmpty());
+    EXPECT_THAT(log.lines(), ElementsAre(testing::Truly([](const QString& line) {
+                    return line.startsWith(QStringLiteral("?? <JAUploadBodyViewController: 0x"));
+                })));
 }
 
 TEST_F(TLJiraUploadTest, asksForALoginWithoutASession)

@@ -1,8 +1,10 @@
 #include "upload/JAUploadBodyViewController.h"
 
+#include "constants/FrameworkBundle.h"
 #include "platform/toolkit/Alert.h"
 #include "platform/toolkit/Layer.h"
 #include "platform/toolkit/OpenPanel.h"
+#include "platform/toolkit/ViewClasses.h"
 #include "tests/upload/UploadTest.h"
 
 #include <QDialogButtonBox>
@@ -33,7 +35,21 @@ TEST_F(JAUploadBodyViewControllerTest, opensUsableWithTheDocumentAndTheKeyField)
     EXPECT_TRUE(isShown(panel->uploadView()));
     EXPECT_FALSE(isShown(panel->checkFileView()));
     EXPECT_EQ(panel->taskTextField()->text(), QString());
-    EXPECT_FALSE(panel->uploadFileButton()->isFlat());
+}
+
+TEST_F(JAUploadBodyViewControllerTest, givesItsButtonAnEdgeWhateverTheInterfaceFileSays)
+{
+    tljira::observeLoadedViews([](QWidget* view) {
+        if (auto* button = qobject_cast<QPushButton*>(view))
+            button->setFlat(true);
+    });
+    const auto other = JAUploadBodyViewController::initWithNibName(
+        QStringLiteral("JAUploadBodyViewController"),
+        tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    ASSERT_NE(other->view(), nullptr);
+
+    EXPECT_TRUE(other->cancelButton()->isFlat());
+    EXPECT_FALSE(other->uploadFileButton()->isFlat());
 }
 
 TEST_F(JAUploadBodyViewControllerTest, showsTheNameOfTheDocumentNotItsPath)

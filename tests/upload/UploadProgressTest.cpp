@@ -74,6 +74,23 @@ TEST_F(UploadProgressTest, takesTheKeyAsItIsTyped)
     EXPECT_EQ(server.lastRequest().path, "/rest/api/2/issue/abc-1/attachments");
 }
 
+TEST_F(UploadProgressTest, takesTheKeyWithItsBlanks)
+{
+    upload(QStringLiteral(" ABC-1 "));
+
+    EXPECT_EQ(outcome(), QStringLiteral("The operation couldn’t be completed. ((null) error 404.)"));
+    EXPECT_EQ(server.lastRequest().target, "/rest/api/2/issue/%20ABC-1%20/attachments");
+}
+
+TEST_F(UploadProgressTest, takesAKeyOfBlanksForAKey)
+{
+    upload(QStringLiteral("  "));
+
+    EXPECT_TRUE(isSheetUp());
+    EXPECT_NE(outcome(), QString());
+    EXPECT_EQ(server.lastRequest().target, "/rest/api/2/issue/%20%20/attachments");
+}
+
 TEST_F(UploadProgressTest, showsTheSheetBeforeAnythingIsSent)
 {
     const HeldGlobalQueue slowDisk;
@@ -145,6 +162,17 @@ TEST_F(UploadProgressTest, cutsThePercentOffBehindThePoint)
 
     EXPECT_EQ(log.lines(), QStringList(QStringLiteral("updateCallBack 1999 100000 1")));
     EXPECT_EQ(sheet()->sizeLabel()->text(), QStringLiteral(" 0.0 / 0.10 mb"));
+}
+
+TEST_F(UploadProgressTest, dividesBeforeItMultiplies)
+{
+    upload();
+    ASSERT_EQ(outcome(), QStringLiteral("DONE"));
+    // 100 / 97 * 97 is a little less than 100.
+    report(97, 97);
+
+    EXPECT_EQ(log.lines(), QStringList(QStringLiteral("updateCallBack 97 97 99")));
+    EXPECT_EQ(sheet()->uploadingProgressBar()->value(), 99);
 }
 
 TEST_F(UploadProgressTest, countsBeyondFourGigabytes)

@@ -15,6 +15,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 namespace {
 
 using namespace tljira;
@@ -37,6 +39,8 @@ public:
     {
         EXPECT_EQ(column, 0);
         rowsAsked.append(row);
+        if (onCell)
+            onCell(row);
         auto* cell = dynamic_cast<TestCell*>(table.makeViewWithIdentifier(QStringLiteral("testCell")));
         if (cell) {
             cells.insert(cell);
@@ -46,6 +50,7 @@ public:
     }
 
     std::function<void()> onCount;
+    std::function<void(qint64)> onCell;
     qint64 count = 0;
     int countsAsked = 0;
     QList<qint64> rowsAsked;
@@ -304,15 +309,22 @@ TEST_F(TableViewTest, maySeeItsWindowChangedByTheDataSource)
 TEST_F(TableViewTest, mayBeReloadedByTheDataSourceWhileItAsksForCells)
 {
     show(10);
-    rows.count = 2;
-    rows.onCount = nullptr;
-    rows.rowsAsked.clear();
+    rows.onCell = [&](qint64 row) {
+        if (row != 1 || rows.count == 2)
+            return;
+        rows.count = 2;
+        table->reloadData();
+    };
 
     table->reloadData();
     tests::drainMainQueue();
 
-    EXPECT_EQ(table->cellAtRow(2), nullptr);
+    EXPECT_EQ(rows.count, 2);
+    EXPECT_EQ(table->numberOfRows(), 2);
+    EXPECT_EQ(titleAt(0), QStringLiteral("0"));
     EXPECT_EQ(titleAt(1), QStringLiteral("1"));
+    EXPECT_EQ(table->cellAtRow(2), nullptr);
+    EXPECT_EQ(std::ranges::count_if(rows.cells, [](const TestCell* cell) { return cell->isVisible(); }), 2);
 }
 
 TEST_F(TableViewTest, isEmptyWithoutADataSource)

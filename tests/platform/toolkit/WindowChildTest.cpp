@@ -3,6 +3,7 @@
 #include "platform/toolkit/Window.h"
 
 #include <QWidget>
+#include <QWindow>
 
 #include <gmock/gmock.h>
 
@@ -55,6 +56,18 @@ TEST_F(ChildWindow, showsAtOnceBesideAVisibleParent)
     parent->addChildWindow(child, Window::Ordered::Above);
 
     EXPECT_TRUE(child->isVisible());
+}
+
+TEST_F(ChildWindow, isTiedToItsParentInTheWindowSystemOnlyAboveIt)
+{
+    QWidget otherContent;
+    const auto other = Window::create(QString(), &otherContent);
+    parent->makeKeyAndOrderFront();
+    parent->addChildWindow(child, Window::Ordered::Below);
+    parent->addChildWindow(other, Window::Ordered::Above);
+
+    EXPECT_EQ(child->widget()->windowHandle()->transientParent(), nullptr);
+    EXPECT_EQ(other->widget()->windowHandle()->transientParent(), parent->widget()->windowHandle());
 }
 
 TEST_F(ChildWindow, movesWithItsParent)
