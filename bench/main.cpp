@@ -93,6 +93,8 @@ int run(const QCommandLineParser& options)
 
     std::vector<bench::Row> rows = bench::transferCases(bench);
     rows.push_back(bench::lookUpCase(bench));
+    for (const bench::Row& row : bench::cancelCases(bench))
+        rows.push_back(row);
     for (const bench::Row& row : bench::issueCase(bench))
         rows.push_back(row);
 

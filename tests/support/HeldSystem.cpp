@@ -1,7 +1,9 @@
 #include "tests/support/HeldSystem.h"
 
 #include <QFile>
+#include <QFileInfo>
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
@@ -75,6 +77,9 @@ struct MarkedFile
 // Never destroyed: threads that nobody waits for may still come by when the process ends.
 Gate& lookUps = *new Gate("a look-up");
 Gate& reads = *new Gate("a read");
+Gate& writes = *new Gate("a write");
+std::atomic<bool> isWatchingDownloads = false;
+std::atomic<qint64> takenOfDownloads = 0;
 std::mutex& marksMutex = *new std::mutex;
 std::string& markedHost = *new std::string;
 std::optional<MarkedFile> markedFile;
@@ -91,6 +96,12 @@ bool isHeld(int file)
     struct stat status = {};
     return markedFile && fstat(file, &status) == 0 && status.st_dev == markedFile->device &&
            status.st_ino == markedFile->inode && lseek(file, 0, SEEK_CUR) >= markedFile->from;
+}
+
+bool isDownload(int file)
+{
+    const QFileInfo link(QStringLiteral("/proc/self/fd/%1").arg(file));
+    return QFileInfo(link.symLinkTarget()).fileName().startsWith(QLatin1String("Download_"));
 }
 
 } // namespace
@@ -113,6 +124,17 @@ extern "C" [[gnu::visibility("default")]] ssize_t read(int file, void* buffer, s
     if (isHeld(file))
         reads.pass();
     return syscall(SYS_read, file, buffer, size);
+}
+
+extern "C" [[gnu::visibility("default")]] ssize_t write(int file, const void* bytes, size_t size)
+{
+    const bool isHeld = isWatchingDownloads && isDownload(file);
+    if (isHeld)
+        writes.pass();
+    const ssize_t taken = syscall(SYS_write, file, bytes, size);
+    if (isHeld && taken > 0)
+        takenOfDownloads += taken;
+    return taken;
 }
 
 namespace tests {
@@ -161,6 +183,34 @@ void HeldFile::release()
     const std::lock_guard lock(marksMutex);
     markedFile.reset();
     reads.open();
+}
+
+HeldDownloads::HeldDownloads()
+{
+    writes.close();
+    isWatchingDownloads = true;
+}
+
+HeldDownloads::~HeldDownloads()
+{
+    isWatchingDownloads = false;
+    writes.open();
+}
+
+int HeldDownloads::waiting()
+{
+    return writes.waiting();
+}
+
+void HeldDownloads::release()
+{
+    takenOfDownloads = 0;
+    writes.open();
+}
+
+qint64 HeldDownloads::takenSinceRelease()
+{
+    return takenOfDownloads;
 }
 
 } // namespace tests

@@ -39,4 +39,20 @@ public:
     static void release();
 };
 
+/// See HeldLookUp.
+class HeldDownloads
+{
+public:
+    /// The disk takes the next piece of a file that is called as downloads under way are only when it is let go.
+    HeldDownloads();
+    ~HeldDownloads();
+    HeldDownloads(const HeldDownloads&) = delete;
+    HeldDownloads& operator=(const HeldDownloads&) = delete;
+
+    static int waiting();
+    static void release();
+    /// Bytes that it took since then.
+    static qint64 takenSinceRelease();
+};
+
 } // namespace tests

@@ -131,6 +131,7 @@ void NetworkThread::start(std::shared_ptr<Transfer> transfer)
 
 void NetworkThread::cancel(std::shared_ptr<Transfer> transfer)
 {
+    transfer->giveUp();
     if (const auto commands = queue())
         commands->post(
             [this, transfer = std::move(transfer)] { abort(transfer.get(), makeURLError(URLError::Cancelled)); });

@@ -283,6 +283,8 @@ std::size_t Transfer::takeHeadLine(char* bytes, std::size_t size, std::size_t co
 {
     auto* self = static_cast<Transfer*>(transfer);
     self->noteMove();
+    if (self->m_isGivenUp)
+        return 0;
     if (!self->m_head.appendLine(QByteArrayView(bytes, static_cast<qsizetype>(size * count))))
         return 0;
     if (self->m_head.isComplete() && self->m_body->size() == 0 && !self->isRedirect()) {
@@ -296,6 +298,8 @@ std::size_t Transfer::takeHeadLine(char* bytes, std::size_t size, std::size_t co
 std::size_t Transfer::takeBody(char* bytes, std::size_t size, std::size_t count, void* transfer)
 {
     auto* self = static_cast<Transfer*>(transfer);
+    if (self->m_isGivenUp)
+        return 0;
     if (self->isRedirect())
         return size * count;
     return self->m_body->append(bytes, size * count) ? size * count : 0;
@@ -304,6 +308,8 @@ std::size_t Transfer::takeBody(char* bytes, std::size_t size, std::size_t count,
 int Transfer::takeProgress(void* transfer, curl_off_t, curl_off_t downloaded, curl_off_t, curl_off_t uploaded)
 {
     auto* self = static_cast<Transfer*>(transfer);
+    if (self->m_isGivenUp)
+        return 1;
     if (downloaded == self->m_downloaded && uploaded == self->m_progress.sent)
         return 0;
     self->noteMove();
@@ -388,6 +394,8 @@ bool Transfer::finishHop(CURLcode code)
 
 std::optional<Error> Transfer::errorOf(CURLcode code)
 {
+    if (m_isGivenUp)
+        return makeURLError(URLError::Cancelled);
     if (m_source && m_source->error())
         return m_source->error();
     if (code == CURLE_OK) {

@@ -10,6 +10,7 @@
 
 #include <curl/curl.h>
 
+#include <atomic>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -45,6 +46,10 @@ public:
 
     /// libcurl is done with the hop. True when another one must follow; otherwise the transfer has ended.
     bool finishHop(CURLcode code);
+
+    /// Makes libcurl let go of the transfer at its next byte, so that a fast answer does not delay a cancel that is on its
+    /// way. From any thread.
+    void giveUp() { m_isGivenUp = true; }
 
     /// Ends the transfer with an error from outside, before it had a handle or once that is out of libcurl's hands.
     void abort(const Error& error);
@@ -101,6 +106,7 @@ private:
     CURL* m_easy = nullptr;
     std::unique_ptr<HeaderList> m_headers;
     std::unique_ptr<HeaderList> m_routes;
+    std::atomic<bool> m_isGivenUp = false;
     std::function<void()> m_bodyCallBack;
     std::unique_ptr<BodySource> m_source;
     bool m_isSourceAwaited = false;

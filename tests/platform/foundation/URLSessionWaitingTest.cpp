@@ -10,6 +10,7 @@ using standin::Fault;
 using standin::Match;
 using standin::Point;
 using testing::ElementsAre;
+using tests::HeldDownloads;
 using tests::HeldFile;
 using tests::HeldLookUp;
 
@@ -153,6 +154,23 @@ TEST_F(URLSessionWaitingTest, CancelIsReportedWhileTheDiskIsSilent)
     ASSERT_TRUE(tests::waitUntil([this] { return ends == 1; }));
     EXPECT_THAT(events, ElementsAre("no response", "end -999"));
     EXPECT_EQ(HeldFile::waiting(), 1);
+}
+
+/// A fast server keeps libcurl busy for a long time at a stretch, and a slow disk makes that longer still.
+TEST_F(URLSessionWaitingTest, NothingMoreIsSavedOfADownloadThatWasCancelled)
+{
+    server.behave();
+    server.misbehave(Match(), Fault().status(200, std::string(64 << 20, 'x')));
+    const HeldDownloads held;
+    const auto task = session->downloadTaskWithRequest(requestFor("x"));
+    task->resume();
+    ASSERT_TRUE(tests::waitUntil([] { return HeldDownloads::waiting() == 1; }));
+    ASSERT_TRUE(tests::waitUntil([this] { return server.bodyBytesSent() > 2 << 20; }));
+    task->cancel();
+    HeldDownloads::release();
+    ASSERT_TRUE(tests::waitUntil([this] { return ends == 1; }));
+    EXPECT_THAT(events, ElementsAre("end -999"));
+    EXPECT_LE(HeldDownloads::takenSinceRelease(), 512 << 10);
 }
 
 TEST_F(URLSessionWaitingTest, TheTimeOutEndsAnUploadWhoseDiskIsSilent)
