@@ -488,8 +488,12 @@ void Transfer::end(TransferResult result)
 {
     m_easy = nullptr;
     m_source.reset();
-    m_body.reset();
+    // An unfinished file is gone by the time the end is heard of. To give back much memory takes longer than anybody
+    // should wait for a cancel.
+    if (m_destination == AnswerBody::Destination::File)
+        m_body.reset();
     m_observer->transferEnded(std::move(result));
+    m_body.reset();
 }
 
 } // namespace tljira
