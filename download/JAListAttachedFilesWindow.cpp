@@ -4,6 +4,7 @@
 #include "constants/FrameworkBundle.h"
 #include "download/DownloadFileName.h"
 #include "download/DownloadFolder.h"
+#include "download/DownloadTurn.h"
 #include "download/PaletteOnWhite.h"
 #include "platform/foundation/DateFormatter.h"
 #include "platform/foundation/Log.h"
@@ -15,6 +16,7 @@
 #include "platform/toolkit/ViewClasses.h"
 
 #include <QApplication>
+#include <QPushButton>
 
 #include <algorithm>
 
@@ -28,6 +30,15 @@ constexpr double otherHeight = 200;
 QString sizeText(qint64 bytes)
 {
     return tljira::format(QStringLiteral("%0.2f MB"), static_cast<double>(bytes) / 1024.0 / 1024.0);
+}
+
+QPushButton* cancelButtonOf(const QWidget* view)
+{
+    const QList<QPushButton*> buttons = view ? view->findChildren<QPushButton*>() : QList<QPushButton*>();
+    const auto found = std::find_if(buttons.begin(), buttons.end(), [](const QPushButton* button) {
+        return button->property("action") == QLatin1String("cancalAction");
+    });
+    return found == buttons.end() ? nullptr : *found;
 }
 
 /// Nothing of a view is drawn while this lives; then all that changed at once.
@@ -61,6 +72,7 @@ struct JAListAttachedFilesWindow::Dates
 };
 
 JAListAttachedFilesWindow::JAListAttachedFilesWindow()
+    : m_turn(std::make_unique<DownloadTurn>())
 {
     outlets.bind("view", &m_view);
     outlets.bind("wrapperTableView", &m_wrapperTableView);
@@ -187,27 +199,46 @@ void JAListAttachedFilesWindow::downloadAction(QWidget* sender)
 {
     const qint64 tag = sender ? sender->property(tagProperty).toLongLong() : 0;
     tljira::log(u"Download Action %ld", tag);
-    const QString folder = DownloadFolder::path();
     const auto attachment = attachmentAtRow(tag);
     if (!attachment) {
         tljira::log(u"there is no attachment %ld any more", tag);
         return;
     }
-    const QString name = downloadFileName(attachment->name());
-    DownloadFolder::makeAnew(folder);
-    const QString target = tljira::appendingPathComponent(folder, name);
-    tljira::log(u"%@", target);
-    m_path = target;
-    download(attachment, target);
+    m_path = tljira::appendingPathComponent(DownloadFolder::path(), downloadFileName(attachment->name()));
+    const quint64 number = ++m_newestDownload;
+    // The folder is made anew when the download before has ended: its file may still arrive there.
+    m_turn->take([self = sharedFrom(this), attachment, target = *m_path, number] {
+        DownloadFolder::makeAnew(DownloadFolder::path());
+        tljira::log(u"%@", target);
+        self->download(attachment, target, number);
+    });
     setActualView(m_downloadView);
+    setIsRunning(true);
+}
+
+void JAListAttachedFilesWindow::setIsRunning(bool isRunning)
+{
+    QPushButton* cancelButton = cancelButtonOf(m_downloadView);
+    if (!cancelButton)
+        return;
+    // Return, which may have begun the download, does not cancel it.
+    cancelButton->setDefault(!isRunning);
+    if (!m_downloadView->isVisibleTo(m_downloadView->window()))
+        return;
+    if (!isRunning)
+        cancelButton->setFocus();
+    else if (m_downloadProgressBar && !m_downloadView->isAncestorOf(m_downloadView->window()->focusWidget()))
+        m_downloadProgressBar->setFocus();
 }
 
 void JAListAttachedFilesWindow::download(const std::shared_ptr<const JAAttachmentObject>& attachment,
-                                         const QString& path)
+                                         const QString& path, quint64 number)
 {
-    const auto showProgress = [self = sharedFrom(this), attachment](
+    const auto showProgress = [self = sharedFrom(this), attachment, number](
                                   qint64, qint64 bytes, const std::optional<tljira::Error>& error, bool finished) {
-        self->updateDownload(bytes, attachment->size(), error, finished);
+        // The end of a download that made room for another one is nothing to show in the other's place.
+        if (number == self->m_newestDownload)
+            self->updateDownload(bytes, attachment->size(), error, finished);
     };
     JAController::sharedInstance()->downloadFile(attachment->downloadLink(), showProgress, path);
 }
@@ -216,6 +247,8 @@ void JAListAttachedFilesWindow::updateDownload(qint64 bytes, qint64 total, const
                                                bool completion)
 {
     const HeldUpdates held(m_downloadView);
+    const auto task = JAController::sharedInstance()->downloadTask();
+    setIsRunning(task && !task->hasEnded());
     const qint64 divisor = total == 0 ? 1 : total;
     const float percent = static_cast<float>(100.0 / static_cast<double>(divisor) * static_cast<double>(bytes));
     setError(QString());
@@ -264,6 +297,7 @@ void JAListAttachedFilesWindow::setActualView(QWidget* view)
 
 void JAListAttachedFilesWindow::cancalAction(QWidget*)
 {
+    m_turn->giveUp();
     JAController::sharedInstance()->cancelDownload();
     const auto sheet = window();
     if (const auto parent = sheet ? sheet->sheetParent() : nullptr)

@@ -16,6 +16,8 @@
 #include <memory>
 #include <optional>
 
+class DownloadTurn;
+
 /// The window that lists attachments and downloads one of them. It is made for being a sheet; one instance serves any
 /// number of sheets, and `path` and `isDone` carry over from one to the next.
 ///
@@ -63,7 +65,8 @@ public:
     tljira::TableCellView* viewForTableColumn(tljira::TableView& table, int column, qint64 row) override;
 
     /// Downloads the attachment whose row is the dynamic property "tag" of `sender`, into the download folder, which is
-    /// emptied first. The client keeps this object until the download has ended, longer if it fails.
+    /// emptied first. A download that is under way is cancelled, and this one begins when that has ended; its `path` is
+    /// known at once. The client keeps this object until the download has ended, longer if it fails.
     void downloadAction(QWidget* sender);
 
     /// Shows how far a download is: `bytes` of `total`. With an error its text, with `completion` "DONE". A total of 0
@@ -77,7 +80,7 @@ public:
     /// Shows one of the three state views, and gives the window the height for it.
     void setActualView(QWidget* view);
 
-    /// Cancels the download, if one is running, and ends the sheet with ModalResponse::Cancel.
+    /// Cancels the download, if one is running or waits for its turn, and ends the sheet with ModalResponse::Cancel.
     void cancalAction(QWidget* sender);
 
     /// Writes a view and everything below it to the log, a line each.
@@ -104,7 +107,9 @@ private:
 
     std::shared_ptr<const JAAttachmentObject> attachmentAtRow(qint64 row) const;
     void fillCell(JAAttachedCell& cell, const std::shared_ptr<const JAAttachmentObject>& attachment, qint64 row);
-    void download(const std::shared_ptr<const JAAttachmentObject>& attachment, const QString& path);
+    void download(const std::shared_ptr<const JAAttachmentObject>& attachment, const QString& path, quint64 number);
+    /// Where the keyboard is, and what Return does, while a download runs and after it.
+    void setIsRunning(bool isRunning);
     QString dateText(const JAAttachmentObject& attachment);
 
     QPointer<QWidget> m_view;
@@ -119,6 +124,9 @@ private:
     Attachments m_attachments;
     std::optional<QString> m_path;
     bool m_isDone = false;
+    const std::unique_ptr<DownloadTurn> m_turn;
+    /// Counts the downloads that a user began.
+    quint64 m_newestDownload = 0;
     struct Dates;
     std::unique_ptr<Dates> m_dates;
 };

@@ -60,6 +60,16 @@ void JAHeadViewController::setActualView(QWidget* view)
 {
     tljira::setHidden(m_okSessionView, true);
     tljira::setHidden(view, false);
+    // The panel covers them; nobody is to come upon one with the keyboard.
+    for (QPushButton* button : buttonsBelowPanel())
+        tljira::setHidden(button, view && view == m_okSessionView);
+}
+
+QList<QPushButton*> JAHeadViewController::buttonsBelowPanel()
+{
+    QList<QPushButton*> buttons = view() ? view()->findChildren<QPushButton*>() : QList<QPushButton*>();
+    buttons.removeIf([this](const QPushButton* button) { return m_okSessionView->isAncestorOf(button); });
+    return buttons;
 }
 
 void JAHeadViewController::setOkSessionView()
@@ -106,12 +116,29 @@ void JAHeadViewController::showAvatar(const QByteArray& bytes)
 
 void JAHeadViewController::loginAction()
 {
-    if (const auto ownWindow = window()) {
-        ownWindow->beginSheet(m_jaLoginWindow->window(), [self = sharedFrom(this)](int returnCode) {
-            if (returnCode == tljira::ModalResponse::OK)
-                self->setOkSessionView();
+    const auto ownWindow = window();
+    if (!ownWindow)
+        return;
+    ownWindow->beginSheet(m_jaLoginWindow->window(), [self = sharedFrom(this)](int returnCode) {
+        if (returnCode == tljira::ModalResponse::OK)
+            self->setOkSessionView();
+    });
+    endSheetAtCancel();
+}
+
+// The form's own action ends another sheet, the one that an entry window is.
+void JAHeadViewController::endSheetAtCancel()
+{
+    QObject::disconnect(m_cancelConnection);
+    const QPushButton* button = m_jaLoginWindow->cancelButton();
+    if (!button)
+        return;
+    m_cancelConnection =
+        QObject::connect(button, &QPushButton::clicked, button, [weak = std::weak_ptr(m_jaLoginWindow->window())] {
+            const auto sheet = weak.lock();
+            if (const auto parent = sheet ? sheet->sheetParent() : nullptr)
+                parent->endSheet(sheet, tljira::ModalResponse::Cancel);
         });
-    }
 }
 
 void JAHeadViewController::logOutAction()

@@ -8,7 +8,9 @@
 
 #include <QByteArray>
 #include <QLabel>
+#include <QList>
 #include <QPointer>
+#include <QPushButton>
 #include <QString>
 #include <QWidget>
 
@@ -39,7 +41,7 @@ public:
     /// The form of the login sheet; null until the view is loaded.
     std::shared_ptr<JALoginWindow> jaLoginWindow() const { return m_jaLoginWindow; }
 
-    /// Hides `okSessionView`, then shows `view`.
+    /// Hides `okSessionView`, then shows `view`. The buttons that `okSessionView` covers are hidden while it is shown.
     void setActualView(QWidget* view);
 
     /// Shows the panel and asks the server whose session it is; without a session it does nothing. Where the server
@@ -50,8 +52,8 @@ public:
     /// decoded off the main thread; the one whose answer came last is shown.
     void setAvatarByURL(const std::optional<QString>& url);
 
-    /// Begins the sheet with the login form; after a login the panel shows whose session it is. Nothing happens where
-    /// the header stands in no window.
+    /// Begins the sheet with the login form; after a login the panel shows whose session it is. The form's Cancel ends
+    /// the sheet with ModalResponse::Cancel. Nothing happens where the header stands in no window.
     void loginAction();
     /// Ends the session. Labels and avatar stay: the client's delegate shows that the session is over.
     void logOutAction();
@@ -65,6 +67,8 @@ private:
 
     void showUser(const std::shared_ptr<const JAUser>& user);
     void showAvatar(const QByteArray& bytes);
+    QList<QPushButton*> buttonsBelowPanel();
+    void endSheetAtCancel();
 
     QPointer<QWidget> m_okSessionView;
     QPointer<tljira::ProgressIndicator> m_findSessionProgressIndicator;
@@ -73,6 +77,7 @@ private:
     QPointer<QLabel> m_displayNameLabel;
     QPointer<QLabel> m_emailLabel;
     std::shared_ptr<JALoginWindow> m_jaLoginWindow;
+    QMetaObject::Connection m_cancelConnection;
     /// Counts the answers with avatars, so that one that takes long to decode does not cover a later one.
     quint64 m_newestAvatar = 0;
 };

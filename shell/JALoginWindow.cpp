@@ -84,6 +84,17 @@ void JALoginWindow::showError(const tljira::Error& error)
     tljira::setText(m_errorLabel, error.localizedDescription());
     if (error.code == unauthorized)
         tljira::setText(m_errorLabel, QStringLiteral("Incorrect login or password"));
+    if (error.domain == QLatin1String(JAController::invalidSessionDomain))
+        askForPasswordAgain();
+}
+
+// What is typed after a refusal is a password, and no other field may show one.
+void JALoginWindow::askForPasswordAgain()
+{
+    if (!m_passwordTextField)
+        return;
+    m_passwordTextField->setFocus();
+    m_passwordTextField->selectAll();
 }
 
 void JALoginWindow::cancelAction()

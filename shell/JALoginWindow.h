@@ -51,6 +51,7 @@ private:
 
     void loginEnded(const std::shared_ptr<const JALoginObject>& result, const std::optional<tljira::Error>& error);
     void showError(const tljira::Error& error);
+    void askForPasswordAgain();
 
     QPointer<QWidget> m_view;
     QPointer<QLineEdit> m_hostTextField;

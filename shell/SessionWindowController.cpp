@@ -27,10 +27,13 @@ void countSubviews(tljira::ViewController& controller)
     controller.setRepresentedObject(QVariant::fromValue<qint64>(tljira::subviews(controller.view()).size()));
 }
 
-/// What the interface file put there for the time before the first container is of no more use.
-void removeSubviews(QWidget* view, std::initializer_list<QWidget*> kept)
+/// What the interface file put there for the time before the first container is of no more use. A container that is
+/// there already stays in its place: it would give up the keyboard otherwise.
+void removeSubviews(QWidget* view, const QWidget* container, std::initializer_list<QWidget*> kept)
 {
     for (QWidget* subview : tljira::subviews(view)) {
+        if (subview == container)
+            continue;
         tljira::removeFromSuperview(subview);
         if (std::find(kept.begin(), kept.end(), subview) == kept.end())
             subview->deleteLater();
@@ -129,7 +132,7 @@ void SessionWindowController::setActualView(QWidget* container)
         return;
     tljira::layoutSubtreeIfNeeded(container);
     const QSize size = container->size();
-    removeSubviews(m_view, {m_downloadViewContainer, m_loginViewContainer});
+    removeSubviews(m_view, container, {m_downloadViewContainer, m_loginViewContainer});
     tljira::addSubview(m_view, container);
 
     const QRectF before = ownWindow->frame();

@@ -14,6 +14,8 @@
 #include "platform/toolkit/View.h"
 #include "upload/DocumentFolder.h"
 
+#include <utility>
+
 namespace {
 
 constexpr float shadowOpacity = 0.4F;
@@ -24,6 +26,16 @@ double megabytes(qint64 bytes)
 }
 
 } // namespace
+
+/// One press of the button, with what the panel showed then. Its marks are the main thread's own.
+struct JAUploadBodyViewController::Upload
+{
+    const QString key;
+    const std::optional<QString> filePath;
+    const std::optional<QString> fileName;
+    bool isCancelled = false;
+    bool hasEnded = false;
+};
 
 /// An upload begins on another thread.
 struct JAUploadBodyViewController::Document
@@ -141,50 +153,76 @@ void JAUploadBodyViewController::openFileAction()
     setNewPathFile(path, tljira::lastPathComponent(path));
 }
 
+bool JAUploadBodyViewController::isUploading() const
+{
+    return !m_uploads.empty();
+}
+
 void JAUploadBodyViewController::uploadFileAction()
 {
     if (tljira::text(m_taskTextField).isEmpty())
         return;
-    m_isUploading = true;
-    // Only the main thread touches it.
-    const auto isCancelled = std::make_shared<bool>(false);
-    showUploadingWindow(isCancelled);
+    const auto upload = std::make_shared<Upload>(Upload{tljira::text(m_taskTextField), filePath(), fileName()});
+    m_uploads.push_back(upload);
+    showUploadingWindow(upload);
     tljira::setHidden(m_shadow, false);
     tljira::setEnabled(m_taskTextField, false);
-
-    // The thread hands its reference back when it is done: views must not go on another thread than the main one.
-    tljira::GlobalQueue::instance().addOperation(
-        [self = sharedFrom(this), key = tljira::text(m_taskTextField), isCancelled]() mutable {
-            self->startUpload(key);
-            const auto task = JAController::sharedInstance()->upladTask();
-            tljira::MainQueue::instance().addOperation([self = std::move(self), task, isCancelled] {
-                // The user was faster than the disk: at that time there was nothing to cancel yet.
-                if (*isCancelled && task)
-                    task->cancel();
-            });
-        });
+    if (m_uploads.size() == 1)
+        beginNextUpload();
 }
 
-void JAUploadBodyViewController::showUploadingWindow(const std::shared_ptr<bool>& isCancelled)
+void JAUploadBodyViewController::showUploadingWindow(const std::shared_ptr<Upload>& upload)
 {
     if (const auto ownWindow = window()) {
-        ownWindow->beginSheet(m_jaUploadingWindow->window(), [self = sharedFrom(this), isCancelled](int returnCode) {
-            *isCancelled = returnCode == tljira::ModalResponse::Cancel;
-            tljira::setHidden(self->m_shadow, true);
-            tljira::setEnabled(self->m_taskTextField, true);
+        ownWindow->beginSheet(m_jaUploadingWindow->window(), [self = sharedFrom(this), upload](int returnCode) {
+            self->sheetDidEnd(upload, returnCode);
         });
     }
+    showStart();
+}
+
+void JAUploadBodyViewController::showStart()
+{
     m_jaUploadingWindow->setUploadingState(0, QStringLiteral("size is calculated"));
 }
 
-void JAUploadBodyViewController::startUpload(const QString& key)
+void JAUploadBodyViewController::sheetDidEnd(const std::shared_ptr<Upload>& upload, int returnCode)
 {
-    setZipFilePath(filePath());
+    upload->isCancelled = returnCode == tljira::ModalResponse::Cancel;
+    const bool isWaiting = !m_uploads.empty() && upload != m_uploads.front();
+    if (upload->isCancelled && isWaiting)
+        std::erase(m_uploads, upload);
+    tljira::setHidden(m_shadow, true);
+    tljira::setEnabled(m_taskTextField, true);
+    // The keyboard left the field when it was disabled.
+    if (m_taskTextField && m_taskTextField->isVisibleTo(m_taskTextField->window()))
+        m_taskTextField->setFocus();
+}
+
+void JAUploadBodyViewController::beginNextUpload()
+{
+    if (m_uploads.empty())
+        return;
+    // The thread hands its references back when it is done: views must not go on another thread than the main one.
+    tljira::GlobalQueue::instance().addOperation([self = sharedFrom(this), upload = m_uploads.front()]() mutable {
+        self->startUpload(upload);
+        const auto task = JAController::sharedInstance()->upladTask();
+        tljira::MainQueue::instance().addOperation([self = std::move(self), upload = std::move(upload), task] {
+            // The user was faster than the disk: at that time there was nothing to cancel yet.
+            if (upload->isCancelled && task)
+                task->cancel();
+        });
+    });
+}
+
+void JAUploadBodyViewController::startUpload(const std::shared_ptr<Upload>& upload)
+{
+    setZipFilePath(upload->filePath);
     const auto self = sharedFrom(this);
     JAController::sharedInstance()->uploadFileInIssue(
-        zipFilePath(), fileName(), key,
-        [self](const auto& error) {
-            tljira::MainQueue::instance().addOperation([self, error] { self->uploadEnded(error); });
+        upload->filePath, upload->fileName, upload->key,
+        [self, upload](const auto& error) {
+            tljira::MainQueue::instance().addOperation([self, upload, error] { self->uploadEnded(*upload, error); });
         },
         // The client keeps this one for good.
         [weakSelf = std::weak_ptr(self)](qint64 bytesSent, qint64 bytesExpected) {
@@ -205,9 +243,8 @@ void JAUploadBodyViewController::showProgress(qint64 bytesSent, qint64 bytesExpe
     m_jaUploadingWindow->setUploadingState(percent, size);
 }
 
-void JAUploadBodyViewController::uploadEnded(const std::optional<tljira::Error>& error)
+void JAUploadBodyViewController::uploadEnded(Upload& upload, const std::optional<tljira::Error>& error)
 {
-    m_isUploading = false;
     const std::optional<QString> path = zipFilePath();
     const std::optional<QString> folder = path ? std::optional(tljira::deletingLastPathComponent(*path)) : std::nullopt;
     tljira::log(u"before delete src -> p1 = %@, p2 = %@", path, folder);
@@ -217,6 +254,15 @@ void JAUploadBodyViewController::uploadEnded(const std::optional<tljira::Error>&
         m_jaUploadingWindow->setErrorState(*error);
     else
         m_jaUploadingWindow->setSuccessState();
+    if (m_uploads.size() > 1)
+        showStart();
+    if (std::exchange(upload.hasEnded, true))
+        return;
+    // An end may be reported twice; what waits begins after the second report.
+    tljira::MainQueue::instance().addOperation([self = sharedFrom(this)] {
+        self->m_uploads.pop_front();
+        self->beginNextUpload();
+    });
 }
 
 void JAUploadBodyViewController::cancelAction()

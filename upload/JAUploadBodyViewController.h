@@ -14,6 +14,7 @@
 #include <QStringList>
 #include <QWidget>
 
+#include <deque>
 #include <memory>
 #include <optional>
 
@@ -83,10 +84,11 @@ public:
     /// Lets the user choose a file.
     void openFileAction();
     /// Sends the file to the issue whose key stands in `taskTextField`, as it stands there; without a key it does
-    /// nothing.
+    /// nothing. While an earlier upload of the panel has not ended, this one waits for that: the earlier one's end
+    /// removes a folder.
     void uploadFileAction();
-    /// From the beginning of an upload until it has ended, whether the window is open or not.
-    bool isUploading() const { return m_isUploading; }
+    /// From the first press of the button until the last upload has ended, whether the window is open or not.
+    bool isUploading() const;
     /// Ends the sheet that the panel's window is; nothing where it is none.
     void cancelAction();
 
@@ -108,10 +110,15 @@ protected:
 private:
     JAUploadBodyViewController();
 
-    void showUploadingWindow(const std::shared_ptr<bool>& isCancelled);
-    void startUpload(const QString& key);
+    struct Upload;
+
+    void showUploadingWindow(const std::shared_ptr<Upload>& upload);
+    void sheetDidEnd(const std::shared_ptr<Upload>& upload, int returnCode);
+    void beginNextUpload();
+    void startUpload(const std::shared_ptr<Upload>& upload);
+    void showStart();
     void showProgress(qint64 bytesSent, qint64 bytesExpected);
-    void uploadEnded(const std::optional<tljira::Error>& error);
+    void uploadEnded(Upload& upload, const std::optional<tljira::Error>& error);
 
     QPointer<QPushButton> m_cancelButton;
     QPointer<QWidget> m_containerView;
@@ -125,7 +132,8 @@ private:
     QPointer<QProgressBar> m_indication;
     QPointer<QWidget> m_shadow;
     std::shared_ptr<JAUploadingWindow> m_jaUploadingWindow;
-    bool m_isUploading = false;
+    /// In the order in which they were asked for. The first is under way.
+    std::deque<std::shared_ptr<Upload>> m_uploads;
 
     struct Document;
     const std::unique_ptr<Document> m_document;

@@ -40,9 +40,13 @@ void JAUploadingWindow::windowDidLoad()
 
 void JAUploadingWindow::setActualView(QWidget* view)
 {
+    // What is hidden gives up the keyboard, also when it is shown again at once.
+    const QPointer<QWidget> focused = view ? view->window()->focusWidget() : nullptr;
     for (QWidget* other : {m_uploadingView.get(), m_errorView.get(), m_successView.get()})
         tljira::setHidden(other, true);
     tljira::setHidden(view, false);
+    if (focused && view->isAncestorOf(focused))
+        focused->setFocus();
 }
 
 void JAUploadingWindow::setUploadingState(qint64 percent, const QString& otherInfo)
@@ -52,7 +56,7 @@ void JAUploadingWindow::setUploadingState(qint64 percent, const QString& otherIn
         m_uploadingProgressBar->setValue(
             static_cast<int>(std::clamp<qint64>(percent, 1, m_uploadingProgressBar->maximum())));
     setActualView(m_uploadingView);
-    nameButton(QT_TRANSLATE_NOOP("JAUploadingWindow", "Cancel"));
+    setIsRunning(true);
 }
 
 void JAUploadingWindow::setErrorState(const tljira::Error& error)
@@ -60,13 +64,27 @@ void JAUploadingWindow::setErrorState(const tljira::Error& error)
     tljira::setText(m_errortitle, QStringLiteral("Error"));
     tljira::setText(m_errorMessage, error.localizedDescription());
     setActualView(m_errorView);
-    nameButton(QT_TRANSLATE_NOOP("JAUploadingWindow", "Close"));
+    setIsRunning(false);
 }
 
 void JAUploadingWindow::setSuccessState()
 {
     tljira::setText(m_sizeLabel, QStringLiteral("DONE"));
-    nameButton(QT_TRANSLATE_NOOP("JAUploadingWindow", "Close"));
+    setIsRunning(false);
+}
+
+void JAUploadingWindow::setIsRunning(bool isRunning)
+{
+    if (!m_cancelButton || m_isRunning == isRunning)
+        return;
+    m_isRunning = isRunning;
+    nameButton(isRunning ? QT_TRANSLATE_NOOP("JAUploadingWindow", "Cancel")
+                         : QT_TRANSLATE_NOOP("JAUploadingWindow", "Close"));
+    // Return, which began the upload, does not cancel it.
+    m_cancelButton->setDefault(!isRunning);
+    QWidget* next = isRunning ? static_cast<QWidget*>(m_uploadingProgressBar) : m_cancelButton;
+    if (next)
+        next->setFocus();
 }
 
 void JAUploadingWindow::nameButton(const char* name)

@@ -12,6 +12,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 /// The sheet that shows how an upload goes and how it ended. One window serves all uploads of a panel; what it showed
 /// last stays until the next call.
@@ -32,7 +33,7 @@ public:
     QLabel* errorMessage() const { return m_errorMessage; }
     QProgressBar* uploadingProgressBar() const { return m_uploadingProgressBar; }
     QLabel* sizeLabel() const { return m_sizeLabel; }
-    /// "Cancel" while an upload is going, "Close" after it.
+    /// "Cancel" while an upload is going; "Close", and the default button, after it.
     QPushButton* cancelButton() const { return m_cancelButton; }
     ///@}
 
@@ -55,6 +56,7 @@ protected:
 private:
     JAUploadingWindow();
 
+    void setIsRunning(bool isRunning);
     void nameButton(const char* name);
 
     QPointer<QWidget> m_containerView;
@@ -66,4 +68,5 @@ private:
     QPointer<QProgressBar> m_uploadingProgressBar;
     QPointer<QLabel> m_sizeLabel;
     QPointer<QPushButton> m_cancelButton;
+    std::optional<bool> m_isRunning;
 };

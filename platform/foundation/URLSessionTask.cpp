@@ -41,6 +41,11 @@ bool URLSessionTask::isRunning() const
     return m_parts->isRunning();
 }
 
+bool URLSessionTask::hasEnded() const
+{
+    return m_parts->hasEnded();
+}
+
 const URLRequest& URLSessionTask::originalRequest() const
 {
     return m_parts->request;

@@ -31,6 +31,9 @@ public:
 
     /// Started, neither cancelled nor at its end.
     bool isRunning() const;
+    /// Its end was reported, or is being reported, or never will be because its session is gone. A task that was
+    /// cancelled has not ended before it has reported so.
+    bool hasEnded() const;
 
     /// As it was when the task was made; redirects do not change it.
     const URLRequest& originalRequest() const;

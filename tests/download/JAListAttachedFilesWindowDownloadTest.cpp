@@ -276,6 +276,29 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, SpaceDownloadsToo)
     EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
 }
 
+TEST_F(JAListAttachedFilesWindowDownloadTest, NoKeyThatBeganADownloadTouchesItAgain)
+{
+    showFile("plan.tessaloom", "the plan");
+    tests::cellAtRow(*list, 0)->downloadButton()->setFocus();
+    server.misbehave(Match::on("*/secure/*").once(), Fault().hold(Point::responseBody(3)));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    waitForHeldAnswer();
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
+        QTest::keyClick(QApplication::focusWidget(), key);
+    tests::drainMainQueue();
+    EXPECT_TRUE(returnCodes.empty());
+    server.release();
+    waitForEnd();
+    EXPECT_EQ(percent(), QStringLiteral("DONE"));
+    EXPECT_EQ(server.requests("*/secure/*").size(), 1U);
+
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    tests::drainMainQueue();
+    EXPECT_THAT(returnCodes, ElementsAre(0));
+    EXPECT_EQ(server.requests("*/secure/*").size(), 1U);
+    EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
+}
+
 // Names and places.
 
 TEST_F(JAListAttachedFilesWindowDownloadTest, AnEvilNameEndsInsideTheFolder)
@@ -563,6 +586,167 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, CancelInTheTurnOfTheStart)
     pressClose();
     ASSERT_TRUE(tests::waitUntil([this] { return error() == QStringLiteral("cancelled"); }));
     EXPECT_FALSE(list->isDone());
+}
+
+// One at a time.
+
+class TwoDownloadsTest : public JAListAttachedFilesWindowDownloadTest
+{
+protected:
+    void SetUp() override
+    {
+        JAListAttachedFilesWindowDownloadTest::SetUp();
+        const auto first = attach({.fileName = "first", .bytes = firstBytes});
+        const auto second = attach({.fileName = "second", .bytes = secondBytes});
+        list->setAttachments({first, second});
+        list->reload();
+        tests::drainMainQueue();
+    }
+
+    /// What a look-up does that answers during a download.
+    void bringTheListBack()
+    {
+        list->reload();
+        tests::drainMainQueue();
+        ASSERT_TRUE(list->wrapperTableView()->isVisible());
+    }
+
+    bool isSecondThere() const
+    {
+        return list->isDone() && contentsOf(folder + QStringLiteral("/second.tessaloom")) == secondBytes;
+    }
+
+    void expectTheSecondAlone()
+    {
+        tests::drainMainQueue();
+        EXPECT_EQ(percent(), QStringLiteral("DONE"));
+        EXPECT_EQ(error(), QString());
+        EXPECT_EQ(list->path(), folder + QStringLiteral("/second.tessaloom"));
+        EXPECT_EQ(contentsOf(target()), QByteArray(secondBytes));
+        EXPECT_THAT(QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                    ElementsAre(QStringLiteral("second.tessaloom")));
+    }
+
+    static constexpr char firstBytes[] = "the bytes of the first";
+    static constexpr char secondBytes[] = "what the second one holds";
+};
+
+TEST_F(TwoDownloadsTest, ARowThatIsPressedDuringADownloadGetsItsOwnBytes)
+{
+    downloadAndHold(Point::responseBody(5));
+    bringTheListBack();
+    press(1);
+    EXPECT_EQ(list->path(), folder + QStringLiteral("/second.tessaloom"));
+    EXPECT_TRUE(list->downloadView()->isVisible());
+    ASSERT_TRUE(tests::waitUntil([this] { return isSecondThere(); }));
+    expectTheSecondAlone();
+    server.release();
+    ASSERT_TRUE(tests::waitUntil([this] { return server.openConnectionCount() <= 1; }));
+    expectTheSecondAlone();
+}
+
+TEST_F(TwoDownloadsTest, TheEndOfTheFirstIsNotShownAsTheSeconds)
+{
+    downloadAndHold(Point::responseBody(5));
+    bringTheListBack();
+    server.misbehave(Match::on("*/secure/*").once(), Fault().hold(Point::responseHead(0)));
+    press(1);
+    ASSERT_TRUE(tests::waitUntil([this] { return server.requests("*/secure/*").size() == 2; }));
+    tests::drainMainQueue();
+    EXPECT_EQ(error(), QString());
+    EXPECT_NE(percent(), QStringLiteral("DONE"));
+    server.release();
+    ASSERT_TRUE(tests::waitUntil([this] { return isSecondThere(); }));
+    expectTheSecondAlone();
+}
+
+TEST_F(TwoDownloadsTest, TheFolderIsMadeAnewOnlyWhenTheFirstHasEnded)
+{
+    downloadAndHold(Point::responseBody(5));
+    bringTheListBack();
+    writeFile(folder + QStringLiteral("/of the first"), "not yet");
+    press(1);
+    EXPECT_TRUE(tljira::FileManager::fileExistsAtPath(folder + QStringLiteral("/of the first")));
+    ASSERT_TRUE(tests::waitUntil([this] { return isSecondThere(); }));
+    expectTheSecondAlone();
+}
+
+TEST_F(TwoDownloadsTest, AFirstThatArrivesNeverthelessIsNotTakenForTheSecond)
+{
+    downloadAndHold(Point::responseBody(5));
+    bringTheListBack();
+    press(1);
+    const QString arrived = tljira::temporaryDirectory() + QStringLiteral("/arrived");
+    writeFile(arrived, firstBytes);
+    client->didFinishDownloadingToURL(client->downloadTask(), arrived);
+    EXPECT_FALSE(list->isDone());
+    EXPECT_EQ(contentsOf(folder + QStringLiteral("/first.tessaloom")), QByteArray(firstBytes));
+    EXPECT_EQ(contentsOf(target()), std::nullopt);
+    ASSERT_TRUE(tests::waitUntil([this] { return isSecondThere(); }));
+    expectTheSecondAlone();
+}
+
+TEST_F(TwoDownloadsTest, ARowThatIsPressedRightAfterACancelBeginsAndIsNotCalledCancelled)
+{
+    downloadAndHold(Point::responseBody(5));
+    pressClose();
+    parent->beginSheet(list->window(), [this](int code) { returnCodes.push_back(code); });
+    list->reload();
+    QCoreApplication::sendPostedEvents(list->tableView());
+    list->downloadAction(tests::cellAtRow(*list, 1)->downloadButton());
+    ASSERT_TRUE(tests::waitUntil([this] {
+        EXPECT_EQ(error(), QString());
+        return isSecondThere();
+    }));
+    expectTheSecondAlone();
+}
+
+TEST_F(TwoDownloadsTest, CancelWhileTheSecondWaitsBeginsNothing)
+{
+    downloadAndHold(Point::responseBody(5));
+    bringTheListBack();
+    press(1);
+    pressClose();
+    EXPECT_THAT(returnCodes, ElementsAre(0));
+    ASSERT_TRUE(tests::waitUntil([this] { return client->downloadTask()->hasEnded(); }));
+    tests::drainMainQueue();
+    EXPECT_EQ(server.requests("*/secure/*").size(), 1U);
+    EXPECT_FALSE(list->isDone());
+    EXPECT_EQ(contentsOf(target()), std::nullopt);
+    client->getCurrentUser({});
+    ASSERT_TRUE(tests::waitUntil([this] { return server.requests("*/myself").size() == 1; }));
+    tests::drainMainQueue();
+    EXPECT_EQ(server.requests("*/secure/*").size(), 1U);
+}
+
+TEST_F(TwoDownloadsTest, TheLastOfThreeRowsIsTheOneThatBegins)
+{
+    downloadAndHold(Point::responseBody(5));
+    bringTheListBack();
+    press(0);
+    list->reload();
+    list->downloadAction(tests::cellAtRow(*list, 1)->downloadButton());
+    ASSERT_TRUE(tests::waitUntil([this] { return isSecondThere(); }));
+    expectTheSecondAlone();
+    EXPECT_EQ(server.requests("*/secure/*").size(), 2U);
+}
+
+TEST_F(TwoDownloadsTest, AnotherWindowsDownloadIsToldThatItWasCancelled)
+{
+    const auto other = JAListAttachedFilesWindow::init();
+    const auto host = tests::shownWindow();
+    host->beginSheet(other->window(), [](int) {});
+    other->setAttachments({list->attachments().at(0)});
+    other->reload();
+    tests::drainMainQueue();
+    server.misbehave(Match::on("*/secure/*").once(), Fault().hold(Point::responseBody(5)));
+    other->downloadAction(tests::cellAtRow(*other, 0)->downloadButton());
+    waitForHeldAnswer();
+    press(1);
+    ASSERT_TRUE(tests::waitUntil([this] { return isSecondThere(); }));
+    expectTheSecondAlone();
+    EXPECT_EQ(other->downloadError()->text(), QStringLiteral("cancelled"));
+    EXPECT_FALSE(other->isDone());
 }
 
 // Ends from outside.

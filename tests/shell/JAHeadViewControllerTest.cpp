@@ -9,6 +9,7 @@
 #include "tests/upload/JiraTest.h"
 
 #include <QBuffer>
+#include <QtTest/QTest>
 
 namespace {
 
@@ -303,6 +304,46 @@ TEST_F(JAHeadViewControllerTest, logsInThroughASheet)
     EXPECT_EQ(window->attachedSheet(), nullptr);
     EXPECT_EQ(names(), janesNames);
     EXPECT_TRUE(isShown(header->okSessionView()));
+}
+
+TEST_F(JAHeadViewControllerTest, endsItsSheetAtTheFormsCancel)
+{
+    for (int time = 0; time < 3; ++time) {
+        click(button("loginButton"));
+        ASSERT_EQ(window->attachedSheet(), header->jaLoginWindow()->window());
+        click(header->jaLoginWindow()->cancelButton());
+        EXPECT_EQ(window->attachedSheet(), nullptr);
+        EXPECT_TRUE(window->isVisible());
+    }
+    drainMainQueue();
+    EXPECT_TRUE(server.requests().empty());
+    EXPECT_FALSE(isShown(header->okSessionView()));
+}
+
+TEST_F(JAHeadViewControllerTest, endsItsSheetAtEscape)
+{
+    click(button("loginButton"));
+    drainMainQueue();
+    press(*header->jaLoginWindow()->window(), Qt::Key_Escape);
+
+    EXPECT_TRUE(waitUntil([this] { return window->attachedSheet() == nullptr; }));
+}
+
+TEST_F(JAHeadViewControllerTest, cannotBeAskedToLogInBehindThePanel)
+{
+    fill();
+
+    EXPECT_FALSE(isShown(button("loginButton")));
+    QTest::keyClick(window->widget(), Qt::Key_L, Qt::AltModifier);
+    for (int stop = 0; stop < 5; ++stop) {
+        press(*window, Qt::Key_Tab);
+        EXPECT_NE(window->widget()->focusWidget(), button("loginButton"));
+    }
+    drainMainQueue();
+    EXPECT_EQ(window->attachedSheet(), nullptr);
+
+    header->setActualView(nullptr);
+    EXPECT_TRUE(isShown(button("loginButton")));
 }
 
 TEST_F(JAHeadViewControllerTest, ignoresASheetThatEndsWithAnotherCode)

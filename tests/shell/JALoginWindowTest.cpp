@@ -189,6 +189,32 @@ TEST_F(JALoginWindowTest, tellsOfAWrongPassword)
                                                      "(invalid sessioin error 401.)")));
 }
 
+TEST_F(JALoginWindowTest, asksForThePasswordAgainAfterARefusal)
+{
+    for (QWidget* focused : {static_cast<QWidget*>(form->hostTextField()), static_cast<QWidget*>(form->loginButton())}) {
+        fillIn(address, jane, QStringLiteral("wrong"));
+        focused->setFocus();
+        press(*form->window(), Qt::Key_Return);
+        ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
+
+        EXPECT_EQ(form->window()->widget()->focusWidget(), form->passwordTextField());
+        EXPECT_EQ(form->passwordTextField()->selectedText(), form->passwordTextField()->text());
+        QTest::keyClicks(form->window()->widget()->focusWidget(), secret);
+        EXPECT_EQ(form->hostTextField()->text(), address);
+        EXPECT_EQ(form->passwordTextField()->text(), secret);
+    }
+}
+
+TEST_F(JALoginWindowTest, leavesTheKeyboardWhereItIsWhenNoServerAnswers)
+{
+    fillIn(deadAddress, jane, secret);
+    form->hostTextField()->setFocus();
+    press(*form->window(), Qt::Key_Return);
+    ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
+
+    EXPECT_EQ(form->window()->widget()->focusWidget(), form->hostTextField());
+}
+
 TEST_F(JALoginWindowTest, tellsOfACaptchaThatHasToBeSolved)
 {
     server.requireCaptcha("jane");

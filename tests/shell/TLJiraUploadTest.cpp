@@ -5,6 +5,7 @@
 #include "platform/foundation/UserDefaults.h"
 
 #include <QFileInfo>
+#include <QtTest/QTest>
 
 namespace tests {
 
@@ -227,6 +228,22 @@ TEST_F(TLJiraUploadTest, uploadsAfterARefusedAndAnAcceptedLogin)
     ASSERT_EQ(server.attachments("ABC-1").size(), 1U);
     EXPECT_EQ(server.content(server.attachments("ABC-1").at(0).id), "contents of the document\n");
     EXPECT_FALSE(QFileInfo::exists(document.folder()));
+}
+
+TEST_F(TLJiraUploadTest, takesThePasswordAgainAfterARefusal)
+{
+    open();
+    ASSERT_TRUE(waitForLoginForm());
+    logInThroughTheForm(QStringLiteral("wrong"));
+    drainMainQueue();
+    const auto form = entry->jaLoginWindow();
+    ASSERT_EQ(entry->window()->widget()->focusWidget(), form->passwordTextField());
+    EXPECT_EQ(form->passwordTextField()->selectedText(), QStringLiteral("wrong"));
+
+    QTest::keyClicks(entry->window()->widget()->focusWidget(), QStringLiteral("secret"));
+    press(*entry->window(), Qt::Key_Return);
+    EXPECT_TRUE(waitForBody());
+    EXPECT_EQ(form->hostTextField()->text(), address);
 }
 
 TEST_F(TLJiraUploadTest, keepsTheHeaderThroughALogout)

@@ -1,8 +1,10 @@
 #include "tests/support/HeldGlobalQueue.h"
 #include "tests/upload/UploadTest.h"
 
+#include <QApplication>
 #include <QFileInfo>
 #include <QProcess>
+#include <QtTest/QTest>
 
 namespace {
 
@@ -83,6 +85,158 @@ TEST_F(UploadEndingTest, uploadsAgainAfterACancel)
 
     EXPECT_EQ(outcome(), QStringLiteral("DONE"));
     EXPECT_EQ(server.attachments("ABC-1").size(), 1U);
+}
+
+/// A second document is uploaded before the end of the first upload is known.
+class TwoUploadsTest : public UploadEndingTest
+{
+protected:
+    void uploadAnother()
+    {
+        panel->setNewPathFile(document.path(), LoneDocument::name());
+        upload();
+    }
+
+    bool isAnotherThere() const { return QFileInfo::exists(document.path()); }
+
+    void expectAnotherArrived()
+    {
+        const auto there = server.attachments("ABC-1");
+        ASSERT_FALSE(there.empty());
+        EXPECT_EQ(server.content(there.back().id), "contents of the document\n");
+        EXPECT_TRUE(waitUntil([this] { return !panel->isUploading(); }));
+        EXPECT_FALSE(isAnotherThere());
+    }
+};
+
+TEST_F(TwoUploadsTest, anUploadThatIsCancelledTakesNothingFromTheNext)
+{
+    startHeldUpload();
+    click(sheet()->cancelButton());
+    server.behave();
+    holdUploadsAfter(1);
+    uploadAnother();
+    ASSERT_TRUE(waitUntil([this] {
+        EXPECT_TRUE(panel->isUploading());
+        return server.requests("*/attachments").size() == 2 && server.heldCount() > 0;
+    }));
+    drainMainQueue();
+
+    EXPECT_TRUE(isFolderGone());
+    EXPECT_TRUE(isAnotherThere());
+    EXPECT_TRUE(panel->isUploading());
+    EXPECT_FALSE(hasFailed());
+    EXPECT_EQ(sheet()->cancelButton()->text(), QStringLiteral("Cancel"));
+    server.release();
+    EXPECT_EQ(outcome(), QStringLiteral("DONE"));
+    expectAnotherArrived();
+}
+
+TEST_F(TwoUploadsTest, anUploadThatIsStillGoingEndsBeforeTheNextBegins)
+{
+    startHeldUpload();
+    window->close();
+    window->makeKeyAndOrderFront();
+    uploadAnother();
+    drainMainQueue();
+    EXPECT_EQ(server.requests("*/attachments").size(), 1U);
+    server.behave();
+    server.release();
+
+    ASSERT_TRUE(waitUntil([this] { return server.attachments("ABC-1").size() == 2; }));
+    EXPECT_EQ(server.attachments("ABC-1").at(0).size, 8 << 20);
+    expectAnotherArrived();
+    EXPECT_TRUE(isFolderGone());
+}
+
+TEST_F(TwoUploadsTest, anEndThatIsReportedTwiceTakesNothingFromTheNext)
+{
+    server.misbehave(standin::Match::on("POST", "*/attachments").once(),
+                     standin::Fault()
+                         .status(502, "<html>Bad gateway</html>", "text/html")
+                         .hold(standin::Point::requestBody(1 << 20)));
+    upload();
+    waitForHeldExchange();
+    window->close();
+    window->makeKeyAndOrderFront();
+    uploadAnother();
+    server.release();
+
+    ASSERT_TRUE(waitUntil([this] { return server.attachments("ABC-1").size() == 1; }));
+    expectAnotherArrived();
+    EXPECT_EQ(log.lines().filter(QStringLiteral("before delete src")).size(), 3);
+}
+
+TEST_F(TwoUploadsTest, aCancelWhileTheNextWaitsBeginsNothing)
+{
+    startHeldUpload();
+    click(sheet()->cancelButton());
+    uploadAnother();
+    click(sheet()->cancelButton());
+    ASSERT_TRUE(waitUntil([this] { return !panel->isUploading(); }));
+    drainMainQueue();
+
+    EXPECT_EQ(server.requests("*/attachments").size(), 1U);
+    EXPECT_TRUE(isAnotherThere());
+    EXPECT_EQ(sheet()->errorMessage()->text(), QStringLiteral("cancelled"));
+}
+
+TEST_F(TwoUploadsTest, whatWaitsIsWhatThePanelShowedWhenTheButtonWasPressed)
+{
+    startHeldUpload();
+    click(sheet()->cancelButton());
+    uploadAnother();
+    server.behave();
+    panel->setNewPathFile(QStringLiteral("/no/such/file"), QStringLiteral("Other"));
+    ASSERT_TRUE(waitUntil([this] { return server.attachments("ABC-1").size() == 1; }));
+
+    expectAnotherArrived();
+    EXPECT_EQ(server.attachments("ABC-1").at(0).fileName, LoneDocument::name().toStdString());
+}
+
+// The keyboard.
+
+TEST_F(UploadEndingTest, leavesTheKeyboardToTheKeyFieldWhenTheSheetHasEnded)
+{
+    upload();
+    ASSERT_EQ(outcome(), QStringLiteral("DONE"));
+    click(sheet()->cancelButton());
+
+    EXPECT_EQ(window->widget()->focusWidget(), panel->taskTextField());
+}
+
+TEST_F(UploadEndingTest, aDoubledReturnDoesNotCancel)
+{
+    holdUploadsAfter(1 << 20);
+    type(panel->taskTextField(), QStringLiteral("ABC-1"));
+    QTest::keyClick(panel->taskTextField(), Qt::Key_Return);
+    ASSERT_TRUE(isSheetUp());
+    drainMainQueue();
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
+        QTest::keyClick(QApplication::focusWidget(), key);
+    waitForHeldExchange();
+
+    EXPECT_TRUE(isSheetUp());
+    server.release();
+    EXPECT_EQ(outcome(), QStringLiteral("DONE"));
+    EXPECT_EQ(server.attachments("ABC-1").size(), 1U);
+}
+
+TEST_F(UploadEndingTest, escapeCancelsUnderWayAndReturnClosesAfterTheEnd)
+{
+    holdUploadsAfter(1 << 20);
+    upload();
+    waitForHeldExchange();
+    drainMainQueue();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    ASSERT_TRUE(waitUntil([this] { return !isSheetUp() && hasFailed(); }));
+
+    server.behave();
+    panel->setNewPathFile(document.path(), LoneDocument::name());
+    upload();
+    ASSERT_EQ(outcome(), QStringLiteral("DONE"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(waitUntil([this] { return !isSheetUp(); }));
 }
 
 TEST_F(UploadEndingTest, goesOnWhenTheWindowCloses)

@@ -37,7 +37,7 @@ TEST_F(UploadProgressTest, sendsTheDocumentUnderItsName)
     EXPECT_TRUE(panel->isUploading());
 
     EXPECT_EQ(outcome(), QStringLiteral("DONE"));
-    EXPECT_FALSE(panel->isUploading());
+    EXPECT_TRUE(waitUntil([this] { return !panel->isUploading(); }));
     EXPECT_EQ(attachments(), QStringList(QStringLiteral("Plan.tessaloom: contents of the document\n")));
     EXPECT_EQ(panel->zipFilePath(), document.path());
 }

@@ -19,6 +19,12 @@ bool TaskParts::isRunning() const
     return step == Step::Running;
 }
 
+bool TaskParts::hasEnded() const
+{
+    const std::lock_guard lock(mutex);
+    return step == Step::Completed || session.expired();
+}
+
 bool TaskParts::complete()
 {
     const std::lock_guard lock(mutex);

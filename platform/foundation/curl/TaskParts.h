@@ -18,6 +18,7 @@ struct TaskParts
               URLSessionDataTask::Completion atEnd = nullptr);
 
     bool isRunning() const;
+    bool hasEnded() const;
 
     /// The last step, on the main thread: false when the task was cancelled meanwhile.
     bool complete();

@@ -89,6 +89,21 @@ TEST_F(URLSessionTaskTest, IsNotHarmedByACancelAfterItsEnd)
     EXPECT_THAT(events, ElementsAre("200", "end"));
 }
 
+TEST_F(URLSessionTaskTest, HasEndedWhenItsEndIsReportedNotWhenItIsCancelled)
+{
+    server.misbehave(Match(), Fault().status(200, "body").hold(Point::responseBody(2)));
+    const auto task = dataTask(requestFor("x"));
+    EXPECT_FALSE(task->hasEnded());
+    task->resume();
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    EXPECT_FALSE(task->hasEnded());
+    task->cancel();
+    EXPECT_FALSE(task->isRunning());
+    EXPECT_FALSE(task->hasEnded());
+    ASSERT_TRUE(tests::waitUntil([this] { return ends == 1; }));
+    EXPECT_TRUE(task->hasEnded());
+}
+
 TEST_F(URLSessionTaskTest, OfADownloadHandsOverAFileForTheTimeOfOneCall)
 {
     server.misbehave(Match(), Fault().status(404, "body"));
@@ -137,6 +152,7 @@ TEST_F(URLSessionTaskTest, SaysNothingMoreWhenItsSessionIsGone)
     task->resume();
     ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
     session.reset();
+    EXPECT_TRUE(task->hasEnded());
     server.release();
     task->cancel();
     EXPECT_TRUE(tests::waitUntil([this] { return server.openConnectionCount() == 0; }));
