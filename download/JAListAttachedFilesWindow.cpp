@@ -234,8 +234,8 @@ void JAListAttachedFilesWindow::setIsRunning(bool isRunning)
 void JAListAttachedFilesWindow::download(const std::shared_ptr<const JAAttachmentObject>& attachment,
                                          const QString& path, quint64 number)
 {
-    const auto showProgress = [self = sharedFrom(this), attachment, number](
-                                  qint64, qint64 bytes, const std::optional<tljira::Error>& error, bool finished) {
+    const auto showProgress = [self = sharedFrom(this), attachment,
+                               number](qint64, qint64 bytes, const std::optional<tljira::Error>& error, bool finished) {
         // The end of a download that made room for another one is nothing to show in the other's place.
         if (number == self->m_newestDownload)
             self->updateDownload(bytes, attachment->size(), error, finished);

@@ -191,7 +191,8 @@ TEST_F(JALoginWindowTest, tellsOfAWrongPassword)
 
 TEST_F(JALoginWindowTest, asksForThePasswordAgainAfterARefusal)
 {
-    for (QWidget* focused : {static_cast<QWidget*>(form->hostTextField()), static_cast<QWidget*>(form->loginButton())}) {
+    for (QWidget* focused :
+         {static_cast<QWidget*>(form->hostTextField()), static_cast<QWidget*>(form->loginButton())}) {
         fillIn(address, jane, QStringLiteral("wrong"));
         focused->setFocus();
         press(*form->window(), Qt::Key_Return);
