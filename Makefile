@@ -4,7 +4,7 @@ PRESET ?= release
 BUILD := build/$(PRESET)
 JOBS ?= $(shell nproc)
 
-.PHONY: all release run test install packages check-packages reference translations bench bench-report benchmarks deps format tidy clean
+.PHONY: all release run test install packages check-packages check-fresh reference translations bench bench-report benchmarks deps format tidy clean
 
 all: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS)
@@ -29,15 +29,21 @@ install: all
 packages: release
 	cpack --config build/release/CPackConfig.cmake -B build/packages
 
-# Installs, uses and removes the packages in a copy of a fresh Debian, which is made once. As root.
-check-packages: packages build/fresh-debian
-	scripts/check-packages build/fresh-debian build/packages
+# The release of Debian that a fresh one is made of, by default this machine's own.
+SUITE ?= $(shell . /etc/os-release && echo $$VERSION_CODENAME)
 
-build/fresh-debian:
-	scripts/install-packages debootstrap
-	rm -rf $@.part
-	debootstrap --variant=minbase $$(. /etc/os-release && echo $$VERSION_CODENAME) $@.part
-	mv $@.part $@
+# Installs, uses and removes the packages in a copy of a fresh Debian, which is made once. As root.
+check-packages: packages build/fresh-$(SUITE)
+	scripts/check-packages build/fresh-$(SUITE) build/packages
+
+# Runs "make run" and "make test" on a clean clone in a copy of a fresh Debian. As root; with AGAIN=again it goes on in the copy
+# of the last time.
+check-fresh: build/fresh-$(SUITE)
+	scripts/check-fresh build/fresh-$(SUITE) $(AGAIN) JOBS=$(JOBS)
+
+build/fresh-%:
+	mkdir -p build
+	scripts/make-fresh $* $@
 
 # The public headers and the documents as pages.
 REFERENCE ?= build/reference
