@@ -41,7 +41,9 @@ function(tl_add_shared_library name)
     target_include_directories(${name}
         PRIVATE "${PROJECT_SOURCE_DIR}"
         INTERFACE "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
-    target_link_libraries(${name} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
+    target_link_libraries(${name} PRIVATE ${ARG_PRIVATE} PUBLIC ${ARG_PUBLIC})
+    # What a library takes from itself it takes from nobody else: a program with a global kKey of its own is no reason to read that.
+    target_link_options(${name} PRIVATE "LINKER:-Bsymbolic")
     # The client and its network thread live as long as the process: who loads a library does not unload it again.
     target_link_options(${name} PRIVATE "LINKER:-z,nodelete")
     if(NOT TL_SANITIZE)

@@ -10,9 +10,18 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 option(TL_BUILD_TESTS "Build the tests" ON)
 option(TL_BUILD_BENCHMARKS "Build the benchmarks" OFF)
+# On in the presets of those who work on the project: who only builds it may have a compiler that warns of more.
+set(strict OFF)
+if(CMAKE_BUILD_TYPE STREQUAL "Debug" AND PROJECT_IS_TOP_LEVEL)
+    set(strict ON)
+endif()
+option(TL_WARNINGS_AS_ERRORS "Take every warning for an error" ${strict})
 set(TL_SANITIZE "" CACHE STRING "Sanitizers, as the compiler names them: address,undefined or thread")
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+if(TL_WARNINGS_AS_ERRORS)
+    add_compile_options(-Werror)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # GCC 12 sees overlaps in std::string's operator+ that are not there (GCC bug 105651).
     add_compile_options(-Wno-restrict)

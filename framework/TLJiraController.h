@@ -2,20 +2,25 @@
 
 // What a host includes. It opens a window with one of the three entry controllers:
 //
-//     TLJiraUpload::initWithName(name, path)->showWindow();          // attach a document to an issue
+//     TLJiraUpload::initWithName(name, copy)->showWindow();          // attach a document to an issue
 //     JMWindowController::init()->run([](const auto& path) { … });   // fetch a document from one
 //     JAWindowController::initWithPath(path)->showWindow();          // the older window
+//
+// `copy` lies alone in a folder of its own, which is removed when the upload ends; the file at `path` goes with the next
+// download. The examples of the project's documents see to both.
+//
+// The texts that client and server have agreed upon are in constants/JAConstants.h, for who asks for them by that name.
 //
 // The host needs a QApplication and its event loop, no more. What the user enters is kept under the name that
 // QCoreApplication::applicationName() has when the first controller is made.
 
 #include "client/JAController.h"
-#include "constants/JAConstants.h"
 #include "download/JAAttachedCell.h"
 #include "download/JABodyViewController.h"
 #include "download/JADownloadBodyViewController.h"
 #include "download/JAListAttachedFilesWindow.h"
 #include "framework/Version.h"
+#include "platform/foundation/LogSwitch.h"
 #include "platform/toolkit/Application.h"
 #include "records/JAAttachmentObject.h"
 #include "records/JAIssueObject.h"

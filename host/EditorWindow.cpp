@@ -11,6 +11,7 @@
 #include <QSaveFile>
 #include <QStatusBar>
 #include <QStyle>
+#include <QTemporaryDir>
 #include <QTextBlock>
 #include <QToolBar>
 
@@ -289,14 +290,15 @@ void EditorWindow::uploadToJira()
 
 void EditorWindow::openFromJira()
 {
-    const auto path = m_jira.download();
+    // Only for reading: the document has no place of its own until the user saves it.
+    const QTemporaryDir folder;
+    const auto path = m_jira.download(folder.path());
     if (!path)
         return;
     // A download adds the extension to whatever the attachment is called.
     QString name = QFileInfo(*path).fileName();
     if (name.chopped(extension.size()).endsWith(extension))
         name.chop(extension.size());
-    // The next download removes the file, so that it is no place for the document to stay.
     openAsNew(*path, name);
 }
 

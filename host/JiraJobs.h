@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDir>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -8,7 +9,6 @@
 
 #include <memory>
 #include <optional>
-#include <vector>
 
 class JAWindowController;
 class TLJiraUpload;
@@ -24,9 +24,9 @@ public:
     /// the document's own file is never touched. Answers what went wrong, or nothing.
     std::optional<QString> upload(const QString& name, const QByteArray& bytes);
 
-    /// Lets the user fetch a document of an issue and returns when the window has closed, with where the document is
-    /// now, or nothing. The file lasts until the next download.
-    std::optional<QString> download();
+    /// Lets the user fetch a document of an issue and returns when the window has closed, with the document's place in
+    /// the folder, or nothing. The file is the caller's; none that was there is replaced.
+    std::optional<QString> download(const QDir& folder);
 
     /// Opens the older window, which does both.
     void showClassic(const QString& path, const QStringList& pages);
@@ -36,8 +36,9 @@ private:
     std::shared_ptr<JAWindowController> m_classic;
     /// What the older window knows of the document: its property "pages".
     QObject m_document;
-    /// An upload removes its copy's folder when it ends; what was never sent goes when the program ends.
-    std::vector<std::unique_ptr<QTemporaryDir>> m_copies;
+    /// Of the newest window. An upload that ends removes the folder; what was never sent goes with the next window or
+    /// with the program.
+    std::unique_ptr<QTemporaryDir> m_copy;
 };
 
 } // namespace tessaloom

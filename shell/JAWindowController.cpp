@@ -3,12 +3,12 @@
 #include "client/JAController.h"
 #include "constants/FrameworkBundle.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/VariantDescription.h"
 #include "platform/toolkit/Application.h"
 #include "platform/toolkit/FillingSubview.h"
 #include "platform/toolkit/View.h"
 #include "shell/UIViewStyle.h"
 
-#include <QJsonValue>
 #include <QVariantList>
 
 namespace {
@@ -74,7 +74,7 @@ void JAWindowController::logPages() const
         return;
     const QVariantList pages = m_tmpFile->property("pages").toList();
     for (const QVariant& page : pages)
-        tljira::log(u"%@", QJsonValue::fromVariant(page));
+        tljira::log(u"%@", tljira::describe(page));
 }
 
 void JAWindowController::run(const RunCallBack&) {}

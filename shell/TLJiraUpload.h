@@ -11,11 +11,17 @@
 
 /// The window in which the host's user attaches the host's document to an issue.
 ///
-///     const auto upload = TLJiraUpload::initWithName(name, path);
-///     upload->showWindow();
+///     QTemporaryDir folder;
+///     const QString copy = folder.filePath(QStringLiteral("copy"));
+///     if (QFile::copy(document, copy)) {
+///         const auto upload = TLJiraUpload::initWithName(name, copy);
+///         upload->showWindow();
+///         QApplication::exec();
+///     }
 ///
-/// When an upload ends, well or not, the folder that holds the file is removed with everything in it: hand in a copy
-/// that lies alone in a temporary folder of its own.
+/// **When an upload ends, well or not, the folder that holds the file is removed with everything in it.** Never hand in
+/// the user's own file: hand in a copy that lies alone in a temporary folder of its own, and remove the folder yourself
+/// where nothing was sent.
 ///
 /// The first controller that a user ever makes logs out, so that no session of an earlier installation is taken over.
 class TL_EXPORT TLJiraUpload : public SessionWindowController

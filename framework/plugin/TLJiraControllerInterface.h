@@ -15,7 +15,7 @@ class TLJiraControllerInterface
 {
 public:
     /// What this header describes. Later versions only add calls behind the others.
-    static constexpr int version = 1;
+    static constexpr int version = 2;
 
     virtual ~TLJiraControllerInterface() = default;
 
@@ -24,19 +24,26 @@ public:
 
     /// Opens the window in which the user attaches the file at `path`, as `name`, to an issue, and returns at once.
     /// When the upload ends, well or not, the folder that holds the file is removed with everything in it: hand in a
-    /// copy that lies alone in a temporary folder of its own.
+    /// copy that lies alone in a temporary folder of its own, never the user's file. Where the user sends nothing the
+    /// copy stays the caller's, who removes it when another call answers true or the program ends.
     ///
     /// One window at a time: the one before is closed, unless its upload is still under way. Then it is brought
     /// to the front instead, nothing is done with `path`, and the answer is false.
     virtual bool attach(const QString& name, const QString& path) = 0;
 
     /// Runs the window in which the user fetches a document from an issue, and returns when it is closed: the path of
-    /// the document, which the next fetch removes, or a null string if there is none.
+    /// the document, or a null string if there is none. The next fetch of any program of this user removes the file:
+    /// move it to a place of its own at once.
     virtual QString fetch() = 0;
 
     /// For demonstrations and tests: connects elsewhere than addresses say, "HOST:PORT:TO-HOST:TO-PORT" each. Before
     /// the first of the two jobs.
     virtual void setRoutes(const QStringList& routes) = 0;
+
+    /// Whether the framework writes its log, which it does until told otherwise: the lines of a login hold the password.
+    /// Switched off, nothing is written, whatever filter rules and environment variables say; those of the host are left
+    /// alone. Since version 2.
+    virtual void setLogEnabled(bool enabled) = 0;
 };
 
 Q_DECLARE_INTERFACE(TLJiraControllerInterface, TLJiraControllerInterface_iid)

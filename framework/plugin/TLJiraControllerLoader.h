@@ -10,11 +10,11 @@
 ///
 ///     TLJiraControllerLoader jira;
 ///     if (jira.plugin())
-///         jira.plugin()->attach(name, path);
+///         jira.plugin()->attach(name, copy);
 ///     else
 ///         showMessage(jira.errorString());
 ///
-/// Needs the application object.
+/// Loads nothing in a program whose application object is no QApplication, or is not there yet.
 class TLJiraControllerLoader
 {
 public:
@@ -22,6 +22,12 @@ public:
     /// QCoreApplication::libraryPaths(). The first file of that name counts.
     explicit TLJiraControllerLoader(const QStringList& folders = {})
     {
+        // By name: this header asks for no more than Qt Core.
+        const QCoreApplication* const application = QCoreApplication::instance();
+        if (!application || !application->inherits("QApplication")) {
+            m_errorString = QStringLiteral("The Jira plug-in opens windows: it needs a program with a QApplication.");
+            return;
+        }
         const QString name = QStringLiteral("TLJiraControllerPlugin");
         QStringList places = folders;
         for (const QString& folder : QCoreApplication::libraryPaths())

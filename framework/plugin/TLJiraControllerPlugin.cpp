@@ -53,3 +53,8 @@ void TLJiraControllerPlugin::setRoutes(const QStringList& routes)
 {
     tljira::URLSessionConfiguration::setDefaultRoutes(routes);
 }
+
+void TLJiraControllerPlugin::setLogEnabled(bool enabled)
+{
+    tljira::setLogEnabled(enabled);
+}

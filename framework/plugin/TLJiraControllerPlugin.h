@@ -16,4 +16,5 @@ public:
     bool attach(const QString& name, const QString& path) override;
     QString fetch() override;
     void setRoutes(const QStringList& routes) override;
+    void setLogEnabled(bool enabled) override;
 };

@@ -2,6 +2,8 @@
 
 #include "platform/foundation/DatePattern.h"
 
+#include <QTimeZone>
+
 #include <unicode/gregocal.h>
 #include <unicode/smpdtfmt.h>
 
@@ -70,7 +72,8 @@ std::optional<QDateTime> DateFormatter::dateFromString(const QString& text) cons
     const UDate milliseconds = m_formatter->format->parse(toICU(trimmed), position);
     if (position.getErrorIndex() >= 0 || position.getIndex() == 0 || position.getIndex() < trimmed.size())
         return std::nullopt;
-    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(milliseconds), Qt::UTC);
+    // Qt 6.4 and 6.9 have no other words for UTC in common; toUTC() makes the zone of that name the plain Qt::UTC.
+    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(milliseconds), QTimeZone::utc()).toUTC();
 }
 
 QString DateFormatter::stringFromDate(const QDateTime& date) const

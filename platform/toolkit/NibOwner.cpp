@@ -4,8 +4,10 @@
 #include "platform/toolkit/Nib.h"
 #include "platform/toolkit/OffScreen.h"
 
-#include <boost/core/demangle.hpp>
+#include <cxxabi.h>
 
+#include <cstdlib>
+#include <memory>
 #include <typeinfo>
 
 namespace tljira {
@@ -14,7 +16,9 @@ namespace {
 
 QString classNameOf(const NibOwner& owner)
 {
-    return QString::fromStdString(boost::core::demangle(typeid(owner).name()));
+    const char* const name = typeid(owner).name();
+    const std::unique_ptr<char, decltype(&std::free)> readable(abi::__cxa_demangle(name, nullptr, nullptr, nullptr), &std::free);
+    return QString::fromUtf8(readable ? readable.get() : name);
 }
 
 } // namespace

@@ -74,7 +74,7 @@ TEST_P(CppBlocks, CompileByThemselves)
 {
     workshop.write(u"block.cpp"_s, GetParam().block.text);
     const Outcome run =
-        workshop.shell(QStringLiteral(CXX_COMPILER) + u" -std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Werror "
+        workshop.shell(QStringLiteral(CXX_COMPILER) + u" -std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic " STRICT " "
                                                       "$(pkg-config --cflags TLJiraController) block.cpp"_s);
     EXPECT_EQ(run.status, 0) << GetParam().place() << '\n' << run.output.toStdString();
 }
@@ -170,20 +170,62 @@ TEST_F(Guarding, ACommandThatFailsIsSeen)
     EXPECT_NE(workshop.shell(u"no-such-program\n"_s).status, 0);
 }
 
-TEST(Jobs, OfTheReadmeTakeADocumentToTheServerAndBack)
+/// The functions of the README in a host, with a user.
+class Jobs : public testing::Test
 {
-    const Workshop workshop;
-    workshop.writeFilesOf(documents().front());
-    QFile driver(QStringLiteral(TESTS_SOURCE_DIR "/JobsDriver.cpp"));
-    ASSERT_TRUE(driver.open(QFile::ReadOnly));
-    workshop.write(u"main.cpp"_s, QString::fromUtf8(driver.readAll()));
-    const Outcome built =
-        workshop.shell(QStringLiteral(CXX_COMPILER) + u" -std=c++20 main.cpp attach.cpp fetch.cpp -o host "
-                                                      "$(pkg-config --cflags --libs TLJiraController)"_s);
-    ASSERT_EQ(built.status, 0) << built.output.toStdString();
-    const Outcome run = workshop.shell(u"QT_LOGGING_RULES='*=false' ./host \"$ROUTE\""_s);
-    EXPECT_EQ(run.output, u"upload: DONE\nthe copy is gone\nfetched plan.tessaloom.tessaloom: wool\n"_s);
+protected:
+    void SetUp() override
+    {
+        workshop.writeFilesOf(documents().front());
+        QFile driver(QStringLiteral(TESTS_SOURCE_DIR "/JobsDriver.cpp"));
+        ASSERT_TRUE(driver.open(QFile::ReadOnly));
+        workshop.write(u"main.cpp"_s, QString::fromUtf8(driver.readAll()));
+        workshop.write(u"documents/plan.tessaloom.tessaloom"_s, u"the user's own\n"_s);
+        const Outcome built = workshop.shell(
+            QStringLiteral(CXX_COMPILER) + u" -std=c++20 main.cpp attach.cpp fetch.cpp quiet.cpp -o host "
+                                           "$(pkg-config --cflags --libs TLJiraController)"_s);
+        ASSERT_EQ(built.status, 0) << built.output.toStdString();
+    }
+
+    /// All files below the folder of the home, and its empty folders.
+    QString left(const QString& folder) const
+    {
+        return workshop.shell(u"cd "_s + folder + u" && find . -type f -o -mindepth 1 -type d -empty | sort"_s).output;
+    }
+
+    Workshop workshop;
+};
+
+TEST_F(Jobs, OfTheReadmeTakeADocumentToTheServerAndBackAndLeaveNothingBehind)
+{
+    const Outcome run = workshop.shell(u"./host \"$ROUTE\" documents quiet"_s);
+    EXPECT_EQ(run.output, u"the host's own rules hold\n"
+                          "upload: DONE\n"
+                          "the copy is gone\n"
+                          "the copy that was not sent is gone\n"
+                          "upload: DONE\n"
+                          "fetched 2 plan.tessaloom.tessaloom: silk\n"
+                          "fetched 3 plan.tessaloom.tessaloom: silk\n"_s);
     EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(workshop.shell(u"cat documents/plan.tessaloom.tessaloom"_s).output, u"the user's own\n"_s);
+    EXPECT_EQ(left(u"documents"_s), u"./2 plan.tessaloom.tessaloom\n"
+                                    "./3 plan.tessaloom.tessaloom\n"
+                                    "./plan.tessaloom.tessaloom\n"_s);
+    EXPECT_EQ(left(u"tmp"_s).replace(QRegularExpression(u"-\\d+/"_s), u"-UID/"_s),
+              u"./TLJiraController-UID/com.tessalooom.JAController\n"_s);
+}
+
+TEST_F(Jobs, OfTheReadmeWriteNoPasswordWhateverTheUsersRulesAre)
+{
+    const QString rules = u"QT_LOGGING_RULES='*.info=true' "_s;
+    const Outcome loud = workshop.shell(rules + u"./host \"$ROUTE\" documents loud"_s);
+    EXPECT_EQ(loud.status, 0);
+    EXPECT_TRUE(loud.output.contains(u"correct horse"_s)) << loud.output.toStdString();
+
+    const Outcome quiet = workshop.shell(rules + u"./host \"$ROUTE\" documents quiet"_s);
+    EXPECT_EQ(quiet.status, 0);
+    EXPECT_TRUE(quiet.output.contains(u"upload: DONE"_s)) << quiet.output.toStdString();
+    EXPECT_FALSE(quiet.output.contains(u"correct horse"_s)) << quiet.output.toStdString();
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "framework/TLJiraController.h"
 
+#include "constants/JAConstants.h"
+
 #include <gtest/gtest.h>
 
 // These programs have nothing but the shared library and its umbrella header, as a host has.

@@ -100,6 +100,20 @@ TEST(JiraJobs, leavesNoCopyBehind)
     EXPECT_FALSE(QFileInfo::exists(QFileInfo(copy).path()));
 }
 
+TEST(JiraJobs, removesTheCopyThatWasNotSentWhenItMakesAnother)
+{
+    JiraJobs jira;
+    jira.upload(QStringLiteral("plan.tessaloom"), "wool");
+    const QString first = copyOf(*newestUpload());
+    newestUpload()->jaLoginWindow()->cancelButton()->click();
+    ASSERT_TRUE(QFileInfo::exists(first));
+
+    jira.upload(QStringLiteral("plan.tessaloom"), "silk");
+
+    EXPECT_FALSE(QFileInfo::exists(QFileInfo(first).path()));
+    EXPECT_EQ(bytesOf(copyOf(*newestUpload())), QByteArray("silk"));
+}
+
 TEST(JiraJobs, saysWhyThereIsNoCopyAndOpensNoWindow)
 {
     JiraJobs jira;
@@ -128,7 +142,7 @@ TEST(JiraJobs, answersNothingWhenTheDownloadWindowIsClosed)
     QMetaObject::invokeMethod(
         qApp, [] { tljira::Application::modalWindow()->close(); }, Qt::QueuedConnection);
 
-    EXPECT_EQ(jira.download(), std::nullopt);
+    EXPECT_EQ(jira.download(QDir::temp()), std::nullopt);
 }
 
 TEST(JiraJobs, answersNothingWhenTheDownloadWindowIsCancelled)
@@ -143,7 +157,7 @@ TEST(JiraJobs, answersNothingWhenTheDownloadWindowIsCancelled)
         },
         Qt::QueuedConnection);
 
-    EXPECT_EQ(jira.download(), std::nullopt);
+    EXPECT_EQ(jira.download(QDir::temp()), std::nullopt);
 }
 
 TEST(JiraJobs, tellsTheOlderWindowOfTheDocumentAndItsPages)

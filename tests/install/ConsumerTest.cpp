@@ -56,8 +56,8 @@ TEST_P(Consumer, bringsADocumentToTheServerAndBack)
 }
 
 INSTANTIATE_TEST_SUITE_P(BuiltInEitherWay, Consumer,
-                         testing::Values("client/client-consumer", "host/host-consumer", "pkg-config/client-consumer",
-                                         "pkg-config/host-consumer"));
+                         testing::Values("client/client-consumer", "host/host-consumer", "host/own-names-consumer",
+                                         "pkg-config/client-consumer", "pkg-config/host-consumer"));
 
 TEST(ClientConsumer, isLinkedWithNoWindows)
 {

@@ -223,15 +223,15 @@ TEST(InstalledTree, saysWhereThePluginIs)
 
 TEST(InstalledTree, hasAPluginThatBringsADocumentToTheServerAndBack)
 {
-    tests::expectRoundTrip(libraries + QStringLiteral("/qt6/plugins/tljiracontroller"));
+    tests::PluginHost().expectRoundTrip(libraries + QStringLiteral("/qt6/plugins/tljiracontroller"));
 }
 
 TEST(InstalledTree, hasAPluginThatIsFoundByQtsPathOfPlugins)
 {
     const QTemporaryDir empty;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_PLUGIN_PATH"), libraries + QStringLiteral("/qt6/plugins"));
-    tests::expectRoundTrip(empty.path(), environment);
+    tests::PluginHost host;
+    host.environment.insert(QStringLiteral("QT_PLUGIN_PATH"), libraries + QStringLiteral("/qt6/plugins"));
+    host.expectRoundTrip(empty.path());
 }
 
 } // namespace

@@ -151,7 +151,7 @@ TEST(Packages, runAsSoonAsTheyAreUnpacked)
         EXPECT_THAT(runProgram(QStringLiteral("readelf"), {QStringLiteral("-SW"), file}).output,
                     Not(HasSubstr(".symtab")));
     }
-    tests::expectRoundTrip(libraries + QStringLiteral("/qt6/plugins/tljiracontroller"));
+    tests::PluginHost().expectRoundTrip(libraries + QStringLiteral("/qt6/plugins/tljiracontroller"));
 }
 
 } // namespace

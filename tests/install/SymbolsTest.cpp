@@ -160,6 +160,13 @@ TEST(Symbols, includeTheConstants)
     EXPECT_THAT(constants, ElementsAreArray(expected));
 }
 
+TEST(Symbols, thatAProgramMayHaveItselfAreAskedOfNobody)
+{
+    static const QRegularExpression aConstant(QStringLiteral("^k[A-Z]\\w+$"));
+    EXPECT_THAT(symbols(windowLibrary, "--undefined-only").filter(aConstant), IsEmpty());
+    EXPECT_THAT(symbols(clientLibrary, "--undefined-only").filter(aConstant), IsEmpty());
+}
+
 TEST(Symbols, includeTheVersionOnce)
 {
     const QStringList version = {QStringLiteral("TLJiraControllerVersionNumber"),

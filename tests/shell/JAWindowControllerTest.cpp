@@ -1,6 +1,7 @@
 #include "shell/JAWindowController.h"
 
 #include "client/JAController.h"
+#include "platform/foundation/VariantDescription.h"
 #include "platform/toolkit/Application.h"
 #include "platform/toolkit/View.h"
 #include "tests/support/LogCapture.h"
@@ -111,6 +112,21 @@ TEST_F(JAWindowControllerTest, LogsPagesThatAreTexts)
     const auto controller = JAWindowController::init();
     controller->setTmpFile(&document);
     EXPECT_THAT(linesOfLoading(controller).mid(1), ElementsAre(QStringLiteral("a"), QStringLiteral("b")));
+}
+
+TEST_F(JAWindowControllerTest, LogsPagesThatAreObjectsAndRectangles)
+{
+    QObject document;
+    QObject page;
+    document.setProperty("pages", QVariant::fromValue(QList<QObject*>{&page}));
+    const auto withObjects = JAWindowController::init();
+    withObjects->setTmpFile(&document);
+    EXPECT_THAT(linesOfLoading(withObjects).mid(1), ElementsAre(tljira::describe(QVariant::fromValue(&page))));
+
+    document.setProperty("pages", QVariant::fromValue(QList<QRectF>{QRectF(0, 0, 210, 297.5)}));
+    const auto withRectangles = JAWindowController::init();
+    withRectangles->setTmpFile(&document);
+    EXPECT_THAT(linesOfLoading(withRectangles).mid(1), ElementsAre(QStringLiteral("{{0, 0}, {210, 297.5}}")));
 }
 
 TEST_F(JAWindowControllerTest, LogsNoPagesWhereThereAreNone)

@@ -1,7 +1,7 @@
 // A host that was built without the framework. It loads the plug-in, does both jobs as a user would, and says what it
 // sees:
 //
-//     plugin_host FOLDER ROUTE DOCUMENT FETCHED
+//     plugin_host FOLDER ROUTE DOCUMENT FETCHED log|no-log
 
 #include "framework/plugin/TLJiraControllerLoader.h"
 
@@ -131,6 +131,7 @@ int main(int argc, char** argv)
         return QApplication::exec();
     }
     jira.plugin()->setRoutes({arguments.value(2)});
+    jira.plugin()->setLogEnabled(arguments.value(5) == QStringLiteral("log"));
     attach(*jira.plugin(), arguments.value(3));
     const QString fetched = fetch(*jira.plugin());
     std::printf("fetched %s\n", qPrintable(fetched.section(u'/', -1)));

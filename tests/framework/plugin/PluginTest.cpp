@@ -12,7 +12,7 @@ namespace {
 
 using testing::HasSubstr;
 using testing::Not;
-using tests::runPluginHost;
+using tests::PluginHost;
 using tests::writeFile;
 
 const QString pluginFile = QStringLiteral("/libTLJiraControllerPlugin.so");
@@ -29,16 +29,58 @@ TEST(PluginTest, isLoadedByAHostThatLinksNothingOfIt)
 
 TEST(PluginTest, bringsADocumentToTheServerAndBack)
 {
-    tests::expectRoundTrip(QStringLiteral(PLUGIN_FOLDER));
+    PluginHost().expectRoundTrip(QStringLiteral(PLUGIN_FOLDER));
+}
+
+TEST(PluginTest, doesSoInAHostThatHasTheNamesOfItsConstantsForItself)
+{
+    PluginHost crowded;
+    crowded.program = QStringLiteral(OWN_NAMES_HOST);
+    const auto names =
+        tests::runProgram(QStringLiteral("nm"), {QStringLiteral("-D"), QStringLiteral("--defined-only"), crowded.program});
+    EXPECT_THAT(names.output, HasSubstr(" kKey\n"));
+    crowded.expectRoundTrip(QStringLiteral(PLUGIN_FOLDER));
+}
+
+TEST(PluginTest, writesNoLogOnceItIsToldSoWhateverTheUsersRulesAre)
+{
+    PluginHost host;
+    host.environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("*.info=true"));
+    EXPECT_THAT(host.expectRoundTrip(QStringLiteral(PLUGIN_FOLDER)).error, HasSubstr("secret"));
+
+    host.isLogEnabled = false;
+    EXPECT_EQ(host.expectRoundTrip(QStringLiteral(PLUGIN_FOLDER)).error, "");
+}
+
+class PluginInAnotherApplication : public testing::TestWithParam<const char*>
+{
+};
+
+TEST_P(PluginInAnotherApplication, isRefusedInWords)
+{
+    const auto host = tests::runProgram(QStringLiteral(APPLICATION_HOST),
+                                        {QLatin1String(GetParam()), QStringLiteral(PLUGIN_FOLDER)});
+    EXPECT_EQ(host.output, "The Jira plug-in opens windows: it needs a program with a QApplication.\n");
+    EXPECT_EQ(host.status, 0) << host.error;
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, PluginInAnotherApplication, testing::Values("none", "core", "gui"));
+
+TEST(PluginTest, isLoadedInAnApplicationWithWidgets)
+{
+    const auto host = tests::runProgram(QStringLiteral(APPLICATION_HOST),
+                                        {QStringLiteral("widgets"), QStringLiteral(PLUGIN_FOLDER)});
+    EXPECT_EQ(host.output, "loaded\n");
+    EXPECT_EQ(host.status, 0) << host.error;
 }
 
 TEST(PluginTest, whereItIsMissingTheHostSaysWhereItWasLookedForAndGoesOn)
 {
     const QTemporaryDir folder;
     const QTemporaryDir other;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_PLUGIN_PATH"), other.path());
-    const auto host = runPluginHost({folder.path()}, environment);
+    PluginHost lost;
+    lost.environment.insert(QStringLiteral("QT_PLUGIN_PATH"), other.path());
+    const auto host = lost.run({folder.path()});
     EXPECT_EQ(host.status, 0);
     EXPECT_THAT(host.output, testing::StartsWith("The Jira plug-in is not installed: TLJiraControllerPlugin was "
                                                  "looked for in " +
@@ -50,7 +92,7 @@ TEST(PluginTest, whereItIsBrokenTheHostSaysSoAndGoesOn)
 {
     const QTemporaryDir folder;
     writeFile(folder.path() + pluginFile, "no library");
-    const auto host = runPluginHost({folder.path()});
+    const auto host = PluginHost().run({folder.path()});
     EXPECT_EQ(host.status, 0);
     EXPECT_THAT(host.output, testing::StartsWith("The Jira plug-in " + (folder.path() + pluginFile).toStdString() +
                                                  " cannot be loaded: "));
@@ -60,7 +102,7 @@ TEST(PluginTest, whereAnotherPluginLiesTheHostSaysSoAndGoesOn)
 {
     const QTemporaryDir folder;
     ASSERT_TRUE(QFile::copy(QStringLiteral(OTHER_PLUGIN), folder.path() + pluginFile));
-    const auto host = runPluginHost({folder.path()});
+    const auto host = PluginHost().run({folder.path()});
     EXPECT_EQ(host.status, 0);
     EXPECT_EQ(host.output, (folder.path() + pluginFile).toStdString() +
                                " is no Jira plug-in for this program: it is org.example.Other/2.0, needed is "
@@ -71,10 +113,10 @@ TEST(PluginTest, whereItIsTooOldTheHostSaysSoAndGoesOn)
 {
     const QTemporaryDir folder;
     ASSERT_TRUE(QFile::copy(QStringLiteral(OLD_PLUGIN), folder.path() + pluginFile));
-    const auto host = runPluginHost({folder.path()});
+    const auto host = PluginHost().run({folder.path()});
     EXPECT_EQ(host.status, 0);
     EXPECT_EQ(host.output, "The Jira plug-in " + (folder.path() + pluginFile).toStdString() +
-                               " is too old for this program: version 0, needed is 1.\n");
+                               " is too old for this program: version 1, needed is 2.\n");
 }
 
 } // namespace

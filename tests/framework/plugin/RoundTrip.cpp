@@ -10,9 +10,9 @@
 
 namespace tests {
 
-Outcome runPluginHost(const QStringList& arguments, const QProcessEnvironment& environment)
+Outcome PluginHost::run(const QStringList& arguments) const
 {
-    return runProgram(QStringLiteral(PLUGIN_HOST), arguments, environment);
+    return runProgram(program, arguments, environment);
 }
 
 void writeFile(const QString& path, const std::string& bytes)
@@ -22,7 +22,7 @@ void writeFile(const QString& path, const std::string& bytes)
     ASSERT_EQ(file.write(bytes.data(), static_cast<qint64>(bytes.size())), static_cast<qint64>(bytes.size()));
 }
 
-void expectRoundTrip(const QString& folder, const QProcessEnvironment& environment)
+Outcome PluginHost::expectRoundTrip(const QString& folder) const
 {
     standin::Server server;
     server.addUser("alice", "secret");
@@ -33,9 +33,9 @@ void expectRoundTrip(const QString& folder, const QProcessEnvironment& environme
     writeFile(work.filePath(QStringLiteral("copy")), document);
     const QString fetched = kept.filePath(QStringLiteral("fetched"));
 
-    const auto host = runPluginHost({folder, QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(server.port()),
-                                     work.filePath(QStringLiteral("copy")), fetched},
-                                    environment);
+    const auto host = run({folder, QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(server.port()),
+                           work.filePath(QStringLiteral("copy")), fetched,
+                           isLogEnabled ? QStringLiteral("log") : QStringLiteral("no-log")});
 
     EXPECT_EQ(host.output, "fetched plan.tessaloom.tessaloom\n");
     EXPECT_EQ(host.status, 0);
@@ -47,6 +47,7 @@ void expectRoundTrip(const QString& folder, const QProcessEnvironment& environme
     ASSERT_TRUE(result.open(QFile::ReadOnly));
     EXPECT_TRUE(result.readAll().toStdString() == document);
     EXPECT_FALSE(QDir(work.path()).exists());
+    return host;
 }
 
 } // namespace tests

@@ -4,13 +4,19 @@
 
 namespace tests {
 
-/// Runs the host that was built without the framework.
-Outcome runPluginHost(const QStringList& arguments,
-                      const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
+/// A run of the host that was built without the framework.
+struct PluginHost
+{
+    QString program = QStringLiteral(PLUGIN_HOST);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    /// Whether it lets the framework write its log.
+    bool isLogEnabled = true;
 
-/// Has it bring a document to a server and back, with the plug-in that it finds when it is given this folder.
-void expectRoundTrip(const QString& folder,
-                     const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment());
+    Outcome run(const QStringList& arguments) const;
+
+    /// Has it bring a document to a server and back, with the plug-in that it finds when it is given this folder.
+    Outcome expectRoundTrip(const QString& folder) const;
+};
 
 void writeFile(const QString& path, const std::string& bytes);
 

@@ -46,6 +46,41 @@ TEST(Log, SilencedCategoryCostsNoFormatting)
     EXPECT_EQ(capture.lines(), QStringList{QStringLiteral("counted")});
 }
 
+TEST(Log, SwitchedOffIsSilentWhateverTheRulesSay)
+{
+    const tests::LogCapture capture;
+    int descriptions = 0;
+    QLoggingCategory::setFilterRules(QStringLiteral("*.info=true"));
+    tljira::setLogEnabled(false);
+    tljira::log(u"%@", Counted{descriptions});
+    QLoggingCategory::setFilterRules(QStringLiteral("platform.log=true\n*=true"));
+    tljira::log(u"%@", Counted{descriptions});
+
+    EXPECT_TRUE(tljira::logCategory().isInfoEnabled());
+    EXPECT_FALSE(tljira::isLogEnabled());
+    EXPECT_EQ(descriptions, 0);
+    EXPECT_EQ(capture.lines(), QStringList());
+}
+
+TEST(Log, SwitchedOnAgainGoesOn)
+{
+    const tests::LogCapture capture;
+    tljira::setLogEnabled(false);
+    tljira::setLogEnabled(true);
+    tljira::log(u"line");
+
+    EXPECT_EQ(capture.lines(), QStringList{QStringLiteral("line")});
+}
+
+TEST(Log, SwitchedOffLeavesTheHostsOwnCategoriesAlone)
+{
+    const tests::LogCapture capture;
+    const QLoggingCategory own("host.own", QtInfoMsg);
+    tljira::setLogEnabled(false);
+
+    EXPECT_TRUE(own.isInfoEnabled());
+}
+
 TEST(Log, TakesLinesFromEveryThread)
 {
     const tests::LogCapture capture;
