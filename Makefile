@@ -12,12 +12,15 @@ all: $(BUILD)/build.ninja
 release: build/release/build.ninja
 	cmake --build --preset release -j $(JOBS)
 
-# Takes a document to a server and back: in windows where there is a display, otherwise with screenshots.
-run: $(BUILD)/build.ninja
+# Takes a document to a server and back: in windows where there is a display, otherwise with screenshots. This and "make test"
+# install what the machine lacks; nothing else here does, but for tools that are named where they are used.
+run: deps
+	$(MAKE) --no-print-directory $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS) --target tljira tljira-standin tessaloom
 	scripts/run $(BUILD)
 
-test: all
+test: deps
+	$(MAKE) --no-print-directory all
 	ctest --preset $(PRESET)
 
 # Below PREFIX; DESTDIR is honoured.
@@ -64,7 +67,7 @@ bench: benchmarks
 bench-report: benchmarks
 	build/release/bench/tljira-bench --write docs/benchmarks.md
 
-benchmarks: deps
+benchmarks:
 	cmake --preset release -DTL_BUILD_BENCHMARKS=ON
 	cmake --build --preset release -j $(JOBS)
 
@@ -72,8 +75,8 @@ benchmarks: deps
 deps:
 	scripts/install-packages
 
-build/%/build.ninja: | deps
-	cmake --preset $*
+build/%/build.ninja:
+	cmake --preset $* || { echo 'If something is missing: "make deps" installs it.' >&2; exit 1; }
 
 SOURCES = $(shell git ls-files '*.h' '*.cpp')
 

@@ -1,8 +1,9 @@
 # What an installation has, and where. Each folder says beside its target what of it is installed; a component is a package:
 # "client" and "runtime" (the shared libraries), "development" and "tool".
 
-# Debian keeps libraries of several machine types side by side, whatever the prefix.
-if(CMAKE_LIBRARY_ARCHITECTURE AND EXISTS "/etc/debian_version" AND NOT DEFINED CACHE{CMAKE_INSTALL_LIBDIR})
+# Debian keeps libraries of several machine types side by side, whatever the prefix. A project that this one is a part of says itself
+# where its libraries go.
+if(PROJECT_IS_TOP_LEVEL AND CMAKE_LIBRARY_ARCHITECTURE AND EXISTS "/etc/debian_version" AND NOT DEFINED CACHE{CMAKE_INSTALL_LIBDIR})
     set(CMAKE_INSTALL_LIBDIR "lib/${CMAKE_LIBRARY_ARCHITECTURE}" CACHE PATH "Object code libraries, below the prefix")
 endif()
 include(GNUInstallDirs)
@@ -13,6 +14,26 @@ set(TL_INSTALL_INTERFACEDIR "${CMAKE_INSTALL_DATADIR}/TLJiraController/interface
 set(TL_INSTALL_PLUGINDIR "${CMAKE_INSTALL_LIBDIR}/qt6/plugins/tljiracontroller")
 set(TL_INSTALL_DOCDIR "${CMAKE_INSTALL_DATADIR}/doc/libtljiracontroller-dev")
 set(TL_INSTALL_PACKAGEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/TLJiraController")
+
+# Where programs of this build find the public headers: at their places in the project or, in a project that this one is a part of,
+# as an installation has them.
+set(TL_HEADERS "${PROJECT_SOURCE_DIR}")
+if(NOT PROJECT_IS_TOP_LEVEL)
+    set(TL_HEADERS "${PROJECT_BINARY_DIR}/include")
+    # The interface files likewise, for tl_embed_framework_interface_files.
+    set(TLJiraController_INTERFACE_DIR "${PROJECT_BINARY_DIR}/interface" CACHE INTERNAL "Interface files of the framework")
+    # What links the libraries links Qt.
+    set(CMAKE_FIND_PACKAGE_TARGETS_GLOBAL ON)
+endif()
+
+# tl_copy_header(HEADER PLACE): for the projects that this one is a part of.
+function(tl_copy_header header place)
+    set(copy "${TL_HEADERS}/TLJiraController/${place}")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${header}")
+    file(READ "${header}" text)
+    string(REGEX REPLACE "(\n#include \")(TLJiraController/)?" "\\1TLJiraController/" text "${text}")
+    file(CONFIGURE OUTPUT "${copy}" CONTENT "${text}" @ONLY)
+endfunction()
 
 # tl_add_shared_library(NAME OUTPUT_NAME name EXPORT_NAME name COMPONENT component [SOURCES…] FLOORS … PUBLIC … [PRIVATE …]):
 # a shared library of the floors' objects. They are named one by one because a linker only takes from a static library what
@@ -40,7 +61,7 @@ function(tl_add_shared_library name)
     target_compile_features(${name} INTERFACE cxx_std_20)
     target_include_directories(${name}
         PRIVATE "${PROJECT_SOURCE_DIR}"
-        INTERFACE "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
+        INTERFACE "$<BUILD_INTERFACE:${TL_HEADERS}>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
     target_link_libraries(${name} PRIVATE ${ARG_PRIVATE} PUBLIC ${ARG_PUBLIC})
     # What a library takes from itself it takes from nobody else: a program with a global kKey of its own is no reason to read that.
     target_link_options(${name} PRIVATE "LINKER:-Bsymbolic")
@@ -75,6 +96,11 @@ function(tl_install_headers)
         set(folder "")
     endif()
     install(FILES ${ARG_UNPARSED_ARGUMENTS} DESTINATION "${TL_INSTALL_HEADERDIR}/${folder}" COMPONENT development)
+    if(NOT PROJECT_IS_TOP_LEVEL)
+        foreach(header IN LISTS ARG_UNPARSED_ARGUMENTS)
+            tl_copy_header("${CMAKE_CURRENT_SOURCE_DIR}/${header}" "${folder}/${header}")
+        endforeach()
+    endif()
     list(TRANSFORM ARG_UNPARSED_ARGUMENTS PREPEND "${folder}/")
     list(TRANSFORM ARG_UNPARSED_ARGUMENTS REPLACE "^/" "")
     set_property(GLOBAL APPEND PROPERTY TL_INSTALLED_HEADERS ${ARG_UNPARSED_ARGUMENTS})
@@ -83,6 +109,11 @@ endfunction()
 # tl_install_interface_files(a.ui …): for hosts that embed them, or start from them with their own.
 function(tl_install_interface_files)
     install(FILES ${ARGN} DESTINATION "${TL_INSTALL_INTERFACEDIR}" COMPONENT development)
+    if(NOT PROJECT_IS_TOP_LEVEL)
+        foreach(file IN LISTS ARGN)
+            configure_file("${file}" "${TLJiraController_INTERFACE_DIR}/${file}" COPYONLY)
+        endforeach()
+    endif()
 endfunction()
 
 # tl_install_package(): what find_package needs. To be called once, behind everything else that is installed.

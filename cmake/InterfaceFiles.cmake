@@ -7,6 +7,8 @@ function(tl_embed_interface_files target)
     if(NOT ARG_PREFIX OR NOT ARG_FILES)
         message(FATAL_ERROR "tl_embed_interface_files(${target}): PREFIX and FILES are needed")
     endif()
+    # Qt's function reads variables of the folder that has found Qt, which another one need not be.
+    find_package(Qt6 6.4 REQUIRED COMPONENTS Core)
     get_property(count TARGET ${target} PROPERTY TL_INTERFACE_FILE_SETS)
     if(NOT count)
         set(count 0)
