@@ -6,8 +6,8 @@
 //     JMWindowController::init()->run([](const auto& path) { … });   // fetch a document from one
 //     JAWindowController::initWithPath(path)->showWindow();          // the older window
 //
-// `copy` lies alone in a folder of its own, which is removed when the upload ends; the file at `path` goes with the next
-// download. The examples of the project's documents see to both.
+// `copy` lies alone in a folder of its own, which is removed when the upload ends; the file at `path` goes with the
+// next download. The examples of the project's documents see to both.
 //
 // The texts that client and server have agreed upon are in constants/JAConstants.h, for who asks for them by that name.
 //

@@ -24,8 +24,8 @@ public:
 
     /// Runs the window modally; returns when that is over and `callBack` has run, once. It gets the path that the body
     /// holds then: nothing if nothing was ever asked for, and the name of a file that may be incomplete or missing if a
-    /// download was started but did not end. The next download, of any program of this user, removes the file: `callBack`
-    /// moves it to a place of its own, or reads it.
+    /// download was started but did not end. The next download, of any program of this user, removes the file:
+    /// `callBack` moves it to a place of its own, or reads it.
     void run(const RunCallBack& callBack);
 
     /// The panel below the header; never null.

@@ -40,9 +40,9 @@ public:
     /// the first of the two jobs.
     virtual void setRoutes(const QStringList& routes) = 0;
 
-    /// Whether the framework writes its log, which it does until told otherwise: the lines of a login hold the password.
-    /// Switched off, nothing is written, whatever filter rules and environment variables say; those of the host are left
-    /// alone. Since version 2.
+    /// Whether the framework writes its log, which it does until told otherwise: the lines of a login hold the
+    /// password. Switched off, nothing is written, whatever filter rules and environment variables say; those of the
+    /// host are left alone. Since version 2.
     virtual void setLogEnabled(bool enabled) = 0;
 };
 

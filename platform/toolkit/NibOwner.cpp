@@ -17,7 +17,8 @@ namespace {
 QString classNameOf(const NibOwner& owner)
 {
     const char* const name = typeid(owner).name();
-    const std::unique_ptr<char, decltype(&std::free)> readable(abi::__cxa_demangle(name, nullptr, nullptr, nullptr), &std::free);
+    const std::unique_ptr<char, decltype(&std::free)> readable(abi::__cxa_demangle(name, nullptr, nullptr, nullptr),
+                                                               &std::free);
     return QString::fromUtf8(readable ? readable.get() : name);
 }
 

@@ -54,6 +54,8 @@ Workshop::Workshop()
 {
     for (const char* folder : {"tmp", "plans", "build"})
         QDir(m_home.path()).mkdir(QString::fromLatin1(folder));
+    // As a runtime folder has to be.
+    QFile::setPermissions(path(QStringLiteral("tmp")), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QFile::link(QStringLiteral(BUILD_FOLDER), path(QStringLiteral("build/release")));
     write(QStringLiteral("plan.tessaloom"), QStringLiteral("warp and weft, blue\n"));
     write(QStringLiteral("password.txt"), QStringLiteral("correct horse\n"));

@@ -1,5 +1,5 @@
-// Globals of a host that happen to have the names of the framework's constants. They are of other types, sizes and values, and
-// writable, so that a library that took one of them for its own would not get far.
+// Globals of a host that happen to have the names of the framework's constants. They are of other types, sizes and
+// values, and writable, so that a library that took one of them for its own would not get far.
 
 int kAttachFilePath = 1;
 char kAvatarUrl48[] = "the host's own";

@@ -36,8 +36,8 @@ TEST(PluginTest, doesSoInAHostThatHasTheNamesOfItsConstantsForItself)
 {
     PluginHost crowded;
     crowded.program = QStringLiteral(OWN_NAMES_HOST);
-    const auto names =
-        tests::runProgram(QStringLiteral("nm"), {QStringLiteral("-D"), QStringLiteral("--defined-only"), crowded.program});
+    const auto names = tests::runProgram(QStringLiteral("nm"),
+                                         {QStringLiteral("-D"), QStringLiteral("--defined-only"), crowded.program});
     EXPECT_THAT(names.output, HasSubstr(" kKey\n"));
     crowded.expectRoundTrip(QStringLiteral(PLUGIN_FOLDER));
 }
@@ -63,8 +63,8 @@ class PluginInAnotherApplication : public testing::TestWithParam<const char*>
 
 TEST_P(PluginInAnotherApplication, isRefusedInWords)
 {
-    const auto host = tests::runProgram(QStringLiteral(APPLICATION_HOST),
-                                        {QLatin1String(GetParam()), QStringLiteral(PLUGIN_FOLDER)});
+    const auto host =
+        tests::runProgram(QStringLiteral(APPLICATION_HOST), {QLatin1String(GetParam()), QStringLiteral(PLUGIN_FOLDER)});
     EXPECT_EQ(host.output, "The Jira plug-in opens windows: it needs a program with a QApplication.\n");
     EXPECT_EQ(host.status, 0) << host.error;
 }
@@ -73,8 +73,8 @@ INSTANTIATE_TEST_SUITE_P(Kinds, PluginInAnotherApplication, testing::Values("non
 
 TEST(PluginTest, isLoadedInAnApplicationWithWidgets)
 {
-    const auto host = tests::runProgram(QStringLiteral(APPLICATION_HOST),
-                                        {QStringLiteral("widgets"), QStringLiteral(PLUGIN_FOLDER)});
+    const auto host =
+        tests::runProgram(QStringLiteral(APPLICATION_HOST), {QStringLiteral("widgets"), QStringLiteral(PLUGIN_FOLDER)});
     EXPECT_EQ(host.output, "loaded\n");
     EXPECT_EQ(host.status, 0) << host.error;
 }
