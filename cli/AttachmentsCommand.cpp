@@ -1,10 +1,9 @@
 #include "cli/AttachmentsCommand.h"
 
 #include "cli/AttachmentSelection.h"
-#include "cli/IssueKey.h"
+#include "cli/IssueQuestion.h"
 #include "cli/JSONOutput.h"
 #include "cli/TextOutput.h"
-#include "cli/UserQuestion.h"
 
 namespace cli {
 
@@ -18,16 +17,8 @@ AttachmentsCommand::AttachmentsCommand(const Arguments& arguments, const Environ
 
 void AttachmentsCommand::start(const Completion& completion)
 {
-    m_client->getIssueObject(escapedKey(m_key), [this, completion](const auto& issue, const auto& error) {
-        if (!issue)
-            completion(Outcome::failed(error));
-        else if (issue->attachments().empty())
-            // An answer that is no issue looks the same, and must not pass for one without attachments.
-            askForUser(*m_client, [this, completion, issue](const auto& user, const Outcome& failure) {
-                completion(user ? list(*issue) : failure);
-            });
-        else
-            completion(list(*issue));
+    askForIssue(*m_client, m_key, [this, completion](const auto& issue, const Outcome& failure) {
+        completion(issue ? list(*issue) : failure);
     });
 }
 

@@ -28,7 +28,7 @@ std::optional<QString> noProblem(const Arguments&)
 
 std::optional<QString> loginProblem(const Arguments& arguments)
 {
-    return problemOfServerAddress(arguments.operands.first());
+    return problemOfServerAddress(arguments.operands.first().trimmed());
 }
 
 std::optional<QString> issueProblem(const Arguments& arguments)

@@ -1,7 +1,7 @@
 #include "cli/DownloadCommand.h"
 
 #include "cli/AttachmentSelection.h"
-#include "cli/IssueKey.h"
+#include "cli/IssueQuestion.h"
 #include "platform/foundation/MainQueue.h"
 
 #include <QFileInfo>
@@ -20,11 +20,11 @@ DownloadCommand::DownloadCommand(const Arguments& arguments, const Environment& 
 void DownloadCommand::start(const Completion& completion)
 {
     m_completion = completion;
-    m_client->getIssueObject(escapedKey(m_key), [this](const auto& issue, const auto& error) {
+    askForIssue(*m_client, m_key, [this](const auto& issue, const Outcome& failure) {
         if (issue)
             choose(*issue);
         else
-            m_completion(Outcome::failed(error));
+            m_completion(failure);
     });
 }
 
@@ -83,12 +83,18 @@ Outcome DownloadCommand::tooMuch() const
 void DownloadCommand::examine()
 {
     const QFileInfo received(m_place->receivingPath());
+    if (!received.exists()) {
+        m_progress.reset();
+        m_completion(Outcome::failed(QStringLiteral("“%1” has arrived but couldn’t be saved in “%2”.")
+                                         .arg(m_attachment->name().value_or(m_nameOrID), received.path())));
+        return;
+    }
     if (received.size() > m_attachment->size()) {
         m_progress.reset();
         m_completion(tooMuch());
         return;
     }
-    if (!received.exists() || received.size() != m_attachment->size()) {
+    if (received.size() != m_attachment->size()) {
         m_progress.reset();
         m_completion(Outcome::failed(QStringLiteral("The server sent %1 bytes for “%2” instead of %3.")
                                          .arg(received.size())

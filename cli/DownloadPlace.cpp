@@ -68,6 +68,7 @@ std::optional<tljira::Error> DownloadPlace::prepare()
     const QString folder = tljira::deletingLastPathComponent(m_destination);
     if (!QFileInfo(folder).isDir())
         return savingError(tljira::FileError::NoSuchFile, m_destination, QStringLiteral("there is no such folder"));
+    PrivateFolder::removeLeftovers(folder);
     if (const auto error = m_beside.create(folder))
         return error;
     return m_receiving.create(tljira::temporaryDirectory());

@@ -3,15 +3,17 @@
 #include "cli/LineReader.h"
 #include "cli/TerminalPrompt.h"
 #include "cli/TerminalText.h"
+#include "constants/JAConstants.h"
+#include "platform/foundation/HTTPCookieStorage.h"
 #include "platform/foundation/URL.h"
-#include "platform/foundation/UserDefaults.h"
+#include "records/SavedLogin.h"
 
 namespace cli {
 
 LoginCommand::LoginCommand(const Arguments& arguments, const Environment& environment)
     : m_client(environment.client)
     , m_interrupts(environment.interrupts)
-    , m_server(arguments.operands.at(0))
+    , m_server(arguments.operands.at(0).trimmed())
     , m_user(arguments.operands.at(1))
     , m_readsStandardInput(arguments.takesPasswordFromStandardInput)
 {
@@ -51,21 +53,41 @@ InputLine LoginCommand::askForPassword() const
 
 void LoginCommand::login(const QString& password, const Completion& completion)
 {
-    m_client->setJiraHost(m_server);
+    auto& saved = records::savedLogin();
+    const auto before = saved.objectForKey(kJiraURL);
+    m_changes.emplace(saved);
+    m_client->setHost(m_server);
+    // Another server has no business with the session.
+    if (before && !records::isSameServer(*before, m_server))
+        JALoginObject::resetSession();
     m_client->login(m_user, password, [this, completion](const auto& session, const auto& error) {
-        if (!session) {
+        if (!session)
             completion(Outcome::failed(error));
-        } else if (!session->sessionName() || !session->sessionValue()) {
+        else if (!session->sessionName() || !session->sessionValue())
             // Any answer of status 200 is accepted, a page for people to log in included.
             completion(Outcome::failed(QStringLiteral("The server’s answer opens no session.")));
-        } else {
-            m_client->setHost(m_server);
-            if (tljira::UserDefaults::standardUserDefaults().synchronize())
-                completion(Outcome::done());
-            else
-                completion(Outcome::failed(QStringLiteral("Server and session could not be saved.")));
-        }
+        else
+            completion(save());
     });
+}
+
+/// All of the login or nothing: the cookies first, since they are of no use without the session.
+Outcome LoginCommand::save()
+{
+    if (const auto error = tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->synchronize())
+        return Outcome::failed(
+            QStringLiteral("The cookies could not be saved: %1.").arg(error->localizedDescription()));
+    if (!m_changes->writeNow())
+        return Outcome::failed(QStringLiteral("Server and session could not be saved: %1.")
+                                   .arg(records::savedLogin().failure().value_or(QString())));
+    m_changes.reset();
+    return Outcome::done();
+}
+
+LoginCommand::~LoginCommand()
+{
+    if (m_changes)
+        m_changes->takeBack();
 }
 
 } // namespace cli

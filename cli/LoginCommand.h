@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/CommandTable.h"
+#include "platform/foundation/UserDefaults.h"
 
 namespace cli {
 
@@ -12,17 +13,22 @@ class LoginCommand final : public Command
 public:
     LoginCommand(const Arguments& arguments, const Environment& environment);
 
+    ~LoginCommand() override;
+
     void start(const Completion& completion) override;
 
 private:
     InputLine askForPassword() const;
     void login(const QString& password, const Completion& completion);
+    Outcome save();
 
     const std::shared_ptr<JAController> m_client;
     const tljira::console::InterruptSignal& m_interrupts;
     const QString m_server;
     const QString m_user;
     const bool m_readsStandardInput;
+    /// There until the login is saved; what was not is taken back.
+    std::optional<tljira::UserDefaults::Hold> m_changes;
 };
 
 } // namespace cli

@@ -1,6 +1,26 @@
 #include "cli/LogoutCommand.h"
 
+#include "platform/foundation/HTTPCookieStorage.h"
+#include "records/SavedLogin.h"
+
 namespace cli {
+
+namespace {
+
+/// What of the login is still on the disk; empty when all of it has gone.
+QStringList leftOnDisk()
+{
+    QStringList left;
+    auto& saved = records::savedLogin();
+    if (!saved.synchronize())
+        left << QStringLiteral("The server’s address could not be removed: %1.")
+                    .arg(saved.failure().value_or(QString()));
+    if (const auto error = tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->synchronize())
+        left << QStringLiteral("The cookies could not be removed: %1.").arg(error->localizedDescription());
+    return left;
+}
+
+} // namespace
 
 LogoutCommand::LogoutCommand(const Arguments&, const Environment& environment)
     : m_client(environment.client)
@@ -9,7 +29,12 @@ LogoutCommand::LogoutCommand(const Arguments&, const Environment& environment)
 
 void LogoutCommand::start(const Completion& completion)
 {
-    m_client->logout([completion](const auto& error) { completion(error ? Outcome::failed(error) : Outcome::done()); });
+    m_client->logout([completion](const auto& error) {
+        QStringList problems = leftOnDisk();
+        if (error)
+            problems.prepend(error->localizedDescription());
+        completion(problems.isEmpty() ? Outcome::done() : Outcome::failed(problems.join(u' ')));
+    });
 }
 
 } // namespace cli

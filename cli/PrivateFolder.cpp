@@ -1,6 +1,7 @@
 #include "cli/PrivateFolder.h"
 
 #include "platform/foundation/FileManager.h"
+#include "platform/foundation/Leftovers.h"
 #include "platform/foundation/PathString.h"
 
 #include <QFile>
@@ -8,19 +9,31 @@
 
 namespace cli {
 
+namespace {
+
+const QLatin1String namePrefix(".tljira-");
+
+} // namespace
+
 PrivateFolder::~PrivateFolder()
 {
     if (!m_path.isEmpty())
         tljira::FileManager::removeItemAtPath(m_path);
 }
 
+void PrivateFolder::removeLeftovers(const QString& parent)
+{
+    tljira::removeLeftovers(parent, [](const QString& name) { return name.startsWith(namePrefix); });
+}
+
 std::optional<tljira::Error> PrivateFolder::create(const QString& parent)
 {
-    const QString name = QStringLiteral(".tljira-") + QUuid::createUuid().toString(QUuid::Id128);
+    const QString name = namePrefix + QUuid::createUuid().toString(QUuid::Id128);
     const QString path = tljira::appendingPathComponent(parent, name);
     if (const auto error = tljira::FileManager::createDirectoryAtPath(path, false))
         return error;
     m_path = path;
+    static_cast<void>(m_sign.lockExisting(QFile::encodeName(path).toStdString()));
     QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return std::nullopt;
 }

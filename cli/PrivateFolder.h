@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/Error.h"
+#include "platform/foundation/os/FileLock.h"
 
 #include <QString>
 
@@ -17,6 +18,9 @@ public:
     PrivateFolder(const PrivateFolder&) = delete;
     PrivateFolder& operator=(const PrivateFolder&) = delete;
 
+    /// Removes from `parent` those that killed processes left more than a day ago.
+    static void removeLeftovers(const QString& parent);
+
     /// Makes it under a new, hidden name in `parent`.
     std::optional<tljira::Error> create(const QString& parent);
 
@@ -25,6 +29,8 @@ public:
 
 private:
     QString m_path;
+    /// Tells other processes that the folder has an owner.
+    tljira::os::FileLock m_sign;
 };
 
 } // namespace cli

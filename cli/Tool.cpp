@@ -3,10 +3,12 @@
 #include "cli/ArgumentParser.h"
 #include "cli/Help.h"
 #include "cli/LogOutput.h"
+#include "cli/PrivateFolder.h"
 #include "cli/ServerAddress.h"
 #include "cli/TerminalText.h"
 #include "platform/console/StandardStreams.h"
 #include "platform/foundation/MainQueue.h"
+#include "platform/foundation/TemporaryDirectory.h"
 
 namespace cli {
 
@@ -43,6 +45,7 @@ Outcome Tool::performCommand(const Arguments& arguments)
 {
     showLog(arguments.isVerbose);
     tljira::URLSessionConfiguration::setDefaultRoutes(arguments.routes);
+    PrivateFolder::removeLeftovers(tljira::temporaryDirectory());
     const Environment environment = {JAController::sharedInstance(), m_interrupts,
                                      tljira::console::isErrorTerminal() && !arguments.isVerbose};
     const CommandDescription& description = *findCommand(arguments.command);

@@ -5,7 +5,7 @@
 #include "platform/foundation/JSON.h"
 #include "platform/foundation/PathString.h"
 #include "platform/foundation/URL.h"
-#include "platform/foundation/UserDefaults.h"
+#include "records/SavedLogin.h"
 
 namespace {
 
@@ -35,7 +35,7 @@ std::shared_ptr<JAController> JAController::init()
 JAController::JAController()
     : m_state(std::make_unique<State>())
 {
-    setJiraHost(tljira::UserDefaults::standardUserDefaults().stringForKey(kJiraURL).value_or(kJiraURL));
+    setJiraHost(records::savedLogin().stringForKey(kJiraURL).value_or(kJiraURL));
 }
 
 JAController::~JAController() = default;
@@ -51,8 +51,7 @@ std::optional<QString> JAController::jiraHost() const
 
 void JAController::setHost(const std::optional<QString>& host)
 {
-    tljira::UserDefaults::standardUserDefaults().setObject(host ? std::optional<QJsonValue>(*host) : std::nullopt,
-                                                           kJiraURL);
+    records::savedLogin().setObject(host ? std::optional<QJsonValue>(*host) : std::nullopt, kJiraURL);
     setJiraHost(host);
 }
 

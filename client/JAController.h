@@ -221,7 +221,8 @@ private:
     /// The completion of a task that calls back in a turn of the event loop of its own. Keeps the client until then.
     tljira::URLSessionDataTask::Completion callingBackLater(const RequestCallBack& callBack);
 
-    void acceptSession(const QJsonObject& dictionary, const LoginCallBack& callBack);
+    void acceptSession(const QJsonObject& dictionary, const std::optional<QString>& address,
+                       const LoginCallBack& callBack);
     void refuseSession(const std::optional<tljira::Error>& error, const LoginCallBack& callBack);
     void notifyInvalidSession() const;
 

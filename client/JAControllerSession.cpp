@@ -4,7 +4,7 @@
 #include "constants/JAConstants.h"
 #include "platform/foundation/HTTPCookieStorage.h"
 #include "platform/foundation/Log.h"
-#include "platform/foundation/UserDefaults.h"
+#include "records/SavedLogin.h"
 
 using client::Answer;
 using client::callIfSet;
@@ -29,7 +29,8 @@ void JAController::login(const std::optional<QString>& user, const std::optional
 {
     const QJsonObject parametres = credentials(user, password);
     sendPostRequest(url(kLoginURLPath), parametres, std::nullopt,
-                    [this, parametres, callBack](const auto& body, const auto& error, const auto& response) {
+                    [this, parametres, callBack, address = m_state->jiraHost.get()](const auto& body, const auto& error,
+                                                                                    const auto& response) {
                         const Answer answer = Answer::from(body, error, response);
                         if (answer.kind == Answer::Kind::Missing) {
                             callIfSet(callBack, nullptr, answer.error);
@@ -39,7 +40,7 @@ void JAController::login(const std::optional<QString>& user, const std::optional
                         tljira::log(u"%@", response);
                         tljira::log(u"%@", answer.json);
                         if (answer.kind == Answer::Kind::Accepted)
-                            acceptSession(answer.dictionary(), callBack);
+                            acceptSession(answer.dictionary(), address, callBack);
                         else
                             refuseSession(answer.error, callBack);
                     });
@@ -47,7 +48,8 @@ void JAController::login(const std::optional<QString>& user, const std::optional
 
 void JAController::updateSession(const LoginCallBack& callBack)
 {
-    sendGetRequest(url(kLoginURLPath), [this, callBack](const auto& body, const auto& error, const auto& response) {
+    sendGetRequest(url(kLoginURLPath), [this, callBack, address = m_state->jiraHost.get()](
+                                           const auto& body, const auto& error, const auto& response) {
         const Answer answer = Answer::from(body, error, response);
         switch (answer.kind) {
         case Answer::Kind::Missing:
@@ -55,7 +57,7 @@ void JAController::updateSession(const LoginCallBack& callBack)
             callIfSet(callBack, nullptr, answer.error);
             break;
         case Answer::Kind::Accepted:
-            acceptSession(answer.dictionary(), callBack);
+            acceptSession(answer.dictionary(), address, callBack);
             break;
         case Answer::Kind::Refused:
             refuseSession(answer.error, callBack);
@@ -68,7 +70,7 @@ void JAController::logout(const CompletionCallBack& callBack)
 {
     const std::optional<QString> sessionURL = url(kLoginURLPath);
     tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->deleteAllCookies();
-    tljira::UserDefaults::standardUserDefaults().synchronize();
+    records::savedLogin().synchronize();
     sendDeleteRequest(sessionURL, [this, callBack](const auto&, const auto& error, const auto& response) {
         if (error)
             callIfSet(callBack, error);
@@ -105,9 +107,18 @@ void JAController::getIssueObject(const QString& key, const IssueCallBack& callB
                    });
 }
 
-void JAController::acceptSession(const QJsonObject& dictionary, const LoginCallBack& callBack)
+/// `address` is where the request went. By now another one may have been set, to which the session must not be saved.
+void JAController::acceptSession(const QJsonObject& dictionary, const std::optional<QString>& address,
+                                 const LoginCallBack& callBack)
 {
-    const auto newSession = JALoginObject::initWithDictionary(dictionary);
+    std::shared_ptr<const JALoginObject> newSession;
+    {
+        auto& saved = records::savedLogin();
+        const tljira::UserDefaults::Hold inOnePiece(saved);
+        newSession = JALoginObject::initWithDictionary(dictionary);
+        if (newSession->sessionName() && newSession->sessionValue())
+            saved.setPlaceOfMembers(address ? QJsonValue(*address) : QJsonValue(QJsonValue::Undefined));
+    }
     m_state->jaSession.set(newSession);
     if (const auto receiver = delegate())
         receiver->jaValidSession();

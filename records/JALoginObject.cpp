@@ -2,16 +2,11 @@
 
 #include "constants/JAConstants.h"
 #include "platform/foundation/Format.h"
-#include "platform/foundation/UserDefaults.h"
 #include "records/JSONReading.h"
+#include "records/SavedLogin.h"
 
-namespace {
-
-// Keys in the user defaults; not the JSON keys whose constants bear these words as names.
-const auto savedValueKey = QStringLiteral("kSessionValue");
-const auto savedNameKey = QStringLiteral("kSessionName");
-
-} // namespace
+using records::savedNameKey;
+using records::savedValueKey;
 
 std::shared_ptr<const JALoginObject> JALoginObject::initWithDictionary(const QJsonObject& dictionary)
 {
@@ -37,16 +32,18 @@ void JALoginObject::saveSession() const
 {
     if (!m_sessionValue || !m_sessionName)
         return;
-    tljira::UserDefaults& defaults = tljira::UserDefaults::standardUserDefaults();
+    tljira::UserDefaults& defaults = records::savedLogin();
+    const tljira::UserDefaults::Hold inOnePiece(defaults);
     defaults.setObject(*m_sessionValue, savedValueKey);
     defaults.setObject(*m_sessionName, savedNameKey);
 }
 
 std::optional<QString> JALoginObject::restoreSession()
 {
-    const tljira::UserDefaults& defaults = tljira::UserDefaults::standardUserDefaults();
-    const std::optional<QString> value = defaults.stringForKey(savedValueKey);
-    const std::optional<QString> name = defaults.stringForKey(savedNameKey);
+    // Of one moment: another thread may save another session in between.
+    const QJsonObject saved = records::savedLogin().dictionaryRepresentation();
+    const std::optional<QString> value = records::textOrNumber(saved.value(savedValueKey));
+    const std::optional<QString> name = records::textOrNumber(saved.value(savedNameKey));
     if (!value || !name)
         return std::nullopt;
     return tljira::format(QStringLiteral("%@=%@"), name, value);
@@ -54,7 +51,8 @@ std::optional<QString> JALoginObject::restoreSession()
 
 void JALoginObject::resetSession()
 {
-    tljira::UserDefaults& defaults = tljira::UserDefaults::standardUserDefaults();
+    tljira::UserDefaults& defaults = records::savedLogin();
+    const tljira::UserDefaults::Hold inOnePiece(defaults);
     defaults.removeObjectForKey(savedValueKey);
     defaults.removeObjectForKey(savedNameKey);
 }

@@ -36,4 +36,9 @@ void HTTPCookieStorage::deleteAllCookies()
     m_parts->deleteAllCookies();
 }
 
+std::optional<Error> HTTPCookieStorage::synchronize()
+{
+    return m_parts->synchronize();
+}
+
 } // namespace tljira

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/foundation/Error.h"
 #include "platform/foundation/Export.h"
 #include "platform/foundation/HTTPCookie.h"
 
 #include <QString>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace tljira {
@@ -32,6 +34,11 @@ public:
     void setCookie(const HTTPCookie& cookie);
     /// Removes every cookie of every host, from the file too; when the disk refuses, with the next change.
     void deleteAllCookies();
+
+    /// Changes are visible at once, and a thread of the jar's own brings them to the file, at the latest when the
+    /// process exits. This waits until it has. An error when the disk refuses, or another process has kept the file for
+    /// a second; its description is why.
+    std::optional<Error> synchronize();
 
 private:
     friend class URLSession;

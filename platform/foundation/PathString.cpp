@@ -105,6 +105,8 @@ QString lastPathComponent(const QString& path)
 QString fileNameFromUntrustedText(const QString& name)
 {
     QString safe = name;
+    // With them "gpj.exe" reads "exe.jpg".
+    safe.removeIf([](QChar c) { return (c >= u'\u202A' && c <= u'\u202E') || (c >= u'\u2066' && c <= u'\u2069'); });
     for (QChar& c : safe) {
         if (c == u'/' || c.category() == QChar::Other_Control)
             c = u'_';

@@ -16,9 +16,9 @@ TL_EXPORT QString pathExtension(const QString& path);
 TL_EXPORT QString deletingLastPathComponent(const QString& path);
 TL_EXPORT QString lastPathComponent(const QString& path);
 
-/// Makes one component of `name`, whatever it holds: separators and control characters become "_", "." and ".." and the
-/// empty name become "_", and a name of more bytes than a file system takes is shortened before its extension. For
-/// names that others send.
+/// Makes one component of `name`, whatever it holds: separators and control characters become "_", characters that
+/// override the direction of writing go, "." and ".." and the empty name become "_", and a name of more bytes than a
+/// file system takes is shortened before its extension. For names that others send.
 TL_EXPORT QString fileNameFromUntrustedText(const QString& name);
 
 } // namespace tljira

@@ -1,23 +1,24 @@
 #include "platform/foundation/SharedFile.h"
 
 #include "platform/foundation/FileManager.h"
+#include "platform/foundation/Leftovers.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/ReplaceFile.h"
+#include "platform/foundation/os/FileLock.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileInfo>
-#include <QLockFile>
-#include <QSaveFile>
-#include <QThread>
 
-#include <chrono>
+#include <algorithm>
 #include <filesystem>
+#include <thread>
 
 namespace tljira {
 
 namespace {
 
-constexpr qint64 LongestWaitForLock = 5000;
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
 
 /// How long another write may leave the same time behind, in milliseconds. The coarsest file systems in use step by two
 /// seconds, and are known by their full seconds; the others step by a few milliseconds.
@@ -26,25 +27,30 @@ qint64 doubtedAge(qint64 time)
     return time % 1000 == 0 ? 2000 : 50;
 }
 
-constexpr QFile::Permissions UserFile = QFile::ReadOwner | QFile::WriteOwner;
-constexpr QFile::Permissions UserFolder = UserFile | QFile::ExeOwner;
+constexpr QFile::Permissions UserFolder = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
 
-/// What went wrong, an empty text when nothing did. QLockFile's own waiting doubles its pauses up to seconds; a rewrite
-/// takes milliseconds.
-QString acquire(QLockFile& lock)
+fs::path native(const QString& path)
 {
-    QElapsedTimer waiting;
-    waiting.start();
-    while (!lock.tryLock(0)) {
-        if (lock.error() == QLockFile::PermissionError)
-            return QStringLiteral("its folder cannot be written");
-        if (lock.error() != QLockFile::LockFailedError)
-            return QStringLiteral("there is no room in its folder");
-        if (waiting.elapsed() > LongestWaitForLock)
-            return QStringLiteral("it cannot be locked");
-        QThread::msleep(1);
-    }
-    return {};
+    return QFile::encodeName(path).toStdString();
+}
+
+QString textOf(std::error_code error)
+{
+    return QString::fromLocal8Bit(error.message().c_str());
+}
+
+/// Some file systems of the network have no locks at all. A file there goes without.
+bool knowsNoLocks(std::error_code error)
+{
+    return error == std::errc::operation_not_supported || error == std::errc::function_not_supported ||
+           error == std::errc::no_lock_available || error == std::errc::invalid_argument;
+}
+
+/// A link to the file stays one.
+QString placeOf(const QString& path)
+{
+    const QFileInfo info(path);
+    return info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
 }
 
 void makeFolder(const QString& folder)
@@ -74,8 +80,7 @@ std::optional<QByteArray> SharedFile::read() const
 /// Asked before every request, so it takes one look at the disk each for time and size, and no time zone.
 SharedFile::Stamp SharedFile::stamp() const
 {
-    namespace fs = std::filesystem;
-    const fs::path path(QFile::encodeName(m_path).toStdString());
+    const fs::path path = native(m_path);
     std::error_code isAbsent;
     const auto changed = fs::last_write_time(path, isAbsent);
     if (isAbsent)
@@ -93,39 +98,69 @@ bool SharedFile::hasChanged()
     return !before.isSettled || before.size != m_seen.size || before.time != m_seen.time;
 }
 
-bool SharedFile::rewrite(const Change& change)
+QString SharedFile::reasonWhenLocked()
 {
-    const QString failure = rewriteLocked(change);
-    if (!failure.isEmpty())
-        log(u"%@ could not be written: %@", m_path, failure);
-    return failure.isEmpty();
+    return QStringLiteral("another process keeps it locked");
 }
 
-/// What went wrong, an empty text when nothing did.
-QString SharedFile::rewriteLocked(const Change& change)
+std::optional<QString> SharedFile::rewrite(const Change& change, std::chrono::milliseconds patience)
+{
+    const std::optional<QString> failure = rewriteLocked(change, patience);
+    if (failure)
+        log(u"%@ could not be written: %@", m_path, *failure);
+    return failure;
+}
+
+/// The same pauses as a rewrite takes, which is milliseconds.
+std::optional<QString> SharedFile::acquire(os::FileLock& lock, std::chrono::milliseconds patience)
+{
+    const Clock::time_point end = Clock::now() + patience;
+    const fs::path path = native(m_path + QStringLiteral(".lock"));
+    std::error_code error = lock.lockFile(path);
+    for (auto pause = std::chrono::milliseconds(1); error == std::errc::operation_would_block;
+         pause = std::min(2 * pause, std::chrono::milliseconds(8))) {
+        m_isWaiting = m_mayWait && Clock::now() < end;
+        if (!m_isWaiting)
+            return reasonWhenLocked();
+        std::this_thread::sleep_for(pause);
+        error = lock.lockFile(path);
+    }
+    m_isWaiting = false;
+    if (!error || knowsNoLocks(error))
+        return std::nullopt;
+    return QStringLiteral("its lock cannot be taken: %1").arg(textOf(error));
+}
+
+/// What went wrong, nothing when all went well.
+std::optional<QString> SharedFile::rewriteLocked(const Change& change, std::chrono::milliseconds patience)
 {
     const QString folder = QFileInfo(m_path).path();
     makeFolder(folder);
     if (!QFileInfo(folder).isDir())
         return QStringLiteral("its folder cannot be made");
-    QLockFile lock(m_path + QStringLiteral(".lock"));
-    const QString failure = acquire(lock);
-    if (!failure.isEmpty())
+    os::FileLock lock;
+    if (const auto failure = acquire(lock, patience))
         return failure;
 
     const std::optional<QByteArray> present = read();
     if (!present && QFileInfo::exists(m_path))
         return QStringLiteral("its present content cannot be read");
-    const QByteArray bytes = change(present);
+    const std::optional<QByteArray> bytes = change(present);
+    if (!bytes || bytes == present)
+        return std::nullopt;
 
-    QSaveFile file(m_path);
-    const bool isWritten =
-        file.open(QIODevice::WriteOnly) && file.setPermissions(UserFile) && file.write(bytes) == bytes.size();
-    if (!isWritten || !file.commit())
-        return file.errorString();
+    const std::error_code error = replaceFile(native(placeOf(m_path)), *bytes);
     const std::lock_guard guard(m_mutex);
-    m_seen = stamp();
-    return {};
+    m_seen = error ? Stamp() : stamp();
+    return error ? std::optional(textOf(error)) : std::nullopt;
+}
+
+void SharedFile::removeLeftovers() const
+{
+    const QFileInfo place(placeOf(m_path));
+    tljira::removeLeftovers(place.path(), [name = place.fileName()](const QString& candidate) {
+        return isNameBesideFile(candidate, name);
+    });
 }
 
 bool SharedFile::setAside() const

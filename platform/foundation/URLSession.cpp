@@ -1,11 +1,14 @@
 #include "platform/foundation/URLSession.h"
 
+#include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/curl/CookieJar.h"
 #include "platform/foundation/curl/NetworkThread.h"
 #include "platform/foundation/curl/TaskParts.h"
 #include "platform/foundation/curl/TaskRelay.h"
+#include "platform/foundation/curl/TemporaryFile.h"
 
 #include <atomic>
+#include <mutex>
 
 namespace tljira {
 
@@ -20,6 +23,8 @@ struct URLSession::Parts
 std::shared_ptr<URLSession> URLSession::sessionWithConfiguration(const URLSessionConfiguration& configuration,
                                                                  std::weak_ptr<URLSessionDelegate> delegate)
 {
+    static std::once_flag isFirst;
+    std::call_once(isFirst, [] { GlobalQueue::instance().addOperation(TemporaryFile::removeLeftovers); });
     return std::shared_ptr<URLSession>(new URLSession(configuration, std::move(delegate)));
 }
 

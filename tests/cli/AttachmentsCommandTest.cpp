@@ -72,7 +72,18 @@ TEST_F(AttachmentsCommand, DoesNotTakeAPageForPeopleForAnIssueWithoutThem)
 {
     logIn();
     server.misbehave(Match::on("*"), Fault().status(200, "<html>Log in</html>", "text/html"));
-    EXPECT_EQ(run(words("attachments ABC-1")), Result({1, {}, "The server’s answer names no user.\n"}));
+    EXPECT_EQ(run(words("attachments ABC-1")), Result({1, {}, "The server’s answer is no issue.\n"}));
+}
+
+TEST_F(AttachmentsCommand, DoesNotTakeAnotherAnswerForAnIssueWithoutThem)
+{
+    logIn();
+    for (const char* answer : {"", "{}", "[]", "null", R"({"fields": []})", R"({"errorMessages": ["x"]})"}) {
+        server.behave();
+        server.misbehave(Match::on("/rest/api/2/issue/*"), Fault().status(200, answer, "application/json"));
+        for (const char* command : {"attachments ABC-1", "attachments ABC-1 --json", "download ABC-1 plan"})
+            EXPECT_EQ(run(words(command)), Result({1, {}, "The server’s answer is no issue.\n"})) << answer;
+    }
 }
 
 TEST_F(AttachmentsCommand, FailsForAnUnknownIssue)

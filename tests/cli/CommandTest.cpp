@@ -24,8 +24,13 @@ CommandTest::CommandTest()
 
 QStringList CommandTest::arguments(const QStringList& command) const
 {
-    const QString route = QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(server.port());
-    return QStringList{QStringLiteral("--connect-to"), route} + command;
+    QStringList options;
+    // One server under several names.
+    for (const char* name : {"jira", "other", "a", "b", "c", "d"}) {
+        options << QStringLiteral("--connect-to")
+                << QStringLiteral("%1.example.test:80:127.0.0.1:%2").arg(QLatin1String(name)).arg(server.port());
+    }
+    return options + command;
 }
 
 Result CommandTest::run(const QStringList& command, const QByteArray& input) const

@@ -1,7 +1,10 @@
 #include "tests/cli/CommandTest.h"
 #include "tests/cli/SmallDisk.h"
+#include "tests/support/OldFiles.h"
 
 #include <QDir>
+
+#include <unistd.h>
 
 namespace {
 
@@ -196,6 +199,48 @@ TEST_F(DownloadCommand, FailsWhenTheTemporaryDiskIsFull)
     EXPECT_EQ(run(words("download ABC-1 plan")),
               Result({1, {}, "The download couldn’t be saved because the disk is full.\n"}));
     expectNothingLeft();
+}
+
+TEST_F(DownloadCommand, DoesNotBlameTheServerForAFileThatCannotBePutInPlace)
+{
+    attachSynthetic("plan", 1 << 20);
+    misbehaveOnFiles(Fault().hold(Point::responseBody(100000)));
+    const auto tool = start(words("download ABC-1 plan"));
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    QDir temporary(environment.value(u"TMPDIR"_s) + u"/TLJiraController-"_s + QString::number(geteuid()));
+    const QStringList receiving = temporary.entryList({u".tljira-*"_s}, QDir::Dirs | QDir::Hidden);
+    ASSERT_EQ(receiving.size(), 1);
+    ASSERT_TRUE(temporary.rmdir(receiving.first()));
+    server.release();
+    EXPECT_EQ(tool->status(), 1);
+    EXPECT_EQ(tool->error(), u"“plan” has arrived but couldn’t be saved in “%1”.\n"_s.arg(temporary.filePath(receiving.first())).toUtf8());
+    expectNothingLeft();
+}
+
+TEST_F(DownloadCommand, SavesAFileWithoutWhatTurnsItsNameAround)
+{
+    attach("plan\u202Egpj.tessaloom", "bytes");
+    EXPECT_EQ(run(words("download ABC-1 10000")), Result({0, printed(u"plangpj.tessaloom"_s), {}}));
+    EXPECT_EQ(workItems(), QStringList(u"plangpj.tessaloom"_s));
+}
+
+TEST_F(DownloadCommand, RemovesWhatKilledRunsLeftLongAgo)
+{
+    attach("plan", "bytes");
+    const QString temporary = environment.value(u"TMPDIR"_s) + u"/TLJiraController-"_s + QString::number(geteuid());
+    for (const QString& folder : {path(u".tljira-old"_s), path(u".tljira-new"_s), temporary + u"/.tljira-old"_s}) {
+        ASSERT_TRUE(QDir().mkpath(folder));
+        ASSERT_TRUE(QFile(folder + u"/plan"_s).open(QIODevice::WriteOnly));
+        if (folder.endsWith(u"old"))
+            tests::makeOlder(folder, std::chrono::hours(25));
+    }
+    const QString left = temporary + u"/Download_0123.tmp"_s;
+    ASSERT_TRUE(QFile(left).open(QIODevice::WriteOnly));
+    tests::makeOlder(left, std::chrono::hours(25));
+    EXPECT_EQ(run(words("download ABC-1 plan")).status, 0);
+    EXPECT_EQ(workItems(), (QStringList{u".tljira-new"_s, u"plan"_s}));
+    EXPECT_EQ(temporaryFiles(), QStringList());
+    EXPECT_FALSE(QFile::exists(temporary + u"/.tljira-old"_s));
 }
 
 } // namespace

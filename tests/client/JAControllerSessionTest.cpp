@@ -320,6 +320,7 @@ TEST_F(JAControllerSessionTest, LogoutCarriesTheSessionThatAnotherProcessHasJust
         QThread::msleep(11);
         ASSERT_NE(JALoginObject::restoreSession(), std::nullopt);
         otherProcess.setObject(QString::number(round), QStringLiteral("kSessionValue"));
+        ASSERT_TRUE(otherProcess.synchronize());
         client->logout(completionCallBack());
         ASSERT_TRUE(waitForEvents(2));
         EXPECT_EQ(server.lastRequest().header("Cookie"), "N=" + std::to_string(round));

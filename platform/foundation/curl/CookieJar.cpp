@@ -1,5 +1,8 @@
 #include "platform/foundation/curl/CookieJar.h"
 
+#include "platform/foundation/FileManager.h"
+#include "platform/foundation/Log.h"
+
 #include <QDateTime>
 
 #include <algorithm>
@@ -7,6 +10,9 @@
 namespace tljira {
 
 namespace {
+
+/// Nobody waits for the thread that waits so long.
+constexpr auto PatienceWithOthers = std::chrono::seconds(10);
 
 constexpr char fileHeader[] = "# Netscape HTTP Cookie File\n";
 
@@ -55,6 +61,7 @@ std::vector<HTTPCookie> merged(std::vector<HTTPCookie> inFile, const std::vector
 
 CookieJar::CookieJar(const QString& path)
     : m_file(path)
+    , m_writer({[this](bool) { work(); }, [this] { return m_file.isWaiting(); }, [this] { m_file.stopWaiting(); }})
 {
     load();
 }
@@ -64,15 +71,13 @@ void CookieJar::load()
     const std::optional<QByteArray> bytes = m_file.read();
     if (!bytes)
         return;
-    auto cookies = cookiesOfFile(*bytes);
-    if (!cookies)
-        m_file.rewrite([&](const std::optional<QByteArray>& present) {
-            cookies = usableCookies(present);
-            return fileOfCookies(cookies.value_or(std::vector<HTTPCookie>()));
-        });
+    const auto cookies = cookiesOfFile(*bytes);
     for (const HTTPCookie& cookie : cookies.value_or(std::vector<HTTPCookie>()))
         m_share.setCookie(cookie);
     m_saved = persistentCookies();
+    m_isDamaged = !cookies;
+    if (m_isDamaged)
+        m_writer.ask();
 }
 
 /// What the file holds, as asked inside a rewrite. What cannot be understood is set aside and nothing.
@@ -103,28 +108,72 @@ void CookieJar::setCookie(const HTTPCookie& cookie)
     saveChanges();
 }
 
-void CookieJar::saveChanges()
+void CookieJar::deleteAllCookies()
 {
-    const std::lock_guard lock(m_fileMutex);
-    const std::vector<HTTPCookie> now = persistentCookies();
-    if (now == m_saved && !m_mustEmptyFile)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_share.deleteAllCookies();
+        m_saved.clear();
+        m_mustEmptyFile = true;
+        ++m_deletions;
+    }
+    m_writer.ask();
+}
+
+std::optional<Error> CookieJar::synchronize()
+{
+    const bool isTried = m_writer.finish();
+    const std::lock_guard lock(m_mutex);
+    if (!isTried) {
+        m_failure = SharedFile::reasonWhenLocked();
+        log(u"%@ could not be written yet: %@", m_file.path(), *m_failure);
+    }
+    if (!m_failure)
+        return std::nullopt;
+    return makeError(QLatin1String(CocoaErrorDomain), static_cast<qint64>(FileError::WriteUnknown), *m_failure);
+}
+
+/// On the writer's thread.
+void CookieJar::work()
+{
+    store();
+    if (!std::exchange(m_hasClearedAway, true))
+        m_file.removeLeftovers();
+}
+
+void CookieJar::store()
+{
+    {
+        const bool isThere = FileManager::fileExistsAtPath(m_file.path());
+        const std::lock_guard lock(m_mutex);
+        m_mustEmptyFile &= isThere;
+        if (persistentCookies() == m_saved && !m_mustEmptyFile && !m_isDamaged) {
+            m_failure.reset();
+            return;
+        }
+    }
+    std::vector<HTTPCookie> now;
+    unsigned deletions = 0;
+    const std::optional<QString> failure = m_file.rewrite(
+        [&](const std::optional<QByteArray>& present) {
+            const auto understood = usableCookies(present);
+            const std::lock_guard lock(m_mutex);
+            now = persistentCookies();
+            deletions = m_deletions;
+            return fileOfCookies(m_mustEmptyFile || !understood ? now : merged(*understood, m_saved, now));
+        },
+        PatienceWithOthers);
+
+    const std::lock_guard lock(m_mutex);
+    m_failure = failure;
+    if (failure)
         return;
-    const bool isWritten = m_file.rewrite([&](const std::optional<QByteArray>& present) {
-        const auto inFile = m_mustEmptyFile ? std::nullopt : usableCookies(present);
-        return fileOfCookies(inFile ? merged(*inFile, m_saved, now) : now);
-    });
-    if (!isWritten)
+    m_isDamaged = false;
+    // Cookies that were deleted while these were written are in the file again.
+    if (deletions != m_deletions)
         return;
     m_saved = now;
     m_mustEmptyFile = false;
-}
-
-void CookieJar::deleteAllCookies()
-{
-    const std::lock_guard lock(m_fileMutex);
-    m_share.deleteAllCookies();
-    m_saved.clear();
-    m_mustEmptyFile = m_file.read() && !m_file.rewrite([](const auto&) { return QByteArray(fileHeader); });
 }
 
 } // namespace tljira

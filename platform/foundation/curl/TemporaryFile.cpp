@@ -1,5 +1,6 @@
 #include "platform/foundation/curl/TemporaryFile.h"
 
+#include "platform/foundation/Leftovers.h"
 #include "platform/foundation/PathString.h"
 #include "platform/foundation/TemporaryDirectory.h"
 
@@ -21,7 +22,15 @@ bool TemporaryFile::open()
     if (!m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered,
                      QFileDevice::ReadOwner | QFileDevice::WriteOwner))
         return fail();
+    static_cast<void>(m_sign.lockExisting(QFile::encodeName(path()).toStdString()));
     return true;
+}
+
+void TemporaryFile::removeLeftovers()
+{
+    tljira::removeLeftovers(temporaryDirectory(), [](const QString& name) {
+        return name.startsWith(QLatin1String("Download_")) && name.endsWith(QLatin1String(".tmp"));
+    });
 }
 
 bool TemporaryFile::write(const char* bytes, qint64 count)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/Error.h"
+#include "platform/foundation/os/FileLock.h"
 
 #include <QFile>
 
@@ -22,6 +23,9 @@ public:
     bool write(const char* bytes, qint64 count);
     bool close();
 
+    /// Removes those that killed processes left more than a day ago.
+    static void removeLeftovers();
+
     QString path() const { return m_file.fileName(); }
     const std::optional<Error>& error() const { return m_error; }
 
@@ -29,6 +33,8 @@ private:
     bool fail();
 
     QFile m_file;
+    /// Tells other processes that the file has an owner.
+    os::FileLock m_sign;
     std::optional<Error> m_error;
 };
 

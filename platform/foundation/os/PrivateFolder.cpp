@@ -14,6 +14,12 @@ QString userIdentifier()
     return QString::number(geteuid());
 }
 
+bool belongsToUser(const std::filesystem::path& path)
+{
+    struct stat status = {};
+    return lstat(path.c_str(), &status) == 0 && status.st_uid == geteuid();
+}
+
 bool ensurePrivateFolder(const QString& path)
 {
     const QByteArray name = QFile::encodeName(path);

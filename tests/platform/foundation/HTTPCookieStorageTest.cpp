@@ -1,6 +1,11 @@
 #include "platform/foundation/HTTPCookieStorage.h"
 
+#include "platform/foundation/os/FileLock.h"
+#include "tests/platform/foundation/FailingSync.h"
+#include "tests/platform/foundation/RoomFor.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/Printers.h"
+#include "tests/support/WaitUntil.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -52,6 +57,19 @@ protected:
         file.write("no cookies at all\n");
     }
 
+    /// Until the file has it.
+    static void set(HTTPCookieStorage& storage, const HTTPCookie& cookie)
+    {
+        storage.setCookie(cookie);
+        EXPECT_EQ(storage.synchronize(), std::nullopt);
+    }
+
+    static void empty(HTTPCookieStorage& storage)
+    {
+        storage.deleteAllCookies();
+        EXPECT_EQ(storage.synchronize(), std::nullopt);
+    }
+
     static std::vector<std::string> pairs(const HTTPCookieStorage& storage)
     {
         std::vector<std::string> all;
@@ -75,8 +93,8 @@ TEST_F(HTTPCookieStorageTest, KeepsCookiesWithAnExpiryForTheNextProcess)
 {
     {
         HTTPCookieStorage storage(path);
-        storage.setCookie(cookie("lasting", "1"));
-        storage.setCookie(cookie("fleeting", "2", 0));
+        set(storage, cookie("lasting", "1"));
+        set(storage, cookie("fleeting", "2", 0));
         EXPECT_THAT(pairs(storage), UnorderedElementsAre("lasting=1", "fleeting=2"));
     }
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("lasting=1"));
@@ -86,8 +104,8 @@ TEST_F(HTTPCookieStorageTest, KeepsCookiesWithAnExpiryForTheNextProcess)
 TEST_F(HTTPCookieStorageTest, ReplacesACookieOfTheSameDomainPathAndName)
 {
     HTTPCookieStorage storage(path);
-    storage.setCookie(cookie("name", "old"));
-    storage.setCookie(cookie("name", "new"));
+    set(storage, cookie("name", "old"));
+    set(storage, cookie("name", "new"));
     EXPECT_THAT(pairs(storage), ElementsAre("name=new"));
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("name=new"));
 }
@@ -95,17 +113,17 @@ TEST_F(HTTPCookieStorageTest, ReplacesACookieOfTheSameDomainPathAndName)
 TEST_F(HTTPCookieStorageTest, DropsACookieThatHasExpired)
 {
     HTTPCookieStorage storage(path);
-    storage.setCookie(cookie("name", "value"));
-    storage.setCookie(cookie("name", "value", 1));
+    set(storage, cookie("name", "value"));
+    set(storage, cookie("name", "value", 1));
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), IsEmpty());
 }
 
 TEST_F(HTTPCookieStorageTest, EmptiesJarAndFile)
 {
     HTTPCookieStorage storage(path);
-    storage.setCookie(cookie("lasting", "1"));
-    storage.setCookie(cookie("fleeting", "2", 0));
-    storage.deleteAllCookies();
+    set(storage, cookie("lasting", "1"));
+    set(storage, cookie("fleeting", "2", 0));
+    empty(storage);
     EXPECT_THAT(pairs(storage), IsEmpty());
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), IsEmpty());
 }
@@ -113,9 +131,9 @@ TEST_F(HTTPCookieStorageTest, EmptiesJarAndFile)
 TEST_F(HTTPCookieStorageTest, CanBeFilledAgainAfterItWasEmptied)
 {
     HTTPCookieStorage storage(path);
-    storage.setCookie(cookie("name", "1"));
-    storage.deleteAllCookies();
-    storage.setCookie(cookie("name", "1"));
+    set(storage, cookie("name", "1"));
+    empty(storage);
+    set(storage, cookie("name", "1"));
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("name=1"));
 }
 
@@ -123,25 +141,25 @@ TEST_F(HTTPCookieStorageTest, LeavesTheCookiesThatAnotherProcessWrote)
 {
     HTTPCookieStorage mine(path);
     HTTPCookieStorage theirs(path);
-    theirs.setCookie(cookie("theirs", "1"));
-    mine.setCookie(cookie("mine", "2"));
+    set(theirs, cookie("theirs", "1"));
+    set(mine, cookie("mine", "2"));
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), UnorderedElementsAre("theirs=1", "mine=2"));
 }
 
 TEST_F(HTTPCookieStorageTest, TakesOnlyItsOwnCookiesOutOfTheSharedFile)
 {
     HTTPCookieStorage mine(path);
-    mine.setCookie(cookie("mine", "1"));
+    set(mine, cookie("mine", "1"));
     HTTPCookieStorage theirs(path);
-    theirs.setCookie(cookie("theirs", "2"));
-    mine.setCookie(cookie("mine", "1", 1));
+    set(theirs, cookie("theirs", "2"));
+    set(mine, cookie("mine", "1", 1));
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("theirs=2"));
 }
 
 TEST_F(HTTPCookieStorageTest, IsPrivate)
 {
     HTTPCookieStorage storage(path);
-    storage.setCookie(cookie("name", "value"));
+    set(storage, cookie("name", "value"));
     const auto others =
         QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     EXPECT_FALSE(QFile::permissions(path) & others);
@@ -155,20 +173,21 @@ TEST_F(HTTPCookieStorageTest, KeepsADamagedFileAsideAndStartsEmpty)
     const tests::LogCapture log;
     HTTPCookieStorage storage(path);
     EXPECT_THAT(storage.cookies(), IsEmpty());
+    EXPECT_EQ(storage.synchronize(), std::nullopt);
     EXPECT_EQ(log.lines().size(), 1);
     EXPECT_FALSE(bytes().contains("no cookies"));
     EXPECT_EQ(bytesSetAside(), QByteArray("no cookies at all\n"));
 
-    storage.setCookie(cookie("name", "value"));
+    set(storage, cookie("name", "value"));
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("name=value"));
 }
 
 TEST_F(HTTPCookieStorageTest, KeepsAFileAsideThatIsDamagedMeanwhileAndSavesWhatItHas)
 {
     HTTPCookieStorage storage(path);
-    storage.setCookie(cookie("first", "1"));
+    set(storage, cookie("first", "1"));
     damage();
-    storage.setCookie(cookie("second", "2"));
+    set(storage, cookie("second", "2"));
     EXPECT_EQ(bytesSetAside(), QByteArray("no cookies at all\n"));
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), UnorderedElementsAre("first=1", "second=2"));
 }
@@ -176,10 +195,10 @@ TEST_F(HTTPCookieStorageTest, KeepsAFileAsideThatIsDamagedMeanwhileAndSavesWhatI
 TEST_F(HTTPCookieStorageTest, BringsNothingBackThatAnotherProcessDeleted)
 {
     HTTPCookieStorage mine(path);
-    mine.setCookie(cookie("old", "1"));
+    set(mine, cookie("old", "1"));
     HTTPCookieStorage theirs(path);
-    mine.deleteAllCookies();
-    theirs.setCookie(cookie("new", "2"));
+    empty(mine);
+    set(theirs, cookie("new", "2"));
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("new=2"));
 }
 
@@ -187,23 +206,75 @@ TEST_F(HTTPCookieStorageTest, EmptiesTheFileLaterWhenTheDiskRefusedAtFirst)
 {
     HTTPCookieStorage theirs(path);
     HTTPCookieStorage mine(path);
-    theirs.setCookie(cookie("theirs", "1"));
-    mine.setCookie(cookie("mine", "2"));
-    const QString lock = path + QStringLiteral(".lock");
-    ASSERT_TRUE(QDir().mkdir(lock));
-    mine.deleteAllCookies();
-    ASSERT_TRUE(QDir().rmdir(lock));
+    set(theirs, cookie("theirs", "1"));
+    set(mine, cookie("mine", "2"));
+    const tests::LogCapture log;
+    {
+        const tests::FailingSync failing(1);
+        mine.deleteAllCookies();
+        ASSERT_TRUE(tests::waitUntil([&] { return !log.lines().isEmpty(); }));
+        EXPECT_EQ(log.lines().first(), path + QStringLiteral(" could not be written: Input/output error"));
+    }
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), UnorderedElementsAre("theirs=1", "mine=2"));
 
-    mine.setCookie(cookie("new", "3"));
+    set(mine, cookie("new", "3"));
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("new=3"));
+}
+
+TEST_F(HTTPCookieStorageTest, SaysWhyTheFileIsNotUpToDate)
+{
+    const tests::LogCapture log;
+    HTTPCookieStorage storage(path);
+    set(storage, cookie("name", "1"));
+    tljira::os::FileLock others;
+    ASSERT_FALSE(others.lockExisting((path + QStringLiteral(".lock")).toStdString()));
+    storage.setCookie(cookie("name", "2"));
+    EXPECT_THAT(pairs(storage), ElementsAre("name=2"));
+    const auto error = storage.synchronize();
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->localizedDescription(), QStringLiteral("another process keeps it locked"));
+    storage.deleteAllCookies();
+    EXPECT_THAT(pairs(storage), IsEmpty());
+    EXPECT_TRUE(storage.synchronize());
+    EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("name=1"));
+    others.unlock();
+    EXPECT_EQ(storage.synchronize(), std::nullopt);
+    EXPECT_THAT(pairs(HTTPCookieStorage(path)), IsEmpty());
+}
+
+TEST_F(HTTPCookieStorageTest, AFullDiskLeavesTheOldCookiesHoweverMuchRoomThereIs)
+{
+    const tests::LogCapture log;
+    HTTPCookieStorage storage(path);
+    set(storage, cookie("a", "1"));
+    const QByteArray before = bytes();
+    {
+        const tests::RoomFor disk(0);
+        storage.setCookie(cookie("b", "2"));
+        ASSERT_TRUE(storage.synchronize());
+        ASSERT_EQ(bytes(), before);
+    }
+    int room = 1;
+    for (bool isWritten = false; !isWritten; ++room) {
+        const tests::RoomFor disk(static_cast<rlim_t>(room));
+        isWritten = !storage.synchronize();
+        ASSERT_TRUE(isWritten || bytes() == before) << room;
+    }
+    EXPECT_EQ(bytes().size() + 1, room);
+    EXPECT_THAT(pairs(HTTPCookieStorage(path)), UnorderedElementsAre("a=1", "b=2"));
+}
+
+TEST_F(HTTPCookieStorageTest, IsWrittenWhenItEnds)
+{
+    HTTPCookieStorage(path).setCookie(cookie("name", "value"));
+    EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("name=value"));
 }
 
 TEST_F(HTTPCookieStorageTest, OfTheProcessLiesInTheDataFolder)
 {
     const auto& storage = HTTPCookieStorage::sharedHTTPCookieStorage();
     EXPECT_EQ(storage, HTTPCookieStorage::sharedHTTPCookieStorage());
-    storage->setCookie(cookie("name", "value"));
+    set(*storage, cookie("name", "value"));
     EXPECT_TRUE(QFile::exists(qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/tests/cookies.txt")));
 }
 

@@ -136,4 +136,20 @@ TEST(PathString, LongUntrustedNamesAreCutBetweenCharacters)
     EXPECT_EQ(fileNameFromUntrustedText(text(u"a.") + QString(300, u'x')), text(u"a.") + QString(253, u'x'));
 }
 
+TEST(PathString, AFileNameHasNoCharactersThatTurnTheDirectionOfWriting)
+{
+    using tljira::fileNameFromUntrustedText;
+    const QString turned = QStringLiteral("plan\u202Egpj.exe");
+    EXPECT_EQ(fileNameFromUntrustedText(turned), QStringLiteral("plangpj.exe"));
+    for (const char16_t c :
+         {u'\u202A', u'\u202B', u'\u202C', u'\u202D', u'\u202E', u'\u2066', u'\u2067', u'\u2068', u'\u2069'}) {
+        EXPECT_EQ(fileNameFromUntrustedText(QString(QChar(c)) + u'a' + QChar(c)), QStringLiteral("a"));
+        EXPECT_EQ(fileNameFromUntrustedText(QString(QChar(c))), QStringLiteral("_"));
+        EXPECT_EQ(fileNameFromUntrustedText(u'.' + QString(QChar(c)) + u'.'), QStringLiteral("_"));
+    }
+    // The neighbours belong to writing.
+    for (const char16_t c : {u'\u2029', u'\u202F', u'\u2065', u'\u206A', u'\u200F', u'\u200D'})
+        EXPECT_EQ(fileNameFromUntrustedText(QString(QChar(c)) + u'a'), QString(QChar(c)) + u'a');
+}
+
 } // namespace

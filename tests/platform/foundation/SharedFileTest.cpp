@@ -1,6 +1,10 @@
 #include "platform/foundation/SharedFile.h"
 
+#include "platform/foundation/os/FileLock.h"
+#include "tests/platform/foundation/FailingSync.h"
+#include "tests/platform/foundation/RoomFor.h"
 #include "tests/support/LogCapture.h"
+#include "tests/support/OldFiles.h"
 #include "tests/support/Printers.h"
 #include "tests/support/WaitUntil.h"
 #include "tests/support/WithoutPrivileges.h"
@@ -12,7 +16,6 @@
 #include <gmock/gmock.h>
 
 #include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
@@ -23,6 +26,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::StartsWith;
+using testing::UnorderedElementsAre;
 using tljira::SharedFile;
 
 mode_t modeOf(const QString& path)
@@ -44,9 +48,30 @@ void writePlainly(const QString& path, const QByteArray& bytes)
     ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
+/// Nobody keeps a lock so long here.
+constexpr auto patience = std::chrono::seconds(30);
+
+bool rewrite(SharedFile& file, const SharedFile::Change& change)
+{
+    return !file.rewrite(change, patience);
+}
+
 class SharedFileTest : public testing::Test
 {
 protected:
+    QStringList itemsBeside() const
+    {
+        return QDir(QFileInfo(m_path).path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+    std::filesystem::path lockPath() const { return (m_path + QStringLiteral(".lock")).toStdString(); }
+
+    static void writeLongAgo(const QString& path)
+    {
+        writePlainly(path, "left");
+        tests::makeOlder(path, std::chrono::hours(25));
+    }
+
     QTemporaryDir m_folder;
     QString m_path = m_folder.filePath(QStringLiteral("sub/deep/file.json"));
 };
@@ -56,7 +81,7 @@ TEST_F(SharedFileTest, IsMadeWithItsFolderForTheUserAlone)
     umask(0);
     SharedFile file(m_path);
     EXPECT_EQ(file.read(), std::nullopt);
-    EXPECT_TRUE(file.rewrite([](const std::optional<QByteArray>& present) {
+    EXPECT_TRUE(rewrite(file, [](const std::optional<QByteArray>& present) {
         EXPECT_EQ(present, std::nullopt);
         return QByteArray("one");
     }));
@@ -70,7 +95,8 @@ TEST_F(SharedFileTest, AFileThatOthersCouldReadIsClosedWhenRewritten)
     ASSERT_TRUE(QDir().mkpath(QFileInfo(m_path).path()));
     writePlainly(m_path, "one");
     ASSERT_EQ(chmod(QFile::encodeName(m_path).constData(), 0644), 0);
-    EXPECT_TRUE(SharedFile(m_path).rewrite(replaceBy("two")));
+    SharedFile file(m_path);
+    EXPECT_TRUE(rewrite(file, replaceBy("two")));
     EXPECT_EQ(modeOf(m_path), 0600u);
 }
 
@@ -78,18 +104,18 @@ TEST_F(SharedFileTest, ARewriteSeesWhatAnotherWrote)
 {
     SharedFile first(m_path);
     SharedFile second(m_path);
-    EXPECT_TRUE(first.rewrite(replaceBy("one")));
-    EXPECT_TRUE(second.rewrite([](const std::optional<QByteArray>& present) { return present.value_or("") + " two"; }));
+    EXPECT_TRUE(rewrite(first, replaceBy("one")));
+    EXPECT_TRUE(
+        rewrite(second, [](const std::optional<QByteArray>& present) { return present.value_or("") + " two"; }));
     EXPECT_EQ(first.read(), QByteArray("one two"));
 }
 
-TEST_F(SharedFileTest, LeavesNothingBesideTheFile)
+TEST_F(SharedFileTest, LeavesNothingBesideTheFileButWhatIsLocked)
 {
     SharedFile file(m_path);
-    EXPECT_TRUE(file.rewrite(replaceBy("one")));
-    EXPECT_TRUE(file.rewrite(replaceBy("two")));
-    EXPECT_THAT(QDir(QFileInfo(m_path).path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-                ElementsAre(QStringLiteral("file.json")));
+    EXPECT_TRUE(rewrite(file, replaceBy("one")));
+    EXPECT_TRUE(rewrite(file, replaceBy("two")));
+    EXPECT_THAT(itemsBeside(), ElementsAre(QStringLiteral("file.json"), QStringLiteral("file.json.lock")));
 }
 
 TEST_F(SharedFileTest, ConcurrentRewritesLoseNothing)
@@ -102,8 +128,8 @@ TEST_F(SharedFileTest, ConcurrentRewritesLoseNothing)
             threads.emplace_back([this] {
                 SharedFile file(m_path);
                 for (int number = 0; number < perThread; ++number)
-                    EXPECT_TRUE(file.rewrite(
-                        [](const std::optional<QByteArray>& present) { return present.value_or("") + 'x'; }));
+                    EXPECT_TRUE(rewrite(
+                        file, [](const std::optional<QByteArray>& present) { return present.value_or("") + 'x'; }));
             });
     }
     EXPECT_EQ(SharedFile(m_path).read(), QByteArray(threadCount * perThread, 'x'));
@@ -113,40 +139,42 @@ TEST_F(SharedFileTest, TellsThatAnotherRewroteTheFile)
 {
     SharedFile mine(m_path);
     SharedFile theirs(m_path);
-    ASSERT_TRUE(mine.rewrite(replaceBy("one")));
+    ASSERT_TRUE(rewrite(mine, replaceBy("one")));
     // Another file of the same length in the same moment is the hardest to tell apart.
-    ASSERT_TRUE(theirs.rewrite(replaceBy("two")));
+    ASSERT_TRUE(rewrite(theirs, replaceBy("two")));
     EXPECT_TRUE(mine.hasChanged());
     EXPECT_TRUE(tests::waitUntil([&] { return !mine.hasChanged(); }));
     EXPECT_FALSE(mine.hasChanged());
-    ASSERT_TRUE(theirs.rewrite(replaceBy("six")));
+    ASSERT_TRUE(rewrite(theirs, replaceBy("six")));
     EXPECT_TRUE(mine.hasChanged());
     EXPECT_TRUE(tests::waitUntil([&] { return !mine.hasChanged(); }));
     ASSERT_TRUE(QFile::remove(m_path));
     EXPECT_TRUE(mine.hasChanged());
     EXPECT_FALSE(mine.hasChanged());
-    ASSERT_TRUE(theirs.rewrite(replaceBy("new")));
+    ASSERT_TRUE(rewrite(theirs, replaceBy("new")));
     EXPECT_TRUE(mine.hasChanged());
 }
 
 TEST_F(SharedFileTest, ALockOfADeadProcessIsNoObstacle)
 {
     SharedFile file(m_path);
-    ASSERT_TRUE(file.rewrite(replaceBy("one")));
+    ASSERT_TRUE(rewrite(file, replaceBy("one")));
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-        SharedFile(m_path).rewrite([](const std::optional<QByteArray>&) -> QByteArray {
-            raise(SIGKILL);
-            return {};
-        });
+        SharedFile(m_path).rewrite(
+            [](const std::optional<QByteArray>&) -> QByteArray {
+                raise(SIGKILL);
+                return {};
+            },
+            patience);
         _exit(0);
     }
     int status = 0;
     ASSERT_EQ(waitpid(child, &status, 0), child);
     ASSERT_TRUE(WIFSIGNALED(status));
     ASSERT_TRUE(QFileInfo::exists(m_path + QStringLiteral(".lock")));
-    EXPECT_TRUE(file.rewrite(replaceBy("two")));
+    EXPECT_TRUE(rewrite(file, replaceBy("two")));
     EXPECT_EQ(file.read(), QByteArray("two"));
 }
 
@@ -156,7 +184,7 @@ TEST_F(SharedFileTest, ADiskThatRefusesIsReported)
     writePlainly(m_folder.filePath(QStringLiteral("sub")), "in the way");
     SharedFile file(m_path);
     bool wasAsked = false;
-    EXPECT_FALSE(file.rewrite([&](const std::optional<QByteArray>&) {
+    EXPECT_FALSE(rewrite(file, [&](const std::optional<QByteArray>&) {
         wasAsked = true;
         return QByteArray("one");
     }));
@@ -173,75 +201,145 @@ TEST_F(SharedFileTest, AFolderThatCannotBeWrittenIsReported)
     ASSERT_TRUE(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
     {
         const tests::WithoutPrivileges user;
-        EXPECT_FALSE(SharedFile(m_path).rewrite(replaceBy("one")));
+        SharedFile file(m_path);
+        EXPECT_FALSE(rewrite(file, replaceBy("one")));
     }
     ASSERT_TRUE(QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    EXPECT_EQ(capture.lines(),
-              QStringList(m_path + QStringLiteral(" could not be written: its folder cannot be written")));
-}
-
-TEST_F(SharedFileTest, ADiskWithoutRoomForTheLockIsReported)
-{
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        // A limit on the size of files stands for the disk's.
-        signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{0, 0};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        const tests::LogCapture capture;
-        const bool isWritten = SharedFile(m_path).rewrite(replaceBy("one"));
-        const QStringList expected(m_path + QStringLiteral(" could not be written: there is no room in its folder"));
-        _exit(!isWritten && capture.lines() == expected ? 0 : 1);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    ASSERT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_EQ(
+        capture.lines(),
+        QStringList(m_path + QStringLiteral(" could not be written: its lock cannot be taken: Permission denied")));
 }
 
 TEST_F(SharedFileTest, AFileThatCannotBeReplacedStaysAsItIs)
 {
     const tests::LogCapture capture;
     ASSERT_TRUE(QDir().mkpath(m_path + QStringLiteral("/is a folder")));
-    EXPECT_FALSE(SharedFile(m_path).rewrite(replaceBy("one")));
+    SharedFile file(m_path);
+    EXPECT_FALSE(rewrite(file, replaceBy("one")));
     EXPECT_TRUE(QFileInfo(m_path).isDir());
     ASSERT_EQ(capture.lines().size(), 1);
     EXPECT_EQ(capture.lines().first(),
               m_path + QStringLiteral(" could not be written: its present content cannot be read"));
 }
 
-TEST_F(SharedFileTest, AFullDiskLeavesTheOldBytes)
+TEST_F(SharedFileTest, AFullDiskLeavesTheOldBytesHoweverMuchRoomThereIs)
+{
+    const tests::LogCapture capture;
+    const QByteArray bytes(300, 'x');
+    SharedFile file(m_path);
+    ASSERT_TRUE(rewrite(file, replaceBy("one")));
+    for (int room = 0; room < bytes.size(); ++room) {
+        const tests::RoomFor disk(static_cast<rlim_t>(room));
+        ASSERT_EQ(file.rewrite(replaceBy(bytes), patience), QStringLiteral("File too large")) << room;
+        ASSERT_EQ(file.read(), QByteArray("one")) << room;
+    }
+    EXPECT_THAT(itemsBeside(), ElementsAre(QStringLiteral("file.json"), QStringLiteral("file.json.lock")));
+    const tests::RoomFor disk(static_cast<rlim_t>(bytes.size()));
+    EXPECT_TRUE(rewrite(file, replaceBy(bytes)));
+    EXPECT_EQ(file.read(), bytes);
+}
+
+TEST_F(SharedFileTest, AFullDiskHasRoomForTheLock)
+{
+    const tests::LogCapture capture;
+    SharedFile file(m_path);
+    const tests::RoomFor disk(0);
+    EXPECT_EQ(file.rewrite(replaceBy("one"), patience), QStringLiteral("File too large"));
+    EXPECT_EQ(file.read(), std::nullopt);
+}
+
+TEST_F(SharedFileTest, EveryCallOfTheDiskThatFailsIsReported)
+{
+    const tests::LogCapture capture;
+    SharedFile file(m_path);
+    ASSERT_TRUE(rewrite(file, replaceBy("one")));
+    // The file's, and the folder's when the new name is there already.
+    for (const auto& [call, left] : {std::pair(1, "one"), std::pair(2, "two")}) {
+        const tests::FailingSync failing(call);
+        EXPECT_EQ(file.rewrite(replaceBy("two"), patience), QStringLiteral("Input/output error"));
+        EXPECT_EQ(file.read(), QByteArray(left));
+    }
+    EXPECT_THAT(itemsBeside(), ElementsAre(QStringLiteral("file.json"), QStringLiteral("file.json.lock")));
+}
+
+TEST_F(SharedFileTest, IsNotTouchedWhenItHoldsTheBytesAlready)
 {
     SharedFile file(m_path);
-    ASSERT_TRUE(file.rewrite(replaceBy("one")));
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        // A limit on the size of files stands for the disk's.
-        signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{4096, 4096};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        const bool isWritten = SharedFile(m_path).rewrite(replaceBy(QByteArray(100000, 'x')));
-        _exit(isWritten ? 1 : 0);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    ASSERT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 0);
+    ASSERT_TRUE(rewrite(file, replaceBy("one")));
+    const tests::FailingSync failing(1);
+    EXPECT_TRUE(rewrite(file, replaceBy("one")));
+    EXPECT_TRUE(rewrite(file, [](const auto&) { return std::nullopt; }));
+}
+
+TEST_F(SharedFileTest, ALinkStaysALink)
+{
+    const QString elsewhere = m_folder.filePath(QStringLiteral("elsewhere.json"));
+    writePlainly(elsewhere, "one");
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(m_path).path()));
+    ASSERT_TRUE(QFile::link(elsewhere, m_path));
+    SharedFile file(m_path);
+    EXPECT_TRUE(rewrite(file, replaceBy("two")));
+    EXPECT_TRUE(QFileInfo(m_path).isSymLink());
+    EXPECT_EQ(SharedFile(elsewhere).read(), QByteArray("two"));
+}
+
+TEST_F(SharedFileTest, WaitsForAnotherNoLongerThanItMay)
+{
+    const tests::LogCapture capture;
+    SharedFile file(m_path);
+    ASSERT_TRUE(rewrite(file, replaceBy("one")));
+    tljira::os::FileLock others;
+    ASSERT_FALSE(others.lockExisting(lockPath()));
+    EXPECT_EQ(file.rewrite(replaceBy("two"), std::chrono::milliseconds(20)),
+              QStringLiteral("another process keeps it locked"));
     EXPECT_EQ(file.read(), QByteArray("one"));
-    EXPECT_THAT(QDir(QFileInfo(m_path).path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-                ElementsAre(QStringLiteral("file.json")));
+    {
+        const std::jthread waiting([&] { EXPECT_TRUE(rewrite(file, replaceBy("two"))); });
+        EXPECT_TRUE(tests::waitUntil([&] { return file.isWaiting(); }));
+        others.unlock();
+    }
+    EXPECT_FALSE(file.isWaiting());
+    EXPECT_EQ(file.read(), QByteArray("two"));
+}
+
+TEST_F(SharedFileTest, CanBeToldToWaitNoLonger)
+{
+    const tests::LogCapture capture;
+    SharedFile file(m_path);
+    ASSERT_TRUE(rewrite(file, replaceBy("one")));
+    tljira::os::FileLock others;
+    ASSERT_FALSE(others.lockExisting(lockPath()));
+    const std::jthread waiting([&] {
+        EXPECT_EQ(file.rewrite(replaceBy("two"), std::chrono::hours(1)),
+                  QStringLiteral("another process keeps it locked"));
+    });
+    EXPECT_TRUE(tests::waitUntil([&] { return file.isWaiting(); }));
+    file.stopWaiting();
+}
+
+TEST_F(SharedFileTest, RemovesWhatAKilledRewriteLeftLongAgo)
+{
+    const tests::LogCapture capture;
+    SharedFile file(m_path);
+    ASSERT_TRUE(rewrite(file, replaceBy("one")));
+    for (const char* name : {"file.json.aB3xYz", "file.json.damaged-1", "file.json.aB3xY", "other.json.aB3xYz"})
+        writeLongAgo(QFileInfo(m_path).path() + u'/' + QLatin1String(name));
+    writePlainly(m_path + QStringLiteral(".zzzzzz"), "new");
+    file.removeLeftovers();
+    EXPECT_THAT(itemsBeside(),
+                UnorderedElementsAre(QStringLiteral("file.json"), QStringLiteral("file.json.lock"),
+                                     QStringLiteral("file.json.damaged-1"), QStringLiteral("file.json.aB3xY"),
+                                     QStringLiteral("other.json.aB3xYz"), QStringLiteral("file.json.zzzzzz")));
 }
 
 TEST_F(SharedFileTest, SettingAsideTakesTheFirstFreeName)
 {
     const tests::LogCapture capture;
     SharedFile file(m_path);
-    ASSERT_TRUE(file.rewrite(replaceBy("bad 1")));
+    ASSERT_TRUE(rewrite(file, replaceBy("bad 1")));
     EXPECT_TRUE(file.setAside());
     EXPECT_EQ(file.read(), std::nullopt);
-    ASSERT_TRUE(file.rewrite(replaceBy("bad 2")));
+    ASSERT_TRUE(rewrite(file, replaceBy("bad 2")));
     EXPECT_TRUE(file.setAside());
     EXPECT_EQ(SharedFile(m_path + QStringLiteral(".damaged-1")).read(), QByteArray("bad 1"));
     EXPECT_EQ(SharedFile(m_path + QStringLiteral(".damaged-2")).read(), QByteArray("bad 2"));

@@ -1,6 +1,9 @@
 #include "platform/foundation/UserDefaults.h"
 
 #include "platform/foundation/JSON.h"
+#include "platform/foundation/os/FileLock.h"
+#include "tests/platform/foundation/FailingSync.h"
+#include "tests/platform/foundation/RoomFor.h"
 #include "tests/support/LogCapture.h"
 #include "tests/support/Printers.h"
 #include "tests/support/WaitUntil.h"
@@ -19,6 +22,7 @@
 
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using tljira::UserDefaults;
 
@@ -34,11 +38,25 @@ mode_t modeOf(const QString& path)
 class UserDefaultsTest : public testing::Test
 {
 protected:
+    /// What is in the file when the writer has done its work.
+    QByteArray bytes(UserDefaults& defaults) const
+    {
+        EXPECT_TRUE(defaults.synchronize());
+        return bytes();
+    }
+
     QByteArray bytes() const
     {
         QFile file(m_path);
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         return file.readAll();
+    }
+
+    ino_t inode() const
+    {
+        struct stat status = {};
+        EXPECT_EQ(stat(QFile::encodeName(m_path).constData(), &status), 0);
+        return status.st_ino;
     }
 
     void writePlainly(const QByteArray& content) const
@@ -68,8 +86,8 @@ TEST_F(UserDefaultsTest, AValueIsVisibleAtOnceAndSurvives)
     const UserDefaults other(m_path);
     defaults.setObject(QStringLiteral("v\u20ac"), key);
     EXPECT_EQ(defaults.stringForKey(key), QStringLiteral("v\u20ac"));
+    EXPECT_EQ(bytes(defaults), QByteArray("{\"key\":\"v\xe2\x82\xac\"}"));
     EXPECT_EQ(other.stringForKey(key), QStringLiteral("v\u20ac"));
-    EXPECT_EQ(bytes(), QByteArray("{\"key\":\"v\xe2\x82\xac\"}"));
     EXPECT_EQ(UserDefaults(m_path).stringForKey(key), QStringLiteral("v\u20ac"));
 }
 
@@ -82,10 +100,10 @@ TEST_F(UserDefaultsTest, SettingNothingRemovesTheKey)
         defaults.setObject(1, key);
         defaults.setObject(nothing, key);
         EXPECT_EQ(defaults.objectForKey(key), std::nullopt);
-        EXPECT_EQ(bytes(), QByteArray("{\"stays\":1}"));
+        EXPECT_EQ(bytes(defaults), QByteArray("{\"stays\":1}"));
     }
     defaults.removeObjectForKey(QStringLiteral("stays"));
-    EXPECT_EQ(bytes(), QByteArray("{}"));
+    EXPECT_EQ(bytes(defaults), QByteArray("{}"));
 }
 
 TEST_F(UserDefaultsTest, ValuesOfEveryKind)
@@ -93,9 +111,11 @@ TEST_F(UserDefaultsTest, ValuesOfEveryKind)
     UserDefaults defaults(m_path);
     const QJsonObject object{{QStringLiteral("a"), QJsonArray{1, QStringLiteral("x")}}};
     defaults.setObject(object, key);
+    ASSERT_TRUE(defaults.synchronize());
     EXPECT_EQ(UserDefaults(m_path).objectForKey(key), QJsonValue(object));
     EXPECT_EQ(defaults.stringForKey(key), std::nullopt);
     defaults.setObject(Q_INT64_C(9223372036854775807), key);
+    ASSERT_TRUE(defaults.synchronize());
     EXPECT_EQ(UserDefaults(m_path).objectForKey(key).value_or(QJsonValue()).toInteger(),
               Q_INT64_C(9223372036854775807));
 }
@@ -142,6 +162,7 @@ TEST_F(UserDefaultsTest, ArePrivate)
 TEST_F(UserDefaultsTest, TheStandardOnesLieInTheConfigurationFolder)
 {
     UserDefaults::standardUserDefaults().setObject(1, key);
+    ASSERT_TRUE(UserDefaults::standardUserDefaults().synchronize());
     const QString path = QString::fromUtf8(qgetenv("XDG_CONFIG_HOME")) + QStringLiteral("/tests/userdefaults.json");
     EXPECT_TRUE(QFileInfo::exists(path));
     EXPECT_EQ(UserDefaults(path).objectForKey(key), QJsonValue(1));
@@ -169,7 +190,7 @@ TEST_F(UserDefaultsTest, TwoProcessesLoseNothing)
         EXPECT_EQ(process->exitCode(), 0);
         // A very slow disk may make one wait for the other too long; what it has to write is written later.
         for (const QByteArray& line : process->readAllStandardError().split('\n'))
-            EXPECT_TRUE(line.isEmpty() || line.endsWith("it cannot be locked")) << line.toStdString();
+            EXPECT_TRUE(line.isEmpty() || line.endsWith("keeps it locked")) << line.toStdString();
     }
     const UserDefaults afterwards(m_path);
     for (const QString& prefix : prefixes) {
@@ -177,7 +198,7 @@ TEST_F(UserDefaultsTest, TwoProcessesLoseNothing)
             EXPECT_EQ(afterwards.objectForKey(prefix + QString::number(number)), QJsonValue(number));
     }
     EXPECT_THAT(QDir(QFileInfo(m_path).path()).entryList(QDir::Files | QDir::Hidden),
-                ElementsAre(QStringLiteral("userdefaults.json")));
+                ElementsAre(QStringLiteral("userdefaults.json"), QStringLiteral("userdefaults.json.lock")));
 }
 
 TEST_F(UserDefaultsTest, ThreadsLoseNothing)
@@ -196,7 +217,7 @@ TEST_F(UserDefaultsTest, ThreadsLoseNothing)
                 defaults.synchronize();
             });
     }
-    EXPECT_EQ(tljira::decodeJSON(bytes()).value_or(QJsonValue()).toObject().size(), 80);
+    EXPECT_EQ(tljira::decodeJSON(bytes(defaults)).value_or(QJsonValue()).toObject().size(), 80);
 }
 
 TEST_F(UserDefaultsTest, ADamagedFileIsKeptAsideAndTheStoreStartsEmpty)
@@ -208,10 +229,12 @@ TEST_F(UserDefaultsTest, ADamagedFileIsKeptAsideAndTheStoreStartsEmpty)
         writePlainly(damage);
         UserDefaults defaults(m_path);
         EXPECT_EQ(defaults.objectForKey(key), std::nullopt);
+        ASSERT_TRUE(defaults.synchronize());
         QFile kept(aside);
         ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
         EXPECT_EQ(kept.readAll(), damage);
         defaults.setObject(2, key);
+        ASSERT_TRUE(defaults.synchronize());
         EXPECT_EQ(UserDefaults(m_path).objectForKey(key), QJsonValue(2));
         EXPECT_EQ(capture.lines().last(), m_path + QStringLiteral(" is damaged and was set aside as ") + aside);
         ASSERT_TRUE(kept.remove());
@@ -226,7 +249,7 @@ TEST_F(UserDefaultsTest, WritingOverADamagedFileKeepsItAsideToo)
     UserDefaults defaults(m_path);
     defaults.setObject(2, key);
     EXPECT_EQ(defaults.objectForKey(key), QJsonValue(2));
-    EXPECT_EQ(bytes(), QByteArray("{\"key\":2}"));
+    EXPECT_EQ(bytes(defaults), QByteArray("{\"key\":2}"));
     EXPECT_TRUE(QFileInfo::exists(m_path + QStringLiteral(".damaged-1")));
     EXPECT_EQ(capture.lines().size(), 1);
 }
@@ -238,16 +261,15 @@ TEST_F(UserDefaultsTest, WhatTheDiskRefusesStaysInMemoryAndIsTriedAgain)
     ASSERT_TRUE(obstacle.open(QIODevice::WriteOnly));
     UserDefaults defaults(m_path);
     defaults.setObject(1, key);
-    EXPECT_EQ(capture.lines().size(), 1);
-    EXPECT_EQ(defaults.objectForKey(key), QJsonValue(1));
-    defaults.synchronize();
-    EXPECT_EQ(capture.lines().size(), 2);
+    EXPECT_FALSE(defaults.synchronize());
+    EXPECT_EQ(defaults.failure(), QStringLiteral("its folder cannot be made"));
+    EXPECT_EQ(capture.lines().last(), m_path + QStringLiteral(" could not be written: its folder cannot be made"));
     EXPECT_EQ(defaults.objectForKey(key), QJsonValue(1));
 
     ASSERT_TRUE(obstacle.remove());
     defaults.setObject(2, QStringLiteral("other"));
-    EXPECT_EQ(bytes(), QByteArray("{\"key\":1,\"other\":2}"));
-    EXPECT_EQ(capture.lines().size(), 2);
+    EXPECT_EQ(bytes(defaults), QByteArray("{\"key\":1,\"other\":2}"));
+    EXPECT_EQ(defaults.failure(), std::nullopt);
 }
 
 TEST_F(UserDefaultsTest, SynchronizeWritesWhatWasRefused)
@@ -257,10 +279,10 @@ TEST_F(UserDefaultsTest, SynchronizeWritesWhatWasRefused)
     ASSERT_TRUE(obstacle.open(QIODevice::WriteOnly));
     UserDefaults defaults(m_path);
     defaults.setObject(1, key);
+    ASSERT_FALSE(defaults.synchronize());
     ASSERT_TRUE(obstacle.remove());
     EXPECT_FALSE(QFileInfo::exists(m_path));
-    EXPECT_TRUE(defaults.synchronize());
-    EXPECT_EQ(bytes(), QByteArray("{\"key\":1}"));
+    EXPECT_EQ(bytes(defaults), QByteArray("{\"key\":1}"));
 }
 
 TEST_F(UserDefaultsTest, AnUnsavedRemovalDoesNotBringTheOldValueBack)
@@ -268,14 +290,78 @@ TEST_F(UserDefaultsTest, AnUnsavedRemovalDoesNotBringTheOldValueBack)
     const tests::LogCapture capture;
     UserDefaults defaults(m_path);
     defaults.setObject(1, key);
-    ASSERT_TRUE(QDir().mkdir(m_path + QStringLiteral(".lock")));
-    defaults.removeObjectForKey(key);
-    EXPECT_EQ(defaults.objectForKey(key), std::nullopt);
+    ASSERT_TRUE(defaults.synchronize());
+    {
+        const tests::FailingSync failing(1);
+        defaults.removeObjectForKey(key);
+        ASSERT_TRUE(tests::waitUntil([&] { return defaults.failure().has_value(); }));
+        EXPECT_EQ(defaults.objectForKey(key), std::nullopt);
+    }
+    EXPECT_EQ(bytes(), QByteArray("{\"key\":1}"));
+    EXPECT_EQ(bytes(defaults), QByteArray("{}"));
+}
+
+TEST_F(UserDefaultsTest, WhatIsUnchangedIsNotWritten)
+{
+    UserDefaults defaults(m_path);
+    defaults.setObject(1, key);
+    ASSERT_TRUE(defaults.synchronize());
+    // A file that is written is another one.
+    const ino_t before = inode();
+    defaults.setObject(1, key);
+    defaults.removeObjectForKey(QStringLiteral("missing"));
+    ASSERT_TRUE(defaults.synchronize());
+    EXPECT_EQ(inode(), before);
+    defaults.setObject(2, key);
+    ASSERT_TRUE(defaults.synchronize());
+    EXPECT_NE(inode(), before);
+}
+
+TEST_F(UserDefaultsTest, NobodyWaitsForALockButSynchronizeWhichSaysSo)
+{
+    const tests::LogCapture capture;
+    UserDefaults defaults(m_path);
+    defaults.setObject(1, key);
+    ASSERT_TRUE(defaults.synchronize());
+    tljira::os::FileLock others;
+    ASSERT_FALSE(others.lockExisting((m_path + QStringLiteral(".lock")).toStdString()));
+    // What they set is read back while the lock is still held, which no thread here could release.
+    for (int number = 0; number < 1000; ++number) {
+        defaults.setObject(number, key);
+        EXPECT_EQ(defaults.objectForKey(key), QJsonValue(number));
+    }
     EXPECT_EQ(bytes(), QByteArray("{\"key\":1}"));
     EXPECT_FALSE(defaults.synchronize());
-    ASSERT_TRUE(QDir().rmdir(m_path + QStringLiteral(".lock")));
-    EXPECT_TRUE(defaults.synchronize());
-    EXPECT_EQ(bytes(), QByteArray("{}"));
+    EXPECT_EQ(defaults.failure(), QStringLiteral("another process keeps it locked"));
+    EXPECT_THAT(capture.lines(), Contains(m_path + QStringLiteral(" could not be written yet: another process keeps it "
+                                                                  "locked")));
+    others.unlock();
+    EXPECT_EQ(bytes(defaults), QByteArray("{\"key\":999}"));
+}
+
+TEST_F(UserDefaultsTest, AFullDiskLeavesTheOldSettingsHoweverMuchRoomThereIs)
+{
+    const tests::LogCapture capture;
+    UserDefaults defaults(m_path);
+    defaults.setObject(1, key);
+    const QByteArray before = bytes(defaults);
+    defaults.setObject(QString(200, u'x'), key);
+    const QByteArray after = bytes(defaults);
+    defaults.setObject(1, key);
+    ASSERT_EQ(bytes(defaults), before);
+    for (int room = 0; room < after.size(); ++room) {
+        const tests::RoomFor disk(static_cast<rlim_t>(room));
+        defaults.setObject(QString(200, u'x'), key);
+        ASSERT_FALSE(defaults.synchronize()) << room;
+        ASSERT_EQ(bytes(), before) << room;
+    }
+    EXPECT_EQ(bytes(defaults), after);
+}
+
+TEST_F(UserDefaultsTest, AreWrittenWhenTheyEnd)
+{
+    UserDefaults(m_path).setObject(1, key);
+    EXPECT_EQ(bytes(), QByteArray("{\"key\":1}"));
 }
 
 TEST_F(UserDefaultsTest, TakesUpWhatAnotherWrote)
@@ -283,14 +369,74 @@ TEST_F(UserDefaultsTest, TakesUpWhatAnotherWrote)
     UserDefaults mine(m_path);
     UserDefaults theirs(m_path);
     mine.setObject(1, key);
+    ASSERT_TRUE(mine.synchronize());
     theirs.setObject(2, key);
+    ASSERT_TRUE(theirs.synchronize());
     EXPECT_TRUE(tests::waitUntil([&] { return mine.objectForKey(key) == QJsonValue(2); }));
     theirs.removeObjectForKey(key);
+    ASSERT_TRUE(theirs.synchronize());
     mine.synchronize();
     EXPECT_EQ(mine.objectForKey(key), std::nullopt);
     theirs.setObject(3, QStringLiteral("other"));
+    ASSERT_TRUE(theirs.synchronize());
     mine.setObject(4, key);
-    EXPECT_EQ(bytes(), QByteArray("{\"key\":4,\"other\":3}"));
+    EXPECT_EQ(bytes(mine), QByteArray("{\"key\":4,\"other\":3}"));
+}
+
+TEST_F(UserDefaultsTest, AHoldKeepsChangesFromTheDiskUntilItEnds)
+{
+    UserDefaults defaults(m_path);
+    defaults.setObject(1, key);
+    ASSERT_TRUE(defaults.synchronize());
+    {
+        const UserDefaults::Hold hold(defaults);
+        defaults.setObject(2, key);
+        {
+            const UserDefaults::Hold inner(defaults);
+            defaults.setObject(3, QStringLiteral("other"));
+        }
+        EXPECT_EQ(defaults.objectForKey(key), QJsonValue(2));
+        EXPECT_FALSE(defaults.synchronize());
+        EXPECT_EQ(bytes(), QByteArray("{\"key\":1}"));
+    }
+    EXPECT_EQ(bytes(defaults), QByteArray("{\"key\":2,\"other\":3}"));
+}
+
+TEST_F(UserDefaultsTest, AHoldCanBeTakenBack)
+{
+    UserDefaults defaults(m_path);
+    defaults.setObject(1, key);
+    ASSERT_TRUE(defaults.synchronize());
+    {
+        UserDefaults::Hold hold(defaults);
+        defaults.setObject(2, key);
+        defaults.setObject(3, QStringLiteral("other"));
+        hold.takeBack();
+        EXPECT_EQ(defaults.objectForKey(key), QJsonValue(1));
+    }
+    EXPECT_EQ(defaults.objectForKey(QStringLiteral("other")), std::nullopt);
+    EXPECT_EQ(bytes(defaults), QByteArray("{\"key\":1}"));
+}
+
+TEST_F(UserDefaultsTest, AHoldThatCannotBeWrittenLeavesAllAsItWas)
+{
+    const tests::LogCapture capture;
+    UserDefaults defaults(m_path);
+    defaults.setObject(1, key);
+    ASSERT_TRUE(defaults.synchronize());
+    tljira::os::FileLock others;
+    ASSERT_FALSE(others.lockExisting((m_path + QStringLiteral(".lock")).toStdString()));
+    UserDefaults::Hold hold(defaults);
+    defaults.setObject(2, key);
+    EXPECT_FALSE(hold.writeNow());
+    others.unlock();
+    EXPECT_EQ(defaults.objectForKey(key), QJsonValue(1));
+    EXPECT_EQ(bytes(defaults), QByteArray("{\"key\":1}"));
+
+    UserDefaults::Hold another(defaults);
+    defaults.setObject(2, key);
+    EXPECT_TRUE(another.writeNow());
+    EXPECT_EQ(bytes(), QByteArray("{\"key\":2}"));
 }
 
 } // namespace

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/foundation/Export.h"
+
+#include <QString>
+
+#include <functional>
+
+namespace tljira {
+
+/// Removes from `folder` what processes that were killed left there: items whose name `isOurs` knows, that belong to
+/// this user, were last written more than a day ago, and that nobody has locked (see os::FileLock). A folder goes with
+/// everything in it, and counts as written when something in it was. Links are left alone, and so is what cannot be
+/// locked.
+TL_EXPORT void removeLeftovers(const QString& folder, const std::function<bool(const QString& name)>& isOurs);
+
+} // namespace tljira

@@ -1,0 +1,47 @@
+#include "platform/foundation/curl/TemporaryFile.h"
+
+#include "platform/foundation/TemporaryDirectory.h"
+#include "tests/support/LogCapture.h"
+#include "tests/support/OldFiles.h"
+
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using tljira::TemporaryFile;
+
+TEST(TemporaryFile, OfAKilledProcessGoesOfALivingOneStays)
+{
+    const tests::LogCapture log;
+    TemporaryFile living;
+    ASSERT_TRUE(living.open());
+    tests::makeOlder(living.path(), std::chrono::hours(25));
+    const QString left = tljira::temporaryDirectory() + QStringLiteral("/Download_0123.tmp");
+    const QString document = tljira::temporaryDirectory() + QStringLiteral("/plan.tmp");
+    for (const QString& path : {left, document}) {
+        ASSERT_TRUE(QFile(path).open(QIODevice::WriteOnly));
+        tests::makeOlder(path, std::chrono::hours(25));
+    }
+    TemporaryFile::removeLeftovers();
+    EXPECT_TRUE(QFileInfo::exists(living.path()));
+    EXPECT_FALSE(QFileInfo::exists(left));
+    EXPECT_TRUE(QFileInfo::exists(document));
+}
+
+TEST(TemporaryFile, GoesWithItsOwner)
+{
+    QString path;
+    {
+        TemporaryFile file;
+        ASSERT_TRUE(file.open());
+        path = file.path();
+        EXPECT_TRUE(file.write("bytes", 5));
+        EXPECT_TRUE(file.close());
+        EXPECT_EQ(QFileInfo(path).size(), 5);
+    }
+    EXPECT_FALSE(QFileInfo::exists(path));
+}
+
+} // namespace
