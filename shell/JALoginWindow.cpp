@@ -6,9 +6,26 @@
 #include "platform/toolkit/View.h"
 #include "shell/UIViewStyle.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr qint64 unauthorized = 401;
+
+/// An address that is pasted often comes with blanks around it, with which it leads nowhere. For what the user does; a
+/// text that code sets is left alone.
+auto trimOuterBlanks(QLineEdit* field)
+{
+    return [field](const QString& text) {
+        const QString trimmed = text.trimmed();
+        if (trimmed == text)
+            return;
+        const qsizetype before = text.indexOf(trimmed);
+        const qsizetype cursor = std::clamp<qsizetype>(field->cursorPosition() - before, 0, trimmed.size());
+        field->setText(trimmed);
+        field->setCursorPosition(static_cast<int>(cursor));
+    };
+}
 
 } // namespace
 
@@ -41,6 +58,8 @@ void JALoginWindow::windowDidLoad()
     if (m_loginButton)
         m_loginButton->setFlat(false);
     tljira::setHidden(m_spiner, true);
+    if (m_hostTextField)
+        QObject::connect(m_hostTextField, &QLineEdit::textEdited, m_hostTextField, trimOuterBlanks(m_hostTextField));
 }
 
 void JALoginWindow::loginButtonAction()

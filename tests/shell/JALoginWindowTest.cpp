@@ -5,6 +5,8 @@
 #include "platform/toolkit/ViewClasses.h"
 #include "tests/upload/JiraTest.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QtTest/QTest>
 
 namespace {
@@ -159,6 +161,33 @@ TEST_F(JALoginWindowTest, sendsWhatIsTyped)
 
     EXPECT_EQ(QByteArray::fromStdString(server.lastRequest().body),
               QStringLiteral("{\"password\":\"p\\\"w ü\",\"username\":\" jane \"}").toUtf8());
+}
+
+TEST_F(JALoginWindowTest, takesUpNoBlanksAroundAnAddress)
+{
+    QLineEdit* field = form->hostTextField();
+    field->setFocus();
+    QGuiApplication::clipboard()->setText(u' ' + address + QStringLiteral("\t \n"));
+    QTest::keySequence(field, QKeySequence::Paste);
+    EXPECT_EQ(field->text(), address);
+    QTest::keyClick(field, Qt::Key_Space);
+    QTest::keyClick(field, Qt::Key_Home);
+    QTest::keyClick(field, Qt::Key_Space);
+    EXPECT_EQ(field->text(), address);
+    EXPECT_EQ(field->cursorPosition(), 0);
+    // Between two others a blank stays where it is typed, and the next character comes behind it.
+    QTest::keyClick(field, Qt::Key_Right);
+    QTest::keyClicks(field, QStringLiteral(" x"));
+    EXPECT_EQ(field->text(), address.left(1) + QStringLiteral(" x") + address.mid(1));
+}
+
+TEST_F(JALoginWindowTest, handsOnWhatStandsInTheFieldUnchanged)
+{
+    const QString set = u' ' + address + u' ';
+    form->hostTextField()->setText(set);
+    click(form->loginButton());
+    EXPECT_EQ(tljira::UserDefaults::standardUserDefaults().stringForKey(kJiraURL), set);
+    ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
 }
 
 TEST_F(JALoginWindowTest, savesTheAddressAsItIsTyped)
