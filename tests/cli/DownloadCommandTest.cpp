@@ -213,7 +213,9 @@ TEST_F(DownloadCommand, DoesNotBlameTheServerForAFileThatCannotBePutInPlace)
     ASSERT_TRUE(temporary.rmdir(receiving.first()));
     server.release();
     EXPECT_EQ(tool->status(), 1);
-    EXPECT_EQ(tool->error(), u"“plan” has arrived but couldn’t be saved in “%1”.\n"_s.arg(temporary.filePath(receiving.first())).toUtf8());
+    EXPECT_EQ(
+        tool->error(),
+        u"“plan” has arrived but couldn’t be saved in “%1”.\n"_s.arg(temporary.filePath(receiving.first())).toUtf8());
     expectNothingLeft();
 }
 

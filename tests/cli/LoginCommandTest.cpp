@@ -19,10 +19,7 @@ constexpr char login[] = "login http://jira.example.test/ alice --password-stdin
 class LoginCommand : public tests::CommandTest
 {
 protected:
-    QString settingsPath() const
-    {
-        return environment.value(u"XDG_CONFIG_HOME"_s) + u"/tljira/userdefaults.json"_s;
-    }
+    QString settingsPath() const { return environment.value(u"XDG_CONFIG_HOME"_s) + u"/tljira/userdefaults.json"_s; }
     QString cookiesPath() const { return environment.value(u"XDG_DATA_HOME"_s) + u"/tljira/cookies.txt"_s; }
     QByteArray settings() const { return readFile(settingsPath()); }
 };
@@ -57,7 +54,8 @@ TEST_F(LoginCommand, FailsWhenNothingCanBeSaved)
 {
     writeFile(u"no folder"_s, "");
     environment.insert(u"XDG_CONFIG_HOME"_s, path(u"no folder"_s));
-    EXPECT_EQ(run(words(login), "secret\n"), Result({1, {}, "Server and session could not be saved: its folder cannot be made.\n"}));
+    EXPECT_EQ(run(words(login), "secret\n"),
+              Result({1, {}, "Server and session could not be saved: its folder cannot be made.\n"}));
 }
 
 TEST_F(LoginCommand, KeepsCookiesInTheDataFolder)

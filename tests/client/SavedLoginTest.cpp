@@ -22,7 +22,8 @@ class SavedLoginTest : public tests::ClientTest
 protected:
     static QString path()
     {
-        return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + QStringLiteral("/userdefaults.json");
+        return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) +
+               QStringLiteral("/userdefaults.json");
     }
 
     static QJsonObject onDisk()
