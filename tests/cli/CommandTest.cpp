@@ -77,7 +77,7 @@ void CommandTest::writeFile(const QString& name, const QByteArray& bytes) const
 
 QByteArray CommandTest::readFile(const QString& name) const
 {
-    QFile file(path(name));
+    QFile file(QDir(m_work.path()).absoluteFilePath(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
 }
 
