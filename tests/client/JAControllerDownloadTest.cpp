@@ -235,6 +235,20 @@ TEST_F(JAControllerDownloadTest, ToAFolderThatIsMissingFinishesAndShowsOnlyInThe
                 testing::HasSubstr("Move item error: Error Domain=NSCocoaErrorDomain Code=4 "));
 }
 
+TEST_F(JAControllerDownloadTest, TellsOfTheRemovalInItsLastLineAlsoWhenTheMoveFailed)
+{
+    client->downloadFile(link, downloadCallBack(), path("missing/saved"));
+    ASSERT_TRUE(waitForEvents(1));
+    EXPECT_THAT(log.lines().join(u'\n').toStdString(), testing::HasSubstr("Move item error: Error Domain="));
+    EXPECT_TRUE(log.lines().contains(QStringLiteral("Move downloaded path error: “saved” couldn’t be removed.")));
+
+    log.clear();
+    writeFile("saved", "old bytes");
+    client->downloadFile(link, downloadCallBack(), path("saved"));
+    ASSERT_TRUE(waitForEvents(2));
+    EXPECT_TRUE(log.lines().contains(QStringLiteral("Move downloaded path error: (null)")));
+}
+
 TEST_F(JAControllerDownloadTest, CancelDoesNothingBeforeAnyDownload)
 {
     client->cancelDownload();

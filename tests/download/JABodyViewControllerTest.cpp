@@ -238,6 +238,15 @@ TEST_F(JABodyViewControllerTest, DoesNothingWhenTheSheetEndsAfterADownload)
     EXPECT_EQ(panel->pathFile(), QStringLiteral("/documents/plan.tessaloom"));
 }
 
+TEST_F(JABodyViewControllerTest, AsksForTheKeyAsItIsTyped)
+{
+    press(QStringLiteral(" abc-1 "));
+    ASSERT_TRUE(tests::waitUntil([this] {
+        return server.finishedRequestCount() == server.requestCount() && !server.requests("*/issue/*").empty();
+    }));
+    EXPECT_EQ(server.lastRequest().path, "/rest/api/2/issue/%20abc-1%20");
+}
+
 TEST_F(JABodyViewControllerTest, SaysNothingOfALookUpInVain)
 {
     server.misbehave(Match::on("*/issue/DOWN-1"), Fault().close(Point::responseHead(0)));

@@ -2,6 +2,7 @@
 
 #include "constants/FrameworkBundle.h"
 #include "platform/toolkit/Application.h"
+#include "platform/toolkit/WindowDelegate.h"
 #include "tests/download/DownloadTest.h"
 
 #include <QApplication>
@@ -349,6 +350,24 @@ TEST_F(JADownloadBodyViewControllerTest, ClosesItsWindowAfterADownload)
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(panel->path(), list().path());
     EXPECT_EQ(tests::contentsOf(panel->path().value_or(QString())), QByteArray("the plan"));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, TellsTheDelegateOfItsWindowThatItCloses)
+{
+    class Listener : public tljira::WindowDelegate
+    {
+    public:
+        void windowWillClose(tljira::Window&) override { ++closings; }
+        int closings = 0;
+    };
+    const auto listener = std::make_shared<Listener>();
+    window->setDelegate(listener);
+    add("a.tessaloom", early);
+    lookUp();
+    download();
+    EXPECT_EQ(listener->closings, 0);
+    close();
+    EXPECT_EQ(listener->closings, 1);
 }
 
 TEST_F(JADownloadBodyViewControllerTest, EndsTheModalRunAfterADownload)

@@ -7,6 +7,7 @@
 #include <QtTest/QTest>
 
 #include <algorithm>
+#include <unicode/uloc.h>
 
 namespace {
 
@@ -164,6 +165,22 @@ TEST_F(JAListAttachedFilesWindowListTest, ShowsDatesInTheUsersMediumStyle)
         QDateTime(QDate(2017, 3, 14), QTime(9, 22, 33, 123), Qt::UTC));
     EXPECT_EQ(cell().dateLabel()->text(), expected);
     EXPECT_TRUE(expected.contains(QStringLiteral("2017")));
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, ShowsDatesInTheLanguageOfTheMomentAtEveryReload)
+{
+    const auto speak = [](const char* locale) {
+        UErrorCode status = U_ZERO_ERROR;
+        uloc_setDefault(locale, &status);
+        ASSERT_TRUE(U_SUCCESS(status));
+    };
+    speak("en_US");
+    showOne({{QStringLiteral("created"), QStringLiteral("2017-03-14T10:22:33.123+0100")}});
+    EXPECT_THAT(cell().dateLabel()->text().toStdString(), testing::StartsWith("Mar 14, 2017, "));
+    speak("de_DE");
+    list->reload();
+    tests::drainMainQueue();
+    EXPECT_THAT(cell().dateLabel()->text().toStdString(), testing::StartsWith("14.03.2017, "));
 }
 
 TEST_F(JAListAttachedFilesWindowListTest, LeavesTheDateEmptyWhereItIsNone)
