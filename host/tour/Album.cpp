@@ -11,7 +11,7 @@ namespace {
 constexpr int margin = 24;
 constexpr int captionHeight = 30;
 
-/// A window as a desktop would show it: with a caption, if it has a title of its own, and an outline.
+/// A window as a desktop would show it: with a caption and an outline.
 struct Shot
 {
     QRect frame;
@@ -19,39 +19,32 @@ struct Shot
     QPixmap content;
 };
 
-Shot shotOf(QWidget& window, bool hasCaption)
+Shot shotOf(QWidget& window)
 {
-    const int above = hasCaption ? captionHeight : 0;
-    const QRect frame = QRect(window.geometry()).adjusted(0, -above, 0, 0);
+    const QRect frame = QRect(window.geometry()).adjusted(0, -captionHeight, 0, 0);
     QString caption = window.windowTitle();
     caption.replace(QLatin1String("[*]"), window.isWindowModified() ? QLatin1String("*") : QLatin1String());
-    return {frame, hasCaption ? caption : QString(), window.grab()};
+    return {frame, caption, window.grab()};
 }
 
 void paint(QPainter& painter, const Shot& shot, const QPalette& palette)
 {
-    const int above = shot.caption.isEmpty() ? 0 : captionHeight;
-    if (above) {
-        const QRect bar(shot.frame.topLeft(), QSize(shot.frame.width(), above));
-        painter.fillRect(bar, palette.color(QPalette::Window).darker(108));
-        QFont font = painter.font();
-        font.setBold(true);
-        painter.setFont(font);
-        painter.setPen(palette.color(QPalette::WindowText));
-        painter.drawText(bar, Qt::AlignCenter, shot.caption);
-    }
-    painter.drawPixmap(shot.frame.topLeft() + QPoint(0, above), shot.content);
+    const QRect bar(shot.frame.topLeft(), QSize(shot.frame.width(), captionHeight));
+    painter.fillRect(bar, palette.color(QPalette::Window).darker(108));
+    QFont font = painter.font();
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(palette.color(QPalette::WindowText));
+    painter.drawText(bar, Qt::AlignCenter, shot.caption);
+    painter.drawPixmap(shot.frame.topLeft() + QPoint(0, captionHeight), shot.content);
     painter.setPen(palette.color(QPalette::WindowText).lightness() > 127 ? QColor(0x60, 0x64, 0x6B)
                                                                          : QColor(0x9A, 0x9F, 0xA8));
     painter.drawRect(shot.frame.adjusted(-1, -1, 0, 0));
 }
 
-QImage compose(const QList<Shot>& shots, const QWidget& widget)
+QImage compose(const Shot& shot, const QWidget& widget)
 {
-    QRect all;
-    for (const Shot& shot : shots)
-        all |= shot.frame;
-    all.adjust(-margin, -margin, margin, margin);
+    const QRect all = shot.frame.adjusted(-margin, -margin, margin, margin);
 
     const qreal ratio = widget.devicePixelRatioF();
     QImage picture(all.size() * ratio, QImage::Format_RGB32);
@@ -59,8 +52,7 @@ QImage compose(const QList<Shot>& shots, const QWidget& widget)
     picture.fill(QColor(0x7C, 0x88, 0x99));
     QPainter painter(&picture);
     painter.translate(-all.topLeft());
-    for (const Shot& shot : shots)
-        paint(painter, shot, widget.palette());
+    paint(painter, shot, widget.palette());
     return picture;
 }
 
@@ -77,15 +69,12 @@ Album::Album(const QString& folder)
 
 QString Album::add(const QString& what, const tljira::Window& window)
 {
-    QList<Shot> shots{shotOf(*window.widget(), true)};
-    for (auto sheet = window.attachedSheet(); sheet; sheet = sheet->attachedSheet())
-        shots.append(shotOf(*sheet->widget(), false));
-    return save(what, compose(shots, *window.widget()));
+    return add(what, *window.widget());
 }
 
 QString Album::add(const QString& what, QWidget& window)
 {
-    return save(what, compose({shotOf(window, true)}, window));
+    return save(what, compose(shotOf(window), window));
 }
 
 QString Album::save(const QString& what, const QImage& picture)

@@ -144,13 +144,13 @@ Step Stage::untilQuiet()
 
 Step Stage::picture(QString what, std::shared_ptr<tljira::Window> window)
 {
-    // Windows grow and shrink smoothly.
+    // Windows grow and shrink smoothly, and sheets slide in.
     const auto hasItsSize = [](const tljira::Window& each) {
         return each.widget()->frameGeometry().size() == each.frame().size().toSize();
     };
     co_await Until([&] {
         const auto sheet = window->attachedSheet();
-        return hasItsSize(*window) && (!sheet || hasItsSize(*sheet));
+        return sheet ? hasItsSize(*sheet) && !sheet->widget()->graphicsEffect() : hasItsSize(*window);
     });
     const QString file = album.add(what, *window);
     journal.expect(QStringLiteral("picture %1").arg(file), !file.isEmpty());

@@ -140,7 +140,7 @@ Step upload(Stage& stage, TLJiraUpload& upload)
                          stage.server.content(stored.back().id).value_or("") == stage.documentBytes().toStdString());
     expectCopyGone(stage, upload);
 
-    co_await user::click(Stage::button(sheet->containerView()->window(), "cancelAction"));
+    co_await user::click(Stage::button(sheet->window()->widget(), "cancelAction"));
     co_await stage.until(QStringLiteral("the sheet closes"), [&] { return !upload.window()->attachedSheet(); });
     stage.journal.expect(QStringLiteral("the panel can be used again"),
                          !panel->shadow()->isVisible() && panel->taskTextField()->isEnabled());

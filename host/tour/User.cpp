@@ -57,7 +57,7 @@ Step type(QLineEdit* field, QString text)
 
 Step press(QWidget* window, Qt::Key key)
 {
-    co_await Doing([window, key] { QTest::keyClick(window->windowHandle(), key); });
+    co_await Doing([window, key] { QTest::keyClick(window->window()->windowHandle(), key); });
 }
 
 Step choose(QMenuBar* bar, QAction* action)

@@ -26,9 +26,10 @@ SheetQueue::SheetQueue(Window& parent)
 {
 }
 
-SheetQueue::~SheetQueue()
+void SheetQueue::letGo()
 {
-    for (const Entry& entry : m_entries)
+    m_isFirstUp = false;
+    for (const Entry& entry : std::exchange(m_entries, {}))
         WindowParts::of(*entry.sheet).leaveSheet();
 }
 
@@ -71,6 +72,7 @@ void SheetQueue::end(const std::shared_ptr<Window>& sheet, int returnCode)
         ended.completion(returnCode);
     --m_running;
     presentNext();
+    WindowParts::of(m_parent).focus.check();
 }
 
 void SheetQueue::endAll(int returnCode)
@@ -103,7 +105,7 @@ void SheetQueue::parentVisibilityChanged(bool visible)
 void SheetQueue::parentMoved(const QPoint& distance)
 {
     if (const std::shared_ptr<Window> sheet = attached())
-        WindowParts::of(*sheet).moveBy(distance);
+        WindowParts::of(*sheet).parentMoved(distance);
 }
 
 } // namespace tljira

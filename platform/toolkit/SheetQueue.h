@@ -11,11 +11,12 @@ class SheetQueue
 {
 public:
     explicit SheetQueue(Window& parent);
-    ~SheetQueue();
 
     void begin(const std::shared_ptr<Window>& sheet, Window::SheetCompletion completion);
     void end(const std::shared_ptr<Window>& sheet, int returnCode);
     void endAll(int returnCode);
+    /// All sheets are windows of their own again; their completions never run.
+    void letGo();
 
     std::shared_ptr<Window> attached() const;
 

@@ -33,7 +33,7 @@ std::shared_ptr<Window> Window::create(const QString& title, QWidget* contentVie
 
 std::shared_ptr<Window> Window::windowOf(const QWidget* view)
 {
-    auto* widget = view ? dynamic_cast<WindowWidget*>(view->window()) : nullptr;
+    WindowWidget* const widget = WindowFocus::windowAround(view);
     return widget ? widget->parts().window.shared_from_this() : nullptr;
 }
 
@@ -49,6 +49,7 @@ void Window::setContentView(QWidget* view)
     m_parts->content = view;
     addSubview(&m_parts->widget, view);
     m_parts->layOutContent(m_parts->contentRect().size());
+    m_parts->coverContent();
 }
 
 QString Window::title() const
@@ -78,12 +79,17 @@ bool Window::isVisible() const
 
 bool Window::isKeyWindow() const
 {
-    return m_parts->widget.isVisible() && m_parts->widget.isActiveWindow();
+    return m_parts->widget.isVisible() && m_parts->widget.isActiveWindow() && !m_parts->sheetInside();
 }
 
 void Window::makeKeyAndOrderFront()
 {
-    if (!isVisible() && !sheetParent()) {
+    if (const std::shared_ptr<Window> parent = sheetParent()) {
+        if (parent->isVisible())
+            parent->makeKeyAndOrderFront();
+        return;
+    }
+    if (!isVisible()) {
         const bool isModalRun = m_parts->widget.windowModality() == Qt::ApplicationModal;
         m_parts->setStyle(windowStyle, isModalRun ? Qt::ApplicationModal : Qt::NonModal);
         if (!m_parts->isPlaced)
@@ -92,7 +98,7 @@ void Window::makeKeyAndOrderFront()
     m_parts->show();
     m_parts->widget.raise();
     m_parts->widget.activateWindow();
-    m_parts->focusFirstControl();
+    m_parts->focus.check();
 }
 
 void Window::orderOut()

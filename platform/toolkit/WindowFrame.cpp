@@ -34,12 +34,19 @@ QRect unflipped(const QRectF& frame)
 
 QMargins WindowParts::decorations() const
 {
-    return decorationsOf(widget);
+    return drawnIn() ? QMargins() : decorationsOf(widget);
 }
 
 QRect WindowParts::contentRect() const
 {
-    return animation.target().value_or(widget.geometry());
+    return room.contentIn(outerRect());
+}
+
+QRect WindowParts::outerRect() const
+{
+    const QRect rect = animation.target().value_or(widget.geometry());
+    const WindowParts* const parent = drawnIn();
+    return parent ? rect.translated(parent->outerRect().topLeft()) : rect;
 }
 
 QRectF Window::frame() const
@@ -62,13 +69,66 @@ void WindowParts::placeContentRect(const QRect& rect, bool smoothly)
     const QRect target(rect.topLeft(), rect.size().expandedTo(QSize(0, 0)));
     widget.setMinimumSize(0, 0);
     layOutContent(target.size());
-    animation.moveTo(target, smoothly);
+    const QRect grown = room.grow(target, sheetSize(), roomArea());
+    if (WindowParts* parent = drawnIn()) {
+        sizeAsSheet = grown.size();
+        parent->makeRoom(smoothly);
+        fitInside(*parent, smoothly);
+    } else {
+        animation.moveTo(grown, smoothly);
+    }
     takeAlong();
+}
+
+void WindowParts::makeRoom(bool smoothly)
+{
+    const QRect before = outerRect();
+    const QRect wanted = room.contentAfter(before);
+    if (fillsScreen())
+        room.grow(before, QSize(), QRect());
+    else if (room.grow(wanted, sheetSize(), roomArea()) != before)
+        placeContentRect(wanted, smoothly);
+}
+
+bool WindowParts::fillsScreen() const
+{
+    return widget.isWindow() && widget.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen);
+}
+
+QSize WindowParts::sheetSize() const
+{
+    const std::shared_ptr<Window> sheet = sheets.attached();
+    const bool isInside = sheet && of(*sheet).drawnIn() == this;
+    return isInside ? of(*sheet).sizeAsSheet : QSize();
+}
+
+QRect WindowParts::roomArea() const
+{
+    const QScreen* screen = drawnIn() ? nullptr : widget.screen();
+    return screen ? screen->availableGeometry().marginsRemoved(decorations()) : QRect();
+}
+
+// In the middle of what the window will be once it is where it is going, below its title bar, and never larger than it.
+void WindowParts::fitInside(const WindowParts& parent, bool smoothly)
+{
+    const QSize space = parent.outerRect().size();
+    const QSize size = sizeAsSheet.boundedTo(space);
+    const QRect target(QPoint((space.width() - size.width()) / 2, 0), size);
+    if (animation.target() != target)
+        animation.moveTo(target, smoothly);
 }
 
 void WindowParts::moveBy(const QPoint& distance)
 {
     placeContentRect(contentRect().translated(distance), false);
+}
+
+void WindowParts::parentMoved(const QPoint& distance)
+{
+    if (drawnIn())
+        takeAlong();
+    else
+        moveBy(distance);
 }
 
 void Window::center()
@@ -93,8 +153,10 @@ void WindowParts::layOutContent(const QSize& size)
 
 void WindowParts::limitUserToContent()
 {
-    if (content && !animation.target())
-        widget.setMinimumSize(content->minimumSizeHint().boundedTo(widget.size()).expandedTo(QSize(0, 0)));
+    if (!content || animation.target() || drawnIn())
+        return;
+    const QSize least = content->minimumSizeHint().expandedTo(sheetSize()).expandedTo(QSize(0, 0));
+    widget.setMinimumSize(least.boundedTo(widget.size()));
 }
 
 void WindowParts::takeAlong()
@@ -110,7 +172,11 @@ void WindowParts::takeAlong()
 void WindowParts::geometryChanged()
 {
     if (!animation.target())
-        layOutContent(widget.size());
+        layOutContent(contentRect().size());
+    if (cover)
+        cover->fit();
+    if (WindowWidget* sheet = sheetInside())
+        sheet->parts().fitInside(*this, false);
     limitUserToContent();
     takeAlong();
 }

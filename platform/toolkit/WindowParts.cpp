@@ -1,18 +1,11 @@
 #include "platform/toolkit/WindowParts.h"
 
+#include "platform/toolkit/InputGuard.h"
 #include "platform/toolkit/ModalRuns.h"
+#include "platform/toolkit/WindowAccessible.h"
 #include "platform/toolkit/WindowDelegate.h"
 
 namespace tljira {
-
-namespace {
-
-bool takesTab(const QWidget* control)
-{
-    return (control->focusPolicy() & Qt::TabFocus) && control->isVisible() && control->isEnabled();
-}
-
-} // namespace
 
 WindowParts::WindowParts(Window& owner)
     : window(owner)
@@ -20,10 +13,18 @@ WindowParts::WindowParts(Window& owner)
     , animation(&widget, [this] { geometryChanged(); })
     , sheets(owner)
     , children(owner)
+    , focus(*this)
 {
+    InputGuard::instance();
+    makeWindowsAccessible();
 }
 
-WindowParts::~WindowParts() = default;
+WindowParts::~WindowParts()
+{
+    // Nobody hears of a window that is going, and no sheet may go with it.
+    delegate.reset();
+    sheets.letGo();
+}
 
 WindowParts& WindowParts::of(const Window& some)
 {
@@ -40,21 +41,10 @@ void WindowParts::setStyle(Qt::WindowFlags flags, Qt::WindowModality modality)
 // Some window systems put a new window beside where it was to be, by the width of its decorations.
 void WindowParts::show()
 {
-    const QRect rect = contentRect();
+    const QRect rect = outerRect();
     widget.show();
     if (!animation.target() && widget.geometry() != rect)
         widget.setGeometry(rect);
-}
-
-void WindowParts::focusFirstControl()
-{
-    if (widget.focusWidget())
-        return;
-    QWidget* control = widget.nextInFocusChain();
-    while (control != &widget && !takesTab(control))
-        control = control->nextInFocusChain();
-    if (control != &widget)
-        control->setFocus(Qt::TabFocusReason);
 }
 
 void WindowParts::visibilityChanged(bool visible)
@@ -63,10 +53,17 @@ void WindowParts::visibilityChanged(bool visible)
         isClosed = false;
     children.parentVisibilityChanged(visible);
     sheets.parentVisibilityChanged(visible);
+    if (WindowParts* parent = drawnIn())
+        parent->coverContent();
+    keyChanged();
 }
 
-void WindowParts::keyChanged(bool isKey)
+void WindowParts::keyChanged()
 {
+    if (isKey == window.isKeyWindow())
+        return;
+    isKey = !isKey;
+    focus.check();
     const std::shared_ptr<WindowDelegate> listener = delegate.lock();
     if (!listener)
         return;
@@ -98,14 +95,27 @@ bool WindowParts::userWantsToClose()
 {
     if (isClosed)
         return true;
-    if (sheets.attached())
-        return false;
     if (!sheetParent.expired()) {
         widget.clickCancelButton();
         return false;
     }
-    announceClose();
+    endSheetsForUser();
+    if (!isClosed)
+        announceClose();
     return true;
+}
+
+// Each does what it does on Escape, and ends if that is not enough: a window that cannot be left would lock its user
+// in.
+void WindowParts::endSheetsForUser()
+{
+    const std::shared_ptr<Window> sheet = sheets.attached();
+    if (!sheet)
+        return;
+    WindowParts& inner = of(*sheet);
+    inner.endSheetsForUser();
+    inner.widget.clickCancelButton();
+    sheets.end(sheet, ModalResponse::Cancel);
 }
 
 void WindowParts::setApplicationModal(bool modal)

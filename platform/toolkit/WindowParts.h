@@ -2,9 +2,12 @@
 
 #include "platform/toolkit/ChildWindows.h"
 #include "platform/toolkit/FrameAnimation.h"
+#include "platform/toolkit/SheetCover.h"
 #include "platform/toolkit/SheetEdge.h"
 #include "platform/toolkit/SheetQueue.h"
+#include "platform/toolkit/SheetRoom.h"
 #include "platform/toolkit/Window.h"
+#include "platform/toolkit/WindowFocus.h"
 #include "platform/toolkit/WindowWidget.h"
 
 #include <QMargins>
@@ -17,7 +20,9 @@
 namespace tljira {
 
 /// The inside of a window, which its widget, its sheets and its child windows work with. Rectangles are Qt's, of the
-/// content.
+/// content, and on the screen.
+///
+/// A sheet that is up stands inside its parent: its widget is a child of the parent's, above the content and a cover.
 struct WindowParts
 {
     explicit WindowParts(Window& owner);
@@ -31,11 +36,12 @@ struct WindowParts
     void contentWantsLayout();
     void contentLeft(const QObject* view);
     void visibilityChanged(bool visible);
-    void keyChanged(bool isKey);
+    void keyChanged();
 
     QRect contentRect() const;
     void placeContentRect(const QRect& rect, bool smoothly);
     void moveBy(const QPoint& distance);
+    void parentMoved(const QPoint& distance);
     QMargins decorations() const;
     void layOutContent(const QSize& size);
     void limitUserToContent();
@@ -44,11 +50,16 @@ struct WindowParts
     void becomeSheetOf(const std::shared_ptr<Window>& parent);
     void leaveSheet();
     void showAsSheet();
-    void drawSheetEdge();
+
+    /// The parts of the window that this one is drawn in, or null.
+    WindowParts* drawnIn() const;
+    /// The widget of the sheet that is drawn in this window at this moment, or null.
+    WindowWidget* sheetInside() const;
+    /// Puts the content out of reach if a sheet is inside, and back within reach if not.
+    void coverContent();
 
     void show();
     void announceClose();
-    void focusFirstControl();
     void setApplicationModal(bool modal);
     void setStyle(Qt::WindowFlags flags, Qt::WindowModality modality);
 
@@ -57,14 +68,34 @@ struct WindowParts
     FrameAnimation animation;
     SheetQueue sheets;
     ChildWindows children;
+    WindowFocus focus;
     QPointer<QWidget> content;
+    QPointer<SheetCover> cover;
     QPointer<SheetEdge> sheetEdge;
+    SheetRoom room;
+    QSize sizeAsSheet; ///< with the room for a sheet of its own
     std::weak_ptr<WindowDelegate> delegate;
     std::weak_ptr<Window> sheetParent;
     std::weak_ptr<Window> parentWindow;
     QPoint lastOrigin;
     bool isPlaced = false;
     bool isClosed = false;
+    bool isKey = false;
+
+private:
+    void moveInto(WindowParts& parent);
+    void moveOutOf(WindowParts& parent);
+    void showInside(WindowParts& parent);
+    void showAsTrueSheet(const WindowParts& parent);
+    void fitInside(const WindowParts& parent, bool smoothly);
+    void sheetWent();
+    void makeRoom(bool smoothly);
+    void drawSheetEdge();
+    void endSheetsForUser();
+    bool fillsScreen() const;
+    QRect outerRect() const;
+    QSize sheetSize() const;
+    QRect roomArea() const;
 };
 
 struct Window::Parts : WindowParts

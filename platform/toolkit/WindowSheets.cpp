@@ -1,6 +1,8 @@
+#include "platform/toolkit/InputGuard.h"
 #include "platform/toolkit/WindowParts.h"
 
-#include <QScreen>
+#include <QAbstractButton>
+#include <QAccessible>
 #include <QWindow>
 
 namespace tljira {
@@ -8,18 +10,24 @@ namespace tljira {
 namespace {
 
 #ifdef Q_OS_MACOS
-constexpr Qt::WindowFlags sheetStyle = Qt::Sheet;
+constexpr bool systemDrawsSheets = true;
 #else
-constexpr Qt::WindowFlags sheetStyle = Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+constexpr bool systemDrawsSheets = false;
 #endif
 
-QRect keptInside(QRect rect, const QRect& area)
+constexpr Qt::WindowFlags windowStyle = Qt::Window;
+
+void tellScreenReaders(QWidget* view, bool isThere)
 {
-    rect.moveRight(std::min(rect.right(), area.right()));
-    rect.moveBottom(std::min(rect.bottom(), area.bottom()));
-    rect.moveLeft(std::max(rect.left(), area.left()));
-    rect.moveTop(std::max(rect.top(), area.top()));
-    return rect;
+    QAccessibleEvent event(view, isThere ? QAccessible::ObjectShow : QAccessible::ObjectHide);
+    QAccessible::updateAccessibility(&event);
+}
+
+/// A button that is held down is let go: what happens to the mouse or the key from now on is not for it.
+void releaseButtons(const QWidget& view)
+{
+    for (auto* button : view.findChildren<QAbstractButton*>())
+        button->setDown(false);
 }
 
 } // namespace
@@ -55,38 +63,128 @@ void WindowParts::becomeSheetOf(const std::shared_ptr<Window>& parent)
 void WindowParts::leaveSheet()
 {
     sheetParent.reset();
+    if (WindowParts* parent = drawnIn()) {
+        moveOutOf(*parent);
+        return;
+    }
     widget.hide();
-    delete sheetEdge;
     if (QWindow* handle = widget.windowHandle())
         handle->setTransientParent(nullptr);
 }
 
 void WindowParts::showAsSheet()
 {
-    const std::shared_ptr<Window> shared = sheetParent.lock();
-    if (!shared)
+    const std::shared_ptr<Window> parent = sheetParent.lock();
+    if (!parent)
         return;
-    const WindowParts& parent = of(*shared);
-    setStyle(sheetStyle, Qt::WindowModal);
+    if (systemDrawsSheets)
+        showAsTrueSheet(of(*parent));
+    else
+        showInside(of(*parent));
+}
+
+void WindowParts::showAsTrueSheet(const WindowParts& parent)
+{
+    setStyle(Qt::Sheet, Qt::WindowModal);
     widget.setAttribute(Qt::WA_QuitOnClose, false);
     widget.winId();
     widget.windowHandle()->setTransientParent(parent.widget.windowHandle());
-
-    const QRect below = parent.contentRect();
-    QRect rect = contentRect();
-    rect.moveTo(below.left() + (below.width() - rect.width()) / 2, below.top() + decorations().top());
-    placeContentRect(keptInside(rect, parent.widget.screen()->availableGeometry()), false);
     show();
-    drawSheetEdge();
     widget.activateWindow();
-    focusFirstControl();
+    focus.check();
+}
+
+WindowParts* WindowParts::drawnIn() const
+{
+    auto* const parent = dynamic_cast<WindowWidget*>(widget.parentWidget());
+    return parent ? &parent->parts() : nullptr;
+}
+
+WindowWidget* WindowParts::sheetInside() const
+{
+    const std::shared_ptr<Window> sheet = sheets.attached();
+    WindowWidget* const inside = sheet ? &of(*sheet).widget : nullptr;
+    return inside && inside->parentWidget() == &widget && !inside->isHidden() ? inside : nullptr;
+}
+
+void WindowParts::showInside(WindowParts& parent)
+{
+    parent.focus.rememberCurrent();
+    const bool isNew = drawnIn() != &parent;
+    if (isNew)
+        moveInto(parent);
+    widget.show();
+    parent.cover->fit();
+    parent.coverContent();
+    if (isNew)
+        parent.cover->slideIn();
+    InputGuard::instance().forgetKeysThatAreDown();
+    focus.check();
+    parent.keyChanged();
+    keyChanged();
+}
+
+void WindowParts::moveInto(WindowParts& parent)
+{
+    const QRect rect = contentRect();
+    focus.forget();
+    if (QWidget* wanted = widget.focusWidget())
+        focus.remember(wanted);
+    // The type keeps Tab inside.
+    widget.setParent(&parent.widget, Qt::SubWindow);
+    widget.setAutoFillBackground(true);
+    widget.setAttribute(Qt::WA_NoMousePropagation);
+    parent.cover = new SheetCover(&parent.widget, &widget);
+    placeContentRect(rect, true);
+    drawSheetEdge();
+}
+
+void WindowParts::moveOutOf(WindowParts& parent)
+{
+    const QRect rect = contentRect();
+    if (parent.cover)
+        parent.cover->slideOut();
+    parent.cover = nullptr;
+    delete sheetEdge;
+    widget.hide();
+    widget.setParent(nullptr, windowStyle);
+    widget.setAutoFillBackground(false);
+    widget.setAttribute(Qt::WA_NoMousePropagation, false);
+    focus.forget();
+    placeContentRect(rect, false);
+    parent.sheetWent();
+}
+
+void WindowParts::sheetWent()
+{
+    coverContent();
+    makeRoom(true);
+    InputGuard::instance().forgetKeysThatAreDown();
+    keyChanged();
+}
+
+// Its controls stay enabled and visible, for whoever asks them. A subwindow without the keyboard is what Qt looks for
+// no shortcuts in.
+void WindowParts::coverContent()
+{
+    const bool isCovered = sheetInside();
+    if (cover) {
+        cover->fit();
+        cover->setVisible(isCovered);
+    }
+    if (!content || isCovered == (content->windowType() == Qt::SubWindow))
+        return;
+    content->overrideWindowFlags(isCovered ? Qt::SubWindow : Qt::Widget);
+    tellScreenReaders(content, !isCovered);
+    if (isCovered)
+        releaseButtons(*content);
 }
 
 void WindowParts::drawSheetEdge()
 {
     if (!sheetEdge)
         sheetEdge = new SheetEdge(&widget);
-    sheetEdge->setVisible(decorations().isNull());
+    sheetEdge->show();
     sheetEdge->raise();
 }
 

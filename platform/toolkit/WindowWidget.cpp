@@ -15,11 +15,11 @@ namespace tljira {
 namespace {
 
 template <class Button, class Condition>
-bool clickFirst(const QWidget& window, Condition condition)
+bool clickFirst(const WindowWidget& window, Condition condition)
 {
     const QList<Button*> buttons = window.findChildren<Button*>();
     const auto found = std::find_if(buttons.begin(), buttons.end(), [&](const Button* button) {
-        return button->isVisible() && button->isEnabled() && condition(*button);
+        return WindowFocus::windowAround(button) == &window && WindowFocus::isWithinReach(button) && condition(*button);
     });
     if (found == buttons.end())
         return false;
@@ -42,7 +42,8 @@ bool WindowWidget::clickCancelButton()
 
 bool WindowWidget::clickDefaultButton()
 {
-    if (auto* focused = qobject_cast<QPushButton*>(focusWidget())) {
+    auto* const focused = qobject_cast<QPushButton*>(m_parts.focus.control());
+    if (focused && WindowFocus::isWithinReach(focused) && !m_parts.focus.isPlaced(focused)) {
         focused->click();
         return true;
     }
@@ -52,10 +53,21 @@ bool WindowWidget::clickDefaultButton()
 bool WindowWidget::event(QEvent* event)
 {
     if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate)
-        m_parts.keyChanged(event->type() == QEvent::WindowActivate);
+        m_parts.keyChanged();
     else if (event->type() == QEvent::LayoutRequest)
         m_parts.contentWantsLayout();
     return QWidget::event(event);
+}
+
+// Qt calls this for Tab, and also when the control that has the keyboard is hidden or disabled. Then the next one in
+// the order of Tab is not the best, and what is hidden may be shown again at once.
+bool WindowWidget::focusNextPrevChild(bool next)
+{
+    const QWidget* const focused = window()->focusWidget();
+    if (!focused || WindowFocus::isWithinReach(focused))
+        return QWidget::focusNextPrevChild(next);
+    m_parts.focus.checkLater();
+    return true;
 }
 
 void WindowWidget::childEvent(QChildEvent* event)
@@ -76,7 +88,8 @@ void WindowWidget::keyPressEvent(QKeyEvent* event)
 {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool handled = (isReturn && clickDefaultButton()) || (event->key() == Qt::Key_Escape && clickCancelButton());
-    if (!handled)
+    // What a sheet has no use for is not for the window below it either.
+    if (!handled && isWindow())
         QWidget::keyPressEvent(event);
 }
 

@@ -9,6 +9,8 @@ struct WindowParts;
 /// The top-level widget of a Window; tells the window's parts what happens to it.
 class WindowWidget : public QWidget
 {
+    Q_OBJECT
+
 public:
     explicit WindowWidget(WindowParts& parts);
 
@@ -19,6 +21,7 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
     void childEvent(QChildEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

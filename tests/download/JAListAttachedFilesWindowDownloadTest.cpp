@@ -184,7 +184,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsTheDownloadingState)
     EXPECT_TRUE(list->downloadView()->isVisible());
     EXPECT_FALSE(list->wrapperTableView()->isVisible());
     EXPECT_FALSE(list->noDataView()->isVisible());
-    EXPECT_EQ(list->window()->frame(), QRectF(before.x(), before.y(), before.width(), 200));
+    EXPECT_EQ(list->window()->frame(), QRectF(before.x(), before.bottom() - 200, before.width(), 200));
 }
 
 TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsHowFarItIs)

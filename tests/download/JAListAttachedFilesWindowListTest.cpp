@@ -75,7 +75,7 @@ TEST_F(JAListAttachedFilesWindowListTest, ShowsTheEmptyViewWithoutAttachments)
     EXPECT_TRUE(list->noDataView()->isVisible());
     EXPECT_FALSE(list->wrapperTableView()->isVisible());
     EXPECT_FALSE(list->downloadView()->isVisible());
-    EXPECT_EQ(list->window()->frame(), QRectF(before.x(), before.y(), before.width(), 200));
+    EXPECT_EQ(list->window()->frame(), QRectF(before.x(), before.bottom() - 200, before.width(), 200));
 }
 
 TEST_F(JAListAttachedFilesWindowListTest, ShowsTheListWithOneAttachment)
@@ -87,7 +87,7 @@ TEST_F(JAListAttachedFilesWindowListTest, ShowsTheListWithOneAttachment)
     EXPECT_TRUE(list->wrapperTableView()->isVisible());
     EXPECT_FALSE(list->noDataView()->isVisible());
     EXPECT_FALSE(list->downloadView()->isVisible());
-    EXPECT_EQ(list->window()->frame(), QRectF(before.x(), before.y(), before.width(), 350));
+    EXPECT_EQ(list->window()->frame(), QRectF(before.x(), before.bottom() - 350, before.width(), 350));
     EXPECT_THAT(shownTitles(*list), ElementsAre(QStringLiteral("plan.tessaloom")));
 }
 
