@@ -16,7 +16,7 @@ public:
     QString folder() const { return m_folder; }
     int pictures() const { return m_pictures; }
 
-    /// Saves a picture of a window, under a sheet if it has one. Answers the file's name, or nothing if it could not be
+    /// Saves a picture of a window, with the sheet in it if there is one. Answers the file's name, or nothing if it could not be
     /// saved.
     QString add(const QString& what, const tljira::Window& window);
     QString add(const QString& what, QWidget& window);

@@ -71,15 +71,17 @@ QWidget* WindowFocus::control() const
 
 QWidget* WindowFocus::best() const
 {
-    for (QWidget* former : {m_last.get(), m_lastField.get()}) {
-        if (former && windowAround(former) == &m_parts.widget && isWithinReach(former))
-            return former;
-    }
-    const auto first = [this](const std::function<bool(const QWidget*)>& condition) -> QWidget* {
+    const auto canHaveIt = [this](const QWidget* control) {
+        return control && windowAround(control) == &m_parts.widget && isWithinReach(control);
+    };
+    if (canHaveIt(m_last))
+        return m_last;
+    if (canHaveIt(m_lastField) && takesText(m_lastField))
+        return m_lastField;
+    const auto first = [&](const std::function<bool(const QWidget*)>& condition) -> QWidget* {
         QWidget* step = m_parts.widget.nextInFocusChain();
         for (; step != &m_parts.widget; step = step->nextInFocusChain()) {
-            if ((step->focusPolicy() & Qt::TabFocus) && windowAround(step) == &m_parts.widget && isWithinReach(step) &&
-                condition(step))
+            if ((step->focusPolicy() & Qt::TabFocus) && canHaveIt(step) && condition(step))
                 return step;
         }
         return nullptr;

@@ -77,6 +77,8 @@ void WindowParts::placeContentRect(const QRect& rect, bool smoothly)
     } else {
         animation.moveTo(grown, smoothly);
     }
+    if (WindowWidget* sheet = sheetInside())
+        sheet->parts().fitInside(*this, smoothly);
     takeAlong();
 }
 
