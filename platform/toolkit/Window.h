@@ -20,8 +20,14 @@ class WindowDelegate;
 /// Frames include the decorations and are in the platform's coordinates: the origin is the bottom left corner of the
 /// primary screen, y grows upwards, points not pixels. Null windows are quiet no-ops wherever a window is asked for.
 ///
-/// Keys: Return clicks the window's default button (QPushButton::default) unless another button has the focus; Escape
-/// clicks the visible button whose shortcut is Esc. Both are set in Designer.
+/// Keys: Return clicks the window's default button (QPushButton::default) unless its user, or the program, has put the
+/// focus on another button; Escape clicks the visible button whose shortcut is Esc. Both are set in Designer. A key that
+/// repeats because it is held presses nothing, and neither does one that was pressed before a sheet came or went; Return,
+/// Enter and Space pressed twice within the interval of a double click count once where a sheet came or went in between.
+///
+/// The focus is always on a control that is visible, enabled and not covered by a sheet, if there is one. When the control
+/// that has it is hidden, disabled, covered or deleted, it goes, in a later turn of the event loop, to the control of the
+/// window or its sheet that had it last, else to the first text field, the default button, the first control.
 class TL_EXPORT Window : public std::enable_shared_from_this<Window>
 {
 public:
@@ -79,7 +85,13 @@ public:
     /// itself a sheet ends with Stop. Closing a closed window does nothing.
     void close();
 
-    // Sheets. A sheet blocks its window only. Its user cannot close it: the close button does what Escape does.
+    // Sheets. A sheet is drawn inside its window, in the middle below the title bar, and keeps mouse, keys and screen
+    // readers from the rest of the window, and from nothing else. (On macOS the system draws it.) setFrame() of a sheet
+    // changes its size; its upper edge stays. A window that is too small for its sheet grows downwards meanwhile, which
+    // its frame() and its content do not show, and shrinks back unless its user has resized it.
+    //
+    // A sheet has no close button. When the user closes its window, or quits, it does what it does on Escape; if it is
+    // still there then, it ends with ModalResponse::Cancel. Then the window closes.
 
     /// Gets the code of endSheet(), inside endSheet(), once. It is dropped unrun only if the parent is destroyed.
     using SheetCompletion = std::function<void(int returnCode)>;

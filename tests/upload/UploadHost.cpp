@@ -1,5 +1,5 @@
 // upload_host PORT FILE quit|exit: logs in at the server, uploads the file to ABC-1 through the real panel and, at a
-// line on its standard input, leaves its event loop, or the process, whatever is going on.
+// line on its standard input, quits once, or leaves the process, whatever is going on.
 
 #include "client/JAController.h"
 #include "constants/FrameworkBundle.h"
@@ -32,8 +32,9 @@ int main(int argc, char** argv)
     client->login(QStringLiteral("jane"), QStringLiteral("secret"),
                   [&panel](const auto&, const auto&) { panel->uploadFileButton()->click(); });
 
-    const QSocketNotifier input(0, QSocketNotifier::Read);
-    QObject::connect(&input, &QSocketNotifier::activated, [&arguments] {
+    QSocketNotifier input(0, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, [&arguments, &input] {
+        input.setEnabled(false);
         if (arguments.at(3) == QStringLiteral("exit"))
             std::exit(0); // NOLINT(concurrency-mt-unsafe)
         QApplication::quit();

@@ -201,7 +201,7 @@ TEST_F(WindowFocusTest, aSheetBeginsWithWhatTheProgramChoseBefore)
 TEST_F(WindowFocusTest, aSheetOfAHiddenWindowHasItOnceTheWindowIsShown)
 {
     TestForm sheet("Sheet", QSize(200, 200));
-    form.window->orderOut();
+    form.window->close();
     form.window->beginSheet(sheet.window, {});
 
     form.window->makeKeyAndOrderFront();
