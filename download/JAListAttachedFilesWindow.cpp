@@ -65,6 +65,11 @@ private:
 
 } // namespace
 
+/// Named here so that the header, which hosts include, names no class that they do not have.
+class JAListAttachedFilesWindow::Turn : public DownloadTurn
+{
+};
+
 /// One for all rows: making it takes longer than making a cell.
 struct JAListAttachedFilesWindow::Dates
 {
@@ -72,7 +77,7 @@ struct JAListAttachedFilesWindow::Dates
 };
 
 JAListAttachedFilesWindow::JAListAttachedFilesWindow()
-    : m_turn(std::make_unique<DownloadTurn>())
+    : m_turn(std::make_unique<Turn>())
 {
     outlets.bind("view", &m_view);
     outlets.bind("wrapperTableView", &m_wrapperTableView);

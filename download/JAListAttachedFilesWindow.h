@@ -16,8 +16,6 @@
 #include <memory>
 #include <optional>
 
-class DownloadTurn;
-
 /// The window that lists attachments and downloads one of them. It is made for being a sheet; one instance serves any
 /// number of sheets, and `path` and `isDone` carry over from one to the next.
 ///
@@ -124,7 +122,8 @@ private:
     Attachments m_attachments;
     std::optional<QString> m_path;
     bool m_isDone = false;
-    const std::unique_ptr<DownloadTurn> m_turn;
+    class Turn;
+    const std::unique_ptr<Turn> m_turn;
     /// Counts the downloads that a user began.
     quint64 m_newestDownload = 0;
     struct Dates;

@@ -103,7 +103,8 @@ void JALoginWindow::showError(const tljira::Error& error)
     tljira::setText(m_errorLabel, error.localizedDescription());
     if (error.code == unauthorized)
         tljira::setText(m_errorLabel, QStringLiteral("Incorrect login or password"));
-    if (error.domain == QLatin1String(JAController::invalidSessionDomain))
+    // The code of a refusal is a status; those of the transport are negative.
+    if (error.code > 0)
         askForPasswordAgain();
 }
 

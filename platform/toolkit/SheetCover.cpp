@@ -74,7 +74,7 @@ SheetCover::~SheetCover()
 void SheetCover::fit()
 {
     setGeometry(parentWidget()->rect());
-    raise();
+    QWidget::raise();
     if (m_sheet)
         m_sheet->raise();
 }

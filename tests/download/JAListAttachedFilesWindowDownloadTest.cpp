@@ -163,6 +163,8 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, IsDrawnAtOnceAndItsEdgesFollowWhen
     showFile("plan.tessaloom", "the plan");
     QWidget* const outer = list->window()->widget();
     ASSERT_TRUE(tests::waitUntil([&] { return outer->height() == list->view()->height(); }));
+    // While a sheet slides in, a picture of it is drawn in its place.
+    ASSERT_TRUE(tests::waitUntil([&] { return !outer->graphicsEffect(); }));
     PaintCount paints(list->view());
     for (QWidget* state : {list->downloadView(), list->wrapperTableView(), list->noDataView()}) {
         const int heightBefore = outer->height();

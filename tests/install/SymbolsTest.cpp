@@ -65,7 +65,7 @@ QString markedNameOf(const QString& symbol)
 {
     static const QRegularExpression form(QStringLiteral("^(?:vtable for |typeinfo for |typeinfo name for |VTT for "
                                                         "|guard variable for |(?:non-virtual|virtual) thunk to )?"
-                                                        "(?:(?:tljira|UIViewStyle|FileManager)::)*(\\w+)"));
+                                                        "(?:(?:tljira|UIViewStyle|FileManager|os|records)::)*(\\w+)"));
     return form.match(symbol).captured(1);
 }
 
@@ -92,10 +92,11 @@ const QStringList windowFolders = {QStringLiteral("platform/toolkit"), QStringLi
 
 /// What the window library and the command-line tool share with the client library, and nobody else.
 const QStringList internalNames =
-    QStringLiteral("DateFormatter GlobalQueue MainQueue URL UserDefaults appendingPathComponent appendingPathExtension "
-                   "createDirectoryAtPath deletingLastPathComponent deletingPathExtension fileNameFromUntrustedText "
-                   "filesBelowPath formatArguments lastPathComponent logCategory moveItemAtPath pathExtension "
-                   "removeItemAtPath temporaryDirectory writeLog")
+    QStringLiteral(
+        "DateFormatter FileLock GlobalQueue MainQueue URL UserDefaults appendingPathComponent appendingPathExtension "
+        "createDirectoryAtPath deletingLastPathComponent deletingPathExtension fileNameFromUntrustedText "
+        "filesBelowPath formatArguments isSameServer lastPathComponent logCategory moveItemAtPath pathExtension "
+        "removeItemAtPath removeLeftovers savedLogin temporaryDirectory writeLog")
         .split(u' ');
 
 TEST(Symbols, areThoseOfThePublicHeaders)
