@@ -1,0 +1,55 @@
+#include "tests/desktop/DesktopTest.h"
+
+#include "constants/JAConstants.h"
+#include "platform/foundation/UserDefaults.h"
+
+#include <QApplication>
+
+namespace tests {
+
+DesktopTest::DesktopTest()
+{
+    tljira::UserDefaults::standardUserDefaults().setObject(true, kClearCache);
+    host.setWindowTitle(QStringLiteral("Host"));
+    host.setGeometry(20, 760, 400, 200);
+    hostField.setObjectName(QStringLiteral("hostField"));
+    hostField.setParent(&host);
+    hostField.setGeometry(20, 20, 300, 30);
+    host.show();
+    EXPECT_TRUE(waitUntil([this] { return isInFront(&host); }));
+}
+
+DesktopTest::~DesktopTest()
+{
+    hostField.setParent(nullptr);
+}
+
+void DesktopTest::expectFreeHost()
+{
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    user.type(&hostField, QStringLiteral("free"));
+    EXPECT_EQ(hostField.text(), QStringLiteral("free"));
+}
+
+void DesktopTest::closeAndExpectFreeHost(const std::shared_ptr<tljira::Window>& window)
+{
+    // A first request may end the sheet alone.
+    const auto sheet = window->attachedSheet();
+    user.clickClose(window->widget());
+    ASSERT_TRUE(waitUntil([&] { return !window->isVisible() || window->attachedSheet() != sheet; }));
+    drainMainQueue();
+    if (window->isVisible()) {
+        EXPECT_EQ(window->attachedSheet(), nullptr);
+        user.clickClose(window->widget());
+        ASSERT_TRUE(waitUntil([&] { return !window->isVisible(); }));
+    }
+    expectFreeHost();
+}
+
+void DesktopTest::picture(const QString& what)
+{
+    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+    User::picture(QStringLiteral("desktop-%1-%2").arg(QString::fromLatin1(test->name()).replace(u'/', u'-'), what));
+}
+
+} // namespace tests

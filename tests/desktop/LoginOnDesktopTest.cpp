@@ -1,0 +1,104 @@
+#include "shell/JAWindowController.h"
+#include "shell/TLJiraUpload.h"
+#include "tests/desktop/DesktopTest.h"
+
+#include <QApplication>
+
+namespace {
+
+using namespace tests;
+
+class LoginOnDesktopTest : public DesktopTest
+{
+};
+
+TEST_F(LoginOnDesktopTest, takesAWrongPasswordAndThenTheRightOne)
+{
+    const LoneDocument document;
+    const auto entry = TLJiraUpload::initWithName(LoneDocument::name(), document.path());
+    entry->showWindow();
+    const auto form = entry->jaLoginWindow();
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(form->hostTextField()); }));
+    picture(QStringLiteral("form"));
+    user.type(form->hostTextField(), address);
+    user.press("Tab");
+    user.write(QStringLiteral("jane"));
+    user.press("Tab");
+    user.write(QStringLiteral("wrong"));
+    user.press("Return");
+    ASSERT_TRUE(waitUntil([&] { return !form->errorLabel()->text().isEmpty() && form->loginButton()->isEnabled(); }));
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(form->passwordTextField()); }));
+    EXPECT_EQ(form->passwordTextField()->selectedText(), QStringLiteral("wrong"));
+    picture(QStringLiteral("refused"));
+
+    user.write(QStringLiteral("secret"));
+    EXPECT_EQ(form->hostTextField()->text(), address);
+    user.press("Return");
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(entry->bodyViewController()->taskTextField()); }));
+    ASSERT_TRUE(waitUntil([&] { return !entry->headViewController()->avatarImage()->image().isNull(); }));
+    picture(QStringLiteral("accepted"));
+}
+
+/// The header of the older window offers a login in a sheet.
+class HeaderSheetTest : public DesktopTest
+{
+protected:
+    void SetUp() override
+    {
+        client->setHost(address);
+        entry->showWindow();
+        form = entry->headViewController()->jaLoginWindow();
+        user.click(loginButton());
+        ASSERT_TRUE(waitUntil([this] { return hasKeyboard(form->hostTextField()); }));
+    }
+
+    QPushButton* loginButton() const
+    {
+        return entry->headViewController()->view()->findChild<QPushButton*>(QStringLiteral("loginButton"));
+    }
+
+    void expectLeft()
+    {
+        EXPECT_TRUE(waitUntil([this] { return entry->window()->attachedSheet() == nullptr; }));
+        drainMainQueue();
+        EXPECT_TRUE(entry->window()->isVisible());
+        user.click(loginButton());
+        EXPECT_TRUE(waitUntil([this] { return form->view()->isAncestorOf(QApplication::focusWidget()); }));
+    }
+
+    const std::shared_ptr<JAWindowController> entry = JAWindowController::init();
+    std::shared_ptr<JALoginWindow> form;
+};
+
+TEST_F(HeaderSheetTest, isLeftWithCancel)
+{
+    picture(QStringLiteral("up"));
+    user.click(form->cancelButton());
+    expectLeft();
+}
+
+TEST_F(HeaderSheetTest, isLeftWithEscape)
+{
+    user.press("Escape");
+    expectLeft();
+}
+
+TEST_F(HeaderSheetTest, goesWithItsWindow)
+{
+    closeAndExpectFreeHost(entry->window());
+}
+
+TEST_F(HeaderSheetTest, logsIn)
+{
+    user.type(form->hostTextField(), address);
+    user.type(form->emailTextField(), QStringLiteral("jane"));
+    user.type(form->passwordTextField(), QStringLiteral("secret"));
+    user.press("Return");
+    const auto header = entry->headViewController();
+    ASSERT_TRUE(waitUntil([&] { return header->nameLabel()->text() == QStringLiteral("jane"); }));
+    EXPECT_EQ(entry->window()->attachedSheet(), nullptr);
+    EXPECT_FALSE(isOnScreen(loginButton()));
+    picture(QStringLiteral("done"));
+}
+
+} // namespace

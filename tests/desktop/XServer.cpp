@@ -1,0 +1,122 @@
+#include "tests/desktop/XServer.h"
+
+#include <cstdlib>
+#include <iostream>
+
+#include <X11/XKBlib.h>
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
+
+namespace tests {
+
+namespace {
+
+Display* displayOf(void* pointer)
+{
+    return static_cast<Display*>(pointer);
+}
+
+KeyCode keyCode(void* display, KeySym symbol)
+{
+    const KeyCode code = XKeysymToKeycode(displayOf(display), symbol);
+    if (code == 0) {
+        std::cerr << "the keyboard of the screen has no key " << XKeysymToString(symbol) << '\n';
+        std::abort();
+    }
+    return code;
+}
+
+/// A property of the root window that lists windows; the last one, or none.
+Window lastWindowIn(void* display, const char* name)
+{
+    Atom type = 0;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long rest = 0;
+    unsigned char* data = nullptr;
+    const Atom property = XInternAtom(displayOf(display), name, False);
+    const int result = XGetWindowProperty(displayOf(display), DefaultRootWindow(displayOf(display)), property, 0, 1024,
+                                          False, XA_WINDOW, &type, &format, &count, &rest, &data);
+    const Window last =
+        result == Success && type == XA_WINDOW && count > 0 ? reinterpret_cast<Window*>(data)[count - 1] : 0;
+    if (data)
+        XFree(data);
+    return last;
+}
+
+} // namespace
+
+XServer& XServer::instance()
+{
+    static XServer server;
+    return server;
+}
+
+XServer::XServer()
+    : m_display(XOpenDisplay(nullptr))
+{
+    int ignored = 0;
+    if (!m_display || !XTestQueryExtension(displayOf(m_display), &ignored, &ignored, &ignored, &ignored)) {
+        std::cerr << "the screen cannot be reached, or takes no keys from a program\n";
+        std::abort();
+    }
+}
+
+bool XServer::hasWindowManager() const
+{
+    return lastWindowIn(m_display, "_NET_SUPPORTING_WM_CHECK") != 0;
+}
+
+void XServer::keyDown(const char* name)
+{
+    XTestFakeKeyEvent(displayOf(m_display), keyCode(m_display, XStringToKeysym(name)), True, CurrentTime);
+    XFlush(displayOf(m_display));
+}
+
+void XServer::keyUp(const char* name)
+{
+    XTestFakeKeyEvent(displayOf(m_display), keyCode(m_display, XStringToKeysym(name)), False, CurrentTime);
+    XFlush(displayOf(m_display));
+}
+
+void XServer::type(QChar character)
+{
+    // Latin characters are their own symbols.
+    const KeyCode code = keyCode(m_display, character.unicode());
+    const bool isShifted = XkbKeycodeToKeysym(displayOf(m_display), code, 0, 0) != character.unicode();
+    if (isShifted)
+        keyDown("Shift_L");
+    XTestFakeKeyEvent(displayOf(m_display), code, True, CurrentTime);
+    XTestFakeKeyEvent(displayOf(m_display), code, False, CurrentTime);
+    if (isShifted)
+        keyUp("Shift_L");
+    XFlush(displayOf(m_display));
+}
+
+void XServer::movePointer(const QPoint& position)
+{
+    XTestFakeMotionEvent(displayOf(m_display), -1, position.x(), position.y(), CurrentTime);
+    XSync(displayOf(m_display), False);
+}
+
+void XServer::pressButton()
+{
+    XTestFakeButtonEvent(displayOf(m_display), Button1, True, CurrentTime);
+    XTestFakeButtonEvent(displayOf(m_display), Button1, False, CurrentTime);
+    XSync(displayOf(m_display), False);
+}
+
+void XServer::minimise(WId window)
+{
+    XIconifyWindow(displayOf(m_display), window, DefaultScreen(displayOf(m_display)));
+    XFlush(displayOf(m_display));
+}
+
+WId XServer::frontWindow() const
+{
+    return lastWindowIn(m_display, "_NET_CLIENT_LIST_STACKING");
+}
+
+} // namespace tests

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QPoint>
+#include <QWindow>
+
+namespace tests {
+
+/// The X server that the environment names, as the devices in front of it and a window list see it. What is sent here
+/// takes the way of real keys and a real pointer: through the server and the window manager.
+class XServer
+{
+public:
+    /// Connects at the first call.
+    static XServer& instance();
+
+    bool hasWindowManager() const;
+
+    /// A key by its name in the X world, such as "Return" or "a". It is repeated by the server for as long as it is
+    /// down.
+    void keyDown(const char* name);
+    void keyUp(const char* name);
+    /// Presses and releases the keys that write this character on an American keyboard.
+    void type(QChar character);
+
+    /// Both in pixels from the upper left corner of the screen.
+    void movePointer(const QPoint& position);
+    void pressButton();
+
+    /// What a window list of the desktop asks for.
+    void minimise(WId window);
+    /// The top-level window that is in front of all others.
+    WId frontWindow() const;
+
+    XServer(const XServer&) = delete;
+    XServer& operator=(const XServer&) = delete;
+
+private:
+    XServer();
+
+    /// Xlib's own names are macros that other headers cannot be read with.
+    void* m_display;
+};
+
+} // namespace tests
