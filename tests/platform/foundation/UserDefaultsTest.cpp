@@ -173,15 +173,21 @@ TEST_F(UserDefaultsTest, TwoProcessesLoseNothing)
 {
     constexpr int count = 100;
     const QStringList prefixes{QStringLiteral("a"), QStringLiteral("b")};
+    // A reader on the side sees whole files only. On a thread of its own, begun first: the thread sanitizer no longer
+    // sees the locks of one that has started a process through Qt.
+    std::jthread reading([this](const std::stop_token& end) {
+        const UserDefaults reader(m_path);
+        while (!end.stop_requested()) {
+            reader.objectForKey(key);
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+    });
     std::vector<std::unique_ptr<QProcess>> processes;
     for (const QString& prefix : prefixes) {
         processes.push_back(std::make_unique<QProcess>());
         processes.back()->start(QStringLiteral(DEFAULTS_WRITER), {m_path, prefix, QString::number(count)});
     }
-    // A reader on the side sees whole files only.
-    const UserDefaults reader(m_path);
     ASSERT_TRUE(tests::waitUntil([&] {
-        reader.objectForKey(key);
         return std::all_of(processes.begin(), processes.end(),
                            [](const auto& process) { return process->state() == QProcess::NotRunning; });
     }));
@@ -192,10 +198,10 @@ TEST_F(UserDefaultsTest, TwoProcessesLoseNothing)
         for (const QByteArray& line : process->readAllStandardError().split('\n'))
             EXPECT_TRUE(line.isEmpty() || line.endsWith("keeps it locked")) << line.toStdString();
     }
-    const UserDefaults afterwards(m_path);
+    const QJsonObject afterwards = tljira::decodeJSON(bytes()).value_or(QJsonValue()).toObject();
     for (const QString& prefix : prefixes) {
         for (int number = 0; number < count; ++number)
-            EXPECT_EQ(afterwards.objectForKey(prefix + QString::number(number)), QJsonValue(number));
+            EXPECT_EQ(afterwards.value(prefix + QString::number(number)), QJsonValue(number));
     }
     EXPECT_THAT(QDir(QFileInfo(m_path).path()).entryList(QDir::Files | QDir::Hidden),
                 ElementsAre(QStringLiteral("userdefaults.json"), QStringLiteral("userdefaults.json.lock")));
