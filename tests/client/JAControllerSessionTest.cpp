@@ -311,6 +311,7 @@ TEST_F(JAControllerSessionTest, LogoutCarriesAndKeepsTheSavedSession)
 TEST_F(JAControllerSessionTest, LogoutCarriesTheSessionThatAnotherProcessHasJustSaved)
 {
     saveSession("N", "0");
+    ASSERT_TRUE(tljira::UserDefaults::standardUserDefaults().synchronize());
     tljira::UserDefaults otherProcess(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) +
                                       QStringLiteral("/userdefaults.json"));
     // More than once: nothing can be seen of it where this thread is slower than the settings are allowed to be.
