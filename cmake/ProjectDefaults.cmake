@@ -28,11 +28,7 @@ foreach(option IN LISTS needed)
 endforeach()
 
 # On in the presets of those who work on the project: who only builds it may have a compiler that warns of more.
-set(strict OFF)
-if(CMAKE_BUILD_TYPE STREQUAL "Debug" AND PROJECT_IS_TOP_LEVEL)
-    set(strict ON)
-endif()
-option(TL_WARNINGS_AS_ERRORS "Take every warning for an error" ${strict})
+option(TL_WARNINGS_AS_ERRORS "Take every warning for an error" OFF)
 set(TL_SANITIZE "" CACHE STRING "Sanitizers, as the compiler names them: address,undefined or thread")
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)

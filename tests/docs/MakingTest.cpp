@@ -33,4 +33,18 @@ TEST(Making, PacksAndMeasuresTheReleaseBuildWhateverThePreset)
     }
 }
 
+TEST(Making, TakesWarningsForErrorsInThePresetsOfDevelopersAlone)
+{
+    const Workshop workshop;
+    const auto settings = [&](const char* preset) {
+        return workshop
+            .run(u"cmake"_s, {u"-N"_s, u"--preset"_s, QString::fromLatin1(preset)}, QStringLiteral(PROJECT_FOLDER))
+            .output.toStdString();
+    };
+    for (const char* preset : {"debug", "asan", "tsan"})
+        EXPECT_THAT(settings(preset), HasSubstr("TL_WARNINGS_AS_ERRORS:BOOL=\"TRUE\""));
+    EXPECT_THAT(settings("release"), HasSubstr("CMAKE_BUILD_TYPE=\"Release\""));
+    EXPECT_THAT(settings("release"), Not(HasSubstr("TL_WARNINGS_AS_ERRORS")));
+}
+
 } // namespace
