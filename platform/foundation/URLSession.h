@@ -31,7 +31,7 @@ public:
     static std::shared_ptr<URLSession> sessionWithConfiguration(const URLSessionConfiguration& configuration,
                                                                 std::weak_ptr<URLSessionDelegate> delegate);
 
-    /// Drops every task without a further call and waits for the network thread to end.
+    /// Drops every task without a further call; waits for the network thread, but for no name server or file to read.
     ~URLSession();
 
     /// The task does nothing before `resume`. The completion runs once, on the main thread, before the delegate's

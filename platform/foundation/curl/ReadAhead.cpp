@@ -130,8 +130,9 @@ qint64 ReadAhead::read(char* buffer, qint64 capacity)
     m_taken = 0;
     const std::lock_guard lock(m_mutex);
     m_firstFilled = (m_firstFilled + 1) % m_chunks.size();
-    --m_filled;
-    m_hasJob.notify_one();
+    // To wake a thread takes about as long as to read a chunk that is in memory already: several at a time pay.
+    if (--m_filled == m_chunks.size() / 2)
+        m_hasJob.notify_one();
     return count;
 }
 
