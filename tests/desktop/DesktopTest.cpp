@@ -15,8 +15,22 @@ DesktopTest::DesktopTest()
     hostField.setObjectName(QStringLiteral("hostField"));
     hostField.setParent(&host);
     hostField.setGeometry(20, 20, 300, 30);
-    host.show();
-    EXPECT_TRUE(waitUntil([this] { return isInFront(&host); }));
+    showHost();
+    // These users think for as long as they like between two keys; those who press one twice say so.
+    QApplication::setDoubleClickInterval(0);
+}
+
+// A window manager that is still starting may drop what it is first asked for: then it is asked again.
+void DesktopTest::showHost()
+{
+    constexpr int mostAttempts = 30;
+    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+        host.show();
+        if (waitUntil([this] { return isInFront(&host); }, std::chrono::seconds(2)))
+            return;
+        host.hide();
+    }
+    ADD_FAILURE() << "the window manager does not show the host";
 }
 
 DesktopTest::~DesktopTest()

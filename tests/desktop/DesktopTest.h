@@ -22,6 +22,9 @@ protected:
     /// A picture of the screen, with the name of the test.
     static void picture(const QString& what);
 
+    /// Shows the host and waits until it is in front.
+    void showHost();
+
     User user;
     QWidget host;
     QLineEdit hostField;
