@@ -1,5 +1,6 @@
 #include "platform/toolkit/Alert.h"
 
+#include "platform/toolkit/HostWindow.h"
 #include "platform/toolkit/ModalResponse.h"
 
 #include <QApplication>
@@ -30,7 +31,7 @@ QMessageBox::Icon iconFor(Alert::Style style)
 int Alert::runModal()
 {
     QMessageBox box(iconFor(m_style), QGuiApplication::applicationDisplayName(), m_messageText, QMessageBox::Ok,
-                    QApplication::activeWindow());
+                    dialogParent());
     box.setAttribute(Qt::WA_QuitOnClose, false);
     // Texts come from servers and file systems: they are no markup.
     box.setTextFormat(Qt::PlainText);

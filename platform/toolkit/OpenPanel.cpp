@@ -1,5 +1,6 @@
 #include "platform/toolkit/OpenPanel.h"
 
+#include "platform/toolkit/HostWindow.h"
 #include "platform/toolkit/ModalResponse.h"
 
 #include <QApplication>
@@ -20,7 +21,7 @@ int OpenPanel::runModal()
     if (!m_canChooseFiles && !m_canChooseDirectories)
         return ModalResponse::Cancel;
 
-    QFileDialog dialog(QApplication::activeWindow());
+    QFileDialog dialog(dialogParent());
     dialog.setAttribute(Qt::WA_QuitOnClose, false);
     if (!m_canChooseFiles) {
         dialog.setFileMode(QFileDialog::Directory);

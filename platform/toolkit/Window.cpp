@@ -7,7 +7,9 @@ namespace tljira {
 
 namespace {
 
-constexpr Qt::WindowFlags windowStyle = Qt::Window;
+constexpr Qt::WindowFlags windowStyle = Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                        Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                                        Qt::WindowCloseButtonHint;
 
 } // namespace
 
@@ -92,9 +94,12 @@ void Window::makeKeyAndOrderFront()
     if (!isVisible()) {
         const bool isModalRun = m_parts->widget.windowModality() == Qt::ApplicationModal;
         m_parts->setStyle(windowStyle, isModalRun ? Qt::ApplicationModal : Qt::NonModal);
+        m_parts->host.adopt();
         if (!m_parts->isPlaced)
             center();
     }
+    if (m_parts->widget.isMinimized())
+        m_parts->widget.setWindowState(m_parts->widget.windowState() & ~Qt::WindowMinimized);
     m_parts->show();
     m_parts->widget.raise();
     m_parts->widget.activateWindow();

@@ -21,13 +21,15 @@ class WindowDelegate;
 /// primary screen, y grows upwards, points not pixels. Null windows are quiet no-ops wherever a window is asked for.
 ///
 /// Keys: Return clicks the window's default button (QPushButton::default) unless its user, or the program, has put the
-/// focus on another button; Escape clicks the visible button whose shortcut is Esc. Both are set in Designer. A key that
-/// repeats because it is held presses nothing, and neither does one that was pressed before a sheet came or went; Return,
-/// Enter and Space pressed twice within the interval of a double click count once where a sheet came or went in between.
+/// focus on another button; Escape clicks the visible button whose shortcut is Esc. Both are set in Designer. A key
+/// that repeats because it is held presses nothing, and neither does one that was pressed before a sheet came or went;
+/// Return, Enter and Space pressed twice within the interval of a double click count once where a sheet came or went in
+/// between.
 ///
-/// The focus is always on a control that is visible, enabled and not covered by a sheet, if there is one. When the control
-/// that has it is hidden, disabled, covered or deleted, it goes, in a later turn of the event loop, to the control of the
-/// window or its sheet that had it last, else to the first text field, the default button, the first control.
+/// The focus is always on a control that is visible, enabled and not covered by a sheet, if there is one. When the
+/// control that has it is hidden, disabled, covered or deleted, it goes, in a later turn of the event loop, to the
+/// control of the window or its sheet that had it last, else to the first text field, the default button, the first
+/// control.
 class TL_EXPORT Window : public std::enable_shared_from_this<Window>
 {
 public:
@@ -63,9 +65,10 @@ public:
     /// content's.
     QRectF frame() const;
 
-    /// frame() and the content's size are the new ones when this returns. With `animate`, and if the window is on
-    /// screen, its edges follow smoothly; a later setFrame() takes over from where they are. `display` draws the
-    /// content at once.
+    /// frame() and the content's size are the new ones when this returns. A frame whose title bar would lie above the
+    /// screen comes down until it does not; a window that fills the screen is restored first. With `animate`, and if
+    /// the window is on screen, its edges follow smoothly; a later setFrame() takes over from where they are. `display`
+    /// draws the content at once.
     void setFrame(const QRectF& frame, bool display, bool animate = false);
 
     /// In the middle of its screen.
@@ -76,7 +79,9 @@ public:
     /// Whether it has the keyboard.
     bool isKeyWindow() const;
 
-    /// Shows the window in front and gives it the keyboard. The first time it is centred unless setFrame() placed it.
+    /// Shows the window in front and gives it the keyboard, also one that is minimized. The first time it is centred
+    /// unless setFrame() placed it. A window that was hidden becomes a dialog of the host's window that is active then,
+    /// for as long as that is on screen. Of a sheet the window comes that it is drawn in.
     void makeKeyAndOrderFront();
     /// Takes the window off screen without closing it: there is no windowWillClose, and a modal run goes on.
     void orderOut();

@@ -57,9 +57,26 @@ QRectF Window::frame() const
 void Window::setFrame(const QRectF& frame, bool display, bool animate)
 {
     m_parts->isPlaced = true;
-    m_parts->placeContentRect(unflipped(frame).marginsRemoved(m_parts->decorations()), animate);
+    m_parts->restore();
+    const QRect rect = m_parts->withTitleBarOnScreen(unflipped(frame));
+    m_parts->placeContentRect(rect.marginsRemoved(m_parts->decorations()), animate);
     if (display && m_parts->content && m_parts->widget.isVisible())
         m_parts->content->repaint();
+}
+
+void WindowParts::restore()
+{
+    if (fillsScreen())
+        widget.setWindowState(widget.windowState() & ~(Qt::WindowMaximized | Qt::WindowFullScreen));
+}
+
+QRect WindowParts::withTitleBarOnScreen(const QRect& rect) const
+{
+    const QScreen* const under = QGuiApplication::screenAt(QPoint(rect.center().x(), rect.top()));
+    const QScreen* const screen = under ? under : widget.screen();
+    if (drawnIn() || !screen || rect.top() >= screen->availableGeometry().top())
+        return rect;
+    return QRect(QPoint(rect.left(), screen->availableGeometry().top()), rect.size());
 }
 
 // The content has its final size before the edges start to move: whoever measures it meanwhile finds it in step with

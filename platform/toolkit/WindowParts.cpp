@@ -11,6 +11,7 @@ WindowParts::WindowParts(Window& owner)
     : window(owner)
     , widget(*this)
     , animation(&widget, [this] { geometryChanged(); })
+    , host(&widget)
     , sheets(owner)
     , children(owner)
     , focus(*this)
@@ -64,6 +65,8 @@ void WindowParts::keyChanged()
         return;
     isKey = !isKey;
     focus.check();
+    if (isKey)
+        noteKeyWindow(&widget);
     const std::shared_ptr<WindowDelegate> listener = delegate.lock();
     if (!listener)
         return;

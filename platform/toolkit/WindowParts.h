@@ -2,6 +2,7 @@
 
 #include "platform/toolkit/ChildWindows.h"
 #include "platform/toolkit/FrameAnimation.h"
+#include "platform/toolkit/HostWindow.h"
 #include "platform/toolkit/SheetCover.h"
 #include "platform/toolkit/SheetEdge.h"
 #include "platform/toolkit/SheetQueue.h"
@@ -43,6 +44,10 @@ struct WindowParts
     void moveBy(const QPoint& distance);
     void parentMoved(const QPoint& distance);
     QMargins decorations() const;
+    /// Leaves the state in which the window fills the screen, if it is in it.
+    void restore();
+    /// Where the window, with its decorations, may be for its title bar to be within reach.
+    QRect withTitleBarOnScreen(const QRect& rect) const;
     void layOutContent(const QSize& size);
     void limitUserToContent();
     void takeAlong();
@@ -66,6 +71,7 @@ struct WindowParts
     Window& window;
     WindowWidget widget;
     FrameAnimation animation;
+    HostWindow host;
     SheetQueue sheets;
     ChildWindows children;
     WindowFocus focus;

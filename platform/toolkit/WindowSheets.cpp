@@ -130,6 +130,7 @@ void WindowParts::moveInto(WindowParts& parent)
     focus.forget();
     if (QWidget* wanted = widget.focusWidget())
         focus.remember(wanted);
+    widget.giveUpSystemWindow();
     // The type keeps Tab inside.
     widget.setParent(&parent.widget, Qt::SubWindow);
     widget.setAutoFillBackground(true);

@@ -34,6 +34,14 @@ WindowWidget::WindowWidget(WindowParts& parts)
 {
 }
 
+void WindowWidget::giveUpSystemWindow()
+{
+    if (testAttribute(Qt::WA_WState_Created))
+        destroy();
+    // Whoever has asked for its number has set this.
+    setAttribute(Qt::WA_NativeWindow, false);
+}
+
 bool WindowWidget::clickCancelButton()
 {
     return clickFirst<QAbstractButton>(

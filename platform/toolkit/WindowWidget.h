@@ -16,6 +16,10 @@ public:
 
     WindowParts& parts() const { return m_parts; }
 
+    /// Gives up the window of the window system and all that belongs to it, which Qt would keep for a view that was a window
+    /// once, even past the end of the application.
+    void giveUpSystemWindow();
+
     /// Clicks the visible button whose shortcut is Escape; false if there is none.
     bool clickCancelButton();
 

@@ -129,6 +129,18 @@ TEST_F(Sheet, blocksItsParentOnly)
     EXPECT_EQ(parentClicks, 1);
 }
 
+TEST_F(Sheet, thatWasAWindowBeforeIsNoneForTheWindowSystem)
+{
+    sheet->makeKeyAndOrderFront();
+    ASSERT_NE(sheet->widget()->windowHandle(), nullptr);
+
+    parent->beginSheet(sheet, note());
+
+    EXPECT_TRUE(sheet->isVisible());
+    EXPECT_EQ(sheet->widget()->windowHandle(), nullptr);
+    EXPECT_EQ(sheet->widget()->window(), parent->widget());
+}
+
 TEST_F(Sheet, endsWithTheGivenCodeInsideTheCall)
 {
     parent->beginSheet(sheet, note());

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QMetaObject>
+#include <QPointer>
+#include <QWidget>
+
+namespace tljira {
+
+/// Makes a window of ours a dialog of the host's window: above it, minimized with it, and placed over it where the
+/// window system places windows.
+class HostWindow
+{
+public:
+    explicit HostWindow(QWidget* window)
+        : m_window(window)
+    {
+    }
+
+    /// To be called before the window is shown: it belongs to the window that is active at this moment, or to the one
+    /// that the active window itself belongs to. That lasts until the host's window goes off screen. Then this one
+    /// stands alone and keeps the application from quitting with the last window.
+    void adopt();
+
+private:
+    QPointer<QWidget> m_window;
+    QMetaObject::Connection m_departure;
+};
+
+/// The window that a dialog opened by our code at this moment belongs to: the active one, even if its application is
+/// not in front. Null if there is none.
+QWidget* dialogParent();
+
+/// That a window of ours has got the keyboard.
+void noteKeyWindow(QWidget* window);
+
+} // namespace tljira
