@@ -59,8 +59,10 @@ SheetCover::SheetCover(QWidget* window, QWidget* sheet)
     QObject::connect(&m_animation, &QVariantAnimation::valueChanged, this,
                      [this](const QVariant& value) { setProgress(value.toReal()); });
     QObject::connect(&m_animation, &QVariantAnimation::finished, this, [this] {
-        delete m_slide;
-        if (!m_sheet)
+        // What has changed meanwhile is drawn, too.
+        if (m_sheet)
+            m_sheet->setGraphicsEffect(nullptr);
+        else
             deleteLater();
     });
     sheet->installEventFilter(this);

@@ -49,6 +49,8 @@ void DesktopTest::closeAndExpectFreeHost(const std::shared_ptr<tljira::Window>& 
 {
     // A first request may end the sheet alone.
     const auto sheet = window->attachedSheet();
+    // Windows grow and shrink smoothly.
+    ASSERT_TRUE(waitUntil([&] { return window->widget()->frameGeometry().size() == window->frame().size().toSize(); }));
     user.clickClose(window->widget());
     ASSERT_TRUE(waitUntil([&] { return !window->isVisible() || window->attachedSheet() != sheet; }));
     drainMainQueue();

@@ -132,10 +132,12 @@ TEST_F(UploadOnDesktopTest, comesBackWhenItIsMinimisedAndAskedForAgain)
 TEST_F(UploadOnDesktopTest, comesBackWhenItIsCoveredAndAskedForAgain)
 {
     QWidget* window = entry->window()->widget();
-    host.setGeometry(window->frameGeometry().adjusted(-50, -50, 50, 50));
-    host.raise();
-    host.activateWindow();
-    ASSERT_TRUE(waitUntil([this] { return isInFront(&host); }));
+    // Not the one that it is a dialog of: that always lies below it.
+    QWidget another;
+    another.setGeometry(window->frameGeometry().adjusted(-50, -50, 50, 50));
+    another.show();
+    another.activateWindow();
+    ASSERT_TRUE(waitUntil([&] { return isInFront(&another); }));
     entry->showWindow();
     EXPECT_TRUE(waitUntil([&] { return isInFront(window) && hasKeyboard(panel->taskTextField()); }));
 }

@@ -16,6 +16,10 @@ PrivateHome::PrivateHome()
     place("XDG_DATA_HOME", "data");
     place("XDG_CACHE_HOME", "cache");
     place("TMPDIR", "tmp");
+    // Without a locale, as in a fresh Debian, Qt complains to standard error, where tests look for other things.
+    const auto isSet = [](const char* variable) { return !qEnvironmentVariableIsEmpty(variable); };
+    if (!isSet("LC_ALL") && !isSet("LC_CTYPE") && !isSet("LANG"))
+        qputenv("LC_ALL", "C.UTF-8");
 }
 
 } // namespace tests

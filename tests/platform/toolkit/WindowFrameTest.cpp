@@ -166,6 +166,43 @@ TEST_P(WindowFrame, isCentredWhenTheWindowIsFirstShownUnplaced)
     EXPECT_EQ(rect.center(), QGuiApplication::primaryScreen()->availableGeometry().center());
 }
 
+TEST_P(WindowFrame, keepsItsTitleBarOnTheScreen)
+{
+    window->makeKeyAndOrderFront();
+    const double top = screenHeight() - QGuiApplication::primaryScreen()->availableGeometry().top();
+    const QRectF tooHigh(120, top - 200, 400, 300);
+
+    window->setFrame(tooHigh, true);
+
+    EXPECT_EQ(window->frame(), QRectF(120, top - 300, 400, 300));
+    EXPECT_EQ(content.width(), 400 - margins().left() - margins().right());
+}
+
+TEST_P(WindowFrame, mayReachBelowTheScreen)
+{
+    const QRectF low(120, -100, 400, 300);
+
+    window->setFrame(low, true);
+
+    EXPECT_EQ(window->frame(), low);
+}
+
+TEST_P(WindowFrame, ofAMaximizedWindowIsRestoredFirst)
+{
+    window->makeKeyAndOrderFront();
+    window->widget()->showMaximized();
+    tests::drainMainQueue();
+    ASSERT_TRUE(window->widget()->isMaximized());
+    const QRectF frame(120, 130, 400, 300);
+
+    window->setFrame(frame, true, true);
+
+    EXPECT_FALSE(window->widget()->isMaximized());
+    EXPECT_EQ(window->frame(), frame);
+    EXPECT_TRUE(tests::waitUntil([&] { return window->widget()->size() == content.size(); }));
+    EXPECT_EQ(window->frame(), frame);
+}
+
 class WindowContent : public testing::Test
 {
 protected:

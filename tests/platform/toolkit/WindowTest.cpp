@@ -174,6 +174,31 @@ TEST_F(WindowTest, tellsItsDelegateWhenItGetsAndLosesTheKeyboard)
     EXPECT_EQ(delegate->resignedKey, 1);
 }
 
+TEST_F(WindowTest, comesBackWhenItIsMinimized)
+{
+    show(window);
+    window->widget()->showMinimized();
+    tests::drainMainQueue();
+    ASSERT_TRUE(window->widget()->isMinimized());
+
+    window->makeKeyAndOrderFront();
+
+    EXPECT_FALSE(window->widget()->isMinimized());
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(WindowTest, comesBackAsLargeAsItWas)
+{
+    show(window);
+    window->widget()->setWindowState(Qt::WindowMaximized | Qt::WindowMinimized);
+    tests::drainMainQueue();
+
+    window->makeKeyAndOrderFront();
+
+    EXPECT_FALSE(window->widget()->isMinimized());
+    EXPECT_TRUE(window->widget()->isMaximized());
+}
+
 TEST_F(WindowTest, startsWithTheFirstControlThatTakesTheKeyboard)
 {
     auto* layout = new QVBoxLayout(content);
