@@ -103,6 +103,7 @@ int run(const QCommandLineParser& options)
         rows.push_back(row);
     for (const bench::Row& row : bench::listWindowCases(bench))
         rows.push_back(row);
+    rows.push_back(bench::pictureCase(bench));
 
     const std::string report = bench::report(rows, bench.runs);
     std::fputs(report.c_str(), stdout);
