@@ -23,6 +23,12 @@ QEvent::Type firstShownEvent()
 constexpr qint64 rowsBeyondEitherEnd = 1;
 constexpr QSize usual(320, 200);
 
+/// The prototype is as high as its designer made it; what the data source has put into a cell may need more.
+int neededHeight(const TableCellView& cell)
+{
+    return std::max(cell.height(), cell.minimumSizeHint().height());
+}
+
 // In the order in which Tab walks through them.
 QList<QWidget*> tabStops(TableCellView* cell)
 {
@@ -144,7 +150,7 @@ void TableView::layOutCells()
     m_isLayingOut = true;
     if (step() == 0 && m_rows > 0) {
         makeCells(0, 0);
-        m_measuredHeight = m_cells.empty() ? 0 : m_cells.begin()->second->height();
+        m_measuredHeight = m_cells.empty() ? 0 : neededHeight(*m_cells.begin()->second);
         updateScrollBar();
     }
     if (step() > 0) {

@@ -101,6 +101,19 @@ TEST_F(TableViewTest, standsInAnInterfaceFile)
     EXPECT_EQ(rows.countsAsked, 0);
 }
 
+TEST_F(TableViewTest, hasRowsAsHighAsWhatStandsInThem)
+{
+    QFont large = window->contentView()->font();
+    large.setPointSize(40);
+    window->contentView()->setFont(large);
+    show(3);
+
+    const auto* cell = dynamic_cast<TestCell*>(table->cellAtRow(1));
+    ASSERT_TRUE(cell);
+    EXPECT_GT(cell->height(), cellHeight);
+    EXPECT_GE(cell->titleLabel->height(), cell->titleLabel->fontMetrics().height());
+}
+
 TEST_F(TableViewTest, asksForItsRowsWhenItIsFirstShown)
 {
     show(3);
