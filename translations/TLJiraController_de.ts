@@ -281,4 +281,31 @@
         <translation>Ihre Sitzung wird gesucht&#xa0;…</translation>
     </message>
 </context>
+<context>
+    <name>TransferRate</name>
+    <message>
+        <source>%1 KB/s</source>
+        <translation>%1 KB/s</translation>
+    </message>
+    <message>
+        <source>%1 MB/s</source>
+        <translation>%1 MB/s</translation>
+    </message>
+    <message>
+        <source>about %1 h left</source>
+        <translation>noch etwa %1 h</translation>
+    </message>
+    <message>
+        <source>about %1 min left</source>
+        <translation>noch etwa %1 min</translation>
+    </message>
+    <message>
+        <source>about %1 s left</source>
+        <translation>noch etwa %1 s</translation>
+    </message>
+    <message>
+        <source>%1 s left</source>
+        <translation>noch %1 s</translation>
+    </message>
+</context>
 </TS>

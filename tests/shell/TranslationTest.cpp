@@ -34,6 +34,9 @@ TEST_F(TranslationTest, hasExactlyTheTextsOfTheInterfaceFilesAndThoseSetInCode)
 {
     std::set<FormText> needed{{QStringLiteral("JAUploadingWindow"), QStringLiteral("Close")},
                               {QStringLiteral("JAListAttachedFilesWindow"), QStringLiteral("Download %1")}};
+    for (const char* text :
+         {"%1 KB/s", "%1 MB/s", "about %1 h left", "about %1 min left", "about %1 s left", "%1 s left"})
+        needed.insert({QStringLiteral("TransferRate"), QString::fromUtf8(text)});
     for (const FormProperty& property : shippedTexts()) {
         if (property.isTranslatable)
             needed.insert(property.text);
