@@ -57,14 +57,16 @@ function(tl_add_shared_library name)
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}
         INSTALL_RPATH "$ORIGIN"
-        LINK_DEPENDS "${hidden}")
+        LINK_DEPENDS "${hidden};${PROJECT_SOURCE_DIR}/cmake/shared-symbols.map")
     target_compile_features(${name} INTERFACE cxx_std_20)
     target_include_directories(${name}
         PRIVATE "${PROJECT_SOURCE_DIR}"
         INTERFACE "$<BUILD_INTERFACE:${TL_HEADERS}>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
     target_link_libraries(${name} PRIVATE ${ARG_PRIVATE} PUBLIC ${ARG_PUBLIC})
     # What a library takes from itself it takes from nobody else: a program with a global kKey of its own is no reason to read that.
-    target_link_options(${name} PRIVATE "LINKER:-Bsymbolic")
+    # All but what the list names.
+    set(shared "${PROJECT_SOURCE_DIR}/cmake/shared-symbols.map")
+    target_link_options(${name} PRIVATE "LINKER:--dynamic-list=${shared}")
     # The client and its network thread live as long as the process: who loads a library does not unload it again.
     target_link_options(${name} PRIVATE "LINKER:-z,nodelete")
     if(NOT TL_SANITIZE)

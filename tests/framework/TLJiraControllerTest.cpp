@@ -40,4 +40,15 @@ TEST(Framework, publishesItsConstants)
     EXPECT_EQ(kClearCache, QStringLiteral("kClearCach0"));
 }
 
+TEST(Framework, isOfTheSameClassesForItsHost)
+{
+    const auto download = JMWindowController::init();
+    const auto list = download->bodyViewController()->jaListAttachedWindow();
+    list->window();
+    QObject* const table = list->tableView();
+
+    EXPECT_NE(table, nullptr);
+    EXPECT_EQ(qobject_cast<tljira::TableView*>(table), table);
+}
+
 } // namespace
