@@ -16,7 +16,7 @@ release: build/release/build.ninja
 # install what the machine lacks; nothing else here does, but for tools that are named where they are used.
 run: deps
 	$(MAKE) --no-print-directory $(BUILD)/build.ninja
-	cmake --build --preset $(PRESET) -j $(JOBS) --target tljira tljira-standin tessaloom
+	cmake --build --preset $(PRESET) -j $(JOBS) --target tljira tljira-standin tessaloom tessaloom-tour
 	scripts/run $(BUILD)
 
 test: deps

@@ -10,22 +10,12 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 # All that is not installed: a packager, or a project that this one is a part of, needs none of it, nor what it stands on.
 option(TL_BUILD_STANDIN "Build the stand-in server, which needs Boost and OpenSSL" ${PROJECT_IS_TOP_LEVEL})
-option(TL_BUILD_HOST "Build the sample host, which needs the stand-in server" ${PROJECT_IS_TOP_LEVEL})
+option(TL_BUILD_HOST "Build the sample host; with the stand-in server also the tour of its windows" ${PROJECT_IS_TOP_LEVEL})
 option(TL_BUILD_TESTS "Build the tests, which need the stand-in server, the sample host and GoogleTest" ${PROJECT_IS_TOP_LEVEL})
 option(TL_BUILD_BENCHMARKS "Build the benchmarks, which need the stand-in server and the sample host" OFF)
-if(TL_BUILD_TESTS OR TL_BUILD_BENCHMARKS)
-    set(needed TL_BUILD_STANDIN TL_BUILD_HOST)
-elseif(TL_BUILD_HOST)
-    set(needed TL_BUILD_STANDIN)
-else()
-    set(needed "")
+if((TL_BUILD_TESTS OR TL_BUILD_BENCHMARKS) AND NOT (TL_BUILD_STANDIN AND TL_BUILD_HOST))
+    message(FATAL_ERROR "TL_BUILD_TESTS and TL_BUILD_BENCHMARKS need TL_BUILD_STANDIN and TL_BUILD_HOST.")
 endif()
-foreach(option IN LISTS needed)
-    if(NOT ${option})
-        message(FATAL_ERROR "What is asked for needs ${option}, which is off. TL_BUILD_HOST needs TL_BUILD_STANDIN;"
-            " TL_BUILD_TESTS and TL_BUILD_BENCHMARKS need both.")
-    endif()
-endforeach()
 
 # On in the presets of those who work on the project: who only builds it may have a compiler that warns of more.
 option(TL_WARNINGS_AS_ERRORS "Take every warning for an error" OFF)

@@ -5,8 +5,9 @@
 #include <QString>
 
 /// @file
-/// Texts that the client and the server, or the client and its host, have agreed upon. Each is a reference, since the linker
-/// may give a program that is compiled for fixed addresses a copy of a library's variable: a copied reference still leads to the text.
+/// Texts that the client and the server, or the client and its host, have agreed upon. Each is a reference, since the
+/// linker may give a program that is compiled for fixed addresses a copy of a library's variable: a copied reference
+/// still leads to the text.
 
 ///@{
 /// A path of the server's REST interface, relative to its base address. "%@" stands for the key of an issue.

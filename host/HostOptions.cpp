@@ -10,7 +10,6 @@ namespace {
 
 const QString connectToOption = QStringLiteral("connect-to");
 const QString statusOption = QStringLiteral("status");
-const QString tourOption = QStringLiteral("tour");
 const QString darkOption = QStringLiteral("dark");
 const QString helpOption = QStringLiteral("help");
 
@@ -21,10 +20,6 @@ void describe(QCommandLineParser& parser)
         {connectToOption, QStringLiteral("Reach the first host and port at the second; may be repeated."),
          QStringLiteral("HOST:PORT:ADDR:PORT")},
         {statusOption, QStringLiteral("Show this in the status line."), QStringLiteral("TEXT")},
-        {tourOption,
-         QStringLiteral("Walk through all windows against a server of its own and save their pictures in this folder. "
-                        "The exit status is 1 if anything differs from what is expected."),
-         QStringLiteral("DIR")},
         {darkOption, QStringLiteral("Use dark colours.")},
         {{QStringLiteral("h"), helpOption}, QStringLiteral("Print this.")},
     });
@@ -40,8 +35,6 @@ QString problemOf(const HostOptions& options, const QStringList& files)
     }
     if (files.size() > 1)
         return QStringLiteral("Unexpected argument '%1'.").arg(files.at(1));
-    if (!options.tourFolder.isEmpty() && !(options.routes.isEmpty() && files.isEmpty()))
-        return QStringLiteral("The tour brings its own server and document.");
     return {};
 }
 
@@ -58,7 +51,6 @@ HostOptions HostOptions::parse(const QStringList& arguments)
     }
     options.routes = parser.values(connectToOption);
     options.status = parser.value(statusOption);
-    options.tourFolder = parser.value(tourOption);
     options.isDark = parser.isSet(darkOption);
     options.file = parser.positionalArguments().value(0);
     options.error = problemOf(options, parser.positionalArguments());

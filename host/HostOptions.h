@@ -11,7 +11,6 @@ struct HostOptions
     QStringList routes = {};
     QString file = {};
     QString status = {};
-    QString tourFolder = {}; ///< empty: no tour
     bool isDark = false;
     QString error = {}; ///< what cannot be understood; empty: nothing
 

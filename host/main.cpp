@@ -3,7 +3,6 @@
 #include "host/EditorWindow.h"
 #include "host/HostOptions.h"
 #include "host/JiraJobs.h"
-#include "host/tour/Tour.h"
 
 #include <QApplication>
 #include <QStyleFactory>
@@ -56,5 +55,5 @@ int main(int argc, char** argv)
         QApplication::setStyle(QStringLiteral("Fusion"));
         QApplication::setPalette(darkPalette());
     }
-    return options.tourFolder.isEmpty() ? edit(options) : tour::run(options.tourFolder);
+    return edit(options);
 }

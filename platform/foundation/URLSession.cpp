@@ -4,8 +4,8 @@
 #include "platform/foundation/curl/CookieJar.h"
 #include "platform/foundation/curl/NetworkThread.h"
 #include "platform/foundation/curl/TaskParts.h"
-#include "platform/foundation/curl/TaskRelay.h"
 #include "platform/foundation/curl/TemporaryFile.h"
+#include "platform/foundation/curl/Transfer.h"
 
 #include <atomic>
 #include <mutex>
@@ -43,24 +43,24 @@ const URLSessionConfiguration& URLSession::configuration() const
 std::shared_ptr<URLSessionDataTask> URLSession::dataTaskWithRequest(const URLRequest& request,
                                                                     URLSessionDataTask::Completion completion)
 {
-    return std::shared_ptr<URLSessionDataTask>(new URLSessionDataTask(
-        std::make_unique<URLSessionTask::Parts>(weak_from_this(), request, ++m_parts->tasks, std::move(completion))));
+    return std::shared_ptr<URLSessionDataTask>(new URLSessionDataTask(std::make_unique<URLSessionTask::Parts>(
+        weak_from_this(), URLSessionTask::Parts::Kind::Data, request, ++m_parts->tasks, std::move(completion))));
 }
 
 std::shared_ptr<URLSessionDownloadTask> URLSession::downloadTaskWithRequest(const URLRequest& request)
 {
-    return std::shared_ptr<URLSessionDownloadTask>(new URLSessionDownloadTask(
-        std::make_unique<URLSessionTask::Parts>(weak_from_this(), request, ++m_parts->tasks)));
+    return std::shared_ptr<URLSessionDownloadTask>(new URLSessionDownloadTask(std::make_unique<URLSessionTask::Parts>(
+        weak_from_this(), URLSessionTask::Parts::Kind::Download, request, ++m_parts->tasks)));
 }
 
 void URLSession::start(const std::shared_ptr<URLSessionTask>& task)
 {
-    const bool isDownload = std::dynamic_pointer_cast<URLSessionDownloadTask>(task) != nullptr;
     const auto& storage = m_parts->configuration.HTTPCookieStorage;
+    const bool isDownload = task->m_parts->kind == URLSessionTask::Parts::Kind::Download;
     auto transfer = std::make_shared<Transfer>(
         task->originalRequest(), m_parts->configuration, storage ? storage->m_parts : nullptr,
         isDownload ? AnswerBody::Destination::File : AnswerBody::Destination::Memory,
-        std::make_shared<TaskRelay>(task, *task->m_parts, weak_from_this(), m_parts->delegate.lock()));
+        URLSessionTask::Parts::beginDelivery(task, m_parts->delegate.lock()));
     task->m_parts->transfer = transfer;
     m_parts->thread.start(std::move(transfer));
 }
@@ -73,8 +73,8 @@ void URLSession::cancel(const URLSessionTask& task)
 
 void URLSession::endUnstarted(const std::shared_ptr<URLSessionTask>& task)
 {
-    const auto relay = std::make_shared<TaskRelay>(task, *task->m_parts, weak_from_this(), m_parts->delegate.lock());
-    relay->transferEnded({makeURLError(URLError::Cancelled), std::nullopt, Data(), nullptr});
+    URLSessionTask::Parts::beginDelivery(task, m_parts->delegate.lock())
+        ->transferEnded({makeURLError(URLError::Cancelled), std::nullopt, Data(), nullptr});
 }
 
 } // namespace tljira

@@ -30,7 +30,7 @@ void URLSessionTask::cancel()
     const std::lock_guard lock(m_parts->mutex);
     if (!session || m_parts->step == Parts::Step::Cancelled || m_parts->step == Parts::Step::Completed)
         return;
-    if (std::exchange(m_parts->step, Parts::Step::Cancelled) == Parts::Step::Suspended)
+    if (m_parts->step.exchange(Parts::Step::Cancelled) == Parts::Step::Suspended)
         session->endUnstarted(shared_from_this());
     else
         session->cancel(*this);
@@ -38,7 +38,7 @@ void URLSessionTask::cancel()
 
 bool URLSessionTask::isRunning() const
 {
-    return m_parts->isRunning();
+    return m_parts->isAt(Parts::Step::Running);
 }
 
 bool URLSessionTask::hasEnded() const

@@ -47,7 +47,7 @@ private:
     friend class URLSessionDataTask;
     friend class URLSessionDownloadTask;
 
-    struct Parts;
+    class Parts;
     explicit URLSessionTask(std::unique_ptr<Parts> parts);
 
     const std::unique_ptr<Parts> m_parts;

@@ -43,6 +43,8 @@ TEST(Framework, publishesItsConstants)
 TEST(Framework, isOfTheSameClassesForItsHost)
 {
     const auto download = JMWindowController::init();
+    download->window();
+    download->bodyViewController()->view();
     const auto list = download->bodyViewController()->jaListAttachedWindow();
     list->window();
     QObject* const table = list->tableView();

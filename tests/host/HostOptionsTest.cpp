@@ -39,12 +39,6 @@ TEST(HostOptions, refusesASecondDocument)
     EXPECT_EQ(parsed({QStringLiteral("a"), QStringLiteral("b")}).error, QStringLiteral("Unexpected argument 'b'."));
 }
 
-TEST(HostOptions, refusesADocumentForTheTour)
-{
-    EXPECT_EQ(parsed({QStringLiteral("--tour"), QStringLiteral("shots"), QStringLiteral("a")}).error,
-              QStringLiteral("The tour brings its own server and document."));
-}
-
 TEST(HostOptions, refusesWhatItDoesNotKnow)
 {
     EXPECT_EQ(parsed({QStringLiteral("--verbose")}).error, QStringLiteral("Unknown option 'verbose'."));
@@ -52,7 +46,7 @@ TEST(HostOptions, refusesWhatItDoesNotKnow)
 
 TEST(HostOptions, namesEveryOptionInItsHelp)
 {
-    for (const char* option : {"--connect-to", "--status", "--tour", "--dark", "--help"})
+    for (const char* option : {"--connect-to", "--status", "--dark", "--help"})
         EXPECT_TRUE(HostOptions::help().contains(QLatin1String(option))) << option;
 }
 

@@ -1,42 +1,116 @@
 #include "platform/foundation/curl/TaskParts.h"
 
+#include "platform/foundation/MainQueue.h"
+
 #include <utility>
 
 namespace tljira {
 
-TaskParts::TaskParts(std::weak_ptr<URLSession> owner, URLRequest original, quint64 number,
-                     URLSessionDataTask::Completion atEnd)
+namespace {
+
+/// Bytes since the last report; a redirect that repeats a body starts its count anew.
+qint64 increment(qint64 now, qint64 reported)
+{
+    return now >= reported ? now - reported : now;
+}
+
+} // namespace
+
+URLSessionTask::Parts::Parts(std::weak_ptr<URLSession> owner, Kind what, URLRequest original, quint64 number,
+                             URLSessionDataTask::Completion atEnd)
     : session(std::move(owner))
+    , kind(what)
     , request(std::move(original))
     , identifier(number)
-    , completion(std::move(atEnd))
+    , m_completion(std::move(atEnd))
 {
 }
 
-bool TaskParts::isRunning() const
+std::shared_ptr<TransferObserver> URLSessionTask::Parts::beginDelivery(const std::shared_ptr<URLSessionTask>& task,
+                                                                       std::shared_ptr<URLSessionDelegate> delegate)
 {
-    const std::lock_guard lock(mutex);
-    return step == Step::Running;
+    Parts* const parts = task->m_parts.get();
+    // Without an end it is dropped with its session. That may be on the network thread, where a client that goes would
+    // wait for that very thread.
+    const auto letGo = [task = task](Parts* dropped) mutable {
+        auto held = std::exchange(task, nullptr);
+        if (!dropped->isAt(Step::Completed)) {
+            MainQueue::instance().addOperation([held = std::move(held), delegate = std::move(dropped->m_delegate)] {});
+        }
+    };
+    const std::shared_ptr<TransferObserver> observer(parts, letGo);
+    parts->m_task = task;
+    parts->m_observer = observer;
+    parts->m_delegate = std::move(delegate);
+    return observer;
 }
 
-bool TaskParts::hasEnded() const
+void URLSessionTask::Parts::transferMoved(const TransferProgress& progress)
 {
-    const std::lock_guard lock(mutex);
-    return step == Step::Completed || session.expired();
+    {
+        const std::lock_guard lock(mutex);
+        m_progress = progress;
+        if (std::exchange(m_isReportWaiting, true))
+            return;
+    }
+    MainQueue::instance().addOperation([this, keptAlive = m_observer.lock()] { deliverProgress(); });
 }
 
-bool TaskParts::complete()
+void URLSessionTask::Parts::transferEnded(TransferResult result)
 {
-    const std::lock_guard lock(mutex);
-    return std::exchange(step, Step::Completed) != Step::Cancelled;
+    MainQueue::instance().addOperation(
+        [this, keptAlive = m_observer.lock(), result = std::move(result)]() mutable { deliverEnd(result); });
 }
 
-void TaskParts::callCompletion(const Data& body, const std::optional<HTTPURLResponse>& response,
-                               const std::optional<Error>& error)
+void URLSessionTask::Parts::deliverProgress()
 {
-    const auto call = std::exchange(completion, nullptr);
-    if (call)
-        call(error ? std::nullopt : std::optional(body), response, error);
+    TransferProgress now;
+    {
+        const std::lock_guard lock(mutex);
+        if (step != Step::Running)
+            return;
+        now = m_progress;
+        m_isReportWaiting = false;
+    }
+    if (m_delegate && !session.expired())
+        report(now);
+}
+
+void URLSessionTask::Parts::report(const TransferProgress& now)
+{
+    // The delegate may end the task.
+    const std::shared_ptr<URLSessionTask> task = m_task.lock();
+    const std::shared_ptr<URLSessionDelegate> delegate = m_delegate;
+    const TransferProgress before = std::exchange(m_reported, now);
+    if (now.sent != before.sent && now.sent > 0)
+        delegate->didSendBodyData(task, increment(now.sent, before.sent), now.sent, now.expectedToSend);
+    if (kind == Kind::Download && isAt(Step::Running) && now.written != before.written && now.written > 0) {
+        delegate->didWriteData(std::static_pointer_cast<URLSessionDownloadTask>(task),
+                               increment(now.written, before.written), now.written, now.expectedToWrite);
+    }
+}
+
+void URLSessionTask::Parts::deliverEnd(TransferResult& result)
+{
+    const std::shared_ptr<URLSessionTask> task = m_task.lock();
+    const std::shared_ptr<URLSessionDelegate> delegate = std::exchange(m_delegate, nullptr);
+    {
+        const std::lock_guard lock(mutex);
+        if (step.exchange(Step::Completed) == Step::Cancelled)
+            result = {makeURLError(URLError::Cancelled), std::nullopt, Data(), nullptr};
+    }
+    if (session.expired())
+        return;
+
+    if (delegate && kind == Kind::Download && !result.error) {
+        delegate->didFinishDownloadingToURL(std::static_pointer_cast<URLSessionDownloadTask>(task),
+                                            result.file->path());
+    }
+    // What it holds is released before the delegate hears.
+    if (const auto completion = std::exchange(m_completion, nullptr))
+        completion(result.error ? std::nullopt : std::optional(result.body), result.response, result.error);
+    if (delegate)
+        delegate->didCompleteWithError(task, result.error);
 }
 
 } // namespace tljira

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "platform/foundation/URLSessionDelegate.h"
 #include "platform/foundation/URLSessionTask.h"
+#include "platform/foundation/curl/TransferObserver.h"
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 
@@ -9,38 +12,52 @@ namespace tljira {
 
 class Transfer;
 
-/// The inside of a task, which its session and its relay work with.
-struct TaskParts
+/// The inside of a task: how far it is, and the way of what the network thread learns of it to the main thread, where
+/// the delegate and the completion are called. Progress does not queue up: while a report waits for the main thread,
+/// newer figures replace the older ones.
+class URLSessionTask::Parts : public TransferObserver
 {
+public:
+    enum class Kind { Data, Download };
     enum class Step { Suspended, Running, Cancelled, Completed };
 
-    TaskParts(std::weak_ptr<URLSession> owner, URLRequest original, quint64 number,
-              URLSessionDataTask::Completion atEnd = nullptr);
+    Parts(std::weak_ptr<URLSession> owner, Kind what, URLRequest original, quint64 number,
+          URLSessionDataTask::Completion atEnd = nullptr);
 
-    bool isRunning() const;
-    bool hasEnded() const;
+    /// What hears of the task's transfer. It keeps task and delegate alive until the end has been told.
+    static std::shared_ptr<TransferObserver> beginDelivery(const std::shared_ptr<URLSessionTask>& task,
+                                                           std::shared_ptr<URLSessionDelegate> delegate);
 
-    /// The last step, on the main thread: false when the task was cancelled meanwhile.
-    bool complete();
+    bool isAt(Step which) const { return step == which; }
+    bool hasEnded() const { return isAt(Step::Completed) || session.expired(); }
 
-    /// Once; what the completion holds is released right after.
-    void callCompletion(const Data& body, const std::optional<HTTPURLResponse>& response,
-                        const std::optional<Error>& error);
+    void transferMoved(const TransferProgress& progress) override;
+    void transferEnded(TransferResult result) override;
 
     const std::weak_ptr<URLSession> session;
+    const Kind kind;
     const URLRequest request;
     const quint64 identifier;
-    URLSessionDataTask::Completion completion;
 
-    /// Around what follows.
-    mutable std::mutex mutex;
-    Step step = Step::Suspended;
+    /// Around each change of the step, and around what follows up to what is the main thread's own.
+    std::mutex mutex;
+    std::atomic<Step> step = Step::Suspended;
     std::weak_ptr<Transfer> transfer;
-};
 
-struct URLSessionTask::Parts : TaskParts
-{
-    using TaskParts::TaskParts;
+private:
+    void deliverProgress();
+    void deliverEnd(TransferResult& result);
+    void report(const TransferProgress& now);
+
+    TransferProgress m_progress;
+    bool m_isReportWaiting = false;
+
+    // The main thread's own, once the delivery has begun.
+    std::weak_ptr<URLSessionTask> m_task;
+    std::weak_ptr<TransferObserver> m_observer;
+    std::shared_ptr<URLSessionDelegate> m_delegate;
+    URLSessionDataTask::Completion m_completion;
+    TransferProgress m_reported;
 };
 
 } // namespace tljira

@@ -1,7 +1,7 @@
 #include "framework/TLJiraController.h"
-#include "host/tour/Scenes.h"
-#include "host/tour/Stage.h"
-#include "host/tour/User.h"
+#include "tools/tour/Scenes.h"
+#include "tools/tour/Stage.h"
+#include "tools/tour/User.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "host/tour/User.h"
+#include "tools/tour/User.h"
 
 #include <QLineEdit>
 #include <QMenu>

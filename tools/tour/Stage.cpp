@@ -1,7 +1,7 @@
-#include "host/tour/Stage.h"
+#include "tools/tour/Stage.h"
 
 #include "framework/TLJiraController.h"
-#include "host/tour/User.h"
+#include "tools/tour/User.h"
 
 #include <QAction>
 #include <QApplication>

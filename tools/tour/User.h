@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/tour/Step.h"
+#include "tools/tour/Step.h"
 
 #include <QString>
 #include <QWidget>

@@ -1,7 +1,7 @@
-#include "host/tour/Tour.h"
+#include "tools/tour/Tour.h"
 
-#include "host/tour/Scenes.h"
-#include "host/tour/Stage.h"
+#include "tools/tour/Scenes.h"
+#include "tools/tour/Stage.h"
 
 #include <QApplication>
 #include <QLoggingCategory>
@@ -34,8 +34,6 @@ Step everything(Stage& stage)
 
 int run(const QString& albumFolder)
 {
-    // The same pictures wherever the tour is taken.
-    QApplication::setStyle(QStringLiteral("Fusion"));
     QApplication::setCursorFlashTime(0);
     QApplication::setQuitOnLastWindowClosed(false);
     QLoggingCategory::setFilterRules(QStringLiteral("platform.log=false"));

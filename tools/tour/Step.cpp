@@ -1,4 +1,4 @@
-#include "host/tour/Step.h"
+#include "tools/tour/Step.h"
 
 #include <QApplication>
 #include <QTimer>

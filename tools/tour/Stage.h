@@ -2,9 +2,9 @@
 
 #include "host/EditorWindow.h"
 #include "host/JiraJobs.h"
-#include "host/tour/Album.h"
-#include "host/tour/Journal.h"
-#include "host/tour/Step.h"
+#include "tools/tour/Album.h"
+#include "tools/tour/Journal.h"
+#include "tools/tour/Step.h"
 #include "platform/toolkit/Window.h"
 #include "standin/Server.h"
 

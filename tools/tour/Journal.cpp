@@ -1,4 +1,4 @@
-#include "host/tour/Journal.h"
+#include "tools/tour/Journal.h"
 
 #include <cstdio>
 

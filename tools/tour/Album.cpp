@@ -1,4 +1,4 @@
-#include "host/tour/Album.h"
+#include "tools/tour/Album.h"
 
 #include <QDir>
 #include <QPainter>
