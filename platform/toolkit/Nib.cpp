@@ -1,6 +1,7 @@
 #include "platform/toolkit/Nib.h"
 
 #include "platform/foundation/Log.h"
+#include "platform/toolkit/FitContent.h"
 #include "platform/toolkit/InterfaceTexts.h"
 #include "platform/toolkit/NibLoader.h"
 #include "platform/toolkit/OffScreen.h"
@@ -30,7 +31,7 @@ QWidget* viewIn(QWidget* root)
 // A font larger than the designer's must not cut texts off.
 void makeRoom(QWidget* view)
 {
-    view->setGeometry(QRect(QPoint(0, 0), view->size().expandedTo(view->minimumSizeHint())));
+    view->setGeometry(QRect(QPoint(0, 0), view->size().expandedTo(neededSize(view))));
 }
 
 void copyElement(QXmlStreamReader& reader, QXmlStreamWriter& writer)

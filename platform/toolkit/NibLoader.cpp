@@ -4,14 +4,18 @@
 #include "platform/toolkit/OffScreen.h"
 #include "platform/toolkit/RegisteredViews.h"
 #include "platform/toolkit/TableView.h"
+#include "platform/toolkit/TextRole.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QLineEdit>
 #include <QUiLoader>
 
 namespace tljira {
 
 namespace {
+
+constexpr QMargins roomInFields(4, 4, 4, 4);
 
 class Loader : public QUiLoader
 {
@@ -24,7 +28,10 @@ public:
             view->setObjectName(name);
             return view;
         }
-        return QUiLoader::createWidget(className, parent, name);
+        QWidget* view = QUiLoader::createWidget(className, parent, name);
+        if (auto* field = qobject_cast<QLineEdit*>(view))
+            field->setTextMargins(roomInFields);
+        return view;
     }
 };
 
@@ -62,6 +69,7 @@ QWidget* NibLoader::load(const QByteArray& text, const std::shared_ptr<Nib>& nib
     for (QWidget* view : views) {
         if (auto* table = qobject_cast<TableView*>(view))
             table->setCellMaker([nib](const QString& identifier) { return nib->makeCell(identifier); });
+        TextRole::applyProperty(view);
         announceLoadedView(view);
     }
     return root;

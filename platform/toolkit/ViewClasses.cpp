@@ -1,8 +1,12 @@
 #include "platform/toolkit/ViewClasses.h"
 
+#include "platform/toolkit/AlertView.h"
 #include "platform/toolkit/ElidedLabel.h"
+#include "platform/toolkit/Glyph.h"
 #include "platform/toolkit/ImageView.h"
+#include "platform/toolkit/MessageLine.h"
 #include "platform/toolkit/ProgressIndicator.h"
+#include "platform/toolkit/PushButton.h"
 #include "platform/toolkit/RegisteredViews.h"
 #include "platform/toolkit/TableCellView.h"
 #include "platform/toolkit/TableView.h"
@@ -24,8 +28,12 @@ QWidget* make(QWidget* parent)
 QHash<QString, ViewMaker>& makers()
 {
     static QHash<QString, ViewMaker> all = {
+        {QStringLiteral("QPushButton"), make<PushButton>},
+        {QStringLiteral("tljira::AlertView"), make<AlertView>},
         {QStringLiteral("tljira::ElidedLabel"), make<ElidedLabel>},
+        {QStringLiteral("tljira::Glyph"), make<Glyph>},
         {QStringLiteral("tljira::ImageView"), make<ImageView>},
+        {QStringLiteral("tljira::MessageLine"), make<MessageLine>},
         {QStringLiteral("tljira::ProgressIndicator"), make<ProgressIndicator>},
         {QStringLiteral("tljira::TableCellView"), make<TableCellView>},
         {QStringLiteral("tljira::TableView"), make<TableView>},

@@ -1,0 +1,70 @@
+#include "platform/toolkit/FitContent.h"
+
+#include "platform/toolkit/Window.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace tljira;
+
+class FitContentTest : public testing::Test
+{
+protected:
+    FitContentTest()
+    {
+        label->setWordWrap(true);
+        layout->addWidget(label);
+        content.resize(300, 100);
+        window = Window::create(QStringLiteral("Window"), &content);
+        window->setFrame(QRectF(100, 200, 300, 100), false);
+    }
+
+    void say(int words) { label->setText(QStringLiteral("some words ").repeated(words)); }
+
+    QWidget content;
+    QVBoxLayout* layout = new QVBoxLayout(&content);
+    QLabel* label = new QLabel(&content);
+    std::shared_ptr<Window> window;
+};
+
+TEST_F(FitContentTest, needsTheHeightOfTextsThatWrap)
+{
+    say(1);
+    EXPECT_LT(neededSize(&content).height(), 100);
+    say(200);
+    EXPECT_EQ(neededSize(&content).width(), 300);
+    EXPECT_GE(neededSize(&content).height(), label->heightForWidth(300 - 2 * layout->contentsMargins().left()));
+    EXPECT_EQ(neededSize(nullptr), QSize());
+}
+
+TEST_F(FitContentTest, growsTheWindowDownwards)
+{
+    say(200);
+    const int needed = neededSize(&content).height();
+    growToFit(window, false);
+    EXPECT_EQ(window->frame(), QRectF(100, 200 + 100 - needed, 300, needed));
+    EXPECT_EQ(content.height(), needed);
+}
+
+TEST_F(FitContentTest, growsTheWindowForWordsThatDoNotWrap)
+{
+    label->setText(QStringLiteral("Donaudampfschifffahrtsgesellschaftskapitänswitwenrentenauszahlungsstelle"));
+    growToFit(window, false);
+    EXPECT_GT(window->frame().width(), 300);
+    EXPECT_EQ(window->frame().x(), 100);
+    EXPECT_GE(label->width(), label->minimumSizeHint().width());
+}
+
+TEST_F(FitContentTest, leavesAWindowThatIsLargeEnough)
+{
+    say(1);
+    growToFit(window, false);
+    EXPECT_EQ(window->frame(), QRectF(100, 200, 300, 100));
+    growToFit(nullptr, false);
+}
+
+} // namespace
