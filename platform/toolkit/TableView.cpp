@@ -3,7 +3,7 @@
 #include "platform/toolkit/TableCellView.h"
 
 #include <QApplication>
-#include <QKeyEvent>
+#include <QLayout>
 #include <QPainter>
 #include <QScrollBar>
 
@@ -22,12 +22,6 @@ QEvent::Type firstShownEvent()
 
 constexpr qint64 rowsBeyondEitherEnd = 1;
 constexpr QSize usual(320, 200);
-
-/// The prototype is as high as its designer made it; what the data source has put into a cell may need more.
-int neededHeight(const TableCellView& cell)
-{
-    return std::max(cell.height(), cell.minimumSizeHint().height());
-}
 
 // In the order in which Tab walks through them.
 QList<QWidget*> tabStops(TableCellView* cell)
@@ -74,7 +68,11 @@ void TableView::reloadData()
     m_hasAsked = true;
     recycleOutside(0, -1);
     m_rows = m_source ? std::max<qint64>(m_source->numberOfRowsInTableView(*this), 0) : 0;
+    m_measuredWidth = 0;
+    m_selectedRow = -1;
     updateScrollBar();
+    if (m_selectsRows)
+        selectRow(0);
     layOutCells();
     viewport()->update();
 }
@@ -109,6 +107,11 @@ qint64 TableView::rowForView(const QWidget* view) const
 }
 
 // Geometry: rows stand at multiples of step() below the viewport's top, moved up by offset().
+
+QRect TableView::rectOfRow(qint64 row) const
+{
+    return QRect(0, static_cast<int>(row * step() - offset()), viewport()->width(), step());
+}
 
 int TableView::step() const
 {
@@ -150,17 +153,47 @@ void TableView::layOutCells()
     m_isLayingOut = true;
     if (step() == 0 && m_rows > 0) {
         makeCells(0, 0);
-        m_measuredHeight = m_cells.empty() ? 0 : neededHeight(*m_cells.begin()->second);
-        updateScrollBar();
+        measure();
     }
-    if (step() > 0) {
+    // Taller rows leave fewer of them in sight.
+    do {
+        if (step() == 0)
+            break;
         const qint64 first = std::max<qint64>(offset() / step() - rowsBeyondEitherEnd, 0);
         const qint64 last = std::min((offset() + viewport()->height() - 1) / step() + rowsBeyondEitherEnd, m_rows - 1);
         recycleOutside(first, last);
         makeCells(first, last);
-        placeCells();
-    }
+    } while (measure());
+    placeCells();
     m_isLayingOut = false;
+}
+
+/// What the cells in sight need at this width, and no less than their prototype has. Reused cells may need more than
+/// those before them; rows become lower only when all begins anew. Answers whether anything has changed.
+bool TableView::measure()
+{
+    const bool beginsAnew = m_measuredWidth != viewport()->width();
+    const int needed = neededHeight();
+    if (needed == 0 || (!beginsAnew && needed <= m_measuredHeight))
+        return false;
+    const bool changes = needed != m_measuredHeight;
+    m_measuredWidth = viewport()->width();
+    m_measuredHeight = needed;
+    updateScrollBar();
+    return changes && m_rowHeight == 0;
+}
+
+int TableView::neededHeight() const
+{
+    int height = 0;
+    for (const auto& [row, cell] : m_cells) {
+        const int width = viewport()->width();
+        const QLayout* layout = cell->layout();
+        const bool wraps = layout && layout->hasHeightForWidth();
+        const int needed = wraps ? layout->totalHeightForWidth(width) : cell->minimumSizeHint().height();
+        height = std::max({height, needed, m_prototypeHeight});
+    }
+    return height;
 }
 
 void TableView::recycleOutside(qint64 first, qint64 last)
@@ -182,6 +215,8 @@ bool TableView::makeCell(qint64 row)
     if (!cell)
         return false;
     cell->setParent(viewport());
+    if (m_prototypeHeight == 0)
+        m_prototypeHeight = cell->height();
     m_cells[row] = cell;
     return true;
 }
@@ -198,7 +233,7 @@ void TableView::makeCells(qint64 first, qint64 last)
 void TableView::placeCells()
 {
     for (const auto& [row, cell] : m_cells) {
-        cell->setGeometry(0, static_cast<int>(row * step() - offset()), viewport()->width(), step());
+        cell->setGeometry(rectOfRow(row));
         cell->show();
     }
     for (const QList<TableCellView*>& idle : std::as_const(m_reusable)) {
@@ -220,8 +255,12 @@ void TableView::chainFocus()
 
 void TableView::followFocus(const QWidget* now)
 {
-    if (now && viewport()->isAncestorOf(now))
-        scrollRowToVisible(rowForView(now));
+    if (!now || !viewport()->isAncestorOf(now))
+        return;
+    const qint64 row = rowForView(now);
+    scrollRowToVisible(row);
+    if (m_selectsRows)
+        selectRow(row);
 }
 
 bool TableView::event(QEvent* event)
@@ -249,13 +288,22 @@ void TableView::resizeEvent(QResizeEvent* event)
     layOutCells();
 }
 
+void TableView::changeEvent(QEvent* event)
+{
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange)
+        return;
+    m_measuredWidth = 0;
+    layOutCells();
+}
+
 void TableView::scrollContentsBy(int, int)
 {
     layOutCells();
     viewport()->update();
 }
 
-// A hairline under each row.
+// A hairline under each row, below the selection.
 void TableView::paintEvent(QPaintEvent*)
 {
     if (step() == 0)
@@ -265,19 +313,7 @@ void TableView::paintEvent(QPaintEvent*)
     line.setAlphaF(0.12F);
     for (const auto& [row, cell] : m_cells)
         painter.fillRect(0, cell->geometry().bottom(), viewport()->width(), 1, line);
-}
-
-void TableView::keyPressEvent(QKeyEvent* event)
-{
-    static const QHash<int, QAbstractSlider::SliderAction> actions = {
-        {Qt::Key_Up, QAbstractSlider::SliderSingleStepSub},   {Qt::Key_Down, QAbstractSlider::SliderSingleStepAdd},
-        {Qt::Key_PageUp, QAbstractSlider::SliderPageStepSub}, {Qt::Key_PageDown, QAbstractSlider::SliderPageStepAdd},
-        {Qt::Key_Home, QAbstractSlider::SliderToMinimum},     {Qt::Key_End, QAbstractSlider::SliderToMaximum},
-    };
-    const auto action = actions.constFind(event->key());
-    if (action == actions.constEnd())
-        return QAbstractScrollArea::keyPressEvent(event);
-    verticalScrollBar()->triggerAction(*action);
+    paintSelection(painter);
 }
 
 } // namespace tljira

@@ -1,16 +1,10 @@
 #include "platform/toolkit/TableView.h"
 
-#include "platform/toolkit/Decorations.h"
-#include "platform/toolkit/Nib.h"
-#include "platform/toolkit/ViewClasses.h"
-#include "platform/toolkit/Window.h"
-#include "tests/platform/toolkit/Forms.h"
-#include "tests/platform/toolkit/TestCell.h"
+#include "tests/platform/toolkit/TableTest.h"
 #include "tests/support/WaitUntil.h"
 
 #include <QElapsedTimer>
 #include <QScrollBar>
-#include <QSet>
 #include <QtTest/QTest>
 
 #include <gmock/gmock.h>
@@ -24,74 +18,11 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using tests::TestCell;
 
-class Rows : public TableViewDataSource
+using tests::cellHeight;
+using tests::viewHeight;
+
+class TableViewTest : public tests::TableTest
 {
-public:
-    qint64 numberOfRowsInTableView(TableView&) override
-    {
-        ++countsAsked;
-        if (onCount)
-            onCount();
-        return count;
-    }
-
-    TableCellView* viewForTableColumn(TableView& table, int column, qint64 row) override
-    {
-        EXPECT_EQ(column, 0);
-        rowsAsked.append(row);
-        if (onCell)
-            onCell(row);
-        auto* cell = dynamic_cast<TestCell*>(table.makeViewWithIdentifier(QStringLiteral("testCell")));
-        if (cell) {
-            cells.insert(cell);
-            cell->titleLabel->setText(QString::number(row));
-        }
-        return cell;
-    }
-
-    std::function<void()> onCount;
-    std::function<void(qint64)> onCell;
-    qint64 count = 0;
-    int countsAsked = 0;
-    QList<qint64> rowsAsked;
-    QSet<TestCell*> cells;
-};
-
-constexpr int cellHeight = 50;
-constexpr int viewHeight = 200;
-
-class TableViewTest : public testing::Test
-{
-protected:
-    TableViewTest()
-    {
-        pretendDecorations(QMargins());
-        registerViewClass<TestCell>(QStringLiteral("TestCell"));
-        const NibViews views = Nib::load(QStringLiteral("List"), tests::forms())->instantiate();
-        window = Window::create(QStringLiteral("List"), views.view);
-        table = views.view->findChild<TableView*>(QStringLiteral("tableView"));
-        table->setDataSource(&rows);
-    }
-    ~TableViewTest() override { pretendDecorations(std::nullopt); }
-
-    void show(qint64 count)
-    {
-        rows.count = count;
-        window->makeKeyAndOrderFront();
-        ASSERT_TRUE(tests::waitUntil([&] { return window->isKeyWindow() && rows.countsAsked > 0; }));
-    }
-
-    QString titleAt(qint64 row) const
-    {
-        auto* cell = dynamic_cast<TestCell*>(table->cellAtRow(row));
-        return cell ? cell->titleLabel->text() : QString();
-    }
-
-    QScrollBar* bar() const { return table->verticalScrollBar(); }
-
-    Rows rows;
-    std::shared_ptr<Window> window;
-    QPointer<TableView> table;
 };
 
 TEST_F(TableViewTest, standsInAnInterfaceFile)
