@@ -83,16 +83,17 @@ bool InputGuard::isUnwanted(QObject* receiver, QKeyEvent& event)
     QWidget& target = isNew ? (focused ? *focused : *window) : static_cast<QWidget&>(*receiver);
     if (event.type() == QEvent::ShortcutOverride) {
         // An accepted one is no shortcut.
-        if (meansNothing || event.isAutoRepeat())
+        const bool isNoShortcut = meansNothing || m_keys.isRepeat(event);
+        if (isNoShortcut)
             event.accept();
-        return meansNothing || event.isAutoRepeat();
+        return isNoShortcut;
     }
     return meansNothing || isUnwantedIn(target, event);
 }
 
 bool InputGuard::isUnwantedIn(QWidget& target, const QKeyEvent& event) const
 {
-    if (event.type() == QEvent::KeyPress && event.isAutoRepeat() && pressesSomething(event, target))
+    if (event.type() == QEvent::KeyPress && m_keys.isRepeat(event) && pressesSomething(event, target))
         return true;
     if (WindowFocus::isWithinReach(&target))
         return false;

@@ -3,6 +3,7 @@
 #include <QApplication>
 
 #include <algorithm>
+#include <utility>
 
 namespace tljira {
 
@@ -15,39 +16,66 @@ bool pressesButtons(int key)
 
 } // namespace
 
+const PressedKeys::Press* PressedKeys::find(int key) const
+{
+    const auto found =
+        std::find_if(m_presses.begin(), m_presses.end(), [key](const Press& each) { return each.key == key; });
+    return found == m_presses.end() ? nullptr : &*found;
+}
+
+PressedKeys::Press* PressedKeys::find(int key)
+{
+    return const_cast<Press*>(std::as_const(*this).find(key));
+}
+
 PressedKeys::Press& PressedKeys::press(const QKeyEvent& event)
 {
-    const int key = event.key();
-    const auto found =
-        std::find_if(m_presses.begin(), m_presses.end(), [&](const Press& each) { return each.key == key; });
-    Press next;
-    next.key = key;
+    Press* const last = find(event.key());
+    const bool isHeld = last && !last->isDown && last->releaseTime != 0 && last->releaseTime == event.timestamp();
+    Press next = isHeld ? *last : Press();
+    next.key = event.key();
     next.isAnnounced = event.type() == QEvent::ShortcutOverride;
+    next.isDown = true;
+    next.releaseTime = 0;
+    if (isHeld) {
+        next.isRepeated = true;
+        next.isStale = last->wasStale || last->wasBeforeChange;
+        return *last = next;
+    }
     next.since.start();
-    if (found == m_presses.end())
+    if (!last)
         return m_presses.emplace_back(next);
-    next.isStale =
-        found->wasBeforeChange && pressesButtons(key) && found->since.elapsed() < QApplication::doubleClickInterval();
-    return *found = next;
+    next.isStale = last->wasBeforeChange && pressesButtons(next.key) &&
+                   last->since.elapsed() < QApplication::doubleClickInterval();
+    return *last = next;
 }
 
 bool PressedKeys::note(const QKeyEvent& event)
 {
-    const auto found =
-        std::find_if(m_presses.begin(), m_presses.end(), [&](const Press& each) { return each.key == event.key(); });
+    Press* const found = find(event.key());
     if (event.isAutoRepeat())
-        return found != m_presses.end() && found->isStale;
-    if (event.type() == QEvent::KeyRelease) {
-        const bool isStale = found != m_presses.end() && found->isStale;
-        if (found != m_presses.end())
-            found->isDown = found->isStale = false;
-        return isStale;
-    }
-    if (event.type() == QEvent::KeyPress && found != m_presses.end() && found->isAnnounced) {
+        return found && found->isStale;
+    if (event.type() == QEvent::KeyRelease)
+        return found && release(*found, event);
+    if (event.type() == QEvent::KeyPress && found && found->isAnnounced) {
         found->isAnnounced = false;
         return found->isStale;
     }
     return press(event).isStale;
+}
+
+bool PressedKeys::release(Press& press, const QKeyEvent& event)
+{
+    press.wasStale = press.isStale;
+    press.releaseTime = event.timestamp();
+    press.isDown = press.isStale = false;
+    return press.wasStale;
+}
+
+bool PressedKeys::isRepeat(const QKeyEvent& event) const
+{
+    const Press* const found = find(event.key());
+    return event.isAutoRepeat() || (found && found->isDown && found->isRepeated);
 }
 
 void PressedKeys::screenChanged()

@@ -74,6 +74,16 @@ TEST_F(UploadOnDesktopTest, sendsItOnceWhileReturnIsHeld)
     EXPECT_EQ(server.attachments("ABC-1").at(0).size, 8 << 20);
 }
 
+TEST_F(UploadOnDesktopTest, staysDoneWhileReturnIsHeldThroughAQuickUpload)
+{
+    user.write(QStringLiteral("ABC-1"));
+    user.holdUntil("Return", manyRepeats, [this] { return isDone(); });
+    EXPECT_TRUE(isSheetUp());
+    EXPECT_TRUE(isDone());
+    EXPECT_EQ(uploads(), 1U);
+    EXPECT_EQ(hostField.text(), QString());
+}
+
 TEST_F(UploadOnDesktopTest, isCancelledWithEscapeAndBeginsAgain)
 {
     holdUploads();

@@ -103,17 +103,24 @@ void User::press(const char* key)
 
 void User::hold(const char* key, int repeats)
 {
+    holdUntil(key, repeats, [] { return true; });
+}
+
+void User::holdUntil(const char* key, int repeats, const std::function<bool()>& condition)
+{
     // Who presses a key has thought for as long as they like.
     const int interval = QApplication::doubleClickInterval();
     QApplication::setDoubleClickInterval(0);
-    const int before = m_keyPresses;
+    int before = m_keyPresses;
     XServer::instance().keyDown(key);
     const bool hasArrived = waitUntil([&] { return m_keyPresses > before; });
     drainMainQueue();
     QApplication::setDoubleClickInterval(interval);
-    const bool isRepeated = waitUntil([&] { return m_keyPresses > before + repeats; });
+    const bool holds = waitUntil(condition);
+    before = m_keyPresses;
+    const bool isRepeated = waitUntil([&] { return m_keyPresses >= before + repeats; });
     release(key);
-    ASSERT_TRUE(hasArrived && isRepeated) << key;
+    ASSERT_TRUE(hasArrived && holds && isRepeated) << key;
 }
 
 void User::release(const char* key)

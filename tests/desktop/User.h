@@ -8,6 +8,8 @@
 #include <QString>
 #include <QWidget>
 
+#include <functional>
+
 namespace tests {
 
 /// Somebody in front of the screen. Whatever is done here goes through the X server and the window manager, and has
@@ -28,6 +30,8 @@ public:
     void press(const char* key);
     /// Lets go when the server has repeated the key that often.
     void hold(const char* key, int repeats);
+    /// The same, counted from the moment at which the condition holds.
+    void holdUntil(const char* key, int repeats, const std::function<bool()>& condition);
     /// The close button of the title bar.
     void clickClose(const QWidget* window);
 

@@ -99,6 +99,101 @@ TEST_F(InputGuardTest, aHeldMnemonicPressesItsButtonOnce)
     EXPECT_EQ(form.plainClicks, 1);
 }
 
+TEST_F(InputGuardTest, aHeldReturnThatIsNotMarkedAsRepeatedPressesTheDefaultButtonOnce)
+{
+    keyboard.press(Qt::Key_Return);
+    for (int turn = 0; turn < 5; ++turn)
+        keyboard.repeatUnmarked(Qt::Key_Return);
+    keyboard.release(Qt::Key_Return);
+    EXPECT_EQ(form.defaultClicks, 1);
+    EXPECT_EQ(form.returns, 1);
+
+    keyboard.click(Qt::Key_Return);
+    EXPECT_EQ(form.defaultClicks, 2);
+}
+
+TEST_F(InputGuardTest, aHeldSpaceThatIsNotMarkedAsRepeatedPressesAFocusedButtonOnce)
+{
+    form.plain->setFocus();
+
+    keyboard.press(Qt::Key_Space);
+    keyboard.repeatUnmarked(Qt::Key_Space);
+    keyboard.repeatUnmarked(Qt::Key_Space);
+    keyboard.release(Qt::Key_Space);
+
+    EXPECT_EQ(form.plainClicks, 1);
+}
+
+TEST_F(InputGuardTest, aHeldMnemonicThatIsNotMarkedAsRepeatedIsNoShortcut)
+{
+    keyboard.press(Qt::Key_P, Qt::AltModifier);
+    ASSERT_TRUE(waitUntil([this] { return form.plainClicks == 1; }));
+
+    EXPECT_FALSE(keyboard.repeatUnmarked(Qt::Key_P, Qt::AltModifier));
+}
+
+TEST_F(InputGuardTest, aKeyThatIsNotMarkedAsRepeatedMeansNothingInASheetThatItBrought)
+{
+    const WithoutDoubledKeys noDoubledKeys;
+    QObject::connect(form.primary, &QPushButton::clicked, [this] { begin(); });
+
+    keyboard.press(Qt::Key_Return);
+    ASSERT_EQ(form.window->attachedSheet(), sheet.window);
+    for (int turn = 0; turn < 3; ++turn)
+        keyboard.repeatUnmarked(Qt::Key_Return);
+    keyboard.repeat(Qt::Key_Return);
+    keyboard.repeatUnmarked(Qt::Key_Return);
+    keyboard.release(Qt::Key_Return);
+    EXPECT_EQ(sheet.clicks() + sheet.returns, 0);
+
+    keyboard.click(Qt::Key_Return);
+    EXPECT_EQ(sheet.defaultClicks, 1);
+}
+
+TEST_F(InputGuardTest, neitherDoesALetterThatIsNotMarked)
+{
+    keyboard.press(Qt::Key_A);
+    begin();
+    keyboard.repeatUnmarked(Qt::Key_A);
+    keyboard.release(Qt::Key_A);
+    EXPECT_EQ(sheet.field->text(), QString());
+}
+
+TEST_F(InputGuardTest, aHeldEscapeThatIsNotMarkedEndsTheSheetAlone)
+{
+    begin();
+    QObject::connect(sheet.cancel, &QPushButton::clicked, [this] { form.window->endSheet(sheet.window); });
+
+    keyboard.press(Qt::Key_Escape);
+    ASSERT_TRUE(waitUntil([this] { return form.window->attachedSheet() == nullptr; }));
+    for (int turn = 0; turn < 3; ++turn)
+        keyboard.repeatUnmarked(Qt::Key_Escape);
+    keyboard.release(Qt::Key_Escape);
+    drainMainQueue();
+
+    EXPECT_EQ(form.cancelClicks, 0);
+}
+
+TEST_F(InputGuardTest, writingGoesOnAlsoWhereItIsNotMarked)
+{
+    keyboard.press(Qt::Key_A);
+    keyboard.repeatUnmarked(Qt::Key_A);
+    keyboard.repeatUnmarked(Qt::Key_A);
+    keyboard.release(Qt::Key_A);
+
+    EXPECT_EQ(form.field->text(), QStringLiteral("aaa"));
+}
+
+TEST_F(InputGuardTest, aSecondReleaseAndPressAtDifferentTimesAreNoRepeat)
+{
+    keyboard.press(Qt::Key_Return);
+    keyboard.release(Qt::Key_Return);
+    keyboard.press(Qt::Key_Return);
+    keyboard.release(Qt::Key_Return);
+
+    EXPECT_EQ(form.defaultClicks, 2);
+}
+
 TEST_F(InputGuardTest, writingAndMovingGoOnAsLongAsAKeyIsHeld)
 {
     keyboard.press(Qt::Key_A);

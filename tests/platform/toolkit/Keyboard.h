@@ -7,7 +7,7 @@ class QWidget;
 namespace tests {
 
 /// The keyboard in front of one window: what it sends takes the way of the window system, so that shortcuts, the focus
-/// and whatever watches the keys have their say.
+/// and whatever watches the keys have their say. Every event has a time of its own.
 class Keyboard
 {
 public:
@@ -20,6 +20,9 @@ public:
     void release(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const;
     /// What a held key sends once: down again, up and down.
     void repeat(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const;
+    /// The same from a busy window system: nothing but their common time says that both are one key's that is held.
+    /// Answers whether the key could be a shortcut's.
+    bool repeatUnmarked(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const;
     void click(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const;
 
 private:
