@@ -44,7 +44,8 @@ QSet<QString> publicNames(const QStringList& folders)
 {
     static const QRegularExpression aClass(QStringLiteral("(?:class|struct) TL_EXPORT (\\w+)"));
     static const QRegularExpression aFunction(QStringLiteral("TL_EXPORT [^;({]*?(\\w+)\\("));
-    static const QRegularExpression aValue(QStringLiteral("TL_EXPORT (?:extern )?const [\\w ]+? (\\w+)(?:\\[\\])?;"));
+    static const QRegularExpression aValue(
+        QStringLiteral("TL_EXPORT (?:extern )?const [\\w&]+(?: [\\w&]+)*? (\\w+)(?:\\[\\])?;"));
     QSet<QString> names;
     for (const QString& folder : folders) {
         QDirIterator header(QStringLiteral(HEADER_FOLDER "/") + folder, {QStringLiteral("*.h")}, QDir::Files);
