@@ -15,10 +15,10 @@ constexpr auto pause = 5ms;
 constexpr int patience = 60s / pause;
 
 /// One action and the step that it belongs to; the step goes on once.
-class Deed : public std::enable_shared_from_this<Deed>
+class PendingAction : public std::enable_shared_from_this<PendingAction>
 {
 public:
-    Deed(std::function<void()> action, std::coroutine_handle<> step)
+    PendingAction(std::function<void()> action, std::coroutine_handle<> step)
         : m_action(std::move(action))
         , m_step(step)
         , m_modalBefore(QApplication::activeModalWidget())
@@ -62,9 +62,9 @@ void InNextTurn::await_suspend(std::coroutine_handle<> step) const
     QTimer::singleShot(0, [step] { step.resume(); });
 }
 
-void Doing::await_suspend(std::coroutine_handle<> step) const
+void Perform::await_suspend(std::coroutine_handle<> step) const
 {
-    QTimer::singleShot(0, [deed = std::make_shared<Deed>(m_action, step)] { deed->begin(); });
+    QTimer::singleShot(0, [pending = std::make_shared<PendingAction>(m_action, step)] { pending->begin(); });
 }
 
 void Until::await_suspend(std::coroutine_handle<> step)

@@ -75,12 +75,12 @@ public:
     void await_resume() const {}
 };
 
-/// Does something in the next turn of the event loop and goes on when that has returned, or begun a modal run that
+/// Performs an action in the next turn of the event loop and goes on when that has returned, or begun a modal run that
 /// keeps it from returning.
-class Doing
+class Perform
 {
 public:
-    explicit Doing(std::function<void()> action)
+    explicit Perform(std::function<void()> action)
         : m_action(std::move(action))
     {
     }

@@ -38,7 +38,7 @@ Step click(QWidget* view)
 {
     // A window that grows smoothly may not have come to it yet.
     co_await Until([view] { return isInSight(*view); });
-    co_await Doing([view] { clickAt(*view, view->rect().center()); });
+    co_await Perform([view] { clickAt(*view, view->rect().center()); });
 }
 
 Step type(QLineEdit* field, QString text)
@@ -52,25 +52,25 @@ Step type(QLineEdit* field, QString text)
         for (const QChar character : text)
             QTest::sendKeyEvent(QTest::Click, window, Qt::Key_unknown, QString(character), Qt::NoModifier);
     };
-    co_await Doing(keys);
+    co_await Perform(keys);
 }
 
 Step press(QWidget* window, Qt::Key key)
 {
-    co_await Doing([window, key] { QTest::keyClick(window->window()->windowHandle(), key); });
+    co_await Perform([window, key] { QTest::keyClick(window->window()->windowHandle(), key); });
 }
 
 Step choose(QMenuBar* bar, QAction* action)
 {
     QMenu* const menu = menuWith(*bar, action);
-    co_await Doing([bar, menu] { clickAt(*bar, bar->actionGeometry(menu->menuAction()).center()); });
+    co_await Perform([bar, menu] { clickAt(*bar, bar->actionGeometry(menu->menuAction()).center()); });
     co_await Until([menu] { return menu->isVisible(); });
-    co_await Doing([menu, action] { clickAt(*menu, menu->actionGeometry(action).center()); });
+    co_await Perform([menu, action] { clickAt(*menu, menu->actionGeometry(action).center()); });
 }
 
 Step closeWindow(QWidget* window)
 {
-    co_await Doing([window] { window->close(); });
+    co_await Perform([window] { window->close(); });
 }
 
 } // namespace tessaloom::tour::user

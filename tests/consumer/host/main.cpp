@@ -17,7 +17,7 @@ class User : public QObject
 {
 public:
     using Condition = std::function<bool()>;
-    using Deed = std::function<void()>;
+    using Action = std::function<void()>;
 
     User()
     {
@@ -25,18 +25,18 @@ public:
         m_timer.start(5);
     }
 
-    void when(Condition condition, Deed deed) { m_steps.push_back({std::move(condition), std::move(deed)}); }
+    void when(Condition condition, Action action) { m_steps.push_back({std::move(condition), std::move(action)}); }
 
 private:
     void look()
     {
         if (m_next == m_steps.size() || !m_steps[m_next].first())
             return;
-        const Deed deed = m_steps[m_next++].second;
-        deed();
+        const Action action = m_steps[m_next++].second;
+        action();
     }
 
-    std::vector<std::pair<Condition, Deed>> m_steps;
+    std::vector<std::pair<Condition, Action>> m_steps;
     std::size_t m_next = 0;
     QTimer m_timer;
 };
