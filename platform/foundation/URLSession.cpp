@@ -3,9 +3,9 @@
 #include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/curl/CookieJar.h"
 #include "platform/foundation/curl/NetworkThread.h"
-#include "platform/foundation/curl/TaskParts.h"
 #include "platform/foundation/curl/TemporaryFile.h"
 #include "platform/foundation/curl/Transfer.h"
+#include "platform/foundation/curl/URLSessionTaskParts.h"
 
 #include <atomic>
 #include <mutex>
