@@ -1,7 +1,6 @@
 #include "platform/toolkit/SheetCover.h"
 
 #include <QEvent>
-#include <QGraphicsEffect>
 #include <QPainter>
 #include <QStyle>
 
@@ -19,32 +18,55 @@ bool isDark(const QPalette& palette)
 
 } // namespace
 
-/// Draws a picture of a widget instead of the widget, above its place by the part of its height that has not slid in yet;
-/// its edges cut that off.
-class SheetCover::Slide : public QGraphicsEffect
+/// Lies on the sheet while that slides in, and shows it where it has come to, from a picture, in front of one of what
+/// it covers. Keys and the mouse reach the sheet.
+class SheetCover::Slide : public QWidget
 {
 public:
-    void advance(QWidget& sheet, qreal progress)
+    Slide(SheetCover& cover, QWidget& sheet)
+        : QWidget(cover.parentWidget())
+        , m_cover(cover)
+        , m_sheet(sheet)
     {
-        m_progress = progress;
-        if (m_picture.isNull()) {
-            setEnabled(false);
-            m_picture = sheet.grab();
-            setEnabled(true);
-        }
+        setObjectName(QStringLiteral("sheetSlide"));
+        setFocusPolicy(Qt::NoFocus);
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setAttribute(Qt::WA_OpaquePaintEvent);
+        fit();
+        show();
+    }
+
+    void fit()
+    {
+        setGeometry(m_sheet.geometry());
+        m_below = m_cover.pictureBelow(geometry());
+        m_picture = QPixmap();
+        raise();
+    }
+
+    void advance(qreal progress)
+    {
+        // Not before the program has set up what the sheet is to show.
+        if (progress > 0 && m_picture.isNull())
+            m_picture = m_sheet.grab();
         update();
     }
 
 protected:
-    void draw(QPainter* painter) override
+    void paintEvent(QPaintEvent*) override
     {
-        const qreal hidden = (1 - m_progress) * m_picture.deviceIndependentSize().height();
-        painter->drawPixmap(QPointF(0, -hidden), m_picture);
+        QPainter painter(this);
+        painter.drawPixmap(QPoint(), m_below);
+        painter.translate(-pos());
+        m_cover.paintShade(painter);
+        painter.drawPixmap(m_cover.sheetRect().topLeft(), m_picture);
     }
 
 private:
+    SheetCover& m_cover;
+    QWidget& m_sheet;
+    QPixmap m_below;
     QPixmap m_picture;
-    qreal m_progress = 0;
 };
 
 SheetCover::SheetCover(QWidget* window, QWidget* sheet)
@@ -59,10 +81,8 @@ SheetCover::SheetCover(QWidget* window, QWidget* sheet)
     QObject::connect(&m_animation, &QVariantAnimation::valueChanged, this,
                      [this](const QVariant& value) { setProgress(value.toReal()); });
     QObject::connect(&m_animation, &QVariantAnimation::finished, this, [this] {
-        // What has changed meanwhile is drawn, too.
-        if (m_sheet)
-            m_sheet->setGraphicsEffect(nullptr);
-        else
+        delete m_slide;
+        if (!m_sheet)
             deleteLater();
     });
     sheet->installEventFilter(this);
@@ -79,6 +99,8 @@ void SheetCover::fit()
     QWidget::raise();
     if (m_sheet)
         m_sheet->raise();
+    if (m_slide)
+        m_slide->fit();
 }
 
 bool SheetCover::start(qreal from, qreal to)
@@ -96,8 +118,7 @@ bool SheetCover::start(qreal from, qreal to)
 
 void SheetCover::slideIn()
 {
-    m_slide = new Slide;
-    m_sheet->setGraphicsEffect(m_slide);
+    m_slide = new Slide(*this, *m_sheet);
     if (!start(0, 1))
         delete m_slide;
 }
@@ -122,9 +143,8 @@ void SheetCover::slideOut()
 void SheetCover::setProgress(qreal progress)
 {
     m_progress = progress;
-    // Not before the program has set up what the sheet is to show.
-    if (m_slide && progress > 0)
-        m_slide->advance(*m_sheet, progress);
+    if (m_slide)
+        m_slide->advance(progress);
     update();
 }
 
@@ -137,21 +157,44 @@ QRect SheetCover::sheetRect() const
 
 bool SheetCover::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Resize || event->type() == QEvent::Move)
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Move) {
+        if (m_slide)
+            m_slide->fit();
         update();
+    }
     return QWidget::eventFilter(watched, event);
+}
+
+QPixmap SheetCover::pictureBelow(const QRect& area) const
+{
+    const QWidget& window = *parentWidget();
+    QPixmap picture(area.size() * devicePixelRatio());
+    picture.setDevicePixelRatio(devicePixelRatio());
+    picture.fill(window.palette().color(window.backgroundRole()));
+    for (QObject* child : window.children()) {
+        if (child == this)
+            break;
+        auto* const view = qobject_cast<QWidget*>(child);
+        if (view && view->isVisible() && !view->isWindow())
+            view->render(&picture, view->pos() - area.topLeft(), QRegion(), QWidget::DrawChildren);
+    }
+    return picture;
 }
 
 void SheetCover::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
+    paintShade(painter);
+    if (!m_picture.isNull())
+        painter.drawPixmap(sheetRect().topLeft(), m_picture);
+}
+
+void SheetCover::paintShade(QPainter& painter) const
+{
     QColor shade = isDark(palette()) ? QColor(0, 0, 0) : QColor(20, 24, 28);
     shade.setAlphaF((isDark(palette()) ? 0.55F : 0.42F) * static_cast<float>(m_progress));
     painter.fillRect(rect(), shade);
-    const QRect sheet = sheetRect();
-    paintShadow(painter, sheet);
-    if (!m_picture.isNull())
-        painter.drawPixmap(sheet.topLeft(), m_picture);
+    paintShadow(painter, sheetRect());
 }
 
 void SheetCover::paintShadow(QPainter& painter, const QRect& sheet) const

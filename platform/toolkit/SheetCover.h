@@ -35,6 +35,9 @@ private:
     bool start(qreal from, qreal to);
     void setProgress(qreal progress);
     QRect sheetRect() const;
+    /// What the window shows there below this.
+    QPixmap pictureBelow(const QRect& area) const;
+    void paintShade(QPainter& painter) const;
     void paintShadow(QPainter& painter, const QRect& sheet) const;
 
     QPointer<QWidget> m_sheet;
