@@ -40,7 +40,7 @@ QColor fitting(const QPalette& palette, const QColor& onLight, const QColor& onD
 
 double contrast(const QColor& color, const QColor& other)
 {
-    const auto [darker, lighter] = std::minmax(luminance(color), luminance(other));
+    const auto [darker, lighter] = std::minmax({luminance(color), luminance(other)});
     return (lighter + 0.05) / (darker + 0.05);
 }
 

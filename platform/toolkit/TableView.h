@@ -6,14 +6,13 @@
 #include <QAbstractScrollArea>
 #include <QHash>
 #include <QList>
+#include <QPainter>
 #include <QSize>
 #include <QString>
 #include <QWidget>
 
 #include <functional>
 #include <map>
-
-class QPainter;
 
 namespace tljira {
 
