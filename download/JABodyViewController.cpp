@@ -8,6 +8,8 @@
 #include "platform/toolkit/OpenPanel.h"
 #include "platform/toolkit/View.h"
 
+#include <QApplication>
+
 JABodyViewController::JABodyViewController()
 {
     outlets.bind("pathLabel", &m_pathLabel);
@@ -49,8 +51,24 @@ void JABodyViewController::viewDidLoad()
     setDownloadActualView(m_checkDownloadFiles);
     if (auto* layer = tljira::Layer::wantLayer(view()))
         layer->setBackgroundColor(QColor::fromRgbF(0, 0, 0, 0.4F));
+    followFocus();
     m_pathFile = JAController::sharedInstance()->pathFile();
     tljira::setText(m_pathLabel, JAController::sharedInstance()->pathFile().value_or(QString()));
+}
+
+// Return presses the button of the area that the keyboard is in.
+void JABodyViewController::followFocus()
+{
+    auto* download = tljira::findView<QPushButton>(m_checkDownloadFiles, "getListAttachedFilesButton");
+    const auto choose = [upload = m_uploadButton, download = QPointer(download),
+                         area = m_containerView](QWidget*, const QWidget* focused) {
+        if (!upload || !download || !focused || focused->window() != download->window())
+            return;
+        const bool isUpload = area && area->isAncestorOf(focused);
+        upload->setDefault(isUpload);
+        download->setDefault(!isUpload);
+    };
+    QObject::connect(qApp, &QApplication::focusChanged, view(), choose);
 }
 
 void JABodyViewController::setUploadActualView(QWidget* view)

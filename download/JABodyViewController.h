@@ -78,6 +78,7 @@ protected:
 private:
     JABodyViewController();
 
+    void followFocus();
     void showAttachments(const JAIssueObject& issue);
 
     QPointer<QLabel> m_pathLabel;

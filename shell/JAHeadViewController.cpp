@@ -1,8 +1,10 @@
 #include "shell/JAHeadViewController.h"
 
 #include "client/JAController.h"
+#include "client/ServerName.h"
 #include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/MainQueue.h"
+#include "platform/toolkit/FitContent.h"
 #include "platform/toolkit/View.h"
 #include "platform/toolkit/Window.h"
 #include "shell/JALoginWindow.h"
@@ -40,10 +42,8 @@ void JAHeadViewController::viewDidLoad()
 {
     ViewController::viewDidLoad();
     tljira::addSubview(view(), m_okSessionView);
-    for (QLabel* secondary : {m_nameLabel.get(), m_emailLabel.get()}) {
-        if (secondary)
-            secondary->setForegroundRole(QPalette::PlaceholderText);
-    }
+    makeRoomForPanel();
+    showPlaceholder();
     if (m_findSessionProgressIndicator)
         m_findSessionProgressIndicator->startAnimation();
     m_jaLoginWindow = JALoginWindow::init();
@@ -52,15 +52,25 @@ void JAHeadViewController::viewDidLoad()
 void JAHeadViewController::viewWillLayout()
 {
     ViewController::viewWillLayout();
+    if (!m_okSessionView)
+        return;
+    makeRoomForPanel();
+    m_okSessionView->setGeometry(view()->rect());
+}
+
+// The panel lies above the header's own layout, which knows nothing of its height.
+void JAHeadViewController::makeRoomForPanel()
+{
     if (m_okSessionView)
-        m_okSessionView->setGeometry(view()->rect());
+        view()->setMinimumHeight(tljira::neededSize(m_okSessionView).height());
 }
 
 void JAHeadViewController::setActualView(QWidget* view)
 {
     tljira::setHidden(m_okSessionView, true);
     tljira::setHidden(view, false);
-    // The panel covers them; nobody is to come upon one with the keyboard.
+    // The panel covers them; nobody is to come upon them with the keyboard or a screen reader.
+    tljira::setHidden(tljira::findView<QWidget>(this->view(), "waitingView"), view && view == m_okSessionView);
     for (QPushButton* button : buttonsBelowPanel())
         tljira::setHidden(button, view && view == m_okSessionView);
 }
@@ -78,7 +88,35 @@ void JAHeadViewController::setOkSessionView()
     if (!client->jaSession())
         return;
     setActualView(m_okSessionView);
-    client->getCurrentUser([self = sharedFrom(this)](const auto& user, const auto&) { self->showUser(user); });
+    ++m_lookUps;
+    showServer();
+    showLookUp();
+    client->getCurrentUser([self = sharedFrom(this)](const auto& user, const auto&) {
+        --self->m_lookUps;
+        self->showUser(user);
+        self->showLookUp();
+    });
+}
+
+void JAHeadViewController::showLookUp()
+{
+    const bool isUnderWay = m_lookUps > 0;
+    const bool isNobodyKnown = tljira::text(m_displayNameLabel).isEmpty() && tljira::text(m_nameLabel).isEmpty();
+    tljira::setHidden(tljira::findView<QWidget>(m_okSessionView, "lookupLabel"), !isUnderWay || !isNobodyKnown);
+    auto* indicator = tljira::findView<tljira::ProgressIndicator>(m_okSessionView, "lookupIndicator");
+    tljira::setHidden(indicator, !isUnderWay);
+    if (indicator && isUnderWay)
+        indicator->startAnimation();
+    else if (indicator)
+        indicator->stopAnimation();
+}
+
+// The picture of nobody in particular, where there is none of the user.
+void JAHeadViewController::showPlaceholder()
+{
+    const bool hasPicture = m_avatarImage && !m_avatarImage->image().isNull();
+    tljira::setHidden(m_avatarImage, !hasPicture);
+    tljira::setHidden(tljira::findView<QWidget>(m_okSessionView, "avatarPlaceholder"), hasPicture);
 }
 
 void JAHeadViewController::showUser(const std::shared_ptr<const JAUser>& user)
@@ -89,7 +127,19 @@ void JAHeadViewController::showUser(const std::shared_ptr<const JAUser>& user)
     tljira::setText(m_emailLabel, text(&JAUser::email));
     tljira::setText(m_displayNameLabel, text(&JAUser::displayName));
     tljira::setText(m_nameLabel, text(&JAUser::name));
+    showServer();
+    // Some scripts are higher than others.
+    makeRoomForPanel();
+    tljira::growToFit(window(), true);
     setAvatarByURL(user ? user->avatarUrl() : std::nullopt);
+}
+
+void JAHeadViewController::showServer()
+{
+    const QString server = client::serverName();
+    const bool standsAlone = server.isEmpty() || tljira::text(m_nameLabel).isEmpty();
+    tljira::setText(tljira::findView<QLabel>(m_okSessionView, "serverLabel"),
+                    standsAlone ? server : QStringLiteral("· ") + server);
 }
 
 void JAHeadViewController::setAvatarByURL(const std::optional<QString>& url)
@@ -108,8 +158,10 @@ void JAHeadViewController::showAvatar(const QByteArray& bytes)
     tljira::GlobalQueue::instance().addOperation([self = sharedFrom(this), number, bytes]() mutable {
         const QImage image = tljira::ImageView::decode(bytes, largestAvatarSide);
         tljira::MainQueue::instance().addOperation([self = std::move(self), number, image] {
-            if (self->m_avatarImage && number == self->m_newestAvatar)
-                self->m_avatarImage->setImage(image);
+            if (!self->m_avatarImage || number != self->m_newestAvatar)
+                return;
+            self->m_avatarImage->setImage(image);
+            self->showPlaceholder();
         });
     });
 }

@@ -19,7 +19,8 @@
 
 class JALoginWindow;
 
-/// The strip that shows who is logged in. Before that it offers to log in, in a sheet of the window it stands in.
+/// The strip that shows who is logged in, and on which server; while the server is asked, it says so. Before that it
+/// offers to log in, in a sheet of the window it stands in.
 class TL_EXPORT JAHeadViewController : public tljira::ViewController
 {
 public:
@@ -66,6 +67,10 @@ private:
     JAHeadViewController();
 
     void showUser(const std::shared_ptr<const JAUser>& user);
+    void makeRoomForPanel();
+    void showLookUp();
+    void showServer();
+    void showPlaceholder();
     void showAvatar(const QByteArray& bytes);
     QList<QPushButton*> buttonsBelowPanel();
     void endSheetAtCancel();
@@ -80,4 +85,6 @@ private:
     QMetaObject::Connection m_cancelConnection;
     /// Counts the answers with avatars, so that one that takes long to decode does not cover a later one.
     quint64 m_newestAvatar = 0;
+    /// Under way, of who is logged in.
+    int m_lookUps = 0;
 };

@@ -2,7 +2,12 @@
 
 #include "client/JAController.h"
 #include "constants/FrameworkBundle.h"
+#include "constants/JAConstants.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/UserDefaults.h"
+#include "platform/toolkit/FitContent.h"
+#include "platform/toolkit/MessageLine.h"
+#include "platform/toolkit/PaletteColors.h"
 #include "platform/toolkit/View.h"
 #include "shell/UIViewStyle.h"
 
@@ -25,6 +30,24 @@ auto trimOuterBlanks(QLineEdit* field)
         field->setText(trimmed);
         field->setCursorPosition(static_cast<int>(cursor));
     };
+}
+
+/// What is read only looks like the form around it.
+QPalette readOnlyPalette(const QWidget& field)
+{
+    const QPalette around = field.parentWidget() ? field.parentWidget()->palette() : QPalette();
+    QPalette palette;
+    palette.setColor(QPalette::Base, around.color(QPalette::Active, QPalette::Window));
+    palette.setColor(QPalette::Text, tljira::quietColor(around));
+    return palette;
+}
+
+void setReadOnly(QLineEdit* field, bool isReadOnly)
+{
+    if (!field)
+        return;
+    field->setReadOnly(isReadOnly);
+    field->setPalette(isReadOnly ? readOnlyPalette(*field) : QPalette());
 }
 
 } // namespace
@@ -60,6 +83,25 @@ void JALoginWindow::windowDidLoad()
     tljira::setHidden(m_spiner, true);
     if (m_hostTextField)
         QObject::connect(m_hostTextField, &QLineEdit::textEdited, m_hostTextField, trimOuterBlanks(m_hostTextField));
+    fillInAddress();
+}
+
+void JALoginWindow::fillInAddress()
+{
+    const QString saved = tljira::UserDefaults::standardUserDefaults().stringForKey(kJiraURL).value_or(QString());
+    if (saved.isEmpty())
+        return;
+    tljira::setText(m_hostTextField, saved);
+    if (m_emailTextField)
+        m_emailTextField->setFocus();
+}
+
+void JALoginWindow::setIsLoggingIn(bool isLoggingIn)
+{
+    tljira::setEnabled(m_loginButton, !isLoggingIn);
+    tljira::setHidden(m_spiner, !isLoggingIn);
+    for (QLineEdit* field : {m_hostTextField.get(), m_emailTextField.get(), m_passwordTextField.get()})
+        setReadOnly(field, isLoggingIn);
 }
 
 void JALoginWindow::loginButtonAction()
@@ -67,8 +109,7 @@ void JALoginWindow::loginButtonAction()
     // The keyboard waits where a refused login is mended, not wherever it goes when the button is disabled.
     if (m_loginButton && m_loginButton->window()->focusWidget() == m_loginButton && m_passwordTextField)
         m_passwordTextField->setFocus();
-    tljira::setEnabled(m_loginButton, false);
-    tljira::setHidden(m_spiner, false);
+    setIsLoggingIn(true);
     if (m_spiner)
         m_spiner->startAnimation();
 
@@ -86,8 +127,7 @@ void JALoginWindow::loginButtonAction()
 void JALoginWindow::loginEnded(const std::shared_ptr<const JALoginObject>& result,
                                const std::optional<tljira::Error>& error)
 {
-    tljira::setHidden(m_spiner, true);
-    tljira::setEnabled(m_loginButton, true);
+    setIsLoggingIn(false);
     if (error)
         showError(*error);
     if (!result)
@@ -100,9 +140,9 @@ void JALoginWindow::showError(const tljira::Error& error)
 {
     const QWidget* label = m_errorLabel;
     tljira::log(u"error: %@ %@", label, error.localizedDescription());
-    tljira::setText(m_errorLabel, error.localizedDescription());
-    if (error.code == unauthorized)
-        tljira::setText(m_errorLabel, QStringLiteral("Incorrect login or password"));
+    tljira::MessageLine::show(m_errorLabel, error.code == unauthorized ? QStringLiteral("Incorrect login or password")
+                                                                       : error.localizedDescription());
+    tljira::growToFit(tljira::Window::windowOf(m_view), true);
     // The code of a refusal is a status; those of the transport are negative.
     if (error.code > 0)
         askForPasswordAgain();

@@ -6,6 +6,7 @@
 #include "platform/foundation/VariantDescription.h"
 #include "platform/toolkit/Application.h"
 #include "platform/toolkit/FillingSubview.h"
+#include "platform/toolkit/FitContent.h"
 #include "platform/toolkit/View.h"
 #include "shell/UIViewStyle.h"
 
@@ -66,6 +67,7 @@ void JAWindowController::windowDidLoad()
     tljira::addFillingSubview(m_headView, m_headViewController->view());
     countSubviews(*m_bodyViewController);
     countSubviews(*m_headViewController);
+    tljira::growToFit(window(), false);
 }
 
 void JAWindowController::logPages() const

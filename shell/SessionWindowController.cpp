@@ -1,15 +1,20 @@
 #include "shell/SessionWindowController.h"
 
 #include "client/JAController.h"
+#include "client/ServerName.h"
 #include "constants/FrameworkBundle.h"
 #include "platform/foundation/Log.h"
 #include "platform/toolkit/Application.h"
 #include "platform/toolkit/FillingSubview.h"
+#include "platform/toolkit/FitContent.h"
+#include "platform/toolkit/InterfaceTexts.h"
+#include "platform/toolkit/ProgressIndicator.h"
 #include "platform/toolkit/View.h"
 #include "shell/JAHeadViewController.h"
 #include "shell/JALoginWindow.h"
 #include "shell/UIViewStyle.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -40,16 +45,23 @@ void removeSubviews(QWidget* view, const QWidget* container, std::initializer_li
     }
 }
 
-/// The keyboard goes along with the view that the user is to fill in.
+/// The keyboard goes along with the view that the user is to fill in: to the first field that is empty, or the first
+/// one.
 void focusFirstField(QWidget* container)
 {
     if (container->isAncestorOf(container->window()->focusWidget()))
         return;
-    const QList<QLineEdit*> fields = container->findChildren<QLineEdit*>();
-    const auto first = std::find_if(fields.begin(), fields.end(),
-                                    [](const QLineEdit* field) { return field->isVisible() && field->isEnabled(); });
-    if (first != fields.end())
-        (*first)->setFocus();
+    QList<QLineEdit*> fields = container->findChildren<QLineEdit*>();
+    fields.removeIf([](const QLineEdit* field) { return !field->isVisible() || !field->isEnabled(); });
+    const auto empty =
+        std::find_if(fields.begin(), fields.end(), [](const QLineEdit* field) { return field->text().isEmpty(); });
+    if (!fields.isEmpty())
+        (empty == fields.end() ? fields.first() : *empty)->setFocus();
+}
+
+QString text(const char* source)
+{
+    return tljira::InterfaceTexts::shared().text("JMWindowController", source);
 }
 
 QList<QPushButton*> cancelButtons(const QWidget* view)
@@ -69,6 +81,7 @@ SessionWindowController::SessionWindowController()
     outlets.bind("bodyView", &m_bodyView);
     outlets.bind("downloadViewContainer", &m_downloadViewContainer);
     outlets.bind("loginViewContainer", &m_loginViewContainer);
+    actions.bind("cancelAction", [this] { cancelAction(); });
 }
 
 SessionWindowController::~SessionWindowController() = default;
@@ -94,9 +107,44 @@ void SessionWindowController::initSession(const BodyMaker& makeBody)
 void SessionWindowController::windowDidLoad()
 {
     WindowController::windowDidLoad();
+    showThatSessionIsLookedFor();
     setLoginViews();
     setDownloadViews();
+    useOneWidth();
     JAController::sharedInstance()->updateSession({});
+}
+
+void SessionWindowController::showThatSessionIsLookedFor()
+{
+    if (auto* indicator = tljira::findView<tljira::ProgressIndicator>(m_view, "connectingIndicator"))
+        indicator->startAnimation();
+    const QString host = client::serverName();
+    if (!host.isEmpty())
+        tljira::setText(tljira::findView<QLabel>(m_view, "connectingLabel"),
+                        text(QT_TRANSLATE_NOOP("JMWindowController", "Looking for your session on %1…")).arg(host));
+}
+
+void SessionWindowController::cancelAction()
+{
+    const auto ownWindow = window();
+    if (const auto parent = ownWindow->sheetParent())
+        parent->endSheet(ownWindow, tljira::ModalResponse::Cancel);
+    else
+        ownWindow->close();
+}
+
+// A switch between views of different widths would jump sideways.
+void SessionWindowController::useOneWidth()
+{
+    int width = 0;
+    const QList<QWidget*> views{m_view, m_loginViewContainer, m_downloadViewContainer};
+    for (QWidget* view : views)
+        width = std::max(width, view ? tljira::neededSize(view).width() : 0);
+    for (QWidget* view : views) {
+        if (view)
+            view->resize(width, std::max(view->height(), tljira::neededSize(view).height()));
+    }
+    tljira::growToFit(window(), false);
 }
 
 void SessionWindowController::setLoginViews()
@@ -116,7 +164,7 @@ void SessionWindowController::setDownloadViews()
     tljira::addFillingSubview(m_headView, m_headViewController->view());
     if (m_downloadViewContainer) {
         m_downloadViewContainer->resize(
-            m_downloadViewContainer->size().expandedTo(m_downloadViewContainer->sizeHint()));
+            tljira::neededSize(m_downloadViewContainer).expandedTo(m_downloadViewContainer->sizeHint()));
         tljira::layoutSubtreeIfNeeded(m_downloadViewContainer);
     }
     countSubviews(*m_body);

@@ -21,7 +21,8 @@ class JALoginWindow;
 /// which as the client's delegate, which it stays after its window has closed, until another controller takes over.
 ///
 /// The window checks the saved session when it is loaded. Until the outcome is known it shows what its interface file
-/// puts into `view`. A delegate call that comes before the window is loaded changes nothing on screen.
+/// puts into `view`: on which server it looks, and a button that gives up. A delegate call that comes before the window
+/// is loaded changes nothing on screen.
 ///
 /// A subclass's factory calls initWithNib(), then initSession():
 ///
@@ -63,6 +64,10 @@ public:
     /// right corner moves outwards by the size of the window's decorations at every call.
     void setActualView(QWidget* container);
 
+    /// Gives up waiting for the saved session to be checked: ends the sheet that the window is with
+    /// ModalResponse::Cancel, or closes the window.
+    void cancelAction();
+
     /// Makes the Cancel buttons of login form and body close the window. By themselves they only end a sheet that it
     /// is; this is for a window that stands alone.
     void closeOnCancel();
@@ -92,6 +97,9 @@ protected:
     void windowDidLoad() override;
 
 private:
+    void showThatSessionIsLookedFor();
+    void useOneWidth();
+
     QPointer<QWidget> m_view;
     QPointer<QWidget> m_headView;
     QPointer<QWidget> m_bodyView;

@@ -24,6 +24,10 @@
         <translation>Vorgangsschlüssel für die Datei</translation>
     </message>
     <message>
+        <source>This window does not send files</source>
+        <translation>Dieses Fenster sendet keine Dateien</translation>
+    </message>
+    <message>
         <source>Choose…</source>
         <translation>Auswählen&#xa0;…</translation>
     </message>
@@ -118,6 +122,10 @@
         <translation>Profilbild</translation>
     </message>
     <message>
+        <source>Asking who you are…</source>
+        <translation>Ihr Name wird abgefragt&#xa0;…</translation>
+    </message>
+    <message>
         <source>Log Out</source>
         <translation>Abmelden</translation>
     </message>
@@ -168,6 +176,10 @@
         <translation>Serveradresse</translation>
     </message>
     <message>
+        <source>Of the address, scheme and host count</source>
+        <translation>Von der Adresse zählen Schema und Rechnername</translation>
+    </message>
+    <message>
         <source>&amp;User name or e-mail</source>
         <translation>&amp;Benutzername oder E-Mail-Adresse</translation>
     </message>
@@ -203,16 +215,16 @@
         <translation>An einen Jira-Vorgang anhängen</translation>
     </message>
     <message>
-        <source>Document</source>
-        <translation>Dokument</translation>
-    </message>
-    <message>
         <source>&amp;Issue key</source>
         <translation>&amp;Vorgangsschlüssel</translation>
     </message>
     <message>
         <source>Issue key</source>
         <translation>Vorgangsschlüssel</translation>
+    </message>
+    <message>
+        <source>The key stands in the issue's address, for example ABC-123</source>
+        <translation>Der Schlüssel steht in der Adresse des Vorgangs, zum Beispiel ABC-123</translation>
     </message>
     <message>
         <source>Upload progress</source>
@@ -242,6 +254,18 @@
         <source>Open &amp;File…</source>
         <translation>&amp;Datei öffnen&#xa0;…</translation>
     </message>
+    <message>
+        <source>The document is gone. Close this window and attach the document again.</source>
+        <translation>Das Dokument ist nicht mehr da. Schließen Sie dieses Fenster und hängen Sie das Dokument erneut an.</translation>
+    </message>
+    <message>
+        <source>Attached to %1</source>
+        <translation>An %1 angehängt</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
 </context>
 <context>
     <name>JAUploadingWindow</name>
@@ -252,6 +276,10 @@
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Uploading</source>
+        <translation>Wird hochgeladen</translation>
     </message>
     <message>
         <source>Upload progress</source>
@@ -270,8 +298,56 @@
         <translation>Das Dokument ist an den Vorgang angehängt.</translation>
     </message>
     <message>
+        <source>Uploaded</source>
+        <translation>Hochgeladen</translation>
+    </message>
+    <message>
+        <source>%1 to %2</source>
+        <translation>%1 an %2</translation>
+    </message>
+    <message>
+        <source>Waiting for the server…</source>
+        <translation>Warten auf den Server&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Attached to %1</source>
+        <translation>An %1 angehängt</translation>
+    </message>
+    <message>
+        <source>The server says: “%1”</source>
+        <translation>Der Server meldet: „%1“</translation>
+    </message>
+    <message>
+        <source>%1 says: “%2”</source>
+        <translation>%1 meldet: „%2“</translation>
+    </message>
+    <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Log out and in again, then attach the document again.</source>
+        <translation>Melden Sie sich ab und wieder an, und hängen Sie das Dokument dann erneut an.</translation>
+    </message>
+    <message>
+        <source>Ask whoever runs the server for the right to attach files to this issue.</source>
+        <translation>Bitten Sie den Betreiber des Servers um das Recht, an diesen Vorgang Dateien anzuhängen.</translation>
+    </message>
+    <message>
+        <source>Attach the document again, and check the issue key.</source>
+        <translation>Hängen Sie das Dokument erneut an, und prüfen Sie den Vorgangsschlüssel.</translation>
+    </message>
+    <message>
+        <source>The server does not take a document of this size.</source>
+        <translation>Der Server nimmt kein Dokument dieser Größe an.</translation>
+    </message>
+    <message>
+        <source>Check the connection, then attach the document again.</source>
+        <translation>Prüfen Sie die Verbindung, und hängen Sie das Dokument dann erneut an.</translation>
+    </message>
+    <message>
+        <source>Attach the document again, now or later.</source>
+        <translation>Hängen Sie das Dokument jetzt oder später erneut an.</translation>
     </message>
 </context>
 <context>
@@ -279,6 +355,14 @@
     <message>
         <source>Looking for your session…</source>
         <translation>Ihre Sitzung wird gesucht&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Looking for your session on %1…</source>
+        <translation>Ihre Sitzung auf %1 wird gesucht&#xa0;…</translation>
     </message>
 </context>
 <context>

@@ -9,16 +9,28 @@
 #include "platform/foundation/Numbers.h"
 #include "platform/foundation/PathString.h"
 #include "platform/toolkit/Alert.h"
+#include "platform/toolkit/FitContent.h"
+#include "platform/toolkit/InterfaceTexts.h"
 #include "platform/toolkit/Layer.h"
+#include "platform/toolkit/MessageLine.h"
 #include "platform/toolkit/OpenPanel.h"
+#include "platform/toolkit/RenameButton.h"
 #include "platform/toolkit/View.h"
 #include "upload/DocumentFolder.h"
+
+#include <QFileInfo>
+#include <QLocale>
 
 #include <utility>
 
 namespace {
 
 constexpr float shadowOpacity = 0.4F;
+
+QString text(const char* source)
+{
+    return tljira::InterfaceTexts::shared().text("JAUploadBodyViewController", source);
+}
 
 double megabytes(qint64 bytes)
 {
@@ -34,6 +46,7 @@ struct JAUploadBodyViewController::Upload
     const std::optional<QString> filePath;
     const std::optional<QString> fileName;
     bool isCancelled = false;
+    bool hasFailed = false;
     bool hasEnded = false;
 };
 
@@ -131,6 +144,59 @@ void JAUploadBodyViewController::setNewPathFile(const std::optional<QString>& pa
     setFilePath(path);
     setFileName(fileName);
     tljira::setText(m_pathLabel, fileName.value_or(QString()));
+    showDocumentIs(DocumentIs::There);
+    lookForDocument();
+}
+
+// A slow disk holds up no window.
+void JAUploadBodyViewController::lookForDocument()
+{
+    const std::optional<QString> path = filePath();
+    if (!path)
+        return;
+    tljira::GlobalQueue::instance().addOperation([self = sharedFrom(this), path]() mutable {
+        const QFileInfo file(*path);
+        const std::optional<qint64> size = file.exists() ? std::optional(file.size()) : std::nullopt;
+        tljira::MainQueue::instance().addOperation([self = std::move(self), path, size] {
+            if (self->filePath() == path)
+                self->showDocumentSize(size);
+        });
+    });
+}
+
+void JAUploadBodyViewController::showDocumentSize(const std::optional<qint64>& size)
+{
+    if (m_documentIs == DocumentIs::Attached)
+        return;
+    showDocumentIs(size ? DocumentIs::There : DocumentIs::Gone);
+    auto* label = tljira::findView<QLabel>(m_uploadView, "documentSize");
+    tljira::setText(label,
+                    size ? QLocale().formattedDataSize(*size, 1, QLocale::DataSizeTraditionalFormat) : QString());
+    tljira::setHidden(label, !size);
+}
+
+void JAUploadBodyViewController::showDocumentIs(DocumentIs state, const QString& key)
+{
+    if (std::exchange(m_documentIs, state) == state && key.isEmpty())
+        return;
+    const bool isGone = state == DocumentIs::Gone;
+    const bool isAttached = state == DocumentIs::Attached;
+    for (QWidget* view : {static_cast<QWidget*>(m_pathLabel), tljira::findView<QWidget>(m_uploadView, "documentIcon")})
+        tljira::setHidden(view, isGone);
+    tljira::setHidden(tljira::findView<QWidget>(m_uploadView, "documentSize"), state != DocumentIs::There);
+    tljira::MessageLine::show(
+        tljira::findView<QLabel>(m_uploadView, "goneLabel"),
+        isGone ? text(QT_TRANSLATE_NOOP("JAUploadBodyViewController",
+                                        "The document is gone. Close this window and attach the document again."))
+               : QString());
+    tljira::MessageLine::show(
+        tljira::findView<QLabel>(m_uploadView, "attachedLabel"),
+        isAttached ? text(QT_TRANSLATE_NOOP("JAUploadBodyViewController", "Attached to %1")).arg(key) : QString());
+    tljira::renameButton(m_cancelButton,
+                         text(isGone || isAttached ? QT_TRANSLATE_NOOP("JAUploadBodyViewController", "Close")
+                                                   : QT_TRANSLATE_NOOP("JAUploadBodyViewController", "Cancel")));
+    if (isViewLoaded())
+        tljira::growToFit(window(), true);
 }
 
 void JAUploadBodyViewController::setUploadActualView(QWidget* view)
@@ -178,11 +244,12 @@ void JAUploadBodyViewController::showUploadingWindow(const std::shared_ptr<Uploa
             self->sheetDidEnd(upload, returnCode);
         });
     }
-    showStart();
+    showStart(*upload);
 }
 
-void JAUploadBodyViewController::showStart()
+void JAUploadBodyViewController::showStart(const Upload& upload)
 {
+    m_jaUploadingWindow->setDocument(upload.fileName.value_or(QString()), upload.key);
     m_jaUploadingWindow->setUploadingState(0, QStringLiteral("size is calculated"));
 }
 
@@ -241,6 +308,7 @@ void JAUploadBodyViewController::showProgress(qint64 bytesSent, qint64 bytesExpe
     const QString size =
         tljira::format(QStringLiteral(" %0.1f / %0.2f mb"), megabytes(bytesSent), megabytes(bytesExpected));
     m_jaUploadingWindow->setUploadingState(percent, size);
+    m_jaUploadingWindow->setSent(bytesSent, bytesExpected);
 }
 
 void JAUploadBodyViewController::uploadEnded(Upload& upload, const std::optional<tljira::Error>& error)
@@ -254,8 +322,10 @@ void JAUploadBodyViewController::uploadEnded(Upload& upload, const std::optional
         m_jaUploadingWindow->setErrorState(*error);
     else
         m_jaUploadingWindow->setSuccessState();
+    upload.hasFailed = upload.hasFailed || error;
+    showWhatIsLeftOf(upload);
     if (m_uploads.size() > 1)
-        showStart();
+        showStart(*m_uploads[1]);
     if (std::exchange(upload.hasEnded, true))
         return;
     // An end may be reported twice; what waits begins after the second report.
@@ -263,6 +333,17 @@ void JAUploadBodyViewController::uploadEnded(Upload& upload, const std::optional
         self->m_uploads.pop_front();
         self->beginNextUpload();
     });
+}
+
+void JAUploadBodyViewController::showWhatIsLeftOf(const Upload& upload)
+{
+    // The panel may show another one by now.
+    if (filePath() != upload.filePath)
+        return;
+    if (upload.hasFailed)
+        lookForDocument();
+    else
+        showDocumentIs(DocumentIs::Attached, upload.key);
 }
 
 void JAUploadBodyViewController::cancelAction()

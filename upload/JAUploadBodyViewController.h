@@ -21,7 +21,9 @@
 /// The panel in which the user names an issue and sends the document to it.
 ///
 /// When an upload has ended, well or not, the folder that holds the file is removed with everything in it. The file has
-/// to lie alone in a folder made for the purpose.
+/// to lie alone in a folder made for the purpose. After an upload that went well the panel says so, and after one that
+/// failed it says, in the place of the document's name, that there is nothing left to send; its Cancel reads Close
+/// then.
 ///
 /// An upload goes on, and its folder is removed, also when the panel's window closes and its owner lets go of it
 /// meanwhile. Everything is called on the main thread.
@@ -111,12 +113,17 @@ private:
     JAUploadBodyViewController();
 
     struct Upload;
+    enum class DocumentIs { There, Gone, Attached };
 
+    void lookForDocument();
+    void showDocumentSize(const std::optional<qint64>& size);
+    void showDocumentIs(DocumentIs state, const QString& key = QString());
     void showUploadingWindow(const std::shared_ptr<Upload>& upload);
     void sheetDidEnd(const std::shared_ptr<Upload>& upload, int returnCode);
     void beginNextUpload();
     void startUpload(const std::shared_ptr<Upload>& upload);
-    void showStart();
+    void showStart(const Upload& upload);
+    void showWhatIsLeftOf(const Upload& upload);
     void showProgress(qint64 bytesSent, qint64 bytesExpected);
     void uploadEnded(Upload& upload, const std::optional<tljira::Error>& error);
 
@@ -134,6 +141,7 @@ private:
     std::shared_ptr<JAUploadingWindow> m_jaUploadingWindow;
     /// In the order in which they were asked for. The first is under way.
     std::deque<std::shared_ptr<Upload>> m_uploads;
+    DocumentIs m_documentIs = DocumentIs::There;
 
     struct Document;
     const std::unique_ptr<Document> m_document;

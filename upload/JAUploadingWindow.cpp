@@ -1,12 +1,62 @@
 #include "upload/JAUploadingWindow.h"
 
 #include "client/JAController.h"
+#include "client/ServerName.h"
 #include "constants/FrameworkBundle.h"
 #include "platform/toolkit/FillingSubview.h"
+#include "platform/toolkit/FitContent.h"
 #include "platform/toolkit/InterfaceTexts.h"
+#include "platform/toolkit/MessageLine.h"
+#include "platform/toolkit/RenameButton.h"
+#include "platform/toolkit/TransferRate.h"
 #include "platform/toolkit/View.h"
+#include "upload/UploadTrouble.h"
+
+#include <QScrollArea>
+#include <QTimer>
 
 #include <algorithm>
+
+using tljira::findView;
+
+namespace {
+
+/// Of an error, before it has to be scrolled.
+constexpr int linesInSight = 7;
+
+QString text(const char* source)
+{
+    return tljira::InterfaceTexts::shared().text("JAUploadingWindow", source);
+}
+
+/// A label that takes no room while it has no text.
+void showText(QLabel* label, const QString& text)
+{
+    tljira::setText(label, text);
+    tljira::setHidden(label, text.isEmpty());
+}
+
+QString saysOf(const QString& server, const QString& sentence)
+{
+    if (sentence.isEmpty())
+        return QString();
+    if (server.isEmpty())
+        return text(QT_TRANSLATE_NOOP("JAUploadingWindow", "The server says: “%1”")).arg(sentence);
+    return text(QT_TRANSLATE_NOOP("JAUploadingWindow", "%1 says: “%2”")).arg(server, sentence);
+}
+
+} // namespace
+
+/// What goes by, and how fast.
+struct JAUploadingWindow::Progress
+{
+    tljira::TransferRate rate;
+    /// Renews what is said while nothing comes any more.
+    QTimer clock;
+    QString key;
+    qint64 sent = 0;
+    qint64 expected = 0;
+};
 
 std::shared_ptr<JAUploadingWindow> JAUploadingWindow::init()
 {
@@ -17,7 +67,10 @@ std::shared_ptr<JAUploadingWindow> JAUploadingWindow::init()
 }
 
 JAUploadingWindow::JAUploadingWindow()
+    : m_progress(std::make_unique<Progress>())
 {
+    m_progress->clock.setInterval(std::chrono::seconds(1));
+    QObject::connect(&m_progress->clock, &QTimer::timeout, [this] { setSent(m_progress->sent, m_progress->expected); });
     outlets.bind("containerView", &m_containerView);
     outlets.bind("uploadingView", &m_uploadingView);
     outlets.bind("errorView", &m_errorView);
@@ -30,11 +83,17 @@ JAUploadingWindow::JAUploadingWindow()
     actions.bind("cancelAction", [this] { cancelAction(); });
 }
 
+JAUploadingWindow::~JAUploadingWindow() = default;
+
 void JAUploadingWindow::windowDidLoad()
 {
     WindowController::windowDidLoad();
+    if (auto* scroll = findView<QScrollArea>(m_errorView, "errorScroll"))
+        scroll->setMinimumHeight(linesInSight * scroll->fontMetrics().lineSpacing());
     for (QWidget* view : {m_uploadingView.get(), m_errorView.get(), m_successView.get()})
         tljira::addFillingSubview(m_containerView, view);
+    // One size for all states, with room for the largest.
+    tljira::growToFit(window(), false);
     setActualView(m_uploadingView);
 }
 
@@ -49,6 +108,40 @@ void JAUploadingWindow::setActualView(QWidget* view)
         focused->setFocus();
 }
 
+void JAUploadingWindow::setDocument(const QString& name, const QString& key)
+{
+    m_progress->key = key;
+    m_progress->sent = 0;
+    m_progress->expected = 0;
+    m_progress->rate.begin();
+    tljira::setText(findView<QLabel>(m_uploadingView, "documentLabel"),
+                    text(QT_TRANSLATE_NOOP("JAUploadingWindow", "%1 to %2")).arg(name, key));
+    showRate(QString());
+}
+
+void JAUploadingWindow::setSent(qint64 sent, qint64 expected)
+{
+    m_progress->sent = sent;
+    m_progress->expected = expected;
+    m_progress->rate.note(sent, expected);
+    m_progress->clock.start();
+    if (expected > 0 && sent >= expected) {
+        showRate(text(QT_TRANSLATE_NOOP("JAUploadingWindow", "Waiting for the server…")));
+        return;
+    }
+    QStringList parts;
+    if (expected > 0)
+        parts.append(QStringLiteral("%1 %").arg(sent * 100 / expected));
+    if (const QString rate = m_progress->rate.text(); !rate.isEmpty())
+        parts.append(rate);
+    showRate(parts.join(QStringLiteral(" · ")));
+}
+
+void JAUploadingWindow::showRate(const QString& words)
+{
+    showText(findView<QLabel>(m_uploadingView, "rateLabel"), words);
+}
+
 void JAUploadingWindow::setUploadingState(qint64 percent, const QString& otherInfo)
 {
     tljira::setText(m_sizeLabel, otherInfo);
@@ -56,6 +149,8 @@ void JAUploadingWindow::setUploadingState(qint64 percent, const QString& otherIn
         m_uploadingProgressBar->setValue(
             static_cast<int>(std::clamp<qint64>(percent, 1, m_uploadingProgressBar->maximum())));
     setActualView(m_uploadingView);
+    nameView(QT_TRANSLATE_NOOP("JAUploadingWindow", "Uploading"));
+    tljira::MessageLine::show(findView<QLabel>(m_uploadingView, "doneLabel"), QString());
     setIsRunning(true);
 }
 
@@ -63,6 +158,8 @@ void JAUploadingWindow::setErrorState(const tljira::Error& error)
 {
     tljira::setText(m_errortitle, QStringLiteral("Error"));
     tljira::setText(m_errorMessage, error.localizedDescription());
+    showText(findView<QLabel>(m_errorView, "serverSentence"), saysOf(client::serverName(), serverSentence(error)));
+    showText(findView<QLabel>(m_errorView, "advice"), text(adviceFor(error)));
     setActualView(m_errorView);
     setIsRunning(false);
 }
@@ -71,32 +168,36 @@ void JAUploadingWindow::setSuccessState()
 {
     tljira::setText(m_sizeLabel, QStringLiteral("DONE"));
     setIsRunning(false);
+    // After an error the rest stays as it is.
+    if (!m_uploadingView || m_uploadingView->isHidden())
+        return;
+    nameView(QT_TRANSLATE_NOOP("JAUploadingWindow", "Uploaded"));
+    showRate(QString());
+    if (!m_progress->key.isEmpty())
+        tljira::MessageLine::show(findView<QLabel>(m_uploadingView, "doneLabel"),
+                                  text(QT_TRANSLATE_NOOP("JAUploadingWindow", "Attached to %1")).arg(m_progress->key));
+    tljira::growToFit(windowIfLoaded(), true);
+}
+
+void JAUploadingWindow::nameView(const char* name)
+{
+    tljira::setText(findView<QLabel>(m_uploadingView, "uploadingTitle"), text(name));
 }
 
 void JAUploadingWindow::setIsRunning(bool isRunning)
 {
+    if (!isRunning)
+        m_progress->clock.stop();
     if (!m_cancelButton || m_isRunning == isRunning)
         return;
     m_isRunning = isRunning;
-    nameButton(isRunning ? QT_TRANSLATE_NOOP("JAUploadingWindow", "Cancel")
-                         : QT_TRANSLATE_NOOP("JAUploadingWindow", "Close"));
+    tljira::renameButton(m_cancelButton, text(isRunning ? QT_TRANSLATE_NOOP("JAUploadingWindow", "Cancel")
+                                                        : QT_TRANSLATE_NOOP("JAUploadingWindow", "Close")));
     // Return, which began the upload, does not cancel it.
     m_cancelButton->setDefault(!isRunning);
     QWidget* next = isRunning ? static_cast<QWidget*>(m_uploadingProgressBar) : m_cancelButton;
     if (next)
         next->setFocus();
-}
-
-void JAUploadingWindow::nameButton(const char* name)
-{
-    if (!m_cancelButton)
-        return;
-    // A button gives up its shortcut with its text.
-    const QKeySequence shortcut = m_cancelButton->shortcut();
-    const QString text = tljira::InterfaceTexts::shared().text("JAUploadingWindow", name);
-    m_cancelButton->setText(text);
-    m_cancelButton->setShortcut(shortcut);
-    m_cancelButton->setAccessibleName(text);
 }
 
 void JAUploadingWindow::cancelAction()

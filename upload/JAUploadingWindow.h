@@ -21,6 +21,7 @@ class TL_EXPORT JAUploadingWindow : public tljira::WindowController
 public:
     /// Loads nothing yet.
     static std::shared_ptr<JAUploadingWindow> init();
+    ~JAUploadingWindow() override;
 
     ///@{
     /// An outlet; null until the window is loaded.
@@ -40,11 +41,19 @@ public:
     /// Shows one of the three views and hides the others.
     void setActualView(QWidget* view);
 
+    /// Names the document that is sent and the issue that it goes to, from now on. The upload begins at this moment.
+    void setDocument(const QString& name, const QString& key);
+    /// So many bytes have been sent: says how many percent of `expected` that is, how fast it goes and how long it will
+    /// take, and that the server is waited for when all are sent.
+    void setSent(qint64 sent, qint64 expected);
+
     /// Shows progress, also after an error. The bar stays between 1 and its maximum. `otherInfo` is shown beside it.
     void setUploadingState(qint64 percent, const QString& otherInfo);
-    /// Shows the error's text instead of the progress.
+    /// Shows the error's text instead of the progress; below it what the server said itself, if the error's user info
+    /// is its answer and has a text under "errorMessages" or "errors", and what the user can do.
     void setErrorState(const tljira::Error& error);
-    /// Says "DONE" where the size stood and changes nothing else: after an error, the error stays in sight.
+    /// Says "DONE" where the size stood, and beside it where the document is now. After an error, the error stays in
+    /// sight.
     void setSuccessState();
 
     /// Cancels the client's newest upload, if it is still going, and ends the sheet with ModalResponse::Cancel.
@@ -56,8 +65,11 @@ protected:
 private:
     JAUploadingWindow();
 
+    struct Progress;
+
     void setIsRunning(bool isRunning);
-    void nameButton(const char* name);
+    void nameView(const char* name);
+    void showRate(const QString& words);
 
     QPointer<QWidget> m_containerView;
     QPointer<QWidget> m_uploadingView;
@@ -69,4 +81,5 @@ private:
     QPointer<QLabel> m_sizeLabel;
     QPointer<QPushButton> m_cancelButton;
     std::optional<bool> m_isRunning;
+    const std::unique_ptr<Progress> m_progress;
 };

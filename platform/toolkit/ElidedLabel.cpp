@@ -4,7 +4,10 @@
 #include <QPainter>
 #include <QStyle>
 #include <QTextDocument>
+#include <QTextLayout>
 #include <QToolTip>
+
+#include <cmath>
 
 namespace tljira {
 
@@ -17,6 +20,16 @@ QString onOneLine(QString text)
             character = u' ';
     }
     return text;
+}
+
+/// Fonts that stand in for one that lacks a script can be higher.
+int lineHeight(const QString& text, const QFont& font)
+{
+    QTextLayout layout(text.isEmpty() ? QStringLiteral(" ") : text, font);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    return static_cast<int>(std::ceil(line.height()));
 }
 
 } // namespace
@@ -43,7 +56,7 @@ QSize ElidedLabel::sizeHint() const
 QSize ElidedLabel::minimumSizeHint() const
 {
     const int around = 2 * (margin() + frameWidth());
-    return {fontMetrics().averageCharWidth() * 4 + around, fontMetrics().lineSpacing() + around};
+    return {fontMetrics().averageCharWidth() * 4 + around, lineHeight(onOneLine(text()), font()) + around};
 }
 
 bool ElidedLabel::event(QEvent* event)

@@ -28,6 +28,12 @@ void growToFit(const std::shared_ptr<Window>& window, bool animate)
     const QSize missing = (neededSize(content) - content->size()).expandedTo(QSize(0, 0));
     if (missing.isNull())
         return;
+    // A window that has no place yet does not get one.
+    if (!window->isVisible()) {
+        content->resize(content->size() + missing);
+        window->widget()->resize(content->size());
+        return;
+    }
     QRectF frame = window->frame();
     frame.setRect(frame.x(), frame.y() - missing.height(), frame.width() + missing.width(),
                   frame.height() + missing.height());

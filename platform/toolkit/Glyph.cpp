@@ -50,13 +50,16 @@ void drawDocument(QPainter& painter)
 
 void drawPerson(QPainter& painter, const QColor& color)
 {
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    painter.drawEllipse(QPointF(12, 8.2), 4.6, 4.6);
-    QPainterPath shoulders(QPointF(2.8, 22));
-    shoulders.cubicTo(2.8, 12.2, 21.2, 12.2, 21.2, 22);
-    shoulders.closeSubpath();
-    painter.drawPath(shoulders);
+    QPainterPath disc;
+    disc.addEllipse(QPointF(12, 12), 12, 12);
+    QPainterPath person;
+    person.addEllipse(QPointF(12, 9.4), 4.4, 4.4);
+    person.addEllipse(QPointF(12, 24), 8.6, 8);
+    QColor shade = color;
+    shade.setAlphaF(0.18F);
+    painter.fillPath(disc, shade);
+    shade.setAlphaF(0.75F);
+    painter.fillPath(person.intersected(disc), shade);
 }
 
 } // namespace

@@ -27,7 +27,6 @@ MessageLine* lineAround(QWidget* view)
 MessageLine::MessageLine(QWidget* parent)
     : AlertView(parent)
 {
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     setKind(QStringLiteral("error"));
     hide();
 }

@@ -7,7 +7,7 @@ namespace tljira {
 
 namespace {
 
-constexpr double readable = 4.5;
+constexpr double readable = 4.6;
 
 double linear(double channel)
 {
@@ -73,10 +73,12 @@ QColor successColor(const QPalette& palette)
     return fitting(palette, QColor(0x17, 0x70, 0x3C), QColor(0x6F, 0xCE, 0x98));
 }
 
+// The palette's own colour of links is rarely meant for buttons, and often the blue of early browsers.
 QColor linkColor(const QPalette& palette)
 {
-    for (const QPalette::ColorRole role : {QPalette::Link, QPalette::Highlight}) {
-        const QColor color = palette.color(QPalette::Active, role);
+    const QColor accent = palette.color(QPalette::Active, QPalette::Highlight);
+    for (double part = 1; part > 0; part -= 0.1) {
+        const QColor color = mixed(accent, foreground(palette), part);
         if (contrast(color, background(palette)) >= readable)
             return color;
     }

@@ -13,7 +13,7 @@ QColor errorColor(const QPalette& palette);
 /// Behind text in errorColor().
 QColor errorBackground(const QPalette& palette);
 QColor successColor(const QPalette& palette);
-/// Of a control without a frame.
+/// Of a button without a frame: the palette's highlight colour, closer to its text if need be.
 QColor linkColor(const QPalette& palette);
 
 /// `part`, between 0 and 1, of `color`, the rest of `other`.

@@ -34,6 +34,14 @@ inline void setEnabled(QWidget* view, bool enabled)
         view->setEnabled(enabled);
 }
 
+/// What stands below `root` under this name, or null: for what an interface file of the host's own may lack without a
+/// word.
+template <class View>
+View* findView(const QWidget* root, const char* name)
+{
+    return root ? root->findChild<View*>(QLatin1String(name)) : nullptr;
+}
+
 /// The text of a label, field or button; an absent view takes none and has an empty one.
 template <class Control>
 void setText(const QPointer<Control>& control, const QString& text)
@@ -46,6 +54,14 @@ template <class Control>
 QString text(const QPointer<Control>& control)
 {
     return control ? control->text() : QString();
+}
+
+/// The same for what findView() answers.
+template <class Control>
+void setText(Control* control, const QString& text)
+{
+    if (control)
+        control->setText(text);
 }
 
 } // namespace tljira

@@ -49,7 +49,9 @@ protected:
         entry->showWindow();
         form = entry->headViewController()->jaLoginWindow();
         user.click(loginButton());
-        ASSERT_TRUE(waitUntil([this] { return hasKeyboard(form->hostTextField()); }));
+        // The address is known.
+        ASSERT_TRUE(waitUntil([this] { return hasKeyboard(form->emailTextField()); }));
+        ASSERT_EQ(form->hostTextField()->text(), address);
     }
 
     QPushButton* loginButton() const

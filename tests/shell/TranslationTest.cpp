@@ -32,8 +32,19 @@ protected:
 
 TEST_F(TranslationTest, hasExactlyTheTextsOfTheInterfaceFilesAndThoseSetInCode)
 {
-    std::set<FormText> needed{{QStringLiteral("JAUploadingWindow"), QStringLiteral("Close")},
-                              {QStringLiteral("JAListAttachedFilesWindow"), QStringLiteral("Download %1")}};
+    std::set<FormText> needed{
+        {QStringLiteral("JAListAttachedFilesWindow"), QStringLiteral("Download %1")},
+        {QStringLiteral("JMWindowController"), QStringLiteral("Looking for your session on %1…")}};
+    for (const char* text :
+         {"Close", "Attached to %1", "The document is gone. Close this window and attach the document again."})
+        needed.insert({QStringLiteral("JAUploadBodyViewController"), QString::fromUtf8(text)});
+    for (const char* text :
+         {"Close", "Uploaded", "%1 to %2", "Attached to %1", "Waiting for the server…", "The server says: “%1”",
+          "%1 says: “%2”", "Log out and in again, then attach the document again.",
+          "Ask whoever runs the server for the right to attach files to this issue.",
+          "Attach the document again, and check the issue key.", "The server does not take a document of this size.",
+          "Check the connection, then attach the document again.", "Attach the document again, now or later."})
+        needed.insert({QStringLiteral("JAUploadingWindow"), QString::fromUtf8(text)});
     for (const char* text :
          {"%1 KB/s", "%1 MB/s", "about %1 h left", "about %1 min left", "about %1 s left", "%1 s left"})
         needed.insert({QStringLiteral("TransferRate"), QString::fromUtf8(text)});

@@ -1,5 +1,6 @@
 #include "platform/toolkit/FitContent.h"
 
+#include "platform/toolkit/Decorations.h"
 #include "platform/toolkit/Window.h"
 
 #include <QLabel>
@@ -16,12 +17,16 @@ class FitContentTest : public testing::Test
 protected:
     FitContentTest()
     {
+        pretendDecorations(QMargins());
         label->setWordWrap(true);
         layout->addWidget(label);
         content.resize(300, 100);
         window = Window::create(QStringLiteral("Window"), &content);
+        window->makeKeyAndOrderFront();
         window->setFrame(QRectF(100, 200, 300, 100), false);
     }
+
+    ~FitContentTest() override { pretendDecorations(std::nullopt); }
 
     void say(int words) { label->setText(QStringLiteral("some words ").repeated(words)); }
 
@@ -48,6 +53,18 @@ TEST_F(FitContentTest, growsTheWindowDownwards)
     growToFit(window, false);
     EXPECT_EQ(window->frame(), QRectF(100, 200 + 100 - needed, 300, needed));
     EXPECT_EQ(content.height(), needed);
+}
+
+TEST_F(FitContentTest, leavesTheFirstPlaceOfAWindowToIt)
+{
+    const auto unplaced = Window::create(QStringLiteral("Unplaced"), &content);
+    say(200);
+    growToFit(unplaced, false);
+    const QRectF before = unplaced->frame();
+    EXPECT_GE(content.height(), neededSize(&content).height());
+    unplaced->makeKeyAndOrderFront();
+    EXPECT_EQ(unplaced->frame().size(), before.size());
+    EXPECT_NE(unplaced->frame().topLeft(), before.topLeft());
 }
 
 TEST_F(FitContentTest, growsTheWindowForWordsThatDoNotWrap)

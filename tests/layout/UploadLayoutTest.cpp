@@ -1,0 +1,179 @@
+// Every state of the windows in which a document is attached, in every look.
+
+#include "tests/layout/Layout.h"
+#include "tests/layout/Look.h"
+#include "tests/shell/TLJiraUploadTest.h"
+
+#include "platform/toolkit/View.h"
+#include "shell/JAWindowController.h"
+
+namespace {
+
+using namespace tests;
+using standin::Fault;
+using standin::Match;
+using standin::Point;
+using testing::IsEmpty;
+
+class UploadLayoutTest : public TLJiraUploadTest, public testing::WithParamInterface<Look>
+{
+protected:
+    UploadLayoutTest() { addPerson(); }
+
+    void addPerson()
+    {
+        standin::User user;
+        user.name = "jane";
+        user.password = "secret";
+        user.displayName = GetParam().person;
+        server.addUser(user);
+    }
+
+    void look(const char* state, tljira::Window& window)
+    {
+        const QString name =
+            QStringLiteral("%1-%2-%3").arg(QLatin1String(state), QLatin1String(GetParam().name)).arg(points);
+        EXPECT_THAT(layoutFlaws(window), IsEmpty()) << name.toStdString();
+        keepPicture(window, name);
+    }
+
+    /// The entry window with its panel, for a new document.
+    void openPanel()
+    {
+        logIn();
+        document.emplace(QByteArray(5 << 20, 'x'));
+        entry = TLJiraUpload::initWithName(QString::fromUtf8(GetParam().document), document->path());
+        entry->showWindow();
+        ASSERT_TRUE(waitForBody());
+        const auto* name = entry->headViewController()->displayNameLabel();
+        ASSERT_TRUE(waitUntil([&] { return name->text() == QString::fromUtf8(GetParam().person); }));
+    }
+
+    void startUpload(const QString& key)
+    {
+        type(entry->bodyViewController()->taskTextField(), key);
+        click(entry->bodyViewController()->uploadFileButton());
+    }
+
+    void walkThroughPanel()
+    {
+        server.misbehave(Match::on("/rest/api/2/myself"), Fault().hold(Point::responseHead(0)));
+        logIn();
+        open();
+        ASSERT_TRUE(waitForBody());
+        ASSERT_TRUE(waitUntil([this] { return server.heldCount() > 0; }));
+        look("looking-up", *entry->window());
+        server.behave();
+        server.release();
+        entry->window()->close();
+
+        openPanel();
+        look("panel", *entry->window());
+        server.misbehave(Match::on("POST", "*/attachments"), Fault().hold(Point::requestBody(1 << 20)));
+        startUpload(QStringLiteral("ABC-1"));
+        waitForHeldExchange();
+        const auto sheet = entry->bodyViewController()->jaUploadingWindow();
+        sheet->setSent(5000 << 10, 8000 << 10);
+        look("uploading", *sheet->window());
+        sheet->setSent(8000 << 10, 8000 << 10);
+        look("waiting", *sheet->window());
+        server.behave();
+        server.release();
+        ASSERT_TRUE(waitUntil([&] { return sheet->sizeLabel()->text() == QStringLiteral("DONE"); }));
+        look("done", *sheet->window());
+        click(sheet->cancelButton());
+        look("attached", *entry->window());
+        entry->window()->close();
+    }
+
+    void walkThroughFailure()
+    {
+        openPanel();
+        startUpload(QStringLiteral("NO-1"));
+        const auto sheet = entry->bodyViewController()->jaUploadingWindow();
+        ASSERT_TRUE(waitUntil([&] { return isShown(sheet->errorView()); }));
+        look("failed", *sheet->window());
+        click(sheet->cancelButton());
+        const auto* gone = tljira::findView<QLabel>(entry->bodyViewController()->view(), "goneLabel");
+        ASSERT_TRUE(waitUntil([&] { return isOnScreen(gone); }));
+        look("gone", *entry->window());
+        entry->window()->close();
+    }
+
+    std::optional<LoneDocument> document;
+    const Desktop desktop{GetParam()};
+    int points = 0;
+};
+
+TEST_P(UploadLayoutTest, hasRoomForEverythingWhileItLooksForTheSession)
+{
+    for (const int size : GetParam().sizes) {
+        desktop.setFontSize(points = size);
+        logIn();
+        server.misbehave(Match::on("GET", "/rest/auth/1/session"), Fault().hold(Point::responseHead(0)));
+        open();
+        waitForHeldExchange();
+        look("session", *entry->window());
+        server.behave();
+        server.release();
+        ASSERT_TRUE(waitForBody());
+        entry->window()->close();
+    }
+}
+
+TEST_P(UploadLayoutTest, hasRoomForEverythingInTheLoginForm)
+{
+    for (const int size : GetParam().sizes) {
+        desktop.setFontSize(points = size);
+        client->setHost(std::nullopt);
+        open();
+        ASSERT_TRUE(waitForLoginForm());
+        look("login", *entry->window());
+        logInThroughTheForm(QStringLiteral("wrong"));
+        look("refused", *entry->window());
+        server.misbehave(Match::on("POST", "/rest/auth/1/session"), Fault().hold(Point::responseHead(0)));
+        click(entry->jaLoginWindow()->loginButton());
+        waitForHeldExchange();
+        look("logging-in", *entry->window());
+        server.behave();
+        server.release();
+        ASSERT_TRUE(waitUntil([this] { return entry->jaLoginWindow()->loginButton()->isEnabled(); }));
+        entry->window()->close();
+    }
+}
+
+TEST_P(UploadLayoutTest, hasRoomForEverythingInThePanelAndItsSheet)
+{
+    for (const int size : GetParam().sizes) {
+        desktop.setFontSize(points = size);
+        walkThroughPanel();
+    }
+}
+
+TEST_P(UploadLayoutTest, hasRoomForEverythingInAFailedUpload)
+{
+    for (const int size : GetParam().sizes) {
+        desktop.setFontSize(points = size);
+        walkThroughFailure();
+    }
+}
+
+TEST_P(UploadLayoutTest, hasRoomForEverythingInTheOlderWindow)
+{
+    for (const int size : GetParam().sizes) {
+        desktop.setFontSize(points = size);
+        const auto older = JAWindowController::initWithPath(QStringLiteral("/home/jane/plan.tessaloom"));
+        older->showWindow();
+        look("older", *older->window());
+        click(older->bodyViewController()->uploadButton());
+        look("older-uploading", *older->window());
+        click(tljira::findView<QPushButton>(older->headViewController()->view(), "loginButton"));
+        look("older-login", *older->headViewController()->jaLoginWindow()->window());
+        older->window()->close();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(looks, UploadLayoutTest, testing::ValuesIn(allLooks()),
+                         [](const auto& test) { return test.param.name; });
+
+} // namespace

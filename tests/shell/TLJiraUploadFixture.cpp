@@ -1,0 +1,45 @@
+#include "tests/shell/TLJiraUploadTest.h"
+
+#include "constants/JAConstants.h"
+#include "platform/foundation/UserDefaults.h"
+
+namespace tests {
+
+TLJiraUploadTest::TLJiraUploadTest()
+{
+    tljira::UserDefaults::standardUserDefaults().setObject(true, kClearCache);
+}
+
+void TLJiraUploadTest::open()
+{
+    entry = TLJiraUpload::initWithName(LoneDocument::name(), document.path());
+    entry->showWindow();
+}
+
+bool TLJiraUploadTest::waitForLoginForm()
+{
+    return waitUntil([this] { return isOnScreen(entry->jaLoginWindow()->view()); });
+}
+
+bool TLJiraUploadTest::waitForBody()
+{
+    return waitUntil([this] { return isOnScreen(entry->bodyViewController()->uploadView()); });
+}
+
+void TLJiraUploadTest::logInThroughTheForm(const QString& password)
+{
+    const auto form = entry->jaLoginWindow();
+    type(form->hostTextField(), address);
+    type(form->emailTextField(), QStringLiteral("jane"));
+    type(form->passwordTextField(), password);
+    click(form->loginButton());
+    ASSERT_TRUE(waitUntil([&form] { return form->loginButton()->isEnabled(); }));
+}
+
+QStringList TLJiraUploadTest::names() const
+{
+    const auto header = entry->headViewController();
+    return {header->nameLabel()->text(), header->displayNameLabel()->text(), header->emailLabel()->text()};
+}
+
+} // namespace tests

@@ -1,0 +1,48 @@
+#include "upload/UploadTrouble.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QStringList>
+#include <QtGlobal>
+
+namespace {
+
+void addText(const QJsonValue& value, QStringList& texts)
+{
+    const QString text = value.toString().trimmed();
+    if (!text.isEmpty() && !texts.contains(text))
+        texts.append(text);
+}
+
+} // namespace
+
+QString serverSentence(const tljira::Error& error)
+{
+    const QJsonObject answer = error.userInfo.value_or(QJsonValue()).toObject();
+    QStringList texts;
+    for (const QJsonValue& message : answer.value(QLatin1String("errorMessages")).toArray())
+        addText(message, texts);
+    for (const QJsonValue& message : answer.value(QLatin1String("errors")).toObject())
+        addText(message, texts);
+    return texts.join(u' ');
+}
+
+const char* adviceFor(const tljira::Error& error)
+{
+    switch (error.code) {
+    case 401:
+        return QT_TRANSLATE_NOOP("JAUploadingWindow", "Log out and in again, then attach the document again.");
+    case 403:
+        return QT_TRANSLATE_NOOP("JAUploadingWindow",
+                                 "Ask whoever runs the server for the right to attach files to this issue.");
+    case 404:
+        return QT_TRANSLATE_NOOP("JAUploadingWindow", "Attach the document again, and check the issue key.");
+    case 413:
+        return QT_TRANSLATE_NOOP("JAUploadingWindow", "The server does not take a document of this size.");
+    default:
+        break;
+    }
+    if (error.domain == QLatin1String(tljira::URLErrorDomain))
+        return QT_TRANSLATE_NOOP("JAUploadingWindow", "Check the connection, then attach the document again.");
+    return QT_TRANSLATE_NOOP("JAUploadingWindow", "Attach the document again, now or later.");
+}
