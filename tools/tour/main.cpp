@@ -62,6 +62,9 @@ int main(int argc, char** argv)
         std::fputs(qPrintable(parser.helpText() + u'\n'), stdout);
         return 0;
     }
+    // What the desktop puts in the place of Qt's own cannot be walked through.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tessaloom"));
     QApplication::setApplicationDisplayName(QStringLiteral("Tessaloom"));
