@@ -1,5 +1,6 @@
 #include "tests/desktop/XServer.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 
@@ -46,6 +47,16 @@ Window lastWindowIn(void* display, const char* name)
     return last;
 }
 
+bool hasProperty(void* display, Window window, Atom property)
+{
+    int count = 0;
+    Atom* const all = XListProperties(displayOf(display), window, &count);
+    const bool isThere = std::find(all, all + count, property) != all + count;
+    if (all)
+        XFree(all);
+    return isThere;
+}
+
 } // namespace
 
 XServer& XServer::instance()
@@ -64,9 +75,24 @@ XServer::XServer()
     }
 }
 
-bool XServer::hasWindowManager() const
+bool XServer::hasWindowManager()
 {
-    return lastWindowIn(m_display, "_NET_SUPPORTING_WM_CHECK") != 0;
+    if (lastWindowIn(m_display, "_NET_SUPPORTING_WM_CHECK") == 0)
+        return false;
+    Display* const display = displayOf(m_display);
+    if (m_question == 0)
+        m_question = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1, 1, 0, 0, 0);
+    const Atom answer = XInternAtom(display, "_NET_FRAME_EXTENTS", False);
+    if (hasProperty(m_display, m_question, answer))
+        return true;
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = m_question;
+    event.xclient.message_type = XInternAtom(display, "_NET_REQUEST_FRAME_EXTENTS", False);
+    event.xclient.format = 32;
+    XSendEvent(display, DefaultRootWindow(display), False, SubstructureNotifyMask | SubstructureRedirectMask, &event);
+    XSync(display, False);
+    return false;
 }
 
 void XServer::keyDown(const char* name)

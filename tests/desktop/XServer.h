@@ -13,7 +13,8 @@ public:
     /// Connects at the first call.
     static XServer& instance();
 
-    bool hasWindowManager() const;
+    /// Whether a window manager has taken the screen over, and answers. To be asked until it has.
+    bool hasWindowManager();
 
     /// A key by its name in the X world, such as "Return" or "a". It is repeated by the server for as long as it is
     /// down.
@@ -39,6 +40,7 @@ private:
 
     /// Xlib's own names are macros that other headers cannot be read with.
     void* m_display;
+    WId m_question = 0; ///< a window that never shows, by which the window manager is asked for its answer
 };
 
 } // namespace tests
