@@ -41,7 +41,7 @@ public:
         setGeometry(m_sheet.geometry());
         m_below = m_cover.pictureBelow(geometry());
         m_picture = QPixmap();
-        raise();
+        QWidget::raise();
     }
 
     void advance(qreal progress)

@@ -1,6 +1,6 @@
 #include "cli/ArgumentParser.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -31,7 +31,7 @@ QString errorOf(const char* line)
     return errorOf(commandLine(line));
 }
 
-TEST(ArgumentParser, TakesOptionsBeforeAndBehindTheCommand)
+TEST(ArgumentParser, takesOptionsBeforeAndBehindTheCommand)
 {
     const auto arguments =
         parsed("tljira --connect-to a:1:b:2 attachments --verbose ABC-1 --all --connect-to [::1]:80:[::1]:81 --json");
@@ -45,7 +45,7 @@ TEST(ArgumentParser, TakesOptionsBeforeAndBehindTheCommand)
     EXPECT_TRUE(arguments->wantsJSON);
 }
 
-TEST(ArgumentParser, LeavesWhatIsNotGivenUnset)
+TEST(ArgumentParser, leavesWhatIsNotGivenUnset)
 {
     const auto arguments = parsed("tljira download ABC-1 plan.tessaloom");
     ASSERT_TRUE(arguments);
@@ -59,19 +59,19 @@ TEST(ArgumentParser, LeavesWhatIsNotGivenUnset)
     EXPECT_EQ(arguments->destination, std::nullopt);
 }
 
-TEST(ArgumentParser, ReadsNameDestinationAndPasswordOption)
+TEST(ArgumentParser, readsNameDestinationAndPasswordOption)
 {
     EXPECT_EQ(parsed("tljira upload ABC-1 plan --name=other")->name, u"other"_s);
     EXPECT_EQ(parsed("tljira download ABC-1 plan --to some/where")->destination, u"some/where"_s);
-    EXPECT_TRUE(parsed("tljira login https://h/ alice --password-stdin")->takesPasswordFromStandardInput);
+    EXPECT_TRUE(parsed("tljira login https://h/ anna --password-stdin")->takesPasswordFromStandardInput);
 }
 
-TEST(ArgumentParser, EndsOptionsAtTwoHyphens)
+TEST(ArgumentParser, endsOptionsAtTwoHyphens)
 {
     EXPECT_EQ(parsed("tljira upload ABC-1 -- --all")->operands, (QStringList{u"ABC-1"_s, u"--all"_s}));
 }
 
-TEST(ArgumentParser, KnowsRequestsForHelpAndVersion)
+TEST(ArgumentParser, knowsRequestsForHelpAndVersion)
 {
     EXPECT_EQ(parsed("tljira --help")->request, Arguments::Request::Help);
     EXPECT_EQ(parsed("tljira -h")->request, Arguments::Request::Help);
@@ -79,14 +79,14 @@ TEST(ArgumentParser, KnowsRequestsForHelpAndVersion)
     EXPECT_EQ(parsed("tljira --version")->request, Arguments::Request::Version);
 }
 
-TEST(ArgumentParser, RefusesAMissingOrUnknownCommand)
+TEST(ArgumentParser, refusesAMissingOrUnknownCommand)
 {
     EXPECT_EQ(errorOf("tljira"), u"No command is given."_s);
     EXPECT_EQ(errorOf("tljira --json"), u"No command is given."_s);
     EXPECT_EQ(errorOf("tljira steal"), u"“steal” is no command."_s);
 }
 
-TEST(ArgumentParser, RefusesTooFewAndTooManyWords)
+TEST(ArgumentParser, refusesTooFewAndTooManyWords)
 {
     EXPECT_EQ(errorOf("tljira login https://h/"), u"login needs USER."_s);
     EXPECT_EQ(errorOf("tljira upload"), u"upload needs KEY."_s);
@@ -94,7 +94,7 @@ TEST(ArgumentParser, RefusesTooFewAndTooManyWords)
     EXPECT_EQ(errorOf("tljira whoami me"), u"“me” is one word too many for whoami."_s);
 }
 
-TEST(ArgumentParser, RefusesOptionsThatMeanNothingToTheCommand)
+TEST(ArgumentParser, refusesOptionsThatMeanNothingToTheCommand)
 {
     EXPECT_EQ(errorOf("tljira whoami --all"), u"whoami takes no --all."_s);
     EXPECT_EQ(errorOf("tljira logout --json"), u"logout takes no --json."_s);
@@ -103,25 +103,25 @@ TEST(ArgumentParser, RefusesOptionsThatMeanNothingToTheCommand)
     EXPECT_EQ(errorOf("tljira session --password-stdin"), u"session takes no --password-stdin."_s);
 }
 
-TEST(ArgumentParser, RefusesUnknownOptionsAndMissingValues)
+TEST(ArgumentParser, refusesUnknownOptionsAndMissingValues)
 {
     EXPECT_EQ(errorOf("tljira whoami --password secret"), u"Unknown option 'password'."_s);
     EXPECT_EQ(errorOf("tljira download ABC-1 x --to"), u"Missing value after '--to'."_s);
 }
 
-TEST(ArgumentParser, RefusesARouteOfAnotherForm)
+TEST(ArgumentParser, refusesARouteOfAnotherForm)
 {
     EXPECT_EQ(errorOf("tljira --connect-to jira:80 whoami"), u"“jira:80” is not of the form HOST:PORT:ADDR:PORT."_s);
 }
 
-TEST(ArgumentParser, RefusesEmptyKeysAndPaths)
+TEST(ArgumentParser, refusesEmptyKeysAndPaths)
 {
     EXPECT_EQ(errorOf({u"tljira"_s, u"attachments"_s, u" "_s}), u"The issue's key is empty."_s);
     EXPECT_EQ(errorOf({u"tljira"_s, u"download"_s, u"ABC-1"_s, u"x"_s, u"--to"_s, u""_s}),
               u"The path after --to is empty."_s);
 }
 
-TEST(ArgumentParser, RefusesAttachmentNamesThatWouldBreakTheirHeaderLine)
+TEST(ArgumentParser, refusesAttachmentNamesThatWouldBreakTheirHeaderLine)
 {
     const QString name = u"a\r\nX-Header: b"_s;
     EXPECT_EQ(errorOf({u"tljira"_s, u"upload"_s, u"ABC-1"_s, u"file"_s, u"--name"_s, name}),

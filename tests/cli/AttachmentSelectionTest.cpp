@@ -1,7 +1,7 @@
 #include "cli/AttachmentSelection.h"
 
 #include "tests/cli/RecordMaking.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gmock/gmock.h>
 
@@ -22,14 +22,14 @@ QStringList idsOf(const JAIssueObject::Attachments& list)
     return ids;
 }
 
-TEST(AttachmentSelection, KeepsDocumentsNewestFirst)
+TEST(AttachmentSelection, keepsDocumentsNewestFirst)
 {
     const auto list = attachments({attachment(u"1"_s, u"a.tessaloom"_s, early), attachment(u"2"_s, u"b.png"_s, late),
                                    attachment(u"3"_s, u"c.tessaloom"_s, late)});
     EXPECT_EQ(idsOf(cli::documentsNewestFirst(list)), (QStringList{u"3"_s, u"1"_s}));
 }
 
-TEST(AttachmentSelection, IsExactAboutTheExtension)
+TEST(AttachmentSelection, isExactAboutTheExtension)
 {
     const auto list =
         attachments({attachment(u"1"_s, u"a.TESSALOOM"_s, early), attachment(u"2"_s, u"a.tessaloompacket"_s, early),
@@ -39,7 +39,7 @@ TEST(AttachmentSelection, IsExactAboutTheExtension)
     EXPECT_EQ(idsOf(cli::documentsNewestFirst(list)), QStringList{u"7"_s});
 }
 
-TEST(AttachmentSelection, PutsUndatedDocumentsLastAndKeepsTheOrderOfEqualOnes)
+TEST(AttachmentSelection, putsUndatedDocumentsLastAndKeepsTheOrderOfEqualOnes)
 {
     const auto list =
         attachments({attachment(u"1"_s, u"a.tessaloom"_s, u"?"_s), attachment(u"2"_s, u"a.tessaloom"_s, early),
@@ -47,26 +47,26 @@ TEST(AttachmentSelection, PutsUndatedDocumentsLastAndKeepsTheOrderOfEqualOnes)
     EXPECT_EQ(idsOf(cli::documentsNewestFirst(list)), (QStringList{u"2"_s, u"3"_s, u"1"_s, u"4"_s}));
 }
 
-TEST(AttachmentSelection, FindsTheNewestOfAName)
+TEST(AttachmentSelection, findsTheNewestOfAName)
 {
     const auto list = attachments({attachment(u"1"_s, u"plan"_s, u"?"_s), attachment(u"2"_s, u"plan"_s, late),
                                    attachment(u"3"_s, u"plan"_s, early), attachment(u"4"_s, u"Plan"_s, late)});
     EXPECT_EQ(cli::findAttachment(list, u"plan"_s)->ID(), u"2"_s);
 }
 
-TEST(AttachmentSelection, FindsTheLastOfEquallyOldOnes)
+TEST(AttachmentSelection, findsTheLastOfEquallyOldOnes)
 {
     const auto list = attachments({attachment(u"1"_s, u"plan"_s, early), attachment(u"2"_s, u"plan"_s, early)});
     EXPECT_EQ(cli::findAttachment(list, u"plan"_s)->ID(), u"2"_s);
 }
 
-TEST(AttachmentSelection, PrefersAnIdToAName)
+TEST(AttachmentSelection, prefersAnIdToAName)
 {
     const auto list = attachments({attachment(u"1"_s, u"2"_s, late), attachment(u"2"_s, u"1"_s, early)});
     EXPECT_EQ(cli::findAttachment(list, u"2"_s)->name(), u"1"_s);
 }
 
-TEST(AttachmentSelection, FindsNothingForAnotherName)
+TEST(AttachmentSelection, findsNothingForAnotherName)
 {
     const auto list = attachments({QJsonObject(), attachment(u"1"_s, u"plan"_s, late)});
     EXPECT_EQ(cli::findAttachment(list, u"pla"_s), nullptr);

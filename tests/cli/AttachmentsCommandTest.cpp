@@ -22,7 +22,7 @@ protected:
     }
 };
 
-TEST_F(AttachmentsCommand, ListsDocumentsNewestFirst)
+TEST_F(AttachmentsCommand, listsDocumentsNewestFirst)
 {
     logIn();
     EXPECT_EQ(run(words("attachments ABC-1")), Result({0,
@@ -31,7 +31,7 @@ TEST_F(AttachmentsCommand, ListsDocumentsNewestFirst)
                                                        {}}));
 }
 
-TEST_F(AttachmentsCommand, ListsEverythingInTheServersOrder)
+TEST_F(AttachmentsCommand, listsEverythingInTheServersOrder)
 {
     logIn();
     EXPECT_EQ(run(words("attachments --all ABC-1")),
@@ -42,7 +42,7 @@ TEST_F(AttachmentsCommand, ListsEverythingInTheServersOrder)
                       {}}));
 }
 
-TEST_F(AttachmentsCommand, PrintsOneJSONArray)
+TEST_F(AttachmentsCommand, printsOneJSONArray)
 {
     logIn();
     const Result result = run(words("attachments ABC-1 --json"));
@@ -60,7 +60,7 @@ TEST_F(AttachmentsCommand, PrintsOneJSONArray)
     EXPECT_EQ(array.at(0).toObject().value(u"name"_s), u"new \x1b[31m.tessaloom"_s);
 }
 
-TEST_F(AttachmentsCommand, PrintsNothingForAnIssueWithoutThem)
+TEST_F(AttachmentsCommand, printsNothingForAnIssueWithoutThem)
 {
     logIn();
     server.addIssue("ABC-2");
@@ -68,14 +68,14 @@ TEST_F(AttachmentsCommand, PrintsNothingForAnIssueWithoutThem)
     EXPECT_EQ(run(words("attachments ABC-2 --json")), Result({0, "[]\n", {}}));
 }
 
-TEST_F(AttachmentsCommand, DoesNotTakeAPageForPeopleForAnIssueWithoutThem)
+TEST_F(AttachmentsCommand, doesNotTakeAPageForPeopleForAnIssueWithoutThem)
 {
     logIn();
     server.misbehave(Match::on("*"), Fault().status(200, "<html>Log in</html>", "text/html"));
     EXPECT_EQ(run(words("attachments ABC-1")), Result({1, {}, "The server’s answer is no issue.\n"}));
 }
 
-TEST_F(AttachmentsCommand, DoesNotTakeAnotherAnswerForAnIssueWithoutThem)
+TEST_F(AttachmentsCommand, doesNotTakeAnotherAnswerForAnIssueWithoutThem)
 {
     logIn();
     for (const char* answer : {"", "{}", "[]", "null", R"({"fields": []})", R"({"errorMessages": ["x"]})"}) {
@@ -86,14 +86,14 @@ TEST_F(AttachmentsCommand, DoesNotTakeAnotherAnswerForAnIssueWithoutThem)
     }
 }
 
-TEST_F(AttachmentsCommand, FailsForAnUnknownIssue)
+TEST_F(AttachmentsCommand, failsForAnUnknownIssue)
 {
     logIn();
     EXPECT_EQ(run(words("attachments NO-1 --json")),
               Result({1, {}, "The operation couldn’t be completed. (invalid sessioin error 404.)\n"}));
 }
 
-TEST_F(AttachmentsCommand, SendsAnyKeyAsOnePartOfTheAddress)
+TEST_F(AttachmentsCommand, sendsAnyKeyAsOnePartOfTheAddress)
 {
     logIn();
     EXPECT_EQ(run({u"attachments"_s, u"A/../b c?d"_s}).status, 1);

@@ -1,6 +1,6 @@
 #include "cli/CommandTable.h"
 #include "tests/cli/ToolRun.h"
-#include "tests/support/RunProgram.h"
+#include "tests/kit/RunProgram.h"
 
 #include <QFile>
 #include <QStandardPaths>
@@ -19,7 +19,7 @@ std::string manPage()
     return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
 }
 
-TEST(BuiltTool, NeedsNoWindowSystemAndNoOtherNetworkLibrary)
+TEST(BuiltTool, needsNoWindowSystemAndNoOtherNetworkLibrary)
 {
     if (QStandardPaths::findExecutable(u"ldd"_s).isEmpty())
         GTEST_SKIP() << "there is no ldd";
@@ -31,7 +31,7 @@ TEST(BuiltTool, NeedsNoWindowSystemAndNoOtherNetworkLibrary)
         EXPECT_THAT(libraries.output, Not(HasSubstr(unwanted)));
 }
 
-TEST(BuiltTool, HasAManPageWithoutMistakes)
+TEST(BuiltTool, hasAManPageWithoutMistakes)
 {
     const QString page = QStringLiteral(MAN_PAGE);
     if (!QStandardPaths::findExecutable(u"mandoc"_s).isEmpty()) {
@@ -45,7 +45,7 @@ TEST(BuiltTool, HasAManPageWithoutMistakes)
     }
 }
 
-TEST(BuiltTool, HasAManPageThatNamesEveryCommandAndOption)
+TEST(BuiltTool, hasAManPageThatNamesEveryCommandAndOption)
 {
     const std::string page = manPage();
     for (const auto& command : cli::commandTable()) {

@@ -9,8 +9,6 @@ namespace tests {
 CommandTest::CommandTest()
     : environment(QProcessEnvironment::systemEnvironment())
 {
-    server.addUser({.name = "alice", .password = "secret", .displayName = "Alice Adams"});
-    server.addIssue("ABC-1");
     const auto place = [this](const QString& variable, const QString& name) {
         QDir(m_home.path()).mkdir(name);
         environment.insert(variable, m_home.filePath(name));
@@ -53,7 +51,7 @@ std::unique_ptr<TerminalRun> CommandTest::startOnTerminal(const QStringList& com
 
 void CommandTest::logIn() const
 {
-    const QStringList command = {QStringLiteral("login"), QLatin1String(serverAddress), QStringLiteral("alice"),
+    const QStringList command = {QStringLiteral("login"), QLatin1String(serverAddress), QStringLiteral("anna"),
                                  QStringLiteral("--password-stdin")};
     ASSERT_EQ(run(command, "secret\n"), Result({0, {}, {}}));
 }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "standin/Server.h"
 #include "tests/cli/TerminalRun.h"
 #include "tests/cli/ToolRun.h"
-#include "tests/support/Printers.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/Jira.h"
+#include "tests/kit/Printers.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QTemporaryDir>
 
@@ -32,8 +32,7 @@ struct Result
 
 std::ostream& operator<<(std::ostream& out, const Result& result);
 
-/// A server with the user "alice" (password "secret") and the issue ABC-1, and the tool beside it with settings and
-/// folders of its own.
+/// A server, and the tool beside it with settings and folders of its own.
 class CommandTest : public testing::Test
 {
 protected:
@@ -62,7 +61,7 @@ protected:
     /// Files, at any depth, in the folder for temporary ones.
     QStringList temporaryFiles() const;
 
-    standin::Server server;
+    Jira server;
     QProcessEnvironment environment;
 
 private:

@@ -1,8 +1,8 @@
 #include "cli/DownloadPlace.h"
 
-#include "tests/support/Printers.h"
-#include "tests/support/WaitUntil.h"
-#include "tests/support/WithoutPrivileges.h"
+#include "tests/kit/Printers.h"
+#include "tests/kit/WaitUntil.h"
+#include "tests/kit/WithoutPrivileges.h"
 
 #include <QDir>
 #include <QFile>
@@ -51,14 +51,14 @@ protected:
     QTemporaryDir folder;
 };
 
-TEST_F(DownloadPlaceTest, IsTheCurrentFolderUnlessToldOtherwise)
+TEST_F(DownloadPlaceTest, isTheCurrentFolderUnlessToldOtherwise)
 {
     QDir::setCurrent(folder.path());
     EXPECT_EQ(downloadDestination(std::nullopt, u"a b.tessaloom"_s), QDir::currentPath() + u"/a b.tessaloom"_s);
     EXPECT_EQ(downloadDestination(u"x/y"_s, u"a"_s), QDir::currentPath() + u"/x/y"_s);
 }
 
-TEST_F(DownloadPlaceTest, IsInAFolderUnderTheAttachmentsName)
+TEST_F(DownloadPlaceTest, isInAFolderUnderTheAttachmentsName)
 {
     QDir::setCurrent(folder.path());
     ASSERT_TRUE(QDir(folder.path()).mkdir(u"sub"_s));
@@ -67,7 +67,7 @@ TEST_F(DownloadPlaceTest, IsInAFolderUnderTheAttachmentsName)
     EXPECT_EQ(downloadDestination(u"missing/"_s, u"a"_s), QDir::currentPath() + u"/missing/a"_s);
 }
 
-TEST_F(DownloadPlaceTest, NeverLeavesTheFolderForAName)
+TEST_F(DownloadPlaceTest, neverLeavesTheFolderForAName)
 {
     QDir::setCurrent(folder.path());
     for (const auto& [name, safe] :
@@ -79,7 +79,7 @@ TEST_F(DownloadPlaceTest, NeverLeavesTheFolderForAName)
         EXPECT_EQ(downloadDestination(std::nullopt, name), QDir::currentPath() + u'/' + safe);
 }
 
-TEST_F(DownloadPlaceTest, AppearsCompleteAndLeavesNothingElse)
+TEST_F(DownloadPlaceTest, appearsCompleteAndLeavesNothingElse)
 {
     {
         DownloadPlace place(path(u"plan"_s));
@@ -91,7 +91,7 @@ TEST_F(DownloadPlaceTest, AppearsCompleteAndLeavesNothingElse)
     EXPECT_EQ(itemsOf(folder.path()), QStringList{u"plan"_s});
 }
 
-TEST_F(DownloadPlaceTest, HasThePermissionsOfOrdinaryFiles)
+TEST_F(DownloadPlaceTest, hasThePermissionsOfOrdinaryFiles)
 {
     const mode_t before = ::umask(027);
     DownloadPlace place(path(u"plan"_s));
@@ -105,7 +105,7 @@ TEST_F(DownloadPlaceTest, HasThePermissionsOfOrdinaryFiles)
     ::umask(before);
 }
 
-TEST_F(DownloadPlaceTest, CrossesFileSystems)
+TEST_F(DownloadPlaceTest, crossesFileSystems)
 {
     if (QStorageInfo(u"/dev/shm"_s).device() == QStorageInfo(folder.path()).device() || !QDir(u"/dev/shm"_s).exists())
         GTEST_SKIP() << "there is no second file system";
@@ -120,7 +120,7 @@ TEST_F(DownloadPlaceTest, CrossesFileSystems)
     EXPECT_EQ(itemsOf(other.path()), QStringList{u"plan"_s});
 }
 
-TEST_F(DownloadPlaceTest, FindsWhatIsThereBeforehand)
+TEST_F(DownloadPlaceTest, findsWhatIsThereBeforehand)
 {
     write(path(u"plan"_s), "mine");
     const auto error = DownloadPlace(path(u"plan"_s)).prepare();
@@ -131,13 +131,13 @@ TEST_F(DownloadPlaceTest, FindsWhatIsThereBeforehand)
                   QDir(folder.path()).dirName()));
 }
 
-TEST_F(DownloadPlaceTest, CountsALinkToNowhereAsThere)
+TEST_F(DownloadPlaceTest, countsALinkToNowhereAsThere)
 {
     ASSERT_TRUE(QFile::link(u"nowhere"_s, path(u"plan"_s)));
     EXPECT_EQ(DownloadPlace(path(u"plan"_s)).prepare()->code, 516);
 }
 
-TEST_F(DownloadPlaceTest, NeverReplacesWhatCameMeanwhile)
+TEST_F(DownloadPlaceTest, neverReplacesWhatCameMeanwhile)
 {
     {
         DownloadPlace place(path(u"plan"_s));
@@ -152,14 +152,14 @@ TEST_F(DownloadPlaceTest, NeverReplacesWhatCameMeanwhile)
     EXPECT_EQ(itemsOf(folder.path()), QStringList{u"plan"_s});
 }
 
-TEST_F(DownloadPlaceTest, SaysSoWhenNothingWasReceived)
+TEST_F(DownloadPlaceTest, saysSoWhenNothingWasReceived)
 {
     DownloadPlace place(path(u"plan"_s));
     ASSERT_EQ(place.prepare(), std::nullopt);
     EXPECT_EQ(settled(place)->code, 4);
 }
 
-TEST_F(DownloadPlaceTest, FindsAFolderThatTakesNothingBeforehand)
+TEST_F(DownloadPlaceTest, findsAFolderThatTakesNothingBeforehand)
 {
     ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner));
     const tests::WithoutPrivileges ordinary;

@@ -8,7 +8,7 @@ namespace {
 
 using testing::HasSubstr;
 
-TEST(Help, NamesEveryCommandWithItsWordsAndOptions)
+TEST(Help, namesEveryCommandWithItsWordsAndOptions)
 {
     const std::string help = cli::helpText().toStdString();
     for (const auto& command : cli::commandTable()) {
@@ -19,7 +19,7 @@ TEST(Help, NamesEveryCommandWithItsWordsAndOptions)
     }
 }
 
-TEST(Help, FitsATerminal)
+TEST(Help, fitsATerminal)
 {
     for (const QByteArray& line : cli::helpText().split('\n'))
         EXPECT_LE(line.size(), 80) << line.toStdString();

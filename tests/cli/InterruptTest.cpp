@@ -36,7 +36,7 @@ protected:
     }
 };
 
-TEST_F(Interrupt, CancelsADownloadAndLeavesNoFile)
+TEST_F(Interrupt, cancelsADownloadAndLeavesNoFile)
 {
     server.misbehave(Match::on("/secure/attachment/*"), Fault().hold(Point::responseBody(16 << 20)));
     const auto tool = start(words("download ABC-1 plan"));
@@ -49,7 +49,7 @@ TEST_F(Interrupt, CancelsADownloadAndLeavesNoFile)
     expectNothingLeft();
 }
 
-TEST_F(Interrupt, CancelsAnUpload)
+TEST_F(Interrupt, cancelsAnUpload)
 {
     writeFile(u"file"_s, QByteArray(64 << 20, 'x'));
     server.misbehave(Match::on("POST", "*/attachments"), Fault().hold(Point::requestBody(1 << 20)));
@@ -63,7 +63,7 @@ TEST_F(Interrupt, CancelsAnUpload)
     EXPECT_EQ(temporaryFiles(), QStringList());
 }
 
-TEST_F(Interrupt, EndsALookUpAtOnce)
+TEST_F(Interrupt, endsALookUpAtOnce)
 {
     server.misbehave(Match::on("/rest/api/2/issue/*"), Fault().hold(Point::responseHead(0)));
     const auto tool = start(words("attachments ABC-1"));
@@ -73,7 +73,7 @@ TEST_F(Interrupt, EndsALookUpAtOnce)
     expectSilence(*tool);
 }
 
-TEST_F(Interrupt, EndsALookUpWhoseAnswerComesWithoutEnd)
+TEST_F(Interrupt, endsALookUpWhoseAnswerComesWithoutEnd)
 {
     using namespace std::chrono_literals;
     for (const Fault& fault :
@@ -89,7 +89,7 @@ TEST_F(Interrupt, EndsALookUpWhoseAnswerComesWithoutEnd)
     }
 }
 
-TEST_F(Interrupt, EndsADownloadInItsLookUp)
+TEST_F(Interrupt, endsADownloadInItsLookUp)
 {
     server.misbehave(Match::on("/rest/api/2/issue/*"), Fault().hold(Point::responseHead(0)));
     const auto tool = start(words("download ABC-1 plan"));
@@ -99,7 +99,7 @@ TEST_F(Interrupt, EndsADownloadInItsLookUp)
     expectNothingLeft();
 }
 
-TEST_F(Interrupt, OfOtherKindsCleansUpToo)
+TEST_F(Interrupt, ofOtherKindsCleansUpToo)
 {
     server.misbehave(Match::on("/secure/attachment/*"), Fault().hold(Point::responseBody(1 << 20)));
     for (const int signal : {SIGTERM, SIGHUP}) {
@@ -112,7 +112,7 @@ TEST_F(Interrupt, OfOtherKindsCleansUpToo)
     }
 }
 
-TEST_F(Interrupt, ByManySignalsLeavesNoFileInTheDestination)
+TEST_F(Interrupt, byManySignalsLeavesNoFileInTheDestination)
 {
     server.misbehave(Match::on("/secure/attachment/*"), Fault().hold(Point::responseBody(1 << 20)));
     const auto tool = start(words("download ABC-1 plan"));

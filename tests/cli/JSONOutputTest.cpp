@@ -1,7 +1,7 @@
 #include "cli/JSONOutput.h"
 
 #include "tests/cli/RecordMaking.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QJsonDocument>
 
@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 using tests::attachment;
 using tests::attachments;
 
-TEST(JSONOutput, WritesAttachmentsOnOneLine)
+TEST(JSONOutput, writesAttachmentsOnOneLine)
 {
     const auto list = attachments({attachment(u"7"_s, u"a \"b\"\n"_s, u"2017-10-16T10:06:29.399+0200"_s, 5)});
     EXPECT_EQ(cli::jsonOf(list), R"([{"content":"http://h/7","created":"2017-10-16T10:06:29.399+0200",)"
@@ -21,7 +21,7 @@ TEST(JSONOutput, WritesAttachmentsOnOneLine)
                                  "\n");
 }
 
-TEST(JSONOutput, WritesNullForWhatIsNotKnown)
+TEST(JSONOutput, writesNullForWhatIsNotKnown)
 {
     EXPECT_EQ(cli::jsonOf(attachments({QJsonObject()})),
               R"([{"content":null,"created":null,"date":null,"id":null,"name":null,"size":0}])"
@@ -29,21 +29,21 @@ TEST(JSONOutput, WritesNullForWhatIsNotKnown)
     EXPECT_EQ(cli::jsonOf(JAIssueObject::Attachments()), "[]\n");
 }
 
-TEST(JSONOutput, KeepsSizesBeyondThirtyTwoBits)
+TEST(JSONOutput, keepsSizesBeyondThirtyTwoBits)
 {
     const auto list = attachments({attachment(u"7"_s, u"a"_s, u""_s, 9'007'199'254'740'993)});
     EXPECT_TRUE(cli::jsonOf(list).contains("\"size\":9007199254740993"));
 }
 
-TEST(JSONOutput, WritesAUser)
+TEST(JSONOutput, writesAUser)
 {
-    const auto user = JAUser::initWithDictionary({{u"name"_s, u"alice"_s}, {u"displayName"_s, u"Alice Ä"_s}});
-    EXPECT_EQ(cli::jsonOf(*user), R"({"avatarUrl":null,"displayName":"Alice Ä","email":null,"key":null,)"
-                                  R"("name":"alice","timeZone":null})"
+    const auto user = JAUser::initWithDictionary({{u"name"_s, u"anna"_s}, {u"displayName"_s, u"Anna Ä"_s}});
+    EXPECT_EQ(cli::jsonOf(*user), R"({"avatarUrl":null,"displayName":"Anna Ä","email":null,"key":null,)"
+                                  R"("name":"anna","timeZone":null})"
                                   "\n");
 }
 
-TEST(JSONOutput, WritesASessionWithoutItsValue)
+TEST(JSONOutput, writesASessionWithoutItsValue)
 {
     const QJsonObject session = {{u"name"_s, u"JSESSIONID"_s}, {u"value"_s, u"5EC2E7"_s}};
     const QJsonObject info = {{u"loginCount"_s, 3}, {u"previousLoginTime"_s, u"then"_s}};

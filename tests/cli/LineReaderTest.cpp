@@ -1,6 +1,6 @@
 #include "cli/LineReader.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -50,7 +50,7 @@ protected:
     tljira::console::InterruptSignal interrupts;
 };
 
-TEST_F(LineReader, ReadsLineByLine)
+TEST_F(LineReader, readsLineByLine)
 {
     input.write("first pass wörd \nsecond\r\n\n");
     for (const QString& text : {u"first pass wörd "_s, u"second"_s, u""_s}) {
@@ -60,7 +60,7 @@ TEST_F(LineReader, ReadsLineByLine)
     }
 }
 
-TEST_F(LineReader, ReadsNoByteBeyondTheLine)
+TEST_F(LineReader, readsNoByteBeyondTheLine)
 {
     input.write("line\nrest");
     EXPECT_EQ(read().text, u"line"_s);
@@ -68,7 +68,7 @@ TEST_F(LineReader, ReadsNoByteBeyondTheLine)
     EXPECT_EQ(::read(input.readEnd(), rest.data(), rest.size()), 4);
 }
 
-TEST_F(LineReader, TakesALineWithoutItsEnd)
+TEST_F(LineReader, takesALineWithoutItsEnd)
 {
     input.write("last");
     input.close();
@@ -76,13 +76,13 @@ TEST_F(LineReader, TakesALineWithoutItsEnd)
     EXPECT_EQ(read().kind, Kind::NoLine);
 }
 
-TEST_F(LineReader, RefusesALineThatDoesNotEnd)
+TEST_F(LineReader, refusesALineThatDoesNotEnd)
 {
     input.write(QByteArray(5000, 'x'));
     EXPECT_EQ(read().kind, Kind::TooLong);
 }
 
-TEST_F(LineReader, IsInterruptedWithoutTakingTheSignal)
+TEST_F(LineReader, isInterruptedWithoutTakingTheSignal)
 {
     ::raise(SIGINT);
     EXPECT_EQ(read().kind, Kind::Interrupted);

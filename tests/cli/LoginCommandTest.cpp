@@ -14,7 +14,7 @@ using standin::Fault;
 using standin::Match;
 using tests::words;
 
-constexpr char login[] = "login http://jira.example.test/ alice --password-stdin";
+constexpr char login[] = "login http://jira.example.test/ anna --password-stdin";
 
 class LoginCommand : public tests::CommandTest
 {
@@ -24,15 +24,15 @@ protected:
     QByteArray settings() const { return readFile(settingsPath()); }
 };
 
-TEST_F(LoginCommand, SendsUserAndPasswordAndPrintsNothing)
+TEST_F(LoginCommand, sendsUserAndPasswordAndPrintsNothing)
 {
     EXPECT_EQ(run(words(login), "secret\n"), Result({0, {}, {}}));
     ASSERT_EQ(server.requestCount(), 1U);
     EXPECT_EQ(server.lastRequest().path, "/rest/auth/1/session");
-    EXPECT_EQ(server.lastRequest().body, R"({"password":"secret","username":"alice"})");
+    EXPECT_EQ(server.lastRequest().body, R"({"password":"secret","username":"anna"})");
 }
 
-TEST_F(LoginCommand, TakesOneLineAsPassword)
+TEST_F(LoginCommand, takesOneLineAsPassword)
 {
     server.addUser("bob", " pass wörd ");
     const QStringList command = words("login http://jira.example.test/ bob --password-stdin");
@@ -41,7 +41,7 @@ TEST_F(LoginCommand, TakesOneLineAsPassword)
     EXPECT_EQ(run(command, " pass wörd "), Result({0, {}, {}}));
 }
 
-TEST_F(LoginCommand, SavesServerAndSessionForTheUserAlone)
+TEST_F(LoginCommand, savesServerAndSessionForTheUserAlone)
 {
     logIn();
     EXPECT_EQ(run(words("session")).status, 0);
@@ -50,7 +50,7 @@ TEST_F(LoginCommand, SavesServerAndSessionForTheUserAlone)
     EXPECT_EQ(settings.permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
 }
 
-TEST_F(LoginCommand, FailsWhenNothingCanBeSaved)
+TEST_F(LoginCommand, failsWhenNothingCanBeSaved)
 {
     writeFile(u"no folder"_s, "");
     environment.insert(u"XDG_CONFIG_HOME"_s, path(u"no folder"_s));
@@ -58,66 +58,66 @@ TEST_F(LoginCommand, FailsWhenNothingCanBeSaved)
               Result({1, {}, "Server and session could not be saved: its folder cannot be made.\n"}));
 }
 
-TEST_F(LoginCommand, KeepsCookiesInTheDataFolder)
+TEST_F(LoginCommand, keepsCookiesInTheDataFolder)
 {
     server.misbehave(Match::next(), Fault().header("Set-Cookie", "kept=long; Max-Age=86400; Path=/"));
     logIn();
     EXPECT_TRUE(QFileInfo::exists(environment.value(u"XDG_DATA_HOME"_s) + u"/tljira/cookies.txt"_s));
 }
 
-TEST_F(LoginCommand, FailsWithTheServersRefusal)
+TEST_F(LoginCommand, failsWithTheServersRefusal)
 {
     EXPECT_EQ(run(words(login), "wrong\n"),
               Result({1, {}, "The operation couldn’t be completed. (invalid sessioin error 401.)\n"}));
     EXPECT_EQ(run(words("whoami")), Result({1, {}, "No server is set: use tljira login SERVER USER first.\n"}));
 }
 
-TEST_F(LoginCommand, ThatFailsKeepsTheEarlierServerAndSession)
+TEST_F(LoginCommand, thatFailsKeepsTheEarlierServerAndSession)
 {
     logIn();
-    EXPECT_EQ(run(words("login http://unknown.invalid/ alice --password-stdin"), "secret\n"),
+    EXPECT_EQ(run(words("login http://unknown.invalid/ anna --password-stdin"), "secret\n"),
               Result({1, {}, "A server with the specified hostname could not be found.\n"}));
     EXPECT_EQ(run(words("session")).status, 0);
 }
 
-TEST_F(LoginCommand, IsNotTakenInByAPageForPeople)
+TEST_F(LoginCommand, isNotTakenInByAPageForPeople)
 {
     server.misbehave(Match::next(), Fault().status(200, "<html>Log in</html>", "text/html"));
     EXPECT_EQ(run(words(login), "secret\n"), Result({1, {}, "The server’s answer opens no session.\n"}));
     EXPECT_EQ(run(words("whoami")).error, "No server is set: use tljira login SERVER USER first.\n");
 }
 
-TEST_F(LoginCommand, NeedsAPassword)
+TEST_F(LoginCommand, needsAPassword)
 {
     EXPECT_EQ(run(words(login)), Result({1, {}, "No password was given.\n"}));
     EXPECT_EQ(run(words(login), QByteArray(5000, 'x') + '\n'), Result({1, {}, "The password is too long.\n"}));
     EXPECT_EQ(server.requestCount(), 0U);
 }
 
-TEST_F(LoginCommand, RefusesAnAddressThatWouldLeadElsewhere)
+TEST_F(LoginCommand, refusesAnAddressThatWouldLeadElsewhere)
 {
-    EXPECT_EQ(run(words("login jira.example.test alice --password-stdin"), "secret\n"),
+    EXPECT_EQ(run(words("login jira.example.test anna --password-stdin"), "secret\n"),
               Result({2,
                       {},
                       "“jira.example.test” is no address of a server, such as https://jira.example.com. See tljira "
                       "--help.\n"}));
-    EXPECT_EQ(run(words("login http://jira.example.test:8080/ alice --password-stdin"), "secret\n").status, 2);
+    EXPECT_EQ(run(words("login http://jira.example.test:8080/ anna --password-stdin"), "secret\n").status, 2);
     EXPECT_EQ(server.requestCount(), 0U);
 }
 
-TEST_F(LoginCommand, TrimsAPastedAddress)
+TEST_F(LoginCommand, trimsAPastedAddress)
 {
-    EXPECT_EQ(run({u"login"_s, u" \thttp://jira.example.test/ \n"_s, u"alice"_s, u"--password-stdin"_s}, "secret\n"),
+    EXPECT_EQ(run({u"login"_s, u" \thttp://jira.example.test/ \n"_s, u"anna"_s, u"--password-stdin"_s}, "secret\n"),
               Result({0, {}, {}}));
     EXPECT_EQ(run(words("whoami")).status, 0);
 }
 
-TEST_F(LoginCommand, ThatFailsLeavesTheSettingsAsTheyWere)
+TEST_F(LoginCommand, thatFailsLeavesTheSettingsAsTheyWere)
 {
     server.misbehave(Match::next(), Fault().header("Set-Cookie", "kept=long; Max-Age=86400; Path=/"));
     logIn();
     const QByteArray before = settings();
-    const QStringList elsewhere = words("login http://other.example.test/ alice --password-stdin");
+    const QStringList elsewhere = words("login http://other.example.test/ anna --password-stdin");
     EXPECT_EQ(run(elsewhere, "wrong\n").status, 1);
     EXPECT_EQ(settings(), before);
     server.misbehave(Match::next(), Fault().status(200, "<html>Log in</html>", "text/html"));
@@ -142,10 +142,10 @@ TEST_F(LoginCommand, ThatFailsLeavesTheSettingsAsTheyWere)
     EXPECT_NE(settings(), before);
 }
 
-TEST_F(LoginCommand, TakesTheSessionOfOneServerToNoOther)
+TEST_F(LoginCommand, takesTheSessionOfOneServerToNoOther)
 {
     logIn();
-    ASSERT_EQ(run(words("login http://other.example.test/ alice --password-stdin"), "secret\n").status, 0);
+    ASSERT_EQ(run(words("login http://other.example.test/ anna --password-stdin"), "secret\n").status, 0);
     EXPECT_EQ(server.lastRequest().path, "/rest/auth/1/session");
     EXPECT_EQ(server.lastRequest().header("Cookie"), "");
 }
@@ -178,7 +178,7 @@ protected:
     }
 };
 
-TEST_F(ManyLogins, AtOnceSaveTheSessionWithItsServer)
+TEST_F(ManyLogins, atOnceSaveTheSessionWithItsServer)
 {
     for (int round = 0; round < 5; ++round) {
         std::vector<std::unique_ptr<tests::ToolRun>> tools;
@@ -190,7 +190,7 @@ TEST_F(ManyLogins, AtOnceSaveTheSessionWithItsServer)
     }
 }
 
-TEST_F(ManyLogins, ThatAreKilledSaveTheSessionWithItsServer)
+TEST_F(ManyLogins, thatAreKilledSaveTheSessionWithItsServer)
 {
     ASSERT_EQ(startLogin(u"a"_s)->status(), 0);
     for (int round = 0; round < 5; ++round) {

@@ -13,7 +13,7 @@ class LogoutCommand : public tests::CommandTest
 {
 };
 
-TEST_F(LogoutCommand, EndsTheSessionAndForgetsTheServer)
+TEST_F(LogoutCommand, endsTheSessionAndForgetsTheServer)
 {
     logIn();
     EXPECT_EQ(run(words("logout")), Result({0, {}, {}}));
@@ -21,7 +21,7 @@ TEST_F(LogoutCommand, EndsTheSessionAndForgetsTheServer)
     EXPECT_EQ(run(words("whoami")), Result({1, {}, "No server is set: use tljira login SERVER USER first.\n"}));
 }
 
-TEST_F(LogoutCommand, FailsWithAnyOtherStatus)
+TEST_F(LogoutCommand, failsWithAnyOtherStatus)
 {
     logIn();
     server.misbehave(Match::next(), Fault().status(200, "{}", "application/json"));
@@ -29,7 +29,7 @@ TEST_F(LogoutCommand, FailsWithAnyOtherStatus)
               Result({1, {}, "The operation couldn’t be completed. (invalid sessioin error 200.)\n"}));
 }
 
-TEST_F(LogoutCommand, TellsATransportFailureOnce)
+TEST_F(LogoutCommand, tellsATransportFailureOnce)
 {
     logIn();
     server.misbehave(Match::on("*"), Fault().close(Point::responseHead(0)));
@@ -37,12 +37,12 @@ TEST_F(LogoutCommand, TellsATransportFailureOnce)
     EXPECT_EQ(run(words("whoami")).error, "No server is set: use tljira login SERVER USER first.\n");
 }
 
-TEST_F(LogoutCommand, NeedsAServer)
+TEST_F(LogoutCommand, needsAServer)
 {
     EXPECT_EQ(run(words("logout")), Result({1, {}, "No server is set: use tljira login SERVER USER first.\n"}));
 }
 
-TEST_F(LogoutCommand, FailsWhenAddressOrCookiesStayOnTheDisk)
+TEST_F(LogoutCommand, failsWhenAddressOrCookiesStayOnTheDisk)
 {
     server.misbehave(Match::next(), Fault().header("Set-Cookie", "kept=long; Max-Age=86400; Path=/"));
     logIn();

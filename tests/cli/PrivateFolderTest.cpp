@@ -1,6 +1,6 @@
 #include "cli/PrivateFolder.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,7 +17,7 @@ QStringList itemsOf(const QString& folder)
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
-TEST(PrivateFolder, IsHiddenAndForItsUserOnly)
+TEST(PrivateFolder, isHiddenAndForItsUserOnly)
 {
     const QTemporaryDir parent;
     cli::PrivateFolder folder;
@@ -30,7 +30,7 @@ TEST(PrivateFolder, IsHiddenAndForItsUserOnly)
               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
-TEST(PrivateFolder, GoesWithEverythingInIt)
+TEST(PrivateFolder, goesWithEverythingInIt)
 {
     const QTemporaryDir parent;
     {
@@ -44,7 +44,7 @@ TEST(PrivateFolder, GoesWithEverythingInIt)
     EXPECT_EQ(itemsOf(parent.path()), QStringList());
 }
 
-TEST(PrivateFolder, SaysWhyItCannotBeMade)
+TEST(PrivateFolder, saysWhyItCannotBeMade)
 {
     cli::PrivateFolder folder;
     const auto error = folder.create(u"/no/such/folder"_s);

@@ -1,7 +1,7 @@
 #include "cli/ServerAddress.h"
 
 #include "client/JAController.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -10,20 +10,20 @@ namespace {
 using namespace Qt::StringLiterals;
 using cli::problemOfServerAddress;
 
-TEST(ServerAddress, TakesSchemeAndHost)
+TEST(ServerAddress, takesSchemeAndHost)
 {
     EXPECT_EQ(problemOfServerAddress(u"https://jira.example.com"_s), std::nullopt);
     EXPECT_EQ(problemOfServerAddress(u"HTTP://jira.example.com/browse/ABC-1?x#y"_s), std::nullopt);
     EXPECT_EQ(problemOfServerAddress(u"http://[::1]/"_s), std::nullopt);
 }
 
-TEST(ServerAddress, TakesThePortOfTheScheme)
+TEST(ServerAddress, takesThePortOfTheScheme)
 {
     EXPECT_EQ(problemOfServerAddress(u"http://jira.example.com:80/"_s), std::nullopt);
     EXPECT_EQ(problemOfServerAddress(u"https://jira.example.com:443/"_s), std::nullopt);
 }
 
-TEST(ServerAddress, RefusesAnotherPortSinceItWouldBeDropped)
+TEST(ServerAddress, refusesAnotherPortSinceItWouldBeDropped)
 {
     EXPECT_EQ(problemOfServerAddress(u"https://jira.example.com:8443/"_s),
               u"The server’s address cannot have a port: use --connect-to jira.example.com:443:ADDR:PORT."_s);
@@ -31,7 +31,7 @@ TEST(ServerAddress, RefusesAnotherPortSinceItWouldBeDropped)
               u"The server’s address cannot have a port: use --connect-to localhost:80:ADDR:PORT."_s);
 }
 
-TEST(ServerAddress, RefusesWhatNamesNoServer)
+TEST(ServerAddress, refusesWhatNamesNoServer)
 {
     for (const QString& address : {u""_s, u"jira.example.com"_s, u"jira.example.com:8443/x"_s, u"https://"_s,
                                    u"ftp://jira.example.com"_s, u"https://jira example.com"_s}) {
@@ -40,7 +40,7 @@ TEST(ServerAddress, RefusesWhatNamesNoServer)
     }
 }
 
-TEST(ServerAddress, KnowsWhetherAServerIsSet)
+TEST(ServerAddress, knowsWhetherAServerIsSet)
 {
     const auto client = JAController::init();
     EXPECT_FALSE(cli::hasServer(*client));

@@ -19,7 +19,7 @@ Fault answer(const std::string& json)
     return Fault().status(200, json, "application/json");
 }
 
-TEST_F(SessionCommand, ShowsWhatTheServerSays)
+TEST_F(SessionCommand, showsWhatTheServerSays)
 {
     logIn();
     server.misbehave(Match::next(), answer(R"({"loginInfo":{"loginCount":12,"failedLoginCount":3,)"
@@ -33,7 +33,7 @@ TEST_F(SessionCommand, ShowsWhatTheServerSays)
                                              {}}));
 }
 
-TEST_F(SessionCommand, PrintsOneJSONObject)
+TEST_F(SessionCommand, printsOneJSONObject)
 {
     logIn();
     const Result result = run(words("session --json"));
@@ -48,7 +48,7 @@ TEST_F(SessionCommand, PrintsOneJSONObject)
     EXPECT_EQ(QJsonDocument::fromJson(result.output).object(), expected);
 }
 
-TEST_F(SessionCommand, FailsWhenTheSessionHasEnded)
+TEST_F(SessionCommand, failsWhenTheSessionHasEnded)
 {
     logIn();
     server.expireSessions();
@@ -58,21 +58,21 @@ TEST_F(SessionCommand, FailsWhenTheSessionHasEnded)
     }
 }
 
-TEST_F(SessionCommand, FailsWhenAPageForPeopleAnswers)
+TEST_F(SessionCommand, failsWhenAPageForPeopleAnswers)
 {
     logIn();
     server.misbehave(Match::on("*"), Fault().status(200, "<html>Log in</html>", "text/html"));
     EXPECT_EQ(run(words("session")), Result({1, {}, "The server’s answer names no user.\n"}));
 }
 
-TEST_F(SessionCommand, BelievesAnEmptyAnswerOfAServerThatKnowsTheUser)
+TEST_F(SessionCommand, believesAnEmptyAnswerOfAServerThatKnowsTheUser)
 {
     logIn();
-    server.misbehave(Match::on("/rest/auth/1/session"), answer(R"({"name":"alice"})"));
+    server.misbehave(Match::on("/rest/auth/1/session"), answer(R"({"name":"anna"})"));
     EXPECT_EQ(run(words("session")).status, 0);
 }
 
-TEST_F(SessionCommand, FailsWithoutAServer)
+TEST_F(SessionCommand, failsWithoutAServer)
 {
     EXPECT_EQ(run(words("session")), Result({1, {}, "No server is set: use tljira login SERVER USER first.\n"}));
     EXPECT_EQ(server.requestCount(), 0U);

@@ -1,7 +1,7 @@
 #include "tests/cli/TerminalRun.h"
 
 #include "tests/cli/ToolRun.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QFile>
 

@@ -20,12 +20,12 @@ protected:
         server.release();
     }
 
-    static constexpr char prompt[] = "Password of alice at jira.example.test: ";
+    static constexpr char prompt[] = "Password of anna at jira.example.test: ";
 };
 
-TEST_F(Terminal, AsksForThePasswordWithoutShowingIt)
+TEST_F(Terminal, asksForThePasswordWithoutShowingIt)
 {
-    const auto tool = startOnTerminal(words("login http://jira.example.test/ alice"));
+    const auto tool = startOnTerminal(words("login http://jira.example.test/ anna"));
     ASSERT_TRUE(tool->waitFor(prompt));
     EXPECT_FALSE(tool->echoes());
     tool->type("secret\n");
@@ -35,9 +35,9 @@ TEST_F(Terminal, AsksForThePasswordWithoutShowingIt)
     EXPECT_EQ(run(words("session")).status, 0);
 }
 
-TEST_F(Terminal, ShowsTypingAgainAfterAnInterruptAtThePrompt)
+TEST_F(Terminal, showsTypingAgainAfterAnInterruptAtThePrompt)
 {
-    const auto tool = startOnTerminal(words("login http://jira.example.test/ alice"));
+    const auto tool = startOnTerminal(words("login http://jira.example.test/ anna"));
     ASSERT_TRUE(tool->waitFor(prompt));
     tool->type("sec\x03");
     EXPECT_EQ(tool->status(), 130);
@@ -45,9 +45,9 @@ TEST_F(Terminal, ShowsTypingAgainAfterAnInterruptAtThePrompt)
     EXPECT_EQ(server.requestCount(), 0U);
 }
 
-TEST_F(Terminal, TakesTheEndOfInputForNoPassword)
+TEST_F(Terminal, takesTheEndOfInputForNoPassword)
 {
-    const auto tool = startOnTerminal(words("login http://jira.example.test/ alice"));
+    const auto tool = startOnTerminal(words("login http://jira.example.test/ anna"));
     ASSERT_TRUE(tool->waitFor(prompt));
     tool->type("\x04");
     EXPECT_EQ(tool->status(), 1);
@@ -55,7 +55,7 @@ TEST_F(Terminal, TakesTheEndOfInputForNoPassword)
     EXPECT_TRUE(tool->echoes());
 }
 
-TEST_F(Terminal, ShowsHowFarADownloadIs)
+TEST_F(Terminal, showsHowFarADownloadIs)
 {
     logIn();
     attachSynthetic("plan", 4'000'000);
@@ -67,7 +67,7 @@ TEST_F(Terminal, ShowsHowFarADownloadIs)
     EXPECT_TRUE(tool->shown().endsWith("/plan\r\n")) << tool->shown().toStdString();
 }
 
-TEST_F(Terminal, ShowsHowFarAnUploadIs)
+TEST_F(Terminal, showsHowFarAnUploadIs)
 {
     logIn();
     writeFile(u"plan"_s, QByteArray(20'000'000, 'x'));
@@ -80,7 +80,7 @@ TEST_F(Terminal, ShowsHowFarAnUploadIs)
     EXPECT_TRUE(tool->shown().endsWith("\r\n"));
 }
 
-TEST_F(Terminal, RemovesTheBarOfATransferThatFails)
+TEST_F(Terminal, removesTheBarOfATransferThatFails)
 {
     logIn();
     attachSynthetic("plan", 4'000'000);
@@ -94,7 +94,7 @@ TEST_F(Terminal, RemovesTheBarOfATransferThatFails)
         << tool->shown().toStdString();
 }
 
-TEST_F(Terminal, FitsTheBarIntoItsWidth)
+TEST_F(Terminal, fitsTheBarIntoItsWidth)
 {
     logIn();
     attachSynthetic("plan", 4'000'000);
@@ -107,7 +107,7 @@ TEST_F(Terminal, FitsTheBarIntoItsWidth)
         EXPECT_LE(line.size(), 39) << line.toStdString();
 }
 
-TEST_F(Terminal, ShowsTheLogInPlaceOfTheBar)
+TEST_F(Terminal, showsTheLogInPlaceOfTheBar)
 {
     logIn();
     attachSynthetic("plan", 4'000'000);

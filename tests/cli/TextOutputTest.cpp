@@ -1,7 +1,7 @@
 #include "cli/TextOutput.h"
 
 #include "tests/cli/RecordMaking.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 using tests::attachment;
 using tests::attachments;
 
-TEST(TextOutput, AlignsTheColumnsOfAttachments)
+TEST(TextOutput, alignsTheColumnsOfAttachments)
 {
     qputenv("TZ", "UTC-2");
     const auto list = attachments({attachment(u"7"_s, u"b.png"_s, u"2017-10-16T10:06:29.399+0200"_s, 5),
@@ -20,22 +20,22 @@ TEST(TextOutput, AlignsTheColumnsOfAttachments)
                                             "10013  60444  2018-01-01 01:30:00  a b\n");
 }
 
-TEST(TextOutput, ShowsAHyphenForWhatIsNotKnown)
+TEST(TextOutput, showsAHyphenForWhatIsNotKnown)
 {
     EXPECT_EQ(cli::textOfAttachments(attachments({QJsonObject()})), "-  0  -  -\n");
     EXPECT_EQ(cli::textOfAttachments({}), "");
 }
 
-TEST(TextOutput, MakesNamesHarmless)
+TEST(TextOutput, makesNamesHarmless)
 {
     const auto list = attachments({attachment(u"1\n2"_s, u"a\x1b]0;x\x07\nb"_s, u"no date"_s)});
     EXPECT_EQ(cli::textOfAttachments(list), "1?2  1  -  a?]0;x??b\n");
 }
 
-TEST(TextOutput, LinesUpPairsAndLeavesOutEmptyOnes)
+TEST(TextOutput, linesUpPairsAndLeavesOutEmptyOnes)
 {
-    EXPECT_EQ(cli::textOfPairs({{u"name"_s, u"alice"_s}, {u"a longer one"_s, std::nullopt}, {u"e-mail"_s, u"ö\n"_s}}),
-              "name    alice\ne-mail  ö?\n");
+    EXPECT_EQ(cli::textOfPairs({{u"name"_s, u"anna"_s}, {u"a longer one"_s, std::nullopt}, {u"e-mail"_s, u"ö\n"_s}}),
+              "name    anna\ne-mail  ö?\n");
 }
 
 } // namespace

@@ -13,7 +13,7 @@ class Tool : public tests::CommandTest
 {
 };
 
-TEST_F(Tool, PrintsHelpAndVersion)
+TEST_F(Tool, printsHelpAndVersion)
 {
     const Result help = run(words("--help"));
     EXPECT_EQ(help.status, 0);
@@ -22,7 +22,7 @@ TEST_F(Tool, PrintsHelpAndVersion)
     EXPECT_EQ(run(words("--version")), Result({0, "tljira 1.0.0\n", {}}));
 }
 
-TEST_F(Tool, AnswersWrongUsageWithTwoAndOneLine)
+TEST_F(Tool, answersWrongUsageWithTwoAndOneLine)
 {
     EXPECT_EQ(run({}), Result({2, {}, "No command is given. See tljira --help.\n"}));
     EXPECT_EQ(run(words("steal")), Result({2, {}, "“steal” is no command. See tljira --help.\n"}));
@@ -32,7 +32,7 @@ TEST_F(Tool, AnswersWrongUsageWithTwoAndOneLine)
               Result({2, {}, "“x” is not of the form HOST:PORT:ADDR:PORT. See tljira --help.\n"}));
 }
 
-TEST_F(Tool, TakesItsRouteBehindTheCommandToo)
+TEST_F(Tool, takesItsRouteBehindTheCommandToo)
 {
     logIn();
     const QString route = u"jira.example.test:80:127.0.0.1:%1"_s.arg(server.port());
@@ -40,7 +40,7 @@ TEST_F(Tool, TakesItsRouteBehindTheCommandToo)
     EXPECT_EQ(tool.status(), 0);
 }
 
-TEST_F(Tool, IsSilentUnlessVerbose)
+TEST_F(Tool, isSilentUnlessVerbose)
 {
     logIn();
     writeFile(u"plan"_s, "bytes");
@@ -51,7 +51,7 @@ TEST_F(Tool, IsSilentUnlessVerbose)
     EXPECT_TRUE(verbose.error.startsWith("uploadFileInIssue path file: plan\n")) << verbose.error.toStdString();
 }
 
-TEST_F(Tool, ShowsWithTheLogWhatTheServerSaysOfAFailure)
+TEST_F(Tool, showsWithTheLogWhatTheServerSaysOfAFailure)
 {
     logIn();
     const Result result = run(words("attachments NO-1 --verbose"));
@@ -59,7 +59,7 @@ TEST_F(Tool, ShowsWithTheLogWhatTheServerSaysOfAFailure)
     EXPECT_THAT(result.error.toStdString(), HasSubstr("Issue Does Not Exist"));
 }
 
-TEST_F(Tool, SaysNothingOfItsOwnInAnyLocale)
+TEST_F(Tool, saysNothingOfItsOwnInAnyLocale)
 {
     environment.insert(u"LC_ALL"_s, u"C"_s);
     environment.insert(u"QT_LOGGING_RULES"_s, u"*=true"_s);
@@ -67,7 +67,7 @@ TEST_F(Tool, SaysNothingOfItsOwnInAnyLocale)
     EXPECT_EQ(run(words("attachments ABC-1 --json")), Result({0, "[]\n", {}}));
 }
 
-TEST_F(Tool, SurvivesAReaderThatHasGoneAway)
+TEST_F(Tool, survivesAReaderThatHasGoneAway)
 {
     QProcess tool;
     tool.setChildProcessModifier([] {
@@ -85,7 +85,7 @@ TEST_F(Tool, SurvivesAReaderThatHasGoneAway)
     EXPECT_EQ(tool.readAllStandardError(), "The result couldn’t be written: Broken pipe.\n");
 }
 
-TEST_F(Tool, FailsWhenItsResultCannotBeWritten)
+TEST_F(Tool, failsWhenItsResultCannotBeWritten)
 {
     QProcess tool;
     tool.setStandardOutputFile(u"/dev/full"_s);
@@ -95,7 +95,7 @@ TEST_F(Tool, FailsWhenItsResultCannotBeWritten)
     EXPECT_EQ(tool.readAllStandardError(), "The result couldn’t be written: No space left on device.\n");
 }
 
-TEST_F(Tool, StartsAfreshWithADamagedSettingsFile)
+TEST_F(Tool, startsAfreshWithADamagedSettingsFile)
 {
     logIn();
     const QString settings = environment.value(u"XDG_CONFIG_HOME"_s) + u"/tljira/userdefaults.json"_s;

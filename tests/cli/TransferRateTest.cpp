@@ -7,14 +7,14 @@ namespace {
 using namespace std::chrono_literals;
 using cli::TransferRate;
 
-TEST(TransferRate, KnowsNothingWithoutSamples)
+TEST(TransferRate, knowsNothingWithoutSamples)
 {
     const TransferRate rate;
     EXPECT_EQ(rate.bytesPerSecond(10s), std::nullopt);
     EXPECT_EQ(rate.timeLeft(100, 10s), std::nullopt);
 }
 
-TEST(TransferRate, WaitsUntilEnoughTimeHasPassed)
+TEST(TransferRate, waitsUntilEnoughTimeHasPassed)
 {
     TransferRate rate;
     rate.addSample(0, 0ms);
@@ -23,7 +23,7 @@ TEST(TransferRate, WaitsUntilEnoughTimeHasPassed)
     EXPECT_EQ(rate.bytesPerSecond(250ms), 4000.0);
 }
 
-TEST(TransferRate, DividesBytesByTime)
+TEST(TransferRate, dividesBytesByTime)
 {
     TransferRate rate;
     rate.addSample(0, 1000ms);
@@ -33,7 +33,7 @@ TEST(TransferRate, DividesBytesByTime)
     EXPECT_EQ(rate.timeLeft(6000, 3000ms), 2s);
 }
 
-TEST(TransferRate, RoundsTheTimeLeftUp)
+TEST(TransferRate, roundsTheTimeLeftUp)
 {
     TransferRate rate;
     rate.addSample(0, 0ms);
@@ -42,7 +42,7 @@ TEST(TransferRate, RoundsTheTimeLeftUp)
     EXPECT_EQ(rate.timeLeft(1000, 1000ms), 0s);
 }
 
-TEST(TransferRate, ForgetsWhatIsOlderThanFiveSeconds)
+TEST(TransferRate, forgetsWhatIsOlderThanFiveSeconds)
 {
     TransferRate rate;
     rate.addSample(0, 0ms);
@@ -53,7 +53,7 @@ TEST(TransferRate, ForgetsWhatIsOlderThanFiveSeconds)
     EXPECT_EQ(rate.bytesPerSecond(16s), 4000.0);
 }
 
-TEST(TransferRate, SinksWhileNothingMoves)
+TEST(TransferRate, sinksWhileNothingMoves)
 {
     TransferRate rate;
     rate.addSample(0, 0ms);
@@ -65,7 +65,7 @@ TEST(TransferRate, SinksWhileNothingMoves)
     EXPECT_EQ(rate.timeLeft(8000, 6000ms), std::nullopt);
 }
 
-TEST(TransferRate, HasNoTimeLeftWhenNothingHasMoved)
+TEST(TransferRate, hasNoTimeLeftWhenNothingHasMoved)
 {
     TransferRate rate;
     rate.addSample(0, 0ms);
@@ -73,7 +73,7 @@ TEST(TransferRate, HasNoTimeLeftWhenNothingHasMoved)
     EXPECT_EQ(rate.timeLeft(10, 1000ms), std::nullopt);
 }
 
-TEST(TransferRate, HasNoTimeLeftWhenTheTotalIsWrongOrFarAway)
+TEST(TransferRate, hasNoTimeLeftWhenTheTotalIsWrongOrFarAway)
 {
     TransferRate rate;
     rate.addSample(0, 0ms);

@@ -1,5 +1,5 @@
 #include "client/Answer.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ tljira::HTTPURLResponse responseWith(int status)
     return response;
 }
 
-TEST(Answer, OfStatus200IsAccepted)
+TEST(Answer, ofStatus200IsAccepted)
 {
     const Answer answer = Answer::from(QByteArray(R"({"a": 1})"), std::nullopt, responseWith(200));
     EXPECT_EQ(answer.kind, Answer::Kind::Accepted);
@@ -22,7 +22,7 @@ TEST(Answer, OfStatus200IsAccepted)
     EXPECT_EQ(answer.error, std::nullopt);
 }
 
-TEST(Answer, OfStatus200IsAcceptedWhateverItsBodyIs)
+TEST(Answer, ofStatus200IsAcceptedWhateverItsBodyIs)
 {
     for (const char* body : {"", "<html>", "[1]", "null", "\"text\""}) {
         const Answer answer = Answer::from(QByteArray(body), std::nullopt, responseWith(200));
@@ -31,7 +31,7 @@ TEST(Answer, OfStatus200IsAcceptedWhateverItsBodyIs)
     }
 }
 
-TEST(Answer, OfAnyOtherStatusIsRefused)
+TEST(Answer, ofAnyOtherStatusIsRefused)
 {
     for (int status : {100, 201, 202, 204, 302, 401, 403, 404, 429, 500, 503}) {
         const Answer answer = Answer::from(QByteArray(R"({"a": 1})"), std::nullopt, responseWith(status));
@@ -43,14 +43,14 @@ TEST(Answer, OfAnyOtherStatusIsRefused)
     }
 }
 
-TEST(Answer, ThatIsRefusedWithoutJSONHasNoUserInfo)
+TEST(Answer, thatIsRefusedWithoutJSONHasNoUserInfo)
 {
     const Answer answer = Answer::from(QByteArray("<html>"), std::nullopt, responseWith(403));
     ASSERT_TRUE(answer.error);
     EXPECT_EQ(answer.error->userInfo, std::nullopt);
 }
 
-TEST(Answer, IsMissingWhenTheTransportFailed)
+TEST(Answer, isMissingWhenTheTransportFailed)
 {
     const tljira::Error error = tljira::makeURLError(tljira::URLError::TimedOut);
     const Answer answer = Answer::from(QByteArray("{}"), error, responseWith(200));
@@ -58,14 +58,14 @@ TEST(Answer, IsMissingWhenTheTransportFailed)
     EXPECT_EQ(answer.error, error);
 }
 
-TEST(Answer, IsMissingWithoutAnErrorWhenOnlyItsBodyIs)
+TEST(Answer, isMissingWithoutAnErrorWhenOnlyItsBodyIs)
 {
     const Answer answer = Answer::from(std::nullopt, std::nullopt, responseWith(200));
     EXPECT_EQ(answer.kind, Answer::Kind::Missing);
     EXPECT_EQ(answer.error, std::nullopt);
 }
 
-TEST(Answer, HasStatus0WhenThereIsNoResponse)
+TEST(Answer, hasStatus0WhenThereIsNoResponse)
 {
     EXPECT_EQ(client::statusOf(std::nullopt), 0);
     EXPECT_EQ(client::statusOf(responseWith(418)), 418);

@@ -1,7 +1,5 @@
 #include "tests/client/ClientTest.h"
 
-#include <QFile>
-
 namespace tests {
 
 namespace {
@@ -19,20 +17,9 @@ std::string shortText(const std::optional<tljira::Error>& error)
     return error ? error->domain.toStdString() + " " + std::to_string(error->code) : "no error";
 }
 
-std::optional<QByteArray> contentsOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
-}
-
 ClientTest::ClientTest(const standin::Options& options)
     : server(options)
 {
-    server.addUser("ada", "secret");
-    server.addIssue("ABC-1");
-    const QString port = QString::number(server.port());
-    tljira::URLSessionConfiguration::setDefaultRoutes({QStringLiteral("jira.example.test:80:127.0.0.1:") + port,
-                                                       QStringLiteral("other.example.test:80:127.0.0.1:") + port});
     client = JAController::init();
     client->setJiraHost(QStringLiteral("http://jira.example.test"));
     client->setDelegate(delegate);
@@ -41,7 +28,7 @@ ClientTest::ClientTest(const standin::Options& options)
 void ClientTest::logIn()
 {
     bool isDone = false;
-    client->login(QStringLiteral("ada"), QStringLiteral("secret"),
+    client->login(QStringLiteral("anna"), QStringLiteral("secret"),
                   [&isDone](const auto& newSession, const auto& loginError) {
                       EXPECT_NE(newSession, nullptr) << shortText(loginError);
                       isDone = true;
@@ -61,10 +48,8 @@ void ClientTest::saveSession(const char* name, const char* value)
 
 QString ClientTest::writeFile(const char* name, const QByteArray& bytes) const
 {
-    QFile file(path(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    EXPECT_EQ(file.write(bytes), bytes.size());
-    return file.fileName();
+    tests::writeFile(path(name), bytes);
+    return path(name);
 }
 
 bool ClientTest::waitForEvents(std::size_t count)

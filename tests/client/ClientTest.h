@@ -1,11 +1,12 @@
 #pragma once
 
 #include "client/JAController.h"
-#include "standin/Server.h"
 #include "tests/client/RecordingDelegate.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/Printers.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/Files.h"
+#include "tests/kit/Jira.h"
+#include "tests/kit/LogCapture.h"
+#include "tests/kit/Printers.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QTemporaryDir>
 
@@ -16,8 +17,7 @@
 
 namespace tests {
 
-/// A client and the server that it reaches as http://jira.example.test/, where user "ada" (password "secret") and issue
-/// ABC-1 are known. What the client tells its callers is collected as `events`, in order.
+/// A client and the server that it reaches. What the client tells its callers is collected as `events`, in order.
 class ClientTest : public testing::Test
 {
 protected:
@@ -45,7 +45,7 @@ protected:
 
     LogCapture log;
     QTemporaryDir folder;
-    standin::Server server;
+    Jira server;
     std::shared_ptr<JAController> client;
     std::vector<std::string> events;
     std::shared_ptr<RecordingDelegate> delegate = std::make_shared<RecordingDelegate>(events);
@@ -61,7 +61,5 @@ protected:
 
 /// "DOMAIN CODE", or "no error".
 std::string shortText(const std::optional<tljira::Error>& error);
-
-std::optional<QByteArray> contentsOf(const QString& path);
 
 } // namespace tests

@@ -8,7 +8,7 @@
 #include "client/JAController.h"
 #include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/MainQueue.h"
-#include "tests/support/HeldSystem.h"
+#include "tests/kit/HeldSystem.h"
 
 #include <QCoreApplication>
 #include <QSemaphore>

@@ -11,13 +11,13 @@ namespace {
 
 using client::Guarded;
 
-TEST(Guarded, StartsWithAnEmptyValueOrTheGivenOne)
+TEST(Guarded, startsWithAnEmptyValueOrTheGivenOne)
 {
     EXPECT_EQ(Guarded<int>().get(), 0);
     EXPECT_EQ(Guarded<std::string>("a").get(), "a");
 }
 
-TEST(Guarded, LetsTheOldValueGoWhereItMayUseTheNewOne)
+TEST(Guarded, letsTheOldValueGoWhereItMayUseTheNewOne)
 {
     struct Item
     {
@@ -36,7 +36,7 @@ TEST(Guarded, LetsTheOldValueGoWhereItMayUseTheNewOne)
     EXPECT_TRUE(sawSuccessor);
 }
 
-TEST(Guarded, IsReadAndReplacedByThreadsAtTheSameTime)
+TEST(Guarded, isReadAndReplacedByThreadsAtTheSameTime)
 {
     Guarded<std::string> guarded(std::string(100, 'a'));
     std::thread writer([&guarded] {
@@ -52,7 +52,7 @@ TEST(Guarded, IsReadAndReplacedByThreadsAtTheSameTime)
     EXPECT_EQ(torn, 0);
 }
 
-TEST(CallIfSet, CallsAFunctionAndSkipsAnEmptyOne)
+TEST(CallIfSet, callsAFunctionAndSkipsAnEmptyOne)
 {
     int sum = 0;
     const std::function<void(int, int)> add = [&sum](int a, int b) { sum += a + b; };

@@ -1,7 +1,7 @@
 #include "platform/foundation/FileManager.h"
 #include "tests/client/ClientTest.h"
 #include "tests/client/SmallVolume.h"
-#include "tests/support/WithoutPrivileges.h"
+#include "tests/kit/WithoutPrivileges.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -83,7 +83,7 @@ protected:
     QString link;
 };
 
-TEST_F(JAControllerDownloadFaultsTest, AConnectionThatIsResetBeforeTheRequestIsRead)
+TEST_F(JAControllerDownloadFaultsTest, aConnectionThatIsResetBeforeTheRequestIsRead)
 {
     client->setSession(tljira::URLSession::sessionWithConfiguration(client->session()->configuration(), client));
     server.resetConnections(1);
@@ -95,7 +95,7 @@ TEST_F(JAControllerDownloadFaultsTest, AConnectionThatIsResetBeforeTheRequestIsR
     expectOldFileAndNoLeftovers();
 }
 
-TEST_F(JAControllerDownloadFaultsTest, AConnectionThatEndsInHeadOrBody)
+TEST_F(JAControllerDownloadFaultsTest, aConnectionThatEndsInHeadOrBody)
 {
     for (const Point point : {Point::responseHead(0), Point::responseHead(20), Point::responseBody(0),
                               Point::responseBody(size / 2), Point::responseBody(size - 1)}) {
@@ -107,14 +107,14 @@ TEST_F(JAControllerDownloadFaultsTest, AConnectionThatEndsInHeadOrBody)
     }
 }
 
-TEST_F(JAControllerDownloadFaultsTest, ABodyThatIsShorterThanAnnounced)
+TEST_F(JAControllerDownloadFaultsTest, aBodyThatIsShorterThanAnnounced)
 {
     download(Fault().announce(1));
     EXPECT_THAT(events, ElementsAre("(0, 0, NSURLErrorDomain -1005, NO)"));
     expectOldFileAndNoLeftovers();
 }
 
-TEST_F(JAControllerDownloadFaultsTest, ABodyInChunksThatIsCutShort)
+TEST_F(JAControllerDownloadFaultsTest, aBodyInChunksThatIsCutShort)
 {
     for (const int missing : {5, 6, 5000}) {
         download(Fault().chunked(missing));
@@ -123,7 +123,7 @@ TEST_F(JAControllerDownloadFaultsTest, ABodyInChunksThatIsCutShort)
     }
 }
 
-TEST_F(JAControllerDownloadFaultsTest, ABodyInGzipThatIsCutShort)
+TEST_F(JAControllerDownloadFaultsTest, aBodyInGzipThatIsCutShort)
 {
     for (const int missing : {1, 8, 5000}) {
         download(Fault().gzip(missing));
@@ -132,7 +132,7 @@ TEST_F(JAControllerDownloadFaultsTest, ABodyInGzipThatIsCutShort)
     }
 }
 
-TEST_F(JAControllerDownloadFaultsTest, ABodyWhoseFormIsUnusualButWhole)
+TEST_F(JAControllerDownloadFaultsTest, aBodyWhoseFormIsUnusualButWhole)
 {
     for (const Fault& fault : {Fault().chunked(), Fault().gzip(), Fault().withoutLength()}) {
         download(fault);
@@ -141,7 +141,7 @@ TEST_F(JAControllerDownloadFaultsTest, ABodyWhoseFormIsUnusualButWhole)
     }
 }
 
-TEST_F(JAControllerDownloadFaultsTest, ALoginPageIsTakenForTheFile)
+TEST_F(JAControllerDownloadFaultsTest, aLoginPageIsTakenForTheFile)
 {
     const std::string page = "<html>Please log in</html>";
     download(Fault().status(200, page, "text/html"));
@@ -149,7 +149,7 @@ TEST_F(JAControllerDownloadFaultsTest, ALoginPageIsTakenForTheFile)
     EXPECT_EQ(tests::contentsOf(path("saved")), QByteArray::fromStdString(page));
 }
 
-TEST_F(JAControllerDownloadFaultsTest, ARedirectIsFollowedButTheSessionStaysWithItsHost)
+TEST_F(JAControllerDownloadFaultsTest, aRedirectIsFollowedButTheSessionStaysWithItsHost)
 {
     download(Fault().redirect("http://other.example.test/store/plan.tessaloom"));
     EXPECT_THAT(events, ElementsAre("(100, 100, no error, YES)"));
@@ -158,14 +158,14 @@ TEST_F(JAControllerDownloadFaultsTest, ARedirectIsFollowedButTheSessionStaysWith
     EXPECT_EQ(requests[0].headerCount("Cookie"), 0);
 }
 
-TEST_F(JAControllerDownloadFaultsTest, ALoopOfRedirects)
+TEST_F(JAControllerDownloadFaultsTest, aLoopOfRedirects)
 {
     download(Fault().redirectToItself());
     EXPECT_THAT(events, ElementsAre("(0, 0, NSURLErrorDomain -1007, NO)"));
     expectOldFileAndNoLeftovers();
 }
 
-TEST_F(JAControllerDownloadFaultsTest, IsCancelledInEveryPhase)
+TEST_F(JAControllerDownloadFaultsTest, isCancelledInEveryPhase)
 {
     for (const Point point : {Point::responseHead(0), Point::responseHead(20), Point::responseBody(0),
                               Point::responseBody(size / 2), Point::responseBody(size - 1)}) {
@@ -186,7 +186,7 @@ TEST_F(JAControllerDownloadFaultsTest, IsCancelledInEveryPhase)
     expectOldFileAndNoLeftovers();
 }
 
-TEST_F(JAControllerDownloadFaultsTest, IsCancelledWhenAllBytesHaveComeButNobodyHasHeard)
+TEST_F(JAControllerDownloadFaultsTest, isCancelledWhenAllBytesHaveComeButNobodyHasHeard)
 {
     const std::size_t finishedBefore = server.finishedRequestCount();
     start();
@@ -199,7 +199,7 @@ TEST_F(JAControllerDownloadFaultsTest, IsCancelledWhenAllBytesHaveComeButNobodyH
     expectOldFileAndNoLeftovers();
 }
 
-TEST_F(JAControllerDownloadFaultsTest, IsCancelledByItsOwnCallback)
+TEST_F(JAControllerDownloadFaultsTest, isCancelledByItsOwnCallback)
 {
     client->downloadFile(
         link,
@@ -215,7 +215,7 @@ TEST_F(JAControllerDownloadFaultsTest, IsCancelledByItsOwnCallback)
     expectOldFileAndNoLeftovers();
 }
 
-TEST_F(JAControllerDownloadFaultsTest, ADestinationThatIsAFolderIsReplaced)
+TEST_F(JAControllerDownloadFaultsTest, aDestinationThatIsAFolderIsReplaced)
 {
     ASSERT_TRUE(QFile::remove(path("saved")));
     ASSERT_TRUE(QDir().mkpath(path("saved/inner")));
@@ -226,7 +226,7 @@ TEST_F(JAControllerDownloadFaultsTest, ADestinationThatIsAFolderIsReplaced)
     EXPECT_EQ(tests::contentsOf(path("saved")), attachedBytes());
 }
 
-TEST_F(JAControllerDownloadFaultsTest, ADestinationThatIsALinkIsReplacedAndItsTargetIsNot)
+TEST_F(JAControllerDownloadFaultsTest, aDestinationThatIsALinkIsReplacedAndItsTargetIsNot)
 {
     writeFile("target", "target bytes");
     ASSERT_TRUE(QFile::remove(path("saved")));
@@ -237,7 +237,7 @@ TEST_F(JAControllerDownloadFaultsTest, ADestinationThatIsALinkIsReplacedAndItsTa
     EXPECT_EQ(tests::contentsOf(path("target")), QByteArray("target bytes"));
 }
 
-TEST_F(JAControllerDownloadFaultsTest, ADestinationInAFolderThatIsMissingShowsOnlyInTheLog)
+TEST_F(JAControllerDownloadFaultsTest, aDestinationInAFolderThatIsMissingShowsOnlyInTheLog)
 {
     client->downloadFile(link, downloadCallBack(), path("missing/saved"));
     ASSERT_TRUE(waitForEvents(1));
@@ -246,7 +246,7 @@ TEST_F(JAControllerDownloadFaultsTest, ADestinationInAFolderThatIsMissingShowsOn
     expectOldFileAndNoLeftovers();
 }
 
-TEST_F(JAControllerDownloadFaultsTest, ADestinationInAReadOnlyFolderShowsOnlyInTheLog)
+TEST_F(JAControllerDownloadFaultsTest, aDestinationInAReadOnlyFolderShowsOnlyInTheLog)
 {
     QDir().mkdir(path("closed"));
     writeFile("closed/saved", "kept bytes");
@@ -264,7 +264,7 @@ TEST_F(JAControllerDownloadFaultsTest, ADestinationInAReadOnlyFolderShowsOnlyInT
     QFile::setPermissions(path("closed"), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
 }
 
-TEST_F(JAControllerDownloadFaultsTest, AnEmptyDestinationShowsOnlyInTheLog)
+TEST_F(JAControllerDownloadFaultsTest, anEmptyDestinationShowsOnlyInTheLog)
 {
     client->downloadFile(link, downloadCallBack(), QString());
     ASSERT_TRUE(waitForEvents(1));
@@ -273,7 +273,7 @@ TEST_F(JAControllerDownloadFaultsTest, AnEmptyDestinationShowsOnlyInTheLog)
     expectOldFileAndNoLeftovers();
 }
 
-TEST_F(JAControllerDownloadFaultsTest, AFileThatMayNotGrowSoLargeFailsTheDownload)
+TEST_F(JAControllerDownloadFaultsTest, aFileThatMayNotGrowSoLargeFailsTheDownload)
 {
     std::signal(SIGXFSZ, SIG_IGN);
     rlimit limit{};
@@ -289,7 +289,7 @@ TEST_F(JAControllerDownloadFaultsTest, AFileThatMayNotGrowSoLargeFailsTheDownloa
     expectOldFileAndNoLeftovers();
 }
 
-TEST_F(JAControllerDownloadFaultsTest, ADiskThatIsFullFailsTheDownload)
+TEST_F(JAControllerDownloadFaultsTest, aDiskThatIsFullFailsTheDownload)
 {
     const tests::SmallVolume volume(path("temporary"));
     if (!volume.isMounted())
@@ -301,7 +301,7 @@ TEST_F(JAControllerDownloadFaultsTest, ADiskThatIsFullFailsTheDownload)
     expectOldFileAndNoLeftovers();
 }
 
-TEST_F(JAControllerDownloadFaultsTest, ADestinationOnADiskThatIsFullShowsOnlyInTheLog)
+TEST_F(JAControllerDownloadFaultsTest, aDestinationOnADiskThatIsFullShowsOnlyInTheLog)
 {
     const tests::SmallVolume volume(path("volume"));
     if (!volume.isMounted())

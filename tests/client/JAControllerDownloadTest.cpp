@@ -37,7 +37,7 @@ protected:
     QString link;
 };
 
-TEST_F(JAControllerDownloadTest, PutsTheFileInItsPlace)
+TEST_F(JAControllerDownloadTest, putsTheFileInItsPlace)
 {
     download();
     ASSERT_TRUE(waitForEvents(1));
@@ -46,7 +46,7 @@ TEST_F(JAControllerDownloadTest, PutsTheFileInItsPlace)
     EXPECT_EQ(client->savePath(), path("saved"));
 }
 
-TEST_F(JAControllerDownloadTest, PutsAFileOfNoBytesInItsPlace)
+TEST_F(JAControllerDownloadTest, putsAFileOfNoBytesInItsPlace)
 {
     const auto id = server.addAttachment("ABC-1", {.fileName = "empty"});
     link = QStringLiteral("http://jira.example.test/secure/attachment/%1/empty").arg(id);
@@ -56,7 +56,7 @@ TEST_F(JAControllerDownloadTest, PutsAFileOfNoBytesInItsPlace)
     EXPECT_EQ(tests::contentsOf(path("saved")), QByteArray());
 }
 
-TEST_F(JAControllerDownloadTest, ReportsPartsThatAddUpAndThenTheEnd)
+TEST_F(JAControllerDownloadTest, reportsPartsThatAddUpAndThenTheEnd)
 {
     qint64 total = 0;
     bool isFinished = false;
@@ -81,7 +81,7 @@ TEST_F(JAControllerDownloadTest, ReportsPartsThatAddUpAndThenTheEnd)
     EXPECT_EQ(total, size);
 }
 
-TEST_F(JAControllerDownloadTest, ReplacesTheFileThatIsThere)
+TEST_F(JAControllerDownloadTest, replacesTheFileThatIsThere)
 {
     writeFile("saved", "old bytes");
     download();
@@ -89,7 +89,7 @@ TEST_F(JAControllerDownloadTest, ReplacesTheFileThatIsThere)
     EXPECT_EQ(tests::contentsOf(path("saved")), attachedBytes());
 }
 
-TEST_F(JAControllerDownloadTest, ReportsTheEndBeforeTheFileIsInItsPlace)
+TEST_F(JAControllerDownloadTest, reportsTheEndBeforeTheFileIsInItsPlace)
 {
     writeFile("saved", "old bytes");
     std::optional<QByteArray> seen;
@@ -107,7 +107,7 @@ TEST_F(JAControllerDownloadTest, ReportsTheEndBeforeTheFileIsInItsPlace)
     EXPECT_EQ(tests::contentsOf(path("saved")), attachedBytes());
 }
 
-TEST_F(JAControllerDownloadTest, LetsTheCallbackGoAfterTheEnd)
+TEST_F(JAControllerDownloadTest, letsTheCallbackGoAfterTheEnd)
 {
     const auto token = std::make_shared<int>(0);
     const std::weak_ptr<int> observer = token;
@@ -120,7 +120,7 @@ TEST_F(JAControllerDownloadTest, LetsTheCallbackGoAfterTheEnd)
     EXPECT_EQ(observer.use_count(), 1);
 }
 
-TEST_F(JAControllerDownloadTest, HasItsCallbackUntilTheFinishedCallReturns)
+TEST_F(JAControllerDownloadTest, hasItsCallbackUntilTheFinishedCallReturns)
 {
     bool wasSet = false;
     client->downloadFile(
@@ -138,7 +138,7 @@ TEST_F(JAControllerDownloadTest, HasItsCallbackUntilTheFinishedCallReturns)
 }
 
 /// The finished call is the last that a callback gets, also one that was set during it.
-TEST_F(JAControllerDownloadTest, LetsACallbackGoThatWasSetDuringTheFinishedCall)
+TEST_F(JAControllerDownloadTest, letsACallbackGoThatWasSetDuringTheFinishedCall)
 {
     client->downloadFile(
         link,
@@ -154,7 +154,7 @@ TEST_F(JAControllerDownloadTest, LetsACallbackGoThatWasSetDuringTheFinishedCall)
     EXPECT_FALSE(client->downloadCallBack());
 }
 
-TEST_F(JAControllerDownloadTest, AsksForAMinuteAndTheUsualCaching)
+TEST_F(JAControllerDownloadTest, asksForAMinuteAndTheUsualCaching)
 {
     download();
     const tljira::URLRequest& request = client->downloadTask()->originalRequest();
@@ -164,7 +164,7 @@ TEST_F(JAControllerDownloadTest, AsksForAMinuteAndTheUsualCaching)
     EXPECT_TRUE(waitForEvents(1));
 }
 
-TEST_F(JAControllerDownloadTest, WritesItsLinesToTheLogInOrder)
+TEST_F(JAControllerDownloadTest, writesItsLinesToTheLogInOrder)
 {
     download();
     ASSERT_TRUE(waitForEvents(1));
@@ -186,7 +186,7 @@ TEST_F(JAControllerDownloadTest, WritesItsLinesToTheLogInOrder)
     EXPECT_EQ(lines[6], QStringLiteral("Error task: %1").arg(client->downloadTask()->hash()));
 }
 
-TEST_F(JAControllerDownloadTest, WritesThePlaceholderForARemovalThatWorked)
+TEST_F(JAControllerDownloadTest, writesThePlaceholderForARemovalThatWorked)
 {
     writeFile("saved", "old bytes");
     download();
@@ -196,14 +196,14 @@ TEST_F(JAControllerDownloadTest, WritesThePlaceholderForARemovalThatWorked)
     EXPECT_TRUE(lines.contains(QStringLiteral("Move downloaded path error: (null)")));
 }
 
-TEST_F(JAControllerDownloadTest, WritesALineForADownloadThatGoesOn)
+TEST_F(JAControllerDownloadTest, writesALineForADownloadThatGoesOn)
 {
     tljira::URLSessionDelegate& sessionDelegate = *client;
     sessionDelegate.didResumeAtOffset(nullptr, 17, 4711);
     EXPECT_EQ(log.lines(), QStringList(QStringLiteral("didResumeAtOffset: 17, expectedTotalBytes 4711")));
 }
 
-TEST_F(JAControllerDownloadTest, CarriesTheSavedSession)
+TEST_F(JAControllerDownloadTest, carriesTheSavedSession)
 {
     download();
     ASSERT_TRUE(waitForEvents(1));
@@ -213,7 +213,7 @@ TEST_F(JAControllerDownloadTest, CarriesTheSavedSession)
     EXPECT_EQ(server.lastRequest().headerCount("Content-Type"), 0);
 }
 
-TEST_F(JAControllerDownloadTest, SavesTheAnswerOfAnyStatusAsTheFile)
+TEST_F(JAControllerDownloadTest, savesTheAnswerOfAnyStatusAsTheFile)
 {
     for (int status : {401, 404, 500}) {
         events.clear();
@@ -225,7 +225,7 @@ TEST_F(JAControllerDownloadTest, SavesTheAnswerOfAnyStatusAsTheFile)
     }
 }
 
-TEST_F(JAControllerDownloadTest, ToAFolderThatIsMissingFinishesAndShowsOnlyInTheLog)
+TEST_F(JAControllerDownloadTest, toAFolderThatIsMissingFinishesAndShowsOnlyInTheLog)
 {
     client->downloadFile(link, downloadCallBack(), path("missing/saved"));
     ASSERT_TRUE(waitForEvents(1));
@@ -235,7 +235,7 @@ TEST_F(JAControllerDownloadTest, ToAFolderThatIsMissingFinishesAndShowsOnlyInThe
                 testing::HasSubstr("Move item error: Error Domain=NSCocoaErrorDomain Code=4 "));
 }
 
-TEST_F(JAControllerDownloadTest, TellsOfTheRemovalInItsLastLineAlsoWhenTheMoveFailed)
+TEST_F(JAControllerDownloadTest, tellsOfTheRemovalInItsLastLineAlsoWhenTheMoveFailed)
 {
     client->downloadFile(link, downloadCallBack(), path("missing/saved"));
     ASSERT_TRUE(waitForEvents(1));
@@ -249,14 +249,14 @@ TEST_F(JAControllerDownloadTest, TellsOfTheRemovalInItsLastLineAlsoWhenTheMoveFa
     EXPECT_TRUE(log.lines().contains(QStringLiteral("Move downloaded path error: (null)")));
 }
 
-TEST_F(JAControllerDownloadTest, CancelDoesNothingBeforeAnyDownload)
+TEST_F(JAControllerDownloadTest, cancelDoesNothingBeforeAnyDownload)
 {
     client->cancelDownload();
     tests::drainMainQueue();
     EXPECT_TRUE(events.empty());
 }
 
-TEST_F(JAControllerDownloadTest, CancelUnderWayIsOneCallWithItsError)
+TEST_F(JAControllerDownloadTest, cancelUnderWayIsOneCallWithItsError)
 {
     writeFile("saved", "old bytes");
     downloadAndHold(size / 2);
@@ -269,7 +269,7 @@ TEST_F(JAControllerDownloadTest, CancelUnderWayIsOneCallWithItsError)
     EXPECT_EQ(tests::contentsOf(path("saved")), QByteArray("old bytes"));
 }
 
-TEST_F(JAControllerDownloadTest, CancelDoesNothingAfterTheEnd)
+TEST_F(JAControllerDownloadTest, cancelDoesNothingAfterTheEnd)
 {
     download();
     ASSERT_TRUE(waitForEvents(1));
@@ -279,7 +279,7 @@ TEST_F(JAControllerDownloadTest, CancelDoesNothingAfterTheEnd)
     EXPECT_EQ(tests::contentsOf(path("saved")), attachedBytes());
 }
 
-TEST_F(JAControllerDownloadTest, KeepsTheCallbackOfAFailureForTheNextTaskThatEnds)
+TEST_F(JAControllerDownloadTest, keepsTheCallbackOfAFailureForTheNextTaskThatEnds)
 {
     downloadAndHold(size / 2);
     client->cancelDownload();
@@ -291,7 +291,7 @@ TEST_F(JAControllerDownloadTest, KeepsTheCallbackOfAFailureForTheNextTaskThatEnd
     EXPECT_THAT(events, ElementsAre("(0, 0, NSURLErrorDomain -999, NO)", "(0, 0, no error, NO)", "200, no error"));
 }
 
-TEST_F(JAControllerDownloadTest, TellsTheCallbackOfOtherTasksThatEndMeanwhile)
+TEST_F(JAControllerDownloadTest, tellsTheCallbackOfOtherTasksThatEndMeanwhile)
 {
     downloadAndHold(size / 2);
     client->sendGetRequest(client->url(kCurrentUserPath), nullptr);
@@ -304,7 +304,7 @@ TEST_F(JAControllerDownloadTest, TellsTheCallbackOfOtherTasksThatEndMeanwhile)
     EXPECT_EQ(tests::contentsOf(path("saved")), attachedBytes());
 }
 
-TEST_F(JAControllerDownloadTest, FollowsOneDownloadAtATime)
+TEST_F(JAControllerDownloadTest, followsOneDownloadAtATime)
 {
     downloadAndHold(size / 2);
     const auto older = client->downloadTask();
@@ -327,14 +327,14 @@ TEST_F(JAControllerDownloadTest, FollowsOneDownloadAtATime)
     EXPECT_EQ(tests::contentsOf(path("newer")), attachedBytes());
 }
 
-TEST_F(JAControllerDownloadTest, DoesWithoutACallback)
+TEST_F(JAControllerDownloadTest, doesWithoutACallback)
 {
     client->downloadFile(link, nullptr, path("saved"));
     EXPECT_TRUE(tests::waitUntil([this] { return QFile::exists(path("saved")); }));
     EXPECT_EQ(tests::contentsOf(path("saved")), attachedBytes());
 }
 
-TEST_F(JAControllerDownloadTest, FailsWithoutAnAddress)
+TEST_F(JAControllerDownloadTest, failsWithoutAnAddress)
 {
     client->downloadFile(std::nullopt, downloadCallBack(), path("saved"));
     EXPECT_TRUE(events.empty());

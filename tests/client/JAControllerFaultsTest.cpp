@@ -25,7 +25,7 @@ protected:
     }
 };
 
-TEST_F(JAControllerFaultsTest, AConnectionThatIsRefused)
+TEST_F(JAControllerFaultsTest, aConnectionThatIsRefused)
 {
     auto configuration = client->session()->configuration();
     configuration.routes.append(QStringLiteral("localhost:80:127.0.0.1:1"));
@@ -37,7 +37,7 @@ TEST_F(JAControllerFaultsTest, AConnectionThatIsRefused)
     EXPECT_EQ(error->localizedDescription(), QStringLiteral("Could not connect to the server."));
 }
 
-TEST_F(JAControllerFaultsTest, AHostThatIsUnknown)
+TEST_F(JAControllerFaultsTest, aHostThatIsUnknown)
 {
     client->setJiraHost(QStringLiteral("http://jira.invalid"));
     client->sendGetRequest(client->url(kCurrentUserPath), requestCallBack());
@@ -47,7 +47,7 @@ TEST_F(JAControllerFaultsTest, AHostThatIsUnknown)
               QStringLiteral("A server with the specified hostname could not be found."));
 }
 
-TEST_F(JAControllerFaultsTest, AConnectionThatIsResetBeforeARequestIsRead)
+TEST_F(JAControllerFaultsTest, aConnectionThatIsResetBeforeARequestIsRead)
 {
     server.resetConnections(1);
     client->sendGetRequest(client->url(kCurrentUserPath), requestCallBack());
@@ -57,7 +57,7 @@ TEST_F(JAControllerFaultsTest, AConnectionThatIsResetBeforeARequestIsRead)
     EXPECT_EQ(body, std::nullopt);
 }
 
-TEST_F(JAControllerFaultsTest, AConnectionThatEndsBeforeTheHeadOrInIt)
+TEST_F(JAControllerFaultsTest, aConnectionThatEndsBeforeTheHeadOrInIt)
 {
     for (const int bytes : {0, 1, 20}) {
         get(Fault().status(200, "{}").reset(Point::responseHead(bytes)));
@@ -67,7 +67,7 @@ TEST_F(JAControllerFaultsTest, AConnectionThatEndsBeforeTheHeadOrInIt)
     }
 }
 
-TEST_F(JAControllerFaultsTest, AConnectionThatEndsInTheBody)
+TEST_F(JAControllerFaultsTest, aConnectionThatEndsInTheBody)
 {
     for (const int bytes : {0, 1, 500}) {
         get(Fault().status(200, std::string(1000, 'x')).reset(Point::responseBody(bytes)));
@@ -78,27 +78,27 @@ TEST_F(JAControllerFaultsTest, AConnectionThatEndsInTheBody)
     }
 }
 
-TEST_F(JAControllerFaultsTest, ABodyThatIsShorterThanAnnounced)
+TEST_F(JAControllerFaultsTest, aBodyThatIsShorterThanAnnounced)
 {
     get(Fault().status(200, "{}").announce(1));
     EXPECT_THAT(events, ElementsAre(lost));
 }
 
-TEST_F(JAControllerFaultsTest, ABodyThatIsLongerThanAnnounced)
+TEST_F(JAControllerFaultsTest, aBodyThatIsLongerThanAnnounced)
 {
     get(Fault().status(200, "{} and more").announce(-9));
     EXPECT_THAT(events, ElementsAre("200, no error"));
     EXPECT_EQ(body, QByteArray("{}"));
 }
 
-TEST_F(JAControllerFaultsTest, ABodyThatEndsWithTheConnection)
+TEST_F(JAControllerFaultsTest, aBodyThatEndsWithTheConnection)
 {
     get(Fault().status(200, "{\"a\": 1}").withoutLength());
     EXPECT_THAT(events, ElementsAre("200, no error"));
     EXPECT_EQ(body, QByteArray("{\"a\": 1}"));
 }
 
-TEST_F(JAControllerFaultsTest, ABodyInChunksWholeOrCutShort)
+TEST_F(JAControllerFaultsTest, aBodyInChunksWholeOrCutShort)
 {
     get(Fault().status(200, std::string(1000, 'x')).chunked(0, 100));
     EXPECT_THAT(events, ElementsAre("200, no error"));
@@ -109,7 +109,7 @@ TEST_F(JAControllerFaultsTest, ABodyInChunksWholeOrCutShort)
     }
 }
 
-TEST_F(JAControllerFaultsTest, ABodyInGzipWholeOrCutShort)
+TEST_F(JAControllerFaultsTest, aBodyInGzipWholeOrCutShort)
 {
     get(Fault().status(200, std::string(100000, 'x')).gzip());
     EXPECT_THAT(events, ElementsAre("200, no error"));
@@ -120,20 +120,20 @@ TEST_F(JAControllerFaultsTest, ABodyInGzipWholeOrCutShort)
     }
 }
 
-TEST_F(JAControllerFaultsTest, AnAnswerThatIsNoHTTP)
+TEST_F(JAControllerFaultsTest, anAnswerThatIsNoHTTP)
 {
     get(Fault().raw("This is not the protocol you are looking for.\r\n\r\n"));
     EXPECT_THAT(events, ElementsAre("no response, NSURLErrorDomain -1017"));
 }
 
-TEST_F(JAControllerFaultsTest, AnAnswerThatDripsButNeverStops)
+TEST_F(JAControllerFaultsTest, anAnswerThatDripsButNeverStops)
 {
     get(Fault().status(200, std::string(100, 'x')).drip(1, 2ms));
     EXPECT_THAT(events, ElementsAre("200, no error"));
     EXPECT_EQ(body, QByteArray(100, 'x'));
 }
 
-TEST_F(JAControllerFaultsTest, AHeadOfManyKilobytesIsRead)
+TEST_F(JAControllerFaultsTest, aHeadOfManyKilobytesIsRead)
 {
     get(Fault().status(200, "{}").fillerHeaders(128 << 10));
     EXPECT_THAT(events, ElementsAre("200, no error"));
@@ -141,7 +141,7 @@ TEST_F(JAControllerFaultsTest, AHeadOfManyKilobytesIsRead)
     EXPECT_EQ(response->valueForHTTPHeaderField(QStringLiteral("X-Filler-100")).value_or(QString()).size(), 1024 - 16);
 }
 
-TEST_F(JAControllerFaultsTest, AHeadOfAMegabyteIsRefusedOnceAndHarmsNoOtherRequest)
+TEST_F(JAControllerFaultsTest, aHeadOfAMegabyteIsRefusedOnceAndHarmsNoOtherRequest)
 {
     get(Fault().status(200, "{}").fillerHeaders(1 << 20));
     EXPECT_THAT(events, ElementsAre(testing::StartsWith("no response, NSURLErrorDomain ")));
@@ -152,7 +152,7 @@ TEST_F(JAControllerFaultsTest, AHeadOfAMegabyteIsRefusedOnceAndHarmsNoOtherReque
     EXPECT_EQ(server.requestCount(), 2u);
 }
 
-TEST_F(JAControllerFaultsTest, AHeadThatIsTooLargeIsCalledThat)
+TEST_F(JAControllerFaultsTest, aHeadThatIsTooLargeIsCalledThat)
 {
     const auto expectRefusal = [this](const Fault& fault) {
         const std::size_t before = server.requestCount();
@@ -168,7 +168,7 @@ TEST_F(JAControllerFaultsTest, AHeadThatIsTooLargeIsCalledThat)
     expectRefusal(Fault().status(200, "{}").header("X-Long", std::string(1 << 20, 'x')));
 }
 
-TEST_F(JAControllerFaultsTest, AnAnswerLargerThanMemoryShouldHoldIsCalledThat)
+TEST_F(JAControllerFaultsTest, anAnswerLargerThanMemoryShouldHoldIsCalledThat)
 {
     get(Fault().status(200, std::string((64 << 20) + 1, ' '), "application/json").gzip());
     EXPECT_THAT(events, ElementsAre("no response, NSURLErrorDomain -1103"));
@@ -180,7 +180,7 @@ TEST_F(JAControllerFaultsTest, AnAnswerLargerThanMemoryShouldHoldIsCalledThat)
     EXPECT_THAT(events, ElementsAre("200, no error"));
 }
 
-TEST_F(JAControllerFaultsTest, AnEncodingThatIsNoneChangesNothing)
+TEST_F(JAControllerFaultsTest, anEncodingThatIsNoneChangesNothing)
 {
     for (const char* encoding : {"UTF-8", "none"}) {
         get(Fault().status(200, "{}", "application/json").header("Content-Encoding", encoding));
@@ -189,17 +189,17 @@ TEST_F(JAControllerFaultsTest, AnEncodingThatIsNoneChangesNothing)
     }
 }
 
-TEST_F(JAControllerFaultsTest, LoginWhoseAnswerBreaksOffTellsOnlyTheCaller)
+TEST_F(JAControllerFaultsTest, loginWhoseAnswerBreaksOffTellsOnlyTheCaller)
 {
     server.misbehave(Match(), Fault().reset(Point::responseBody(10)));
-    client->login(QStringLiteral("ada"), QStringLiteral("secret"), loginCallBack());
+    client->login(QStringLiteral("anna"), QStringLiteral("secret"), loginCallBack());
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_THAT(events, ElementsAre("nil, NSURLErrorDomain -1005"));
     EXPECT_EQ(JALoginObject::restoreSession(), std::nullopt);
     EXPECT_EQ(client->jaSession(), nullptr);
 }
 
-TEST_F(JAControllerFaultsTest, CheckOfTheSessionWhoseAnswerBreaksOffIsInvalid)
+TEST_F(JAControllerFaultsTest, checkOfTheSessionWhoseAnswerBreaksOffIsInvalid)
 {
     logIn();
     server.misbehave(Match(), Fault().close(Point::responseHead(30)));
@@ -208,7 +208,7 @@ TEST_F(JAControllerFaultsTest, CheckOfTheSessionWhoseAnswerBreaksOffIsInvalid)
     EXPECT_THAT(events, ElementsAre("invalid", "nil, NSURLErrorDomain -1005"));
 }
 
-TEST_F(JAControllerFaultsTest, LogoutWhoseAnswerBreaksOffTellsTheCallerTwice)
+TEST_F(JAControllerFaultsTest, logoutWhoseAnswerBreaksOffTellsTheCallerTwice)
 {
     logIn();
     server.misbehave(Match(), Fault().reset(Point::responseHead(0)));
@@ -217,7 +217,7 @@ TEST_F(JAControllerFaultsTest, LogoutWhoseAnswerBreaksOffTellsTheCallerTwice)
     EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -1005", "invalid", "invalid sessioin 0"));
 }
 
-TEST_F(JAControllerFaultsTest, IssueWithWrongTypesUnderEveryKeyHasRecordsOfNothing)
+TEST_F(JAControllerFaultsTest, issueWithWrongTypesUnderEveryKeyHasRecordsOfNothing)
 {
     for (const char* value : {"null", "true", "7", "\"text\"", "[]", "{}"}) {
         const std::string text(value);

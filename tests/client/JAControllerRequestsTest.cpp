@@ -28,7 +28,7 @@ protected:
     }
 };
 
-TEST_F(JAControllerRequestsTest, SendsEachMethodWithJSONHeaders)
+TEST_F(JAControllerRequestsTest, sendsEachMethodWithJSONHeaders)
 {
     client->sendGetRequest(myself(), requestCallBack());
     ASSERT_TRUE(waitForEvents(1));
@@ -53,7 +53,7 @@ TEST_F(JAControllerRequestsTest, SendsEachMethodWithJSONHeaders)
     }
 }
 
-TEST_F(JAControllerRequestsTest, GivesEachMethodAMinuteAndTheUsualCaching)
+TEST_F(JAControllerRequestsTest, givesEachMethodAMinuteAndTheUsualCaching)
 {
     class Listener : public tljira::URLSessionDelegate
     {
@@ -79,7 +79,7 @@ TEST_F(JAControllerRequestsTest, GivesEachMethodAMinuteAndTheUsualCaching)
     }
 }
 
-TEST_F(JAControllerRequestsTest, HandsOverBodyErrorAndResponse)
+TEST_F(JAControllerRequestsTest, handsOverBodyErrorAndResponse)
 {
     server.misbehave(Match(), Fault().status(200, "answer", "text/plain").header("X-Own", "yes"));
     get();
@@ -89,7 +89,7 @@ TEST_F(JAControllerRequestsTest, HandsOverBodyErrorAndResponse)
     EXPECT_EQ(response->url, QStringLiteral("http://jira.example.test/rest/api/2/myself"));
 }
 
-TEST_F(JAControllerRequestsTest, TakesStatusesOfErrorsForAnswers)
+TEST_F(JAControllerRequestsTest, takesStatusesOfErrorsForAnswers)
 {
     for (int status : {401, 403, 404, 429, 500, 503}) {
         server.behave();
@@ -100,7 +100,7 @@ TEST_F(JAControllerRequestsTest, TakesStatusesOfErrorsForAnswers)
     }
 }
 
-TEST_F(JAControllerRequestsTest, HasAnEmptyBodyForAnAnswerWithoutOne)
+TEST_F(JAControllerRequestsTest, hasAnEmptyBodyForAnAnswerWithoutOne)
 {
     answer(204, "");
     get();
@@ -108,7 +108,7 @@ TEST_F(JAControllerRequestsTest, HasAnEmptyBodyForAnAnswerWithoutOne)
     EXPECT_EQ(body, QByteArray());
 }
 
-TEST_F(JAControllerRequestsTest, PostsItsParametersAsCompactJSON)
+TEST_F(JAControllerRequestsTest, postsItsParametersAsCompactJSON)
 {
     const QJsonObject parametres{{QStringLiteral("a"), QStringLiteral("Größe \"x\"")}, {QStringLiteral("b"), 1}};
     client->sendPostRequest(myself(), parametres, std::nullopt, requestCallBack());
@@ -116,14 +116,14 @@ TEST_F(JAControllerRequestsTest, PostsItsParametersAsCompactJSON)
     EXPECT_EQ(server.lastRequest().body, R"({"a":"Größe \"x\"","b":1})");
 }
 
-TEST_F(JAControllerRequestsTest, PostsAnEmptyObjectWhereThereAreNoParametersInIt)
+TEST_F(JAControllerRequestsTest, postsAnEmptyObjectWhereThereAreNoParametersInIt)
 {
     client->sendPostRequest(myself(), QJsonObject(), std::nullopt, requestCallBack());
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_EQ(server.lastRequest().body, "{}");
 }
 
-TEST_F(JAControllerRequestsTest, AddsHeaderFieldsToThoseThatAreThere)
+TEST_F(JAControllerRequestsTest, addsHeaderFieldsToThoseThatAreThere)
 {
     const JAController::HTTPFields fields{{QStringLiteral("Content-Type"), QStringLiteral("text/plain")},
                                           {QStringLiteral("X-Own"), QStringLiteral("yes")}};
@@ -135,7 +135,7 @@ TEST_F(JAControllerRequestsTest, AddsHeaderFieldsToThoseThatAreThere)
     EXPECT_EQ(request.header("X-Own"), "yes");
 }
 
-TEST_F(JAControllerRequestsTest, CarriesTheSavedSession)
+TEST_F(JAControllerRequestsTest, carriesTheSavedSession)
 {
     saveSession("N", "V");
     client->sendGetRequest(myself(), requestCallBack());
@@ -150,7 +150,7 @@ TEST_F(JAControllerRequestsTest, CarriesTheSavedSession)
     }
 }
 
-TEST_F(JAControllerRequestsTest, SendsTheServersOwnCookiesBesideTheSavedSessionInOneLine)
+TEST_F(JAControllerRequestsTest, sendsTheServersOwnCookiesBesideTheSavedSessionInOneLine)
 {
     saveSession("N", "V");
     server.misbehave(Match::next(), Fault().status(200, "").header("Set-Cookie", "own=1; Path=/"));
@@ -160,7 +160,7 @@ TEST_F(JAControllerRequestsTest, SendsTheServersOwnCookiesBesideTheSavedSessionI
     EXPECT_THAT(request.header("Cookie"), testing::AnyOf("N=V; own=1", "own=1; N=V"));
 }
 
-TEST_F(JAControllerRequestsTest, SendsACookieThatIsSavedAndInTheJarOnce)
+TEST_F(JAControllerRequestsTest, sendsACookieThatIsSavedAndInTheJarOnce)
 {
     saveSession("N", "V");
     server.misbehave(Match::next(), Fault().status(200, "").header("Set-Cookie", "N=V; Path=/"));
@@ -168,7 +168,7 @@ TEST_F(JAControllerRequestsTest, SendsACookieThatIsSavedAndInTheJarOnce)
     EXPECT_EQ(get().header("Cookie"), "N=V");
 }
 
-TEST_F(JAControllerRequestsTest, NeverCallsBackInsideTheCallThatSends)
+TEST_F(JAControllerRequestsTest, neverCallsBackInsideTheCallThatSends)
 {
     int calls = 0;
     bool isSending = true;
@@ -186,7 +186,7 @@ TEST_F(JAControllerRequestsTest, NeverCallsBackInsideTheCallThatSends)
     EXPECT_TRUE(tests::waitUntil([&] { return calls == 3; }));
 }
 
-TEST_F(JAControllerRequestsTest, CallsBackInALaterTurnThanTheTransportReports)
+TEST_F(JAControllerRequestsTest, callsBackInALaterTurnThanTheTransportReports)
 {
     client->setDownloadCallBack([this](qint64, qint64, const auto&, bool) { events.push_back("the task ended"); });
     client->sendGetRequest(myself(), [this](const auto&, const auto&, const auto&) { events.push_back("answer"); });
@@ -194,14 +194,14 @@ TEST_F(JAControllerRequestsTest, CallsBackInALaterTurnThanTheTransportReports)
     EXPECT_THAT(events, ElementsAre("the task ended", "answer"));
 }
 
-TEST_F(JAControllerRequestsTest, FailsWithoutAnAddress)
+TEST_F(JAControllerRequestsTest, failsWithoutAnAddress)
 {
     client->sendGetRequest(std::nullopt, requestCallBack());
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_THAT(events, ElementsAre("no response, NSURLErrorDomain -1002"));
 }
 
-TEST_F(JAControllerRequestsTest, DoesWithoutACallback)
+TEST_F(JAControllerRequestsTest, doesWithoutACallback)
 {
     client->sendGetRequest(myself(), nullptr);
     client->sendDeleteRequest(myself(), nullptr);
@@ -209,7 +209,7 @@ TEST_F(JAControllerRequestsTest, DoesWithoutACallback)
     EXPECT_TRUE(waitForEnds(3));
 }
 
-TEST_F(JAControllerRequestsTest, TakesTheSessionAlongOnARedirectToTheSameHost)
+TEST_F(JAControllerRequestsTest, takesTheSessionAlongOnARedirectToTheSameHost)
 {
     saveSession("N", "V");
     server.misbehave(Match::on("/rest/api/2/myself"), Fault().redirect("http://jira.example.test/elsewhere"));
@@ -220,7 +220,7 @@ TEST_F(JAControllerRequestsTest, TakesTheSessionAlongOnARedirectToTheSameHost)
     EXPECT_EQ(response->url, QStringLiteral("http://jira.example.test/elsewhere"));
 }
 
-TEST_F(JAControllerRequestsTest, NeverShowsTheSessionToAnotherHost)
+TEST_F(JAControllerRequestsTest, neverShowsTheSessionToAnotherHost)
 {
     saveSession("N", "V");
     server.misbehave(Match::on("/rest/api/2/myself"), Fault().redirect("http://other.example.test/elsewhere"));
@@ -234,7 +234,7 @@ TEST_F(JAControllerRequestsTest, NeverShowsTheSessionToAnotherHost)
     }
 }
 
-TEST_F(JAControllerRequestsTest, GivesUpOnALoopOfRedirects)
+TEST_F(JAControllerRequestsTest, givesUpOnALoopOfRedirects)
 {
     server.misbehave(Match::on("/rest/api/2/myself"), Fault().redirectToItself());
     get();
@@ -242,7 +242,7 @@ TEST_F(JAControllerRequestsTest, GivesUpOnALoopOfRedirects)
     EXPECT_EQ(server.requestCount(), 21u);
 }
 
-TEST_F(JAControllerRequestsTest, SendsRequestsWithoutWaitingForEarlierAnswers)
+TEST_F(JAControllerRequestsTest, sendsRequestsWithoutWaitingForEarlierAnswers)
 {
     server.misbehave(Match::next(), Fault().hold(standin::Point::responseHead(0)));
     client->sendGetRequest(myself(), [this](const auto&, const auto&, const auto&) { events.push_back("first"); });

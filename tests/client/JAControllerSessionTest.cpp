@@ -36,9 +36,9 @@ protected:
     }
 };
 
-TEST_F(JAControllerSessionTest, LoginTellsTheDelegateAndThenTheCaller)
+TEST_F(JAControllerSessionTest, loginTellsTheDelegateAndThenTheCaller)
 {
-    login("ada", "secret");
+    login("anna", "secret");
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_THAT(events, ElementsAre("valid", "session, no error"));
     EXPECT_EQ(client->jaSession(), session);
@@ -46,7 +46,7 @@ TEST_F(JAControllerSessionTest, LoginTellsTheDelegateAndThenTheCaller)
     EXPECT_EQ(JALoginObject::restoreSession(), QStringLiteral("JSESSIONID=") + *session->sessionValue());
 }
 
-TEST_F(JAControllerSessionTest, LoginHasSavedTheSessionWhenTheDelegateHears)
+TEST_F(JAControllerSessionTest, loginHasSavedTheSessionWhenTheDelegateHears)
 {
     class Reader : public JAControllerDelegate
     {
@@ -57,13 +57,13 @@ TEST_F(JAControllerSessionTest, LoginHasSavedTheSessionWhenTheDelegateHears)
     };
     const auto reader = std::make_shared<Reader>();
     client->setDelegate(reader);
-    login("ada", "secret");
+    login("anna", "secret");
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_NE(reader->seen, std::nullopt);
     EXPECT_EQ(reader->seen, JALoginObject::restoreSession());
 }
 
-TEST_F(JAControllerSessionTest, HasTheNewSessionWhenTheDelegateHears)
+TEST_F(JAControllerSessionTest, hasTheNewSessionWhenTheDelegateHears)
 {
     class Reader : public JAControllerDelegate
     {
@@ -81,7 +81,7 @@ TEST_F(JAControllerSessionTest, HasTheNewSessionWhenTheDelegateHears)
     };
     const auto reader = std::make_shared<Reader>(*client);
     client->setDelegate(reader);
-    login("ada", "secret");
+    login("anna", "secret");
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_THAT(reader->seen, ElementsAre(session));
     EXPECT_NE(session, nullptr);
@@ -94,9 +94,9 @@ TEST_F(JAControllerSessionTest, HasTheNewSessionWhenTheDelegateHears)
     client->setDelegate(nullptr);
 }
 
-TEST_F(JAControllerSessionTest, LoginThatIsRefusedTellsTheCallerAndThenTheDelegate)
+TEST_F(JAControllerSessionTest, loginThatIsRefusedTellsTheCallerAndThenTheDelegate)
 {
-    login("ada", "wrong");
+    login("anna", "wrong");
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_THAT(events, ElementsAre("nil, invalid sessioin 401", "invalid"));
     const QJsonObject answered{{QStringLiteral("errorMessages"), QJsonArray{QStringLiteral("Login failed")}},
@@ -106,45 +106,45 @@ TEST_F(JAControllerSessionTest, LoginThatIsRefusedTellsTheCallerAndThenTheDelega
     EXPECT_EQ(JALoginObject::restoreSession(), std::nullopt);
 }
 
-TEST_F(JAControllerSessionTest, LoginThatIsRefusedKeepsTheSessionOfBefore)
+TEST_F(JAControllerSessionTest, loginThatIsRefusedKeepsTheSessionOfBefore)
 {
     logIn();
     const auto before = client->jaSession();
     const auto saved = JALoginObject::restoreSession();
-    login("ada", "wrong");
+    login("anna", "wrong");
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_EQ(client->jaSession(), before);
     EXPECT_EQ(JALoginObject::restoreSession(), saved);
 }
 
-TEST_F(JAControllerSessionTest, LoginWithoutAnAnswerTellsOnlyTheCaller)
+TEST_F(JAControllerSessionTest, loginWithoutAnAnswerTellsOnlyTheCaller)
 {
     unplug();
-    login("ada", "secret");
+    login("anna", "secret");
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_THAT(events, ElementsAre("nil, NSURLErrorDomain -1004"));
 }
 
-TEST_F(JAControllerSessionTest, LoginTakesOnlyStatus200ForSuccess)
+TEST_F(JAControllerSessionTest, loginTakesOnlyStatus200ForSuccess)
 {
     for (int status : {201, 204, 302, 403, 500}) {
         server.behave();
         events.clear();
         answer(status, status == 204 ? "" : R"({"session": {"name": "N", "value": "V"}})");
-        login("ada", "secret");
+        login("anna", "secret");
         ASSERT_TRUE(waitForEvents(2));
         EXPECT_THAT(events, ElementsAre("nil, invalid sessioin " + std::to_string(status), "invalid"));
     }
     EXPECT_EQ(JALoginObject::restoreSession(), std::nullopt);
 }
 
-TEST_F(JAControllerSessionTest, LoginAnsweredWithoutJSONIsASessionOfNothing)
+TEST_F(JAControllerSessionTest, loginAnsweredWithoutJSONIsASessionOfNothing)
 {
     for (const char* text : {"", "<html>Please log in</html>", "{\"session\": ", "[1, 2]", "null", "42"}) {
         server.behave();
         events.clear();
         answer(200, text);
-        login("ada", "secret");
+        login("anna", "secret");
         ASSERT_TRUE(waitForEvents(2));
         EXPECT_THAT(events, ElementsAre("valid", "session, no error")) << text;
         EXPECT_EQ(session->sessionName(), std::nullopt) << text;
@@ -153,15 +153,15 @@ TEST_F(JAControllerSessionTest, LoginAnsweredWithoutJSONIsASessionOfNothing)
     EXPECT_EQ(JALoginObject::restoreSession(), std::nullopt);
 }
 
-TEST_F(JAControllerSessionTest, LoginSendsTheTextsUpToTheFirstThatIsMissing)
+TEST_F(JAControllerSessionTest, loginSendsTheTextsUpToTheFirstThatIsMissing)
 {
     answer(401, "");
-    client->login(QStringLiteral("ada"), QStringLiteral("secret"), loginCallBack());
+    client->login(QStringLiteral("anna"), QStringLiteral("secret"), loginCallBack());
     ASSERT_TRUE(waitForEvents(2));
-    EXPECT_EQ(server.lastRequest().body, R"({"password":"secret","username":"ada"})");
-    client->login(QStringLiteral("ada"), std::nullopt, loginCallBack());
+    EXPECT_EQ(server.lastRequest().body, R"({"password":"secret","username":"anna"})");
+    client->login(QStringLiteral("anna"), std::nullopt, loginCallBack());
     ASSERT_TRUE(waitForEvents(4));
-    EXPECT_EQ(server.lastRequest().body, R"({"username":"ada"})");
+    EXPECT_EQ(server.lastRequest().body, R"({"username":"anna"})");
     client->login(std::nullopt, QStringLiteral("secret"), loginCallBack());
     ASSERT_TRUE(waitForEvents(6));
     EXPECT_EQ(server.lastRequest().body, "{}");
@@ -170,27 +170,27 @@ TEST_F(JAControllerSessionTest, LoginSendsTheTextsUpToTheFirstThatIsMissing)
     EXPECT_EQ(server.lastRequest().body, R"({"password":"","username":""})");
 }
 
-TEST_F(JAControllerSessionTest, LoginWritesRequestResponseAndAnswerToTheLog)
+TEST_F(JAControllerSessionTest, loginWritesRequestResponseAndAnswerToTheLog)
 {
     server.misbehave(Match(), Fault().status(401, R"({"a": null})", "application/json"));
-    login("ada", "secret");
+    login("anna", "secret");
     ASSERT_TRUE(waitForEvents(2));
     const QStringList lines = log.lines();
     ASSERT_EQ(lines.size(), 4);
-    EXPECT_EQ(lines[1], QStringLiteral("{\n    password = secret;\n    username = ada;\n}"));
+    EXPECT_EQ(lines[1], QStringLiteral("{\n    password = secret;\n    username = anna;\n}"));
     EXPECT_THAT(lines[2].toStdString(), testing::HasSubstr("Status Code: 401"));
     EXPECT_EQ(lines[3], QStringLiteral("{\n    a = <null>;\n}"));
 }
 
-TEST_F(JAControllerSessionTest, LoginWithoutAnAnswerWritesNothingOfThatToTheLog)
+TEST_F(JAControllerSessionTest, loginWithoutAnAnswerWritesNothingOfThatToTheLog)
 {
     unplug();
-    login("ada", "secret");
+    login("anna", "secret");
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_THAT(log.lines().join(u'\n').toStdString(), testing::Not(testing::HasSubstr("secret")));
 }
 
-TEST_F(JAControllerSessionTest, CheckOfAGoodSessionTellsTheDelegateAndThenTheCaller)
+TEST_F(JAControllerSessionTest, checkOfAGoodSessionTellsTheDelegateAndThenTheCaller)
 {
     logIn();
     const auto before = client->jaSession();
@@ -205,10 +205,10 @@ TEST_F(JAControllerSessionTest, CheckOfAGoodSessionTellsTheDelegateAndThenTheCal
     EXPECT_EQ(JALoginObject::restoreSession(), saved);
 }
 
-TEST_F(JAControllerSessionTest, CheckAnsweredWithoutASessionKeepsTheSavedOneAndIsValid)
+TEST_F(JAControllerSessionTest, checkAnsweredWithoutASessionKeepsTheSavedOneAndIsValid)
 {
     saveSession("N", "V");
-    answer(200, R"({"self": "x", "name": "ada", "loginInfo": {"loginCount": 3}})");
+    answer(200, R"({"self": "x", "name": "anna", "loginInfo": {"loginCount": 3}})");
     client->updateSession(loginCallBack());
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_THAT(events, ElementsAre("valid", "session, no error"));
@@ -216,7 +216,7 @@ TEST_F(JAControllerSessionTest, CheckAnsweredWithoutASessionKeepsTheSavedOneAndI
     EXPECT_EQ(JALoginObject::restoreSession(), QStringLiteral("N=V"));
 }
 
-TEST_F(JAControllerSessionTest, CheckAnsweredWithASessionSavesIt)
+TEST_F(JAControllerSessionTest, checkAnsweredWithASessionSavesIt)
 {
     saveSession("N", "V");
     answer(200, R"({"session": {"name": "N2", "value": "V2"}})");
@@ -225,7 +225,7 @@ TEST_F(JAControllerSessionTest, CheckAnsweredWithASessionSavesIt)
     EXPECT_EQ(JALoginObject::restoreSession(), QStringLiteral("N2=V2"));
 }
 
-TEST_F(JAControllerSessionTest, CheckOfABadSessionTellsTheCallerAndThenTheDelegate)
+TEST_F(JAControllerSessionTest, checkOfABadSessionTellsTheCallerAndThenTheDelegate)
 {
     logIn();
     const auto before = client->jaSession();
@@ -236,7 +236,7 @@ TEST_F(JAControllerSessionTest, CheckOfABadSessionTellsTheCallerAndThenTheDelega
     EXPECT_EQ(client->jaSession(), before);
 }
 
-TEST_F(JAControllerSessionTest, CheckWithoutAnAnswerTellsTheDelegateAndThenTheCaller)
+TEST_F(JAControllerSessionTest, checkWithoutAnAnswerTellsTheDelegateAndThenTheCaller)
 {
     logIn();
     const auto before = client->jaSession();
@@ -247,7 +247,7 @@ TEST_F(JAControllerSessionTest, CheckWithoutAnAnswerTellsTheDelegateAndThenTheCa
     EXPECT_EQ(client->jaSession(), before);
 }
 
-TEST_F(JAControllerSessionTest, LogoutTellsTheDelegateAndThenTheCaller)
+TEST_F(JAControllerSessionTest, logoutTellsTheDelegateAndThenTheCaller)
 {
     logIn();
     client->logout(completionCallBack());
@@ -259,7 +259,7 @@ TEST_F(JAControllerSessionTest, LogoutTellsTheDelegateAndThenTheCaller)
     EXPECT_EQ(server.sessionCount(), 0u);
 }
 
-TEST_F(JAControllerSessionTest, LogoutTakesOnlyStatus204ForSuccess)
+TEST_F(JAControllerSessionTest, logoutTakesOnlyStatus204ForSuccess)
 {
     for (int status : {200, 401, 500}) {
         server.behave();
@@ -273,7 +273,7 @@ TEST_F(JAControllerSessionTest, LogoutTakesOnlyStatus204ForSuccess)
     }
 }
 
-TEST_F(JAControllerSessionTest, LogoutWithoutAnAnswerTellsTheCallerTwice)
+TEST_F(JAControllerSessionTest, logoutWithoutAnAnswerTellsTheCallerTwice)
 {
     unplug();
     client->logout(completionCallBack());
@@ -281,7 +281,7 @@ TEST_F(JAControllerSessionTest, LogoutWithoutAnAnswerTellsTheCallerTwice)
     EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -1004", "invalid", "invalid sessioin 0"));
 }
 
-TEST_F(JAControllerSessionTest, LogoutForgetsTheAddressBeforeTheAnswer)
+TEST_F(JAControllerSessionTest, logoutForgetsTheAddressBeforeTheAnswer)
 {
     client->setHost(QStringLiteral("http://jira.example.test"));
     logIn();
@@ -295,7 +295,7 @@ TEST_F(JAControllerSessionTest, LogoutForgetsTheAddressBeforeTheAnswer)
     EXPECT_THAT(events, testing::UnorderedElementsAre("invalid", "no error", "nil, NSURLErrorDomain -1002"));
 }
 
-TEST_F(JAControllerSessionTest, LogoutCarriesAndKeepsTheSavedSession)
+TEST_F(JAControllerSessionTest, logoutCarriesAndKeepsTheSavedSession)
 {
     logIn();
     const auto before = client->jaSession();
@@ -308,7 +308,7 @@ TEST_F(JAControllerSessionTest, LogoutCarriesAndKeepsTheSavedSession)
 }
 
 /// A reader of the settings may be a hundredth of a second behind other processes; logging out brings them up to date.
-TEST_F(JAControllerSessionTest, LogoutCarriesTheSessionThatAnotherProcessHasJustSaved)
+TEST_F(JAControllerSessionTest, logoutCarriesTheSessionThatAnotherProcessHasJustSaved)
 {
     saveSession("N", "0");
     ASSERT_TRUE(tljira::UserDefaults::standardUserDefaults().synchronize());
@@ -328,7 +328,7 @@ TEST_F(JAControllerSessionTest, LogoutCarriesTheSessionThatAnotherProcessHasJust
     }
 }
 
-TEST_F(JAControllerSessionTest, LogoutEmptiesTheJarForEveryHost)
+TEST_F(JAControllerSessionTest, logoutEmptiesTheJarForEveryHost)
 {
     const auto& jar = tljira::HTTPCookieStorage::sharedHTTPCookieStorage();
     logIn();
@@ -341,18 +341,18 @@ TEST_F(JAControllerSessionTest, LogoutEmptiesTheJarForEveryHost)
     EXPECT_TRUE(jar->cookies().empty());
 }
 
-TEST_F(JAControllerSessionTest, CurrentUserIsARecord)
+TEST_F(JAControllerSessionTest, currentUserIsARecord)
 {
     logIn();
     client->getCurrentUser(userCallBack());
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_THAT(events, ElementsAre("user, no error"));
-    EXPECT_EQ(user->name(), QStringLiteral("ada"));
-    EXPECT_EQ(user->email(), QStringLiteral("ada@example.test"));
+    EXPECT_EQ(user->name(), QStringLiteral("anna"));
+    EXPECT_EQ(user->email(), QStringLiteral("anna@example.test"));
     EXPECT_EQ(server.lastRequest().target, "/rest/api/2/myself");
 }
 
-TEST_F(JAControllerSessionTest, CurrentUserOfABadSessionIsAnErrorForTheCallerAlone)
+TEST_F(JAControllerSessionTest, currentUserOfABadSessionIsAnErrorForTheCallerAlone)
 {
     saveSession("JSESSIONID", "stale");
     client->getCurrentUser(userCallBack());
@@ -360,7 +360,7 @@ TEST_F(JAControllerSessionTest, CurrentUserOfABadSessionIsAnErrorForTheCallerAlo
     EXPECT_THAT(events, ElementsAre("nil, invalid sessioin 401"));
 }
 
-TEST_F(JAControllerSessionTest, CurrentUserWithoutAnAnswerIsTheTransportsError)
+TEST_F(JAControllerSessionTest, currentUserWithoutAnAnswerIsTheTransportsError)
 {
     unplug();
     client->getCurrentUser(userCallBack());
@@ -368,7 +368,7 @@ TEST_F(JAControllerSessionTest, CurrentUserWithoutAnAnswerIsTheTransportsError)
     EXPECT_THAT(events, ElementsAre("nil, NSURLErrorDomain -1004"));
 }
 
-TEST_F(JAControllerSessionTest, CurrentUserAnsweredWithALoginPageIsARecordOfNothing)
+TEST_F(JAControllerSessionTest, currentUserAnsweredWithALoginPageIsARecordOfNothing)
 {
     answer(200, "<html>Please log in</html>");
     client->getCurrentUser(userCallBack());
@@ -377,7 +377,7 @@ TEST_F(JAControllerSessionTest, CurrentUserAnsweredWithALoginPageIsARecordOfNoth
     EXPECT_EQ(user->name(), std::nullopt);
 }
 
-TEST_F(JAControllerSessionTest, IssueIsARecordOfItsAttachments)
+TEST_F(JAControllerSessionTest, issueIsARecordOfItsAttachments)
 {
     logIn();
     server.addAttachment("ABC-1",
@@ -394,7 +394,7 @@ TEST_F(JAControllerSessionTest, IssueIsARecordOfItsAttachments)
     EXPECT_EQ(issue->attachments()[1]->name(), QStringLiteral("b.txt"));
 }
 
-TEST_F(JAControllerSessionTest, IssueIsAskedForByTheKeyAsItIs)
+TEST_F(JAControllerSessionTest, issueIsAskedForByTheKeyAsItIs)
 {
     answer(404, "");
     client->getIssueObject(QStringLiteral(" abc-1 "), issueCallBack());
@@ -402,7 +402,7 @@ TEST_F(JAControllerSessionTest, IssueIsAskedForByTheKeyAsItIs)
     EXPECT_EQ(server.lastRequest().target, "/rest/api/2/issue/%20abc-1%20");
 }
 
-TEST_F(JAControllerSessionTest, IssueThatIsUnknownIsAnErrorOfCode404)
+TEST_F(JAControllerSessionTest, issueThatIsUnknownIsAnErrorOfCode404)
 {
     logIn();
     client->getIssueObject(QStringLiteral("XYZ-9"), issueCallBack());
@@ -413,7 +413,7 @@ TEST_F(JAControllerSessionTest, IssueThatIsUnknownIsAnErrorOfCode404)
     EXPECT_EQ(error->userInfo, QJsonValue(answered));
 }
 
-TEST_F(JAControllerSessionTest, IssueThatIsHiddenIsAnErrorOfItsStatus)
+TEST_F(JAControllerSessionTest, issueThatIsHiddenIsAnErrorOfItsStatus)
 {
     logIn();
     server.hideIssue("ABC-1", 403);
@@ -422,7 +422,7 @@ TEST_F(JAControllerSessionTest, IssueThatIsHiddenIsAnErrorOfItsStatus)
     EXPECT_THAT(events, ElementsAre("nil, invalid sessioin 403"));
 }
 
-TEST_F(JAControllerSessionTest, IssueWithoutAnAnswerIsTheTransportsError)
+TEST_F(JAControllerSessionTest, issueWithoutAnAnswerIsTheTransportsError)
 {
     unplug();
     client->getIssueObject(QStringLiteral("ABC-1"), issueCallBack());
@@ -430,7 +430,7 @@ TEST_F(JAControllerSessionTest, IssueWithoutAnAnswerIsTheTransportsError)
     EXPECT_THAT(events, ElementsAre("nil, NSURLErrorDomain -1004"));
 }
 
-TEST_F(JAControllerSessionTest, IssueAnsweredWithoutJSONHasNoAttachments)
+TEST_F(JAControllerSessionTest, issueAnsweredWithoutJSONHasNoAttachments)
 {
     for (const std::string& text : {std::string(), std::string("<html></html>"), std::string(R"({"fields": )"),
                                     std::string(200000, '['), std::string("null")}) {
@@ -444,7 +444,7 @@ TEST_F(JAControllerSessionTest, IssueAnsweredWithoutJSONHasNoAttachments)
     }
 }
 
-TEST_F(JAControllerSessionTest, IssueMayHaveThousandsOfAttachments)
+TEST_F(JAControllerSessionTest, issueMayHaveThousandsOfAttachments)
 {
     constexpr int count = 10000;
     std::string text = R"({"fields": {"attachment": [)";
@@ -466,23 +466,23 @@ TEST_F(JAControllerSessionTest, IssueMayHaveThousandsOfAttachments)
     }
 }
 
-TEST_F(JAControllerSessionTest, DoesWithoutADelegate)
+TEST_F(JAControllerSessionTest, doesWithoutADelegate)
 {
     client->setDelegate(nullptr);
-    login("ada", "secret");
+    login("anna", "secret");
     ASSERT_TRUE(waitForEvents(1));
     client->updateSession(loginCallBack());
     ASSERT_TRUE(waitForEvents(2));
-    login("ada", "wrong");
+    login("anna", "wrong");
     ASSERT_TRUE(waitForEvents(3));
     client->logout(completionCallBack());
     ASSERT_TRUE(waitForEvents(4));
     EXPECT_THAT(events, ElementsAre("session, no error", "session, no error", "nil, invalid sessioin 401", "no error"));
 }
 
-TEST_F(JAControllerSessionTest, DoesWithoutCallbacks)
+TEST_F(JAControllerSessionTest, doesWithoutCallbacks)
 {
-    client->login(QStringLiteral("ada"), QStringLiteral("secret"), nullptr);
+    client->login(QStringLiteral("anna"), QStringLiteral("secret"), nullptr);
     ASSERT_TRUE(waitForEvents(1));
     client->updateSession(nullptr);
     ASSERT_TRUE(waitForEvents(2));
@@ -494,17 +494,17 @@ TEST_F(JAControllerSessionTest, DoesWithoutCallbacks)
     EXPECT_THAT(events, ElementsAre("valid", "valid", "invalid"));
 }
 
-TEST_F(JAControllerSessionTest, TellsWhoeverIsTheDelegateWhenTheAnswerComes)
+TEST_F(JAControllerSessionTest, tellsWhoeverIsTheDelegateWhenTheAnswerComes)
 {
     std::vector<std::string> heardByLater;
-    login("ada", "secret");
+    login("anna", "secret");
     client->setDelegate(std::make_shared<tests::RecordingDelegate>(heardByLater));
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_THAT(events, ElementsAre("session, no error"));
     EXPECT_THAT(heardByLater, ElementsAre("valid"));
 }
 
-TEST_F(JAControllerSessionTest, DelegatesMayIgnoreWhatTheClientNeverSends)
+TEST_F(JAControllerSessionTest, delegatesMayIgnoreWhatTheClientNeverSends)
 {
     class Minimal : public JAControllerDelegate
     {
@@ -516,21 +516,21 @@ TEST_F(JAControllerSessionTest, DelegatesMayIgnoreWhatTheClientNeverSends)
     JAControllerDelegate& plain = minimal;
     plain.jaControlleLoginCompletion(true, std::nullopt);
     plain.jaControlleLogoutCompletion(false, tljira::Error());
-    login("ada", "secret");
+    login("anna", "secret");
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_THAT(events, ElementsAre("valid", "session, no error"));
 }
 
-TEST_F(JAControllerSessionTest, CallersMayAskForMoreInsideACallback)
+TEST_F(JAControllerSessionTest, callersMayAskForMoreInsideACallback)
 {
-    client->login(QStringLiteral("ada"), QStringLiteral("secret"), [this](const auto&, const auto&) {
+    client->login(QStringLiteral("anna"), QStringLiteral("secret"), [this](const auto&, const auto&) {
         client->getCurrentUser([this](const auto& newUser, const auto&) {
             user = newUser;
             client->logout(completionCallBack());
         });
     });
     ASSERT_TRUE(waitForEvents(3));
-    EXPECT_EQ(user->name(), QStringLiteral("ada"));
+    EXPECT_EQ(user->name(), QStringLiteral("anna"));
     EXPECT_THAT(events, ElementsAre("valid", "invalid", "no error"));
 }
 

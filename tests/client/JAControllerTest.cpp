@@ -20,7 +20,7 @@ protected:
     }
 };
 
-TEST_F(JAControllerTest, HasABaseThatNoRequestCanReachUntilAnAddressIsSaved)
+TEST_F(JAControllerTest, hasABaseThatNoRequestCanReachUntilAnAddressIsSaved)
 {
     const auto fresh = JAController::init();
     EXPECT_EQ(fresh->jiraHost(), QStringLiteral("(null)://(null)/"));
@@ -33,7 +33,7 @@ TEST_F(JAControllerTest, HasABaseThatNoRequestCanReachUntilAnAddressIsSaved)
     EXPECT_EQ(server.requestCount(), 0u);
 }
 
-TEST_F(JAControllerTest, ForgetsTheAddressWhenTheHostIsSetToNothing)
+TEST_F(JAControllerTest, forgetsTheAddressWhenTheHostIsSetToNothing)
 {
     client->setHost(QStringLiteral("https://jira.example.test"));
     ASSERT_EQ(savedAddress(), QStringLiteral("https://jira.example.test"));
@@ -43,27 +43,27 @@ TEST_F(JAControllerTest, ForgetsTheAddressWhenTheHostIsSetToNothing)
     EXPECT_EQ(savedAddress(), std::nullopt);
 }
 
-TEST_F(JAControllerTest, SavesTheAddressAsGivenAndUsesItsSchemeAndHost)
+TEST_F(JAControllerTest, savesTheAddressAsGivenAndUsesItsSchemeAndHost)
 {
     client->setHost(QStringLiteral("https://jira.example.test:8443/jira/"));
     EXPECT_EQ(client->jiraHost(), QStringLiteral("https://jira.example.test/"));
     EXPECT_EQ(savedAddress(), QStringLiteral("https://jira.example.test:8443/jira/"));
 }
 
-TEST_F(JAControllerTest, StartsWithTheSavedAddress)
+TEST_F(JAControllerTest, startsWithTheSavedAddress)
 {
     client->setHost(QStringLiteral("https://jira.example.test:8443/jira/"));
     EXPECT_EQ(JAController::init()->jiraHost(), QStringLiteral("https://jira.example.test/"));
 }
 
-TEST_F(JAControllerTest, OnlyKeepsAnAddressThatIsSetAsProperty)
+TEST_F(JAControllerTest, onlyKeepsAnAddressThatIsSetAsProperty)
 {
     client->setJiraHost(QStringLiteral("https://elsewhere.example.test/x"));
     EXPECT_EQ(client->jiraHost(), QStringLiteral("https://elsewhere.example.test/"));
     EXPECT_EQ(savedAddress(), std::nullopt);
 }
 
-TEST_F(JAControllerTest, MakesItsBaseOfSchemeAndHostAlone)
+TEST_F(JAControllerTest, makesItsBaseOfSchemeAndHostAlone)
 {
     const std::vector<std::pair<const char*, const char*>> bases = {
         {"http://jira.example.test", "http://jira.example.test/"},
@@ -82,7 +82,7 @@ TEST_F(JAControllerTest, MakesItsBaseOfSchemeAndHostAlone)
     }
 }
 
-TEST_F(JAControllerTest, JoinsPathsWithOneSlash)
+TEST_F(JAControllerTest, joinsPathsWithOneSlash)
 {
     for (const char* path : {"rest/api/2/myself", "/rest/api/2/myself", "rest//api/2/myself", "rest/api/2/myself/"})
         EXPECT_EQ(client->url(QString::fromLatin1(path)), QStringLiteral("http://jira.example.test/rest/api/2/myself"))
@@ -91,13 +91,13 @@ TEST_F(JAControllerTest, JoinsPathsWithOneSlash)
               QStringLiteral("http://jira.example.test/rest/api/2/issue/A B"));
 }
 
-TEST_F(JAControllerTest, PutsAnAddressOfVersionSixBackIntoItsBrackets)
+TEST_F(JAControllerTest, putsAnAddressOfVersionSixBackIntoItsBrackets)
 {
     client->setJiraHost(QStringLiteral("http://[::1]:8080/"));
     EXPECT_EQ(client->url(kCurrentUserPath), QStringLiteral("http://[::1]/rest/api/2/myself"));
 }
 
-TEST_F(JAControllerTest, DecodesJSONOfAnyType)
+TEST_F(JAControllerTest, decodesJSONOfAnyType)
 {
     EXPECT_EQ(JAController::jsonSerialization(QByteArray("42")), QJsonValue(42));
     EXPECT_EQ(JAController::jsonSerialization(QByteArray("\"text\"")), QJsonValue(QStringLiteral("text")));
@@ -107,7 +107,7 @@ TEST_F(JAControllerTest, DecodesJSONOfAnyType)
     EXPECT_EQ(JAController::jsonSerialization(QByteArray("[]")), QJsonValue(QJsonArray()));
 }
 
-TEST_F(JAControllerTest, DecodesNothingFromWhatIsNoJSON)
+TEST_F(JAControllerTest, decodesNothingFromWhatIsNoJSON)
 {
     EXPECT_EQ(JAController::jsonSerialization(QByteArray()), std::nullopt);
     EXPECT_EQ(JAController::jsonSerialization(std::nullopt), std::nullopt);
@@ -116,7 +116,7 @@ TEST_F(JAControllerTest, DecodesNothingFromWhatIsNoJSON)
     EXPECT_EQ(JAController::jsonSerialization(QByteArray(200000, '[')), std::nullopt);
 }
 
-TEST_F(JAControllerTest, IsMadeOnceForAllThreads)
+TEST_F(JAControllerTest, isMadeOnceForAllThreads)
 {
     std::vector<const JAController*> seen(8);
     std::vector<std::thread> threads;
@@ -128,7 +128,7 @@ TEST_F(JAControllerTest, IsMadeOnceForAllThreads)
     EXPECT_THAT(seen, testing::Each(JAController::sharedInstance().get()));
 }
 
-TEST_F(JAControllerTest, RunsItsRequestsWithTheJarOfTheProcess)
+TEST_F(JAControllerTest, runsItsRequestsWithTheJarOfTheProcess)
 {
     const auto& jar = tljira::HTTPCookieStorage::sharedHTTPCookieStorage();
     jar->setCookie({.domain = QStringLiteral("jira.example.test"),
@@ -154,7 +154,7 @@ TEST_F(JAControllerTest, RunsItsRequestsWithTheJarOfTheProcess)
                 testing::AllOf(testing::HasSubstr("before=1"), testing::HasSubstr("own=2")));
 }
 
-TEST_F(JAControllerTest, HasNothingAtFirst)
+TEST_F(JAControllerTest, hasNothingAtFirst)
 {
     const auto fresh = JAController::init();
     EXPECT_EQ(fresh->jaSession(), nullptr);
@@ -168,7 +168,7 @@ TEST_F(JAControllerTest, HasNothingAtFirst)
     EXPECT_EQ(fresh->downloadTask(), nullptr);
 }
 
-TEST_F(JAControllerTest, KeepsThePathOfADocument)
+TEST_F(JAControllerTest, keepsThePathOfADocument)
 {
     client->setPathFile(QStringLiteral("/tmp/plan.tessaloom"));
     EXPECT_EQ(client->pathFile(), QStringLiteral("/tmp/plan.tessaloom"));
@@ -178,7 +178,7 @@ TEST_F(JAControllerTest, KeepsThePathOfADocument)
     EXPECT_EQ(client->pathFile(), std::nullopt);
 }
 
-TEST_F(JAControllerTest, HoldsItsDelegate)
+TEST_F(JAControllerTest, holdsItsDelegate)
 {
     const std::weak_ptr<tests::RecordingDelegate> observer = delegate;
     delegate.reset();
@@ -187,7 +187,7 @@ TEST_F(JAControllerTest, HoldsItsDelegate)
     EXPECT_TRUE(observer.expired());
 }
 
-TEST_F(JAControllerTest, LetsADelegateUseTheClientAsItGoes)
+TEST_F(JAControllerTest, letsADelegateUseTheClientAsItGoes)
 {
     class Parting : public JAControllerDelegate
     {
@@ -208,7 +208,7 @@ TEST_F(JAControllerTest, LetsADelegateUseTheClientAsItGoes)
     EXPECT_EQ(client->pathFile(), QStringLiteral("gone"));
 }
 
-TEST_F(JAControllerTest, LivesUntilItsRequestsHaveEnded)
+TEST_F(JAControllerTest, livesUntilItsRequestsHaveEnded)
 {
     const std::weak_ptr<JAController> observer = client;
     server.misbehave(standin::Match::next(), standin::Fault().hold(standin::Point::responseHead(0)));
@@ -221,7 +221,7 @@ TEST_F(JAControllerTest, LivesUntilItsRequestsHaveEnded)
     EXPECT_TRUE(tests::waitUntil([&] { return observer.expired(); }));
 }
 
-TEST_F(JAControllerTest, LivesUntilItsDownloadHasEnded)
+TEST_F(JAControllerTest, livesUntilItsDownloadHasEnded)
 {
     const std::weak_ptr<JAController> observer = client;
     server.misbehave(standin::Match::next(),
@@ -238,7 +238,7 @@ TEST_F(JAControllerTest, LivesUntilItsDownloadHasEnded)
     EXPECT_EQ(tests::contentsOf(path("saved")), QByteArray(1 << 20, 'x'));
 }
 
-TEST_F(JAControllerTest, LivesUntilItsDownloadIsCancelledEvenIfTheTaskIsKept)
+TEST_F(JAControllerTest, livesUntilItsDownloadIsCancelledEvenIfTheTaskIsKept)
 {
     const std::weak_ptr<JAController> observer = client;
     server.misbehave(standin::Match::next(), standin::Fault().hold(standin::Point::responseHead(0)));
@@ -252,7 +252,7 @@ TEST_F(JAControllerTest, LivesUntilItsDownloadIsCancelledEvenIfTheTaskIsKept)
     EXPECT_TRUE(tests::waitUntil([&] { return observer.expired(); }));
 }
 
-TEST_F(JAControllerTest, LivesUntilItsUploadHasEnded)
+TEST_F(JAControllerTest, livesUntilItsUploadHasEnded)
 {
     const std::weak_ptr<JAController> observer = client;
     std::vector<qint64> sent;
@@ -270,7 +270,7 @@ TEST_F(JAControllerTest, LivesUntilItsUploadHasEnded)
     EXPECT_TRUE(tests::waitUntil([&] { return observer.expired(); }));
 }
 
-TEST_F(JAControllerTest, IsLetGoWithASessionThatTakesItsPlaceUnderWay)
+TEST_F(JAControllerTest, isLetGoWithASessionThatTakesItsPlaceUnderWay)
 {
     const std::weak_ptr<JAController> observer = client;
     server.misbehave(standin::Match::next(), standin::Fault().hold(standin::Point::responseHead(0)));

@@ -1,5 +1,5 @@
 #include "tests/client/ClientTest.h"
-#include "tests/support/WithoutPrivileges.h"
+#include "tests/kit/WithoutPrivileges.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -67,7 +67,7 @@ protected:
     const QString source;
 };
 
-TEST_F(JAControllerUploadFaultsTest, AConnectionThatIsResetBeforeTheRequestIsRead)
+TEST_F(JAControllerUploadFaultsTest, aConnectionThatIsResetBeforeTheRequestIsRead)
 {
     client->setSession(tljira::URLSession::sessionWithConfiguration(client->session()->configuration(), client));
     server.resetConnections(1);
@@ -78,7 +78,7 @@ TEST_F(JAControllerUploadFaultsTest, AConnectionThatIsResetBeforeTheRequestIsRea
     EXPECT_TRUE(server.attachments("ABC-1").empty());
 }
 
-TEST_F(JAControllerUploadFaultsTest, AConnectionThatIsResetInTheBody)
+TEST_F(JAControllerUploadFaultsTest, aConnectionThatIsResetInTheBody)
 {
     for (const qint64 bytes : {qint64(0), qint64(65536), size / 2}) {
         upload(Fault().reset(Point::requestBody(bytes)));
@@ -88,7 +88,7 @@ TEST_F(JAControllerUploadFaultsTest, AConnectionThatIsResetInTheBody)
     EXPECT_EQ(tests::contentsOf(source)->size(), size);
 }
 
-TEST_F(JAControllerUploadFaultsTest, AConnectionThatEndsInTheAnswer)
+TEST_F(JAControllerUploadFaultsTest, aConnectionThatEndsInTheAnswer)
 {
     for (const Point point : {Point::responseHead(0), Point::responseHead(20), Point::responseBody(3)}) {
         upload(Fault().reset(point));
@@ -99,7 +99,7 @@ TEST_F(JAControllerUploadFaultsTest, AConnectionThatEndsInTheAnswer)
 }
 
 /// Where a connection that was kept from an earlier request breaks, a client may be tempted to try again on a new one.
-TEST_F(JAControllerUploadFaultsTest, AFileThatTheServerTookWithoutAnAnswerIsNotSentAgain)
+TEST_F(JAControllerUploadFaultsTest, aFileThatTheServerTookWithoutAnAnswerIsNotSentAgain)
 {
     for (const Fault& fault : {Fault().close(Point::responseHead(0)), Fault().reset(Point::responseHead(0))}) {
         const std::size_t before = server.attachments("ABC-1").size();
@@ -117,7 +117,7 @@ TEST_F(JAControllerUploadFaultsTest, AFileThatTheServerTookWithoutAnAnswerIsNotS
     }
 }
 
-TEST_F(JAControllerUploadFaultsTest, APostWithoutABodyThatTheServerTookIsNotSentAgain)
+TEST_F(JAControllerUploadFaultsTest, aPostWithoutABodyThatTheServerTookIsNotSentAgain)
 {
     for (const Fault& fault : {Fault().close(Point::responseHead(0)), Fault().reset(Point::responseHead(0))}) {
         server.behave();
@@ -135,13 +135,13 @@ TEST_F(JAControllerUploadFaultsTest, APostWithoutABodyThatTheServerTookIsNotSent
     }
 }
 
-TEST_F(JAControllerUploadFaultsTest, AnAnswerThatComesBeforeTheBodyIsRead)
+TEST_F(JAControllerUploadFaultsTest, anAnswerThatComesBeforeTheBodyIsRead)
 {
     upload(Fault().status(413, R"({"errorMessages": ["too large"]})", "application/json").beforeBody());
     EXPECT_THAT(events, ElementsAre("(null) 413"));
 }
 
-TEST_F(JAControllerUploadFaultsTest, APageInsteadOfAnAnswer)
+TEST_F(JAControllerUploadFaultsTest, aPageInsteadOfAnAnswer)
 {
     server.misbehave(Match(), Fault().status(200, "<html>Please log in</html>", "text/html"));
     start(source);
@@ -149,7 +149,7 @@ TEST_F(JAControllerUploadFaultsTest, APageInsteadOfAnAnswer)
     EXPECT_THAT(events, ElementsAre("Fatal error 200", "no error"));
 }
 
-TEST_F(JAControllerUploadFaultsTest, ASourceThatCannotBeReadGoesOutAsAnEmptyForm)
+TEST_F(JAControllerUploadFaultsTest, aSourceThatCannotBeReadGoesOutAsAnEmptyForm)
 {
     const QString locked = writeFile("locked", "secret bytes");
     QFile::setPermissions(locked, QFileDevice::Permissions());
@@ -165,7 +165,7 @@ TEST_F(JAControllerUploadFaultsTest, ASourceThatCannotBeReadGoesOutAsAnEmptyForm
     EXPECT_TRUE(server.attachments("ABC-1").empty());
 }
 
-TEST_F(JAControllerUploadFaultsTest, ASourceThatShrinksUnderWayFailsTheUpload)
+TEST_F(JAControllerUploadFaultsTest, aSourceThatShrinksUnderWayFailsTheUpload)
 {
     uploadAndHold(Point::requestBody(0));
     ASSERT_TRUE(QFile::resize(source, size / 2));
@@ -177,7 +177,7 @@ TEST_F(JAControllerUploadFaultsTest, ASourceThatShrinksUnderWayFailsTheUpload)
     EXPECT_TRUE(server.attachments("ABC-1").empty());
 }
 
-TEST_F(JAControllerUploadFaultsTest, ASourceThatGrowsOrIsOverwrittenUnderWayFailsTheUpload)
+TEST_F(JAControllerUploadFaultsTest, aSourceThatGrowsOrIsOverwrittenUnderWayFailsTheUpload)
 {
     for (const qint64 position : {size, size - 5, size / 2}) {
         writeFile("source", QByteArray(size, 'x'));
@@ -193,7 +193,7 @@ TEST_F(JAControllerUploadFaultsTest, ASourceThatGrowsOrIsOverwrittenUnderWayFail
     }
 }
 
-TEST_F(JAControllerUploadFaultsTest, ASourceThatIsOverwrittenBeforeTheAnswerFailsTheUpload)
+TEST_F(JAControllerUploadFaultsTest, aSourceThatIsOverwrittenBeforeTheAnswerFailsTheUpload)
 {
     makeOld(source);
     uploadAndHold(Point::responseHead(0));
@@ -203,7 +203,7 @@ TEST_F(JAControllerUploadFaultsTest, ASourceThatIsOverwrittenBeforeTheAnswerFail
     EXPECT_THAT(events, ElementsAre("NSCocoaErrorDomain 256"));
 }
 
-TEST_F(JAControllerUploadFaultsTest, ASourceThatIsRemovedOrReplacedUnderWayIsSentAsItWas)
+TEST_F(JAControllerUploadFaultsTest, aSourceThatIsRemovedOrReplacedUnderWayIsSentAsItWas)
 {
     uploadAndHold(Point::requestBody(0));
     ASSERT_TRUE(QFile::remove(source));
@@ -216,7 +216,7 @@ TEST_F(JAControllerUploadFaultsTest, ASourceThatIsRemovedOrReplacedUnderWayIsSen
     EXPECT_EQ(server.content(attachments[0].id), std::string(size, 'x'));
 }
 
-TEST_F(JAControllerUploadFaultsTest, IsCancelledInEveryPhase)
+TEST_F(JAControllerUploadFaultsTest, isCancelledInEveryPhase)
 {
     for (const Point point : {Point::requestBody(0), Point::requestBody(size / 2), Point::responseHead(0),
                               Point::responseHead(20), Point::responseBody(3)}) {
@@ -250,7 +250,7 @@ protected:
     }
 };
 
-TEST_F(LargeUploadTest, SendsMoreThanFourGibibytesWithoutHoldingThem)
+TEST_F(LargeUploadTest, sendsMoreThanFourGibibytesWithoutHoldingThem)
 {
     const qint64 size = (qint64(4) << 30) + 1;
     QFile sparse(path("sparse"));

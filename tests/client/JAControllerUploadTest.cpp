@@ -37,7 +37,7 @@ protected:
     std::vector<std::pair<qint64, qint64>> progress;
 };
 
-TEST_F(JAControllerUploadTest, AttachesTheFileToTheIssue)
+TEST_F(JAControllerUploadTest, attachesTheFileToTheIssue)
 {
     logIn();
     upload(writeFile("source", "some bytes"), "My Plan.tessaloom");
@@ -50,7 +50,7 @@ TEST_F(JAControllerUploadTest, AttachesTheFileToTheIssue)
     EXPECT_EQ(server.content(attachments[0].id), "some bytes");
 }
 
-TEST_F(JAControllerUploadTest, AttachesFilesOfNoAndOfOneByte)
+TEST_F(JAControllerUploadTest, attachesFilesOfNoAndOfOneByte)
 {
     logIn();
     upload(writeFile("none", ""), "none");
@@ -64,7 +64,7 @@ TEST_F(JAControllerUploadTest, AttachesFilesOfNoAndOfOneByte)
     EXPECT_EQ(server.content(attachments[1].id), "1");
 }
 
-TEST_F(JAControllerUploadTest, TakesOneArrayForSuccess)
+TEST_F(JAControllerUploadTest, takesOneArrayForSuccess)
 {
     for (const char* text : {R"([{"id": "1"}])", "[]"}) {
         answer(200, text);
@@ -75,7 +75,7 @@ TEST_F(JAControllerUploadTest, TakesOneArrayForSuccess)
     }
 }
 
-TEST_F(JAControllerUploadTest, TakesJSONThatIsNoObjectForSuccessWhateverTheStatus)
+TEST_F(JAControllerUploadTest, takesJSONThatIsNoObjectForSuccessWhateverTheStatus)
 {
     for (const char* text : {"[]", "null", "42", "\"text\"", "true"}) {
         answer(500, text);
@@ -86,7 +86,7 @@ TEST_F(JAControllerUploadTest, TakesJSONThatIsNoObjectForSuccessWhateverTheStatu
     }
 }
 
-TEST_F(JAControllerUploadTest, CallsBackTwiceForAnAnswerThatIsNoJSON)
+TEST_F(JAControllerUploadTest, callsBackTwiceForAnAnswerThatIsNoJSON)
 {
     for (const char* text : {"", "<html>413</html>", "[{\"id\": ", "XSRF check failed"}) {
         answer(413, text);
@@ -97,7 +97,7 @@ TEST_F(JAControllerUploadTest, CallsBackTwiceForAnAnswerThatIsNoJSON)
     }
 }
 
-TEST_F(JAControllerUploadTest, HasNoUserInfoInAFatalError)
+TEST_F(JAControllerUploadTest, hasNoUserInfoInAFatalError)
 {
     answer(200, "");
     std::vector<std::optional<tljira::Error>> errors;
@@ -109,7 +109,7 @@ TEST_F(JAControllerUploadTest, HasNoUserInfoInAFatalError)
     EXPECT_EQ(errors[1], std::nullopt);
 }
 
-TEST_F(JAControllerUploadTest, TakesAnObjectForFailureWithItsErrorAsDomain)
+TEST_F(JAControllerUploadTest, takesAnObjectForFailureWithItsErrorAsDomain)
 {
     answer(403, R"({"error": "Attachments are disabled", "x": 1})");
     upload(writeFile("source", "B"), "a.bin");
@@ -120,7 +120,7 @@ TEST_F(JAControllerUploadTest, TakesAnObjectForFailureWithItsErrorAsDomain)
     EXPECT_EQ(error->userInfo, QJsonValue(answered));
 }
 
-TEST_F(JAControllerUploadTest, TakesAnObjectOfStatus200ForFailureToo)
+TEST_F(JAControllerUploadTest, takesAnObjectOfStatus200ForFailureToo)
 {
     answer(200, R"({"errorMessages": ["no"], "errors": {}})");
     upload(writeFile("source", "B"), "a.bin");
@@ -131,7 +131,7 @@ TEST_F(JAControllerUploadTest, TakesAnObjectOfStatus200ForFailureToo)
     EXPECT_EQ(error->userInfo, QJsonValue(answered));
 }
 
-TEST_F(JAControllerUploadTest, PrintsAnErrorOfAnyTypeIntoTheDomain)
+TEST_F(JAControllerUploadTest, printsAnErrorOfAnyTypeIntoTheDomain)
 {
     const std::vector<std::pair<const char*, const char*>> domains = {
         {R"({"error": null})", "<null> 400"},
@@ -149,7 +149,7 @@ TEST_F(JAControllerUploadTest, PrintsAnErrorOfAnyTypeIntoTheDomain)
     }
 }
 
-TEST_F(JAControllerUploadTest, ReportsTheServersOwnRefusals)
+TEST_F(JAControllerUploadTest, reportsTheServersOwnRefusals)
 {
     logIn();
     server.allowAttachments(false);
@@ -159,7 +159,7 @@ TEST_F(JAControllerUploadTest, ReportsTheServersOwnRefusals)
     EXPECT_TRUE(server.attachments("ABC-1").empty());
 }
 
-TEST_F(JAControllerUploadTest, ReportsHowMuchOfTheBodyIsSent)
+TEST_F(JAControllerUploadTest, reportsHowMuchOfTheBodyIsSent)
 {
     logIn();
     const qint64 fileSize = 8 << 20;
@@ -177,7 +177,7 @@ TEST_F(JAControllerUploadTest, ReportsHowMuchOfTheBodyIsSent)
     EXPECT_EQ(before, bodySize);
 }
 
-TEST_F(JAControllerUploadTest, AsksForAMinuteForFreshDataAndForCookies)
+TEST_F(JAControllerUploadTest, asksForAMinuteForFreshDataAndForCookies)
 {
     answer(200, "[]");
     upload(writeFile("source", "B"), "a.bin");
@@ -189,7 +189,7 @@ TEST_F(JAControllerUploadTest, AsksForAMinuteForFreshDataAndForCookies)
     EXPECT_TRUE(waitForEvents(1));
 }
 
-TEST_F(JAControllerUploadTest, TakesTheKeyAsItIs)
+TEST_F(JAControllerUploadTest, takesTheKeyAsItIs)
 {
     answer(200, "[]");
     client->uploadFileInIssue(writeFile("source", "B"), QStringLiteral("a.bin"), QStringLiteral(" abc-1 "),
@@ -198,14 +198,14 @@ TEST_F(JAControllerUploadTest, TakesTheKeyAsItIs)
     EXPECT_EQ(server.lastRequest().target, "/rest/api/2/issue/%20abc-1%20/attachments");
 }
 
-TEST_F(JAControllerUploadTest, SendsEveryFileAsBytesOfNoKnownType)
+TEST_F(JAControllerUploadTest, sendsEveryFileAsBytesOfNoKnownType)
 {
     for (const char* path : {"a.txt", "/tmp/picture.png", "plan.tessaloom", "noextension", ""})
         EXPECT_EQ(JAController::mimeTypeForPath(QString::fromLatin1(path)), QStringLiteral("application/octet-stream"));
     EXPECT_EQ(JAController::mimeTypeForPath(std::nullopt), QStringLiteral("application/octet-stream"));
 }
 
-TEST_F(JAControllerUploadTest, WritesItsLinesToTheLog)
+TEST_F(JAControllerUploadTest, writesItsLinesToTheLog)
 {
     answer(200, "[]");
     const QString file = writeFile("source", "B");
@@ -219,7 +219,7 @@ TEST_F(JAControllerUploadTest, WritesItsLinesToTheLog)
     EXPECT_THAT(lines[3].toStdString(), testing::StartsWith(" [] \n(null) \n{ URL: http://jira.example.test/rest/"));
 }
 
-TEST_F(JAControllerUploadTest, WritesThePlaceholderForABodyThatIsNoText)
+TEST_F(JAControllerUploadTest, writesThePlaceholderForABodyThatIsNoText)
 {
     answer(200, "\xff\xfe");
     upload(writeFile("source", "B"), "a.bin");
@@ -227,7 +227,7 @@ TEST_F(JAControllerUploadTest, WritesThePlaceholderForABodyThatIsNoText)
     EXPECT_THAT(log.lines().last().toStdString(), testing::StartsWith(" (null) \n(null) \n{ URL: "));
 }
 
-TEST_F(JAControllerUploadTest, KeepsTaskAndProgressCallbackAfterTheEnd)
+TEST_F(JAControllerUploadTest, keepsTaskAndProgressCallbackAfterTheEnd)
 {
     answer(200, "[]");
     upload(writeFile("source", "B"), "a.bin");
@@ -240,7 +240,7 @@ TEST_F(JAControllerUploadTest, KeepsTaskAndProgressCallbackAfterTheEnd)
     EXPECT_EQ(progress.back(), std::make_pair(qint64(1), qint64(2)));
 }
 
-TEST_F(JAControllerUploadTest, ReportsProgressOfEveryTaskToTheNewestCallback)
+TEST_F(JAControllerUploadTest, reportsProgressOfEveryTaskToTheNewestCallback)
 {
     std::vector<std::pair<qint64, qint64>> newest;
     uploadAndHold("older");
@@ -253,7 +253,7 @@ TEST_F(JAControllerUploadTest, ReportsProgressOfEveryTaskToTheNewestCallback)
     EXPECT_EQ(newest.back().first, newest.back().second);
 }
 
-TEST_F(JAControllerUploadTest, CancelDoesNothingBeforeAnyUpload)
+TEST_F(JAControllerUploadTest, cancelDoesNothingBeforeAnyUpload)
 {
     client->cancelUpload();
     tests::drainMainQueue();
@@ -261,7 +261,7 @@ TEST_F(JAControllerUploadTest, CancelDoesNothingBeforeAnyUpload)
     EXPECT_EQ(log.lines(), QStringList());
 }
 
-TEST_F(JAControllerUploadTest, CancelEndsTheUploadWithOneError)
+TEST_F(JAControllerUploadTest, cancelEndsTheUploadWithOneError)
 {
     uploadAndHold("a.bin");
     client->cancelUpload();
@@ -273,7 +273,7 @@ TEST_F(JAControllerUploadTest, CancelEndsTheUploadWithOneError)
     EXPECT_EQ(events.size(), 1u);
 }
 
-TEST_F(JAControllerUploadTest, CancelDoesNothingAfterTheEnd)
+TEST_F(JAControllerUploadTest, cancelDoesNothingAfterTheEnd)
 {
     answer(200, "[]");
     upload(writeFile("source", "B"), "a.bin");
@@ -283,7 +283,7 @@ TEST_F(JAControllerUploadTest, CancelDoesNothingAfterTheEnd)
     EXPECT_THAT(events, ElementsAre("no error"));
 }
 
-TEST_F(JAControllerUploadTest, CancelEndsOnlyTheNewestUpload)
+TEST_F(JAControllerUploadTest, cancelEndsOnlyTheNewestUpload)
 {
     logIn();
     std::vector<std::string> ends;
@@ -310,7 +310,7 @@ TEST_F(JAControllerUploadTest, CancelEndsOnlyTheNewestUpload)
     EXPECT_EQ(attachments[0].fileName, "older");
 }
 
-TEST_F(JAControllerUploadTest, StartsFromAnyThreadAndReportsOnTheMainThread)
+TEST_F(JAControllerUploadTest, startsFromAnyThreadAndReportsOnTheMainThread)
 {
     logIn();
     const QString file = writeFile("source", QByteArray(4 << 20, 'x'));
@@ -336,7 +336,7 @@ TEST_F(JAControllerUploadTest, StartsFromAnyThreadAndReportsOnTheMainThread)
     EXPECT_EQ(server.attachments("ABC-1").size(), uploads);
 }
 
-TEST_F(JAControllerUploadTest, CancelsFromAnyThread)
+TEST_F(JAControllerUploadTest, cancelsFromAnyThread)
 {
     uploadAndHold("a.bin");
     QThreadPool::globalInstance()->start([this] { client->cancelUpload(); });
@@ -345,7 +345,7 @@ TEST_F(JAControllerUploadTest, CancelsFromAnyThread)
     EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -999"));
 }
 
-TEST_F(JAControllerUploadTest, DoesWithoutCallbacks)
+TEST_F(JAControllerUploadTest, doesWithoutCallbacks)
 {
     logIn();
     client->uploadFileInIssue(writeFile("source", "B"), QStringLiteral("a.bin"), QStringLiteral("ABC-1"), nullptr,
@@ -354,7 +354,7 @@ TEST_F(JAControllerUploadTest, DoesWithoutCallbacks)
     EXPECT_EQ(server.attachments("ABC-1").size(), 1u);
 }
 
-TEST_F(JAControllerUploadTest, SendsGivenBytesToAGivenAddress)
+TEST_F(JAControllerUploadTest, sendsGivenBytesToAGivenAddress)
 {
     answer(201, "made");
     client->uploadImageDouble2(QStringLiteral("http://jira.example.test/somewhere"), QStringLiteral("/tmp/a.bin"),
@@ -366,7 +366,7 @@ TEST_F(JAControllerUploadTest, SendsGivenBytesToAGivenAddress)
     EXPECT_THAT(server.lastRequest().body, testing::HasSubstr("filename=a.bin\r\n"));
 }
 
-TEST_F(JAControllerUploadTest, FailsWhenNoServerIsSet)
+TEST_F(JAControllerUploadTest, failsWhenNoServerIsSet)
 {
     client->setHost(std::nullopt);
     upload(writeFile("source", "B"), "a.bin");

@@ -1,5 +1,5 @@
 #include "client/MultipartBody.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -19,37 +19,37 @@ QByteArray formWith(const QByteArray& fileName, const QByteArray& bytes)
            "\r\nContent-Type: application/octet-stream\r\n\r\n" + bytes + "\r\n--" + boundary + "--\r\n";
 }
 
-TEST(MultipartBody, HasOneFieldWithTheBytes)
+TEST(MultipartBody, hasOneFieldWithTheBytes)
 {
     EXPECT_EQ(multipartBody(tljira::Data("bytes\r\n"), QStringLiteral("a.bin"), type).bytes(),
               formWith("a.bin", "bytes\r\n"));
     EXPECT_EQ(client::multipartBoundary.toUtf8(), boundary);
 }
 
-TEST(MultipartBody, HasAFieldForAFileOfNoOrOneByte)
+TEST(MultipartBody, hasAFieldForAFileOfNoOrOneByte)
 {
     EXPECT_EQ(multipartBody(tljira::Data(), QStringLiteral("a.bin"), type).bytes(), formWith("a.bin", ""));
     EXPECT_EQ(multipartBody(tljira::Data(QByteArray(1, '\0')), QStringLiteral("a.bin"), type).bytes(),
               formWith("a.bin", QByteArray(1, '\0')));
 }
 
-TEST(MultipartBody, IsOnlyTheClosingLineWithoutBytes)
+TEST(MultipartBody, isOnlyTheClosingLineWithoutBytes)
 {
     EXPECT_EQ(multipartBody(std::nullopt, QStringLiteral("a.bin"), type).bytes(), "--" + boundary + "--\r\n");
 }
 
-TEST(MultipartBody, HasNamesUnquotedAndInUtf8)
+TEST(MultipartBody, hasNamesUnquotedAndInUtf8)
 {
     for (const char* name : {"My Plan.tessaloom", "a;b.bin", "a\"b\".bin", "Größe – Планы.bin", "100%@.bin", ""})
         EXPECT_EQ(multipartBody(tljira::Data("B"), QString::fromUtf8(name), type).bytes(), formWith(name, "B"));
 }
 
-TEST(MultipartBody, HasThePlaceholderOfNothingForAMissingName)
+TEST(MultipartBody, hasThePlaceholderOfNothingForAMissingName)
 {
     EXPECT_EQ(multipartBody(tljira::Data("B"), std::nullopt, type).bytes(), formWith("(null)", "B"));
 }
 
-TEST(MultipartBody, CountsAFileBeyondFourGibibytesWithoutReadingIt)
+TEST(MultipartBody, countsAFileBeyondFourGibibytesWithoutReadingIt)
 {
     const QTemporaryDir folder;
     QFile file(folder.filePath(QStringLiteral("large")));

@@ -16,7 +16,7 @@ class ProcessExitTest : public tests::ClientTest, public testing::WithParamInter
 {
 };
 
-TEST_P(ProcessExitTest, IsQuietAndLosesNothing)
+TEST_P(ProcessExitTest, isQuietAndLosesNothing)
 {
     server.misbehave(Match::on("/large"),
                      Fault().status(200, std::string(4 << 20, 'x')).hold(Point::responseBody(3 << 20)));

@@ -52,13 +52,13 @@ protected:
     }
 };
 
-TEST_F(SavedLoginTest, IsOneOfAddressNameAndValue)
+TEST_F(SavedLoginTest, isOneOfAddressNameAndValue)
 {
     logInAt(here);
     EXPECT_EQ(onDisk(), login(here, savedValue()));
 }
 
-TEST_F(SavedLoginTest, NeverHasTheAddressOfOneServerAndTheSessionOfAnother)
+TEST_F(SavedLoginTest, neverHasTheAddressOfOneServerAndTheSessionOfAnother)
 {
     logInAt(here);
     const QString atFirst = savedValue();
@@ -71,7 +71,7 @@ TEST_F(SavedLoginTest, NeverHasTheAddressOfOneServerAndTheSessionOfAnother)
     EXPECT_EQ(onDisk(), login(elsewhere, savedValue()));
 }
 
-TEST_F(SavedLoginTest, ComesBackWithItsAddress)
+TEST_F(SavedLoginTest, comesBackWithItsAddress)
 {
     logInAt(here);
     client->setHost(elsewhere);
@@ -80,11 +80,11 @@ TEST_F(SavedLoginTest, ComesBackWithItsAddress)
     EXPECT_EQ(onDisk(), login(here + u'/', savedValue()));
 }
 
-TEST_F(SavedLoginTest, OfAServerThatAnsweredAfterAnotherWasTypedIsNotSavedWithThat)
+TEST_F(SavedLoginTest, ofAServerThatAnsweredAfterAnotherWasTypedIsNotSavedWithThat)
 {
     client->setHost(here);
     server.misbehave(Match::next(), Fault().hold(Point::responseHead(0)));
-    client->login(QStringLiteral("ada"), QStringLiteral("secret"), loginCallBack());
+    client->login(QStringLiteral("anna"), QStringLiteral("secret"), loginCallBack());
     ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
     client->setHost(elsewhere);
     server.release();
@@ -93,7 +93,7 @@ TEST_F(SavedLoginTest, OfAServerThatAnsweredAfterAnotherWasTypedIsNotSavedWithTh
     EXPECT_EQ(onDisk(), (QJsonObject{{QStringLiteral("jiraUrl"), elsewhere}}));
 }
 
-TEST_F(SavedLoginTest, StaysWithoutItsAddressAfterALogout)
+TEST_F(SavedLoginTest, staysWithoutItsAddressAfterALogout)
 {
     logInAt(here);
     client->logout(nullptr);
@@ -102,7 +102,7 @@ TEST_F(SavedLoginTest, StaysWithoutItsAddressAfterALogout)
     EXPECT_EQ(onDisk(), expected);
 }
 
-TEST_F(SavedLoginTest, OfAnotherProcessIsTakenUpOnlyForTheSameServer)
+TEST_F(SavedLoginTest, ofAnotherProcessIsTakenUpOnlyForTheSameServer)
 {
     logInAt(here);
     ASSERT_TRUE(records::savedLogin().synchronize());
@@ -126,7 +126,7 @@ TEST_F(SavedLoginTest, OfAnotherProcessIsTakenUpOnlyForTheSameServer)
     EXPECT_THAT(server.lastRequest().header("Cookie"), testing::Not(testing::HasSubstr("elsewhere")));
 }
 
-TEST_F(SavedLoginTest, OfAnUnchangedSessionIsNotWrittenAgain)
+TEST_F(SavedLoginTest, ofAnUnchangedSessionIsNotWrittenAgain)
 {
     client->setHost(here);
     saveSession("N", "V");

@@ -41,96 +41,96 @@ protected:
     }
 };
 
-TEST_F(WireFormatTest, OfALogin)
+TEST_F(WireFormatTest, ofALogin)
 {
-    client->login(QStringLiteral("ada"), QStringLiteral("ge\"heim ü"), loginCallBack());
+    client->login(QStringLiteral("anna"), QStringLiteral("ge\"heim ü"), loginCallBack());
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_EQ(sent(), fixture("login"));
 }
 
-TEST_F(WireFormatTest, OfALoginWithoutASavedSession)
+TEST_F(WireFormatTest, ofALoginWithoutASavedSession)
 {
     JALoginObject::resetSession();
-    client->login(QStringLiteral("ada"), QStringLiteral("secret"), loginCallBack());
+    client->login(QStringLiteral("anna"), QStringLiteral("secret"), loginCallBack());
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_EQ(sent(), fixture("login-first"));
 }
 
-TEST_F(WireFormatTest, OfACheckOfTheSession)
+TEST_F(WireFormatTest, ofACheckOfTheSession)
 {
     client->updateSession(loginCallBack());
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_EQ(sent(), fixture("session-check"));
 }
 
-TEST_F(WireFormatTest, OfALogout)
+TEST_F(WireFormatTest, ofALogout)
 {
     client->logout(completionCallBack());
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_EQ(sent(), fixture("logout"));
 }
 
-TEST_F(WireFormatTest, OfTheCurrentUser)
+TEST_F(WireFormatTest, ofTheCurrentUser)
 {
     client->getCurrentUser(userCallBack());
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_EQ(sent(), fixture("current-user"));
 }
 
-TEST_F(WireFormatTest, OfAnIssue)
+TEST_F(WireFormatTest, ofAnIssue)
 {
     client->getIssueObject(QStringLiteral("ABC-1"), issueCallBack());
     ASSERT_TRUE(waitForEvents(1));
     EXPECT_EQ(sent(), fixture("issue"));
 }
 
-TEST_F(WireFormatTest, OfAnUpload)
+TEST_F(WireFormatTest, ofAnUpload)
 {
     const QString file = writeFile("source", "first line\nsecond line\r\n--no boundary\n");
     EXPECT_EQ(sentForUploadOf(file, "a.bin"), fixture("upload"));
 }
 
-TEST_F(WireFormatTest, OfAnUploadOfNoBytes)
+TEST_F(WireFormatTest, ofAnUploadOfNoBytes)
 {
     EXPECT_EQ(sentForUploadOf(writeFile("source", ""), "a.bin"), fixture("upload-empty-file"));
 }
 
-TEST_F(WireFormatTest, OfAnUploadOfOneByte)
+TEST_F(WireFormatTest, ofAnUploadOfOneByte)
 {
     EXPECT_EQ(sentForUploadOf(writeFile("source", "B"), "a.bin"), fixture("upload-one-byte"));
 }
 
-TEST_F(WireFormatTest, OfAnUploadOfAFileThatIsMissing)
+TEST_F(WireFormatTest, ofAnUploadOfAFileThatIsMissing)
 {
     EXPECT_EQ(sentForUploadOf(path("missing"), "a.bin"), fixture("upload-without-file"));
 }
 
-TEST_F(WireFormatTest, OfAnUploadWithoutAPath)
+TEST_F(WireFormatTest, ofAnUploadWithoutAPath)
 {
     EXPECT_EQ(sentForUploadOf(std::nullopt, "a.bin"), fixture("upload-without-file"));
 }
 
-TEST_F(WireFormatTest, OfAnUploadUnderANameWithBlanks)
+TEST_F(WireFormatTest, ofAnUploadUnderANameWithBlanks)
 {
     EXPECT_EQ(sentForUploadOf(writeFile("source", "B"), "My Plan 2.tessaloom"), fixture("upload-name-blanks"));
 }
 
-TEST_F(WireFormatTest, OfAnUploadUnderANameWithASemicolon)
+TEST_F(WireFormatTest, ofAnUploadUnderANameWithASemicolon)
 {
     EXPECT_EQ(sentForUploadOf(writeFile("source", "B"), "a;b.bin"), fixture("upload-name-semicolon"));
 }
 
-TEST_F(WireFormatTest, OfAnUploadUnderANameWithQuotes)
+TEST_F(WireFormatTest, ofAnUploadUnderANameWithQuotes)
 {
     EXPECT_EQ(sentForUploadOf(writeFile("source", "B"), "the \"new\" plan.bin"), fixture("upload-name-quotes"));
 }
 
-TEST_F(WireFormatTest, OfAnUploadUnderANameOfOtherScripts)
+TEST_F(WireFormatTest, ofAnUploadUnderANameOfOtherScripts)
 {
     EXPECT_EQ(sentForUploadOf(writeFile("source", "B"), "Größe 計画.tessaloom"), fixture("upload-name-unicode"));
 }
 
-TEST_F(WireFormatTest, OfADownload)
+TEST_F(WireFormatTest, ofADownload)
 {
     client->downloadFile(QStringLiteral("http://jira.example.test/secure/attachment/10013/My%20Plan+2.tessaloom"),
                          downloadCallBack(), path("saved"));

@@ -1,5 +1,5 @@
 #include "constants/JAConstants.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -35,13 +35,13 @@ const std::vector<std::pair<const QString*, const char*>> values = {
     {&kPrefixDirectory, "com.tessalooom.JAController"},
 };
 
-TEST(JAConstants, HaveTheValuesThatServersAndSavedDefaultsKnow)
+TEST(JAConstants, haveTheValuesThatServersAndSavedDefaultsKnow)
 {
     for (const auto& [constant, value] : values)
         EXPECT_EQ(*constant, QString::fromLatin1(value));
 }
 
-TEST(JAConstants, AreTwentyThreeDistinctObjects)
+TEST(JAConstants, areTwentyThreeDistinctObjects)
 {
     std::set<const QString*> distinct;
     for (const auto& [constant, value] : values)

@@ -1,5 +1,5 @@
 #include "tests/desktop/Desktop.h"
-#include "tests/support/PrivateHome.h"
+#include "tests/kit/PrivateHome.h"
 
 #include <QApplication>
 

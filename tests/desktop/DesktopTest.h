@@ -3,7 +3,7 @@
 #include "shell/JAHeadViewController.h"
 #include "shell/JALoginWindow.h"
 #include "tests/desktop/User.h"
-#include "tests/upload/JiraTest.h"
+#include "tests/kit/JiraTest.h"
 
 namespace tests {
 

@@ -22,7 +22,7 @@ TEST_F(LoginOnDesktopTest, takesAWrongPasswordAndThenTheRightOne)
     picture(QStringLiteral("form"));
     user.type(form->hostTextField(), address);
     user.press("Tab");
-    user.write(QStringLiteral("jane"));
+    user.write(QStringLiteral("anna"));
     user.press("Tab");
     user.write(QStringLiteral("wrong"));
     user.press("Return");
@@ -93,13 +93,13 @@ TEST_F(HeaderSheetTest, goesWithItsWindow)
 TEST_F(HeaderSheetTest, logsIn)
 {
     user.type(form->hostTextField(), address);
-    user.type(form->emailTextField(), QStringLiteral("jane"));
+    user.type(form->emailTextField(), QStringLiteral("anna"));
     user.type(form->passwordTextField(), QStringLiteral("secret"));
     user.press("Return");
     const auto header = entry->headViewController();
-    ASSERT_TRUE(waitUntil([&] { return header->nameLabel()->text() == QStringLiteral("jane"); }));
+    ASSERT_TRUE(waitUntil([&] { return header->nameLabel()->text() == QStringLiteral("anna"); }));
     EXPECT_EQ(entry->window()->attachedSheet(), nullptr);
-    EXPECT_FALSE(isOnScreen(loginButton()));
+    EXPECT_FALSE(ui::isOnScreen(loginButton()));
     picture(QStringLiteral("done"));
 }
 

@@ -108,7 +108,7 @@ TEST_F(UploadOnDesktopTest, showsWhatTheServerRefuses)
     server.allowAttachments(false);
     user.write(QStringLiteral("ABC-1"));
     user.press("Return");
-    ASSERT_TRUE(waitUntil([this] { return isOnScreen(sheet->errorView()) && hasKeyboard(sheet->cancelButton()); }));
+    ASSERT_TRUE(waitUntil([this] { return ui::isOnScreen(sheet->errorView()) && hasKeyboard(sheet->cancelButton()); }));
     picture(QStringLiteral("error"));
 }
 

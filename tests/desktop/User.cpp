@@ -1,7 +1,7 @@
 #include "tests/desktop/User.h"
 
 #include "tests/desktop/XServer.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,5 +1,5 @@
 #include "tests/docs/Workshop.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QDir>
 #include <QFile>
@@ -72,7 +72,7 @@ class CppBlocks : public Blocks
 {
 };
 
-TEST_P(CppBlocks, CompileByThemselves)
+TEST_P(CppBlocks, compileByThemselves)
 {
     workshop.write(u"block.cpp"_s, GetParam().block.text);
     const Outcome run =
@@ -103,7 +103,7 @@ protected:
     }
 };
 
-TEST_P(CmakeBlocks, AreProjectsOfTheirOwn)
+TEST_P(CmakeBlocks, areProjectsOfTheirOwn)
 {
     workshop.write(u"project/CMakeLists.txt"_s, GetParam().block.text);
     provideFiles(GetParam().block.text);
@@ -145,7 +145,7 @@ protected:
 };
 
 /// In one home, since what one block does the next one relies on.
-TEST_P(ShellBlocks, RunOneAfterTheOther)
+TEST_P(ShellBlocks, runOneAfterTheOther)
 {
     workshop.writeFilesOf(*GetParam().document);
     for (const Block& block : GetParam().document->blocksOf({u"sh"_s, u"console"_s})) {
@@ -164,7 +164,7 @@ INSTANTIATE_TEST_SUITE_P(Documents, ShellBlocks, testing::ValuesIn(shellCases())
 
 using Guarding = testing::Test;
 
-TEST_F(Guarding, ACommandThatFailsIsSeen)
+TEST_F(Guarding, aCommandThatFailsIsSeen)
 {
     const Workshop workshop;
     EXPECT_EQ(workshop.shell(u"make no-such-target\n"_s).status, 2);
@@ -179,7 +179,7 @@ QString left(const Workshop& workshop, const QString& folder)
 }
 
 /// The functions of the README in a host, with a user whose own rules for logs ask for all there is.
-TEST(Jobs, OfTheReadmeLoseNothingAndLeaveNothingBehind)
+TEST(Jobs, ofTheReadmeLoseNothingAndLeaveNothingBehind)
 {
     const Workshop workshop;
     workshop.writeFilesOf(documents().front());

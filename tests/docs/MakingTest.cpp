@@ -1,5 +1,5 @@
 #include "tests/docs/Workshop.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gmock/gmock.h>
 
@@ -11,7 +11,7 @@ using testing::Not;
 using tests::docs::Outcome;
 using tests::docs::Workshop;
 
-TEST(Making, InstallsBelowThePrefix)
+TEST(Making, installsBelowThePrefix)
 {
     const Workshop workshop;
     const Outcome run = workshop.shell(u"make install PREFIX=/usr/local\n"
@@ -20,7 +20,7 @@ TEST(Making, InstallsBelowThePrefix)
     EXPECT_EQ(run.status, 0);
 }
 
-TEST(Making, PacksAndMeasuresTheReleaseBuildWhateverThePreset)
+TEST(Making, packsAndMeasuresTheReleaseBuildWhateverThePreset)
 {
     const Workshop workshop;
     for (const char* target : {"packages", "bench", "bench-report"}) {
@@ -33,7 +33,7 @@ TEST(Making, PacksAndMeasuresTheReleaseBuildWhateverThePreset)
     }
 }
 
-TEST(Making, TakesWarningsForErrorsInThePresetsOfDevelopersAlone)
+TEST(Making, takesWarningsForErrorsInThePresetsOfDevelopersAlone)
 {
     const Workshop workshop;
     const auto settings = [&](const char* preset) {

@@ -1,5 +1,5 @@
 #include "tests/docs/Markdown.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,7 +14,7 @@ using tests::docs::Document;
 using tests::docs::documents;
 using tests::docs::parseDocument;
 
-TEST(Markdown, FindsFencedBlocksWithTheirKindsAndLines)
+TEST(Markdown, findsFencedBlocksWithTheirKindsAndLines)
 {
     const Document document =
         parseDocument(u"a.md"_s, u"# A\n\n```sh\nls\n\nls -l\n```\n\n- item\n\n  ```cpp\nint a;\n  ```\n"_s);
@@ -26,21 +26,21 @@ TEST(Markdown, FindsFencedBlocksWithTheirKindsAndLines)
     EXPECT_EQ(document.problems, QStringList());
 }
 
-TEST(Markdown, NamesABlockAfterItsFirstComment)
+TEST(Markdown, namesABlockAfterItsFirstComment)
 {
     const Document document = parseDocument(u"a.md"_s, u"```cpp\n// main.cpp\nint a;\n```\n```cpp\nint b;\n```\n"_s);
     EXPECT_EQ(document.blocks.at(0).fileName(), u"main.cpp"_s);
     EXPECT_EQ(document.blocks.at(1).fileName(), QString());
 }
 
-TEST(Markdown, ComplainsOfCodeThatNobodyRuns)
+TEST(Markdown, complainsOfCodeThatNobodyRuns)
 {
     EXPECT_EQ(parseDocument(u"a.md"_s, u"Type\n\n    make\n"_s).problems, QStringList{u"line 3 is indented code"_s});
     EXPECT_EQ(parseDocument(u"a.md"_s, u"Type\n```sh\nmake\n"_s).problems,
               QStringList{u"the block in line 2 does not end"_s});
 }
 
-TEST(Documents, HaveOnlyBlocksOfKnownKinds)
+TEST(Documents, haveOnlyBlocksOfKnownKinds)
 {
     const QStringList known = {u"cpp"_s, u"cmake"_s, u"sh"_s, u"console"_s, u"text"_s};
     ASSERT_GE(documents().size(), 6U);
@@ -53,7 +53,7 @@ TEST(Documents, HaveOnlyBlocksOfKnownKinds)
 }
 
 /// Links between the documents, and the pictures.
-TEST(Documents, LeadToFilesThatExist)
+TEST(Documents, leadToFilesThatExist)
 {
     const QRegularExpression link(u"\\]\\(([^)#:\\s]+)(#[^)\\s]*)?\\)"_s);
     const QRegularExpression code(u"^```.*?^```$"_s,

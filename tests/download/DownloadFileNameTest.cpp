@@ -1,6 +1,6 @@
 #include "download/DownloadFileName.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -11,13 +11,13 @@ QString of(const char* name)
     return downloadFileName(QString::fromUtf8(name));
 }
 
-TEST(DownloadFileNameTest, GivesAPacketTheDocumentsExtension)
+TEST(DownloadFileNameTest, givesAPacketTheDocumentsExtension)
 {
     EXPECT_EQ(of("plan.tessaloompacket"), QStringLiteral("plan.tessaloom"));
     EXPECT_EQ(of("my plan.v2.tessaloompacket"), QStringLiteral("my plan.v2.tessaloom"));
 }
 
-TEST(DownloadFileNameTest, AppendsTheExtensionToEveryOtherName)
+TEST(DownloadFileNameTest, appendsTheExtensionToEveryOtherName)
 {
     EXPECT_EQ(of("notes.txt"), QStringLiteral("notes.txt.tessaloom"));
     EXPECT_EQ(of("notes"), QStringLiteral("notes.tessaloom"));
@@ -27,7 +27,7 @@ TEST(DownloadFileNameTest, AppendsTheExtensionToEveryOtherName)
     EXPECT_EQ(of("Übersicht (1).png"), QStringLiteral("Übersicht (1).png.tessaloom"));
 }
 
-TEST(DownloadFileNameTest, ComparesThePacketsExtensionExactly)
+TEST(DownloadFileNameTest, comparesThePacketsExtensionExactly)
 {
     EXPECT_EQ(of("plan.TessaloomPacket"), QStringLiteral("plan.TessaloomPacket.tessaloom"));
     EXPECT_EQ(of("tessaloompacket"), QStringLiteral("tessaloompacket.tessaloom"));
@@ -35,7 +35,7 @@ TEST(DownloadFileNameTest, ComparesThePacketsExtensionExactly)
     EXPECT_EQ(of("plan.tessaloompacket.zip"), QStringLiteral("plan.tessaloompacket.zip.tessaloom"));
 }
 
-TEST(DownloadFileNameTest, StaysInsideTheFolder)
+TEST(DownloadFileNameTest, staysInsideTheFolder)
 {
     EXPECT_EQ(of("../../etc/passwd"), QStringLiteral(".._.._etc_passwd.tessaloom"));
     EXPECT_EQ(of("/etc/passwd"), QStringLiteral("_etc_passwd.tessaloom"));
@@ -46,19 +46,19 @@ TEST(DownloadFileNameTest, StaysInsideTheFolder)
     EXPECT_EQ(of("..tessaloompacket"), QStringLiteral("..tessaloom"));
 }
 
-TEST(DownloadFileNameTest, NamesWhatHasNoName)
+TEST(DownloadFileNameTest, namesWhatHasNoName)
 {
     EXPECT_EQ(of(""), QStringLiteral("_.tessaloom"));
     EXPECT_EQ(downloadFileName(std::nullopt), QStringLiteral("_.tessaloom"));
 }
 
-TEST(DownloadFileNameTest, HoldsNoControlCharacters)
+TEST(DownloadFileNameTest, holdsNoControlCharacters)
 {
     EXPECT_EQ(of("a\nb\tc\x7f.txt"), QStringLiteral("a_b_c_.txt.tessaloom"));
     EXPECT_EQ(downloadFileName(QStringLiteral("a") + QChar(0) + QStringLiteral("b")), QStringLiteral("a_b.tessaloom"));
 }
 
-TEST(DownloadFileNameTest, FitsAFileSystemWithTheExtension)
+TEST(DownloadFileNameTest, fitsAFileSystemWithTheExtension)
 {
     const QString ending = QStringLiteral(".tessaloom");
     for (const int letters : {244, 245, 246, 254, 255, 256, 300, 5000}) {
@@ -69,7 +69,7 @@ TEST(DownloadFileNameTest, FitsAFileSystemWithTheExtension)
     EXPECT_EQ(downloadFileName(QStringLiteral("x.") + QString(300, u'y')).toUtf8().size(), 255);
 }
 
-TEST(DownloadFileNameTest, CutsLongNamesBetweenCharacters)
+TEST(DownloadFileNameTest, cutsLongNamesBetweenCharacters)
 {
     const QString name = downloadFileName(QString(300, u'ü'));
     EXPECT_EQ(name, QString(122, u'ü') + QStringLiteral(".tessaloom"));

@@ -3,7 +3,7 @@
 #include "platform/foundation/FileManager.h"
 #include "platform/foundation/TemporaryDirectory.h"
 #include "tests/download/DownloadTest.h"
-#include "tests/support/WithoutPrivileges.h"
+#include "tests/kit/WithoutPrivileges.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -25,12 +25,12 @@ protected:
     const QString path = DownloadFolder::path();
 };
 
-TEST_F(DownloadFolderTest, LiesInTheTemporaryDirectory)
+TEST_F(DownloadFolderTest, liesInTheTemporaryDirectory)
 {
     EXPECT_EQ(path, tljira::temporaryDirectory() + QStringLiteral("/com.tessalooom.JAController"));
 }
 
-TEST_F(DownloadFolderTest, IsMadeWhereThereIsNone)
+TEST_F(DownloadFolderTest, isMadeWhereThereIsNone)
 {
     makeAnew();
     EXPECT_TRUE(QFileInfo(path).isDir());
@@ -41,7 +41,7 @@ TEST_F(DownloadFolderTest, IsMadeWhereThereIsNone)
                     QStringLiteral("createDirectoryAtPath error : (null)")));
 }
 
-TEST_F(DownloadFolderTest, LosesEverythingItHeld)
+TEST_F(DownloadFolderTest, losesEverythingItHeld)
 {
     QDir().mkpath(inFolder("deep/er"));
     writeFile(inFolder("old.tessaloom"), "old");
@@ -54,14 +54,14 @@ TEST_F(DownloadFolderTest, LosesEverythingItHeld)
                             QStringLiteral("createDirectoryAtPath error : (null)")));
 }
 
-TEST_F(DownloadFolderTest, TakesThePlaceOfAFile)
+TEST_F(DownloadFolderTest, takesThePlaceOfAFile)
 {
     writeFile(path, "a file");
     makeAnew();
     EXPECT_TRUE(QFileInfo(path).isDir());
 }
 
-TEST_F(DownloadFolderTest, TakesThePlaceOfALinkAndLeavesWhatItPointsTo)
+TEST_F(DownloadFolderTest, takesThePlaceOfALinkAndLeavesWhatItPointsTo)
 {
     const QString elsewhere = tljira::temporaryDirectory() + QStringLiteral("/elsewhere");
     QDir().mkpath(elsewhere);
@@ -73,7 +73,7 @@ TEST_F(DownloadFolderTest, TakesThePlaceOfALinkAndLeavesWhatItPointsTo)
     EXPECT_EQ(contentsOf(elsewhere + QStringLiteral("/precious")), QByteArray("precious"));
 }
 
-TEST_F(DownloadFolderTest, RemovesLinksInsideAndLeavesWhatTheyPointTo)
+TEST_F(DownloadFolderTest, removesLinksInsideAndLeavesWhatTheyPointTo)
 {
     const QString elsewhere = tljira::temporaryDirectory() + QStringLiteral("/elsewhere");
     QDir().mkpath(elsewhere);
@@ -85,7 +85,7 @@ TEST_F(DownloadFolderTest, RemovesLinksInsideAndLeavesWhatTheyPointTo)
     EXPECT_EQ(contentsOf(elsewhere + QStringLiteral("/precious")), QByteArray("precious"));
 }
 
-TEST_F(DownloadFolderTest, SaysWhenItCannotBeEmptied)
+TEST_F(DownloadFolderTest, saysWhenItCannotBeEmptied)
 {
     QDir().mkpath(inFolder("locked"));
     writeFile(inFolder("locked/kept"), "kept");

@@ -41,7 +41,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tests"));
     const QStringList arguments = QApplication::arguments();
-    tests::routeToServer(arguments.value(1).toInt());
+    tests::Jira::routeTo(arguments.value(1).toInt());
     const QString name = arguments.value(2);
     const bool quits = arguments.size() > 3;
 

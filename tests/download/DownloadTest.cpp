@@ -1,36 +1,16 @@
 #include "tests/download/DownloadTest.h"
 
-#include <QFile>
-#include <QtTest/QTest>
-
 namespace tests {
 
-void routeToServer(int port)
-{
-    tljira::URLSessionConfiguration::setDefaultRoutes({QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(port)});
-}
-
 DownloadTest::DownloadTest(const standin::Options& options)
-    : server(options)
+    : JiraTest(options)
 {
-    server.addUser("ada", "secret");
-    server.addIssue("ABC-1");
-    routeToServer(server.port());
-    client = JAController::sharedInstance();
-    client->setHost(QStringLiteral("http://jira.example.test/"));
+    client->setHost(address);
 }
 
 void DownloadTest::SetUp()
 {
-    bool isDone = false;
-    client->login(QStringLiteral("ada"), QStringLiteral("secret"), [&isDone](const auto& session, const auto&) {
-        EXPECT_NE(session, nullptr);
-        isDone = true;
-    });
-    ASSERT_TRUE(waitUntil([&] { return isDone; }));
-    drainMainQueue();
-    log.clear();
-    server.forgetRequests();
+    logIn();
 }
 
 std::shared_ptr<const JAAttachmentObject> DownloadTest::attach(const standin::NewAttachment& attachment)
@@ -39,20 +19,13 @@ std::shared_ptr<const JAAttachmentObject> DownloadTest::attach(const standin::Ne
     std::shared_ptr<const JAIssueObject> issue;
     client->getIssueObject(QStringLiteral("ABC-1"), [&issue](const auto& answer, const auto&) { issue = answer; });
     EXPECT_TRUE(waitUntil([&] { return issue != nullptr; }));
-    drainMainQueue();
-    log.clear();
-    server.forgetRequests();
+    forgetThePast();
     for (const auto& record : issue->attachments()) {
         if (record->ID() == QString::number(id))
             return record;
     }
     ADD_FAILURE() << "the server does not list the attachment";
     return nullptr;
-}
-
-void DownloadTest::waitForHeldAnswer()
-{
-    ASSERT_TRUE(waitUntil([this] { return server.heldCount() == 1; }));
 }
 
 std::shared_ptr<const JAAttachmentObject> attachment(const QJsonObject& json)
@@ -102,13 +75,6 @@ JAAttachedCell* cellAtRow(const JAListAttachedFilesWindow& list, qint64 row)
     return qobject_cast<JAAttachedCell*>(list.tableView()->cellAtRow(row));
 }
 
-void click(QAbstractButton* button)
-{
-    ASSERT_NE(button, nullptr);
-    ASSERT_TRUE(button->isVisible());
-    QTest::mouseClick(button, Qt::LeftButton);
-}
-
 QPushButton* closeButton(const tljira::Window& window)
 {
     for (auto* button : window.widget()->findChildren<QPushButton*>()) {
@@ -116,19 +82,6 @@ QPushButton* closeButton(const tljira::Window& window)
             return button;
     }
     return nullptr;
-}
-
-std::optional<QByteArray> contentsOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? std::optional(file.readAll()) : std::nullopt;
-}
-
-void writeFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
-    ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
 } // namespace tests

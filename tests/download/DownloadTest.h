@@ -1,21 +1,13 @@
 #pragma once
 
-#include "client/JAController.h"
 #include "download/JAListAttachedFilesWindow.h"
-#include "standin/Server.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/Printers.h"
-#include "tests/support/WaitUntil.h"
-
-#include <gmock/gmock.h>
+#include "tests/kit/Files.h"
+#include "tests/kit/JiraTest.h"
 
 namespace tests {
 
-/// Lets everybody in this process reach the server as http://jira.example.test/.
-void routeToServer(int port);
-
-/// The shared client and the server that it is logged in to, where issue ABC-1 is known.
-class DownloadTest : public testing::Test
+/// The shared client, logged in.
+class DownloadTest : public JiraTest
 {
 protected:
     explicit DownloadTest(const standin::Options& options = {});
@@ -24,11 +16,6 @@ protected:
 
     /// Adds a file to ABC-1 and answers its record.
     std::shared_ptr<const JAAttachmentObject> attach(const standin::NewAttachment& attachment);
-    void waitForHeldAnswer();
-
-    LogCapture log;
-    standin::Server server;
-    std::shared_ptr<JAController> client;
 };
 
 /// A record as the server would send it.
@@ -44,11 +31,7 @@ QStringList names(const JAListAttachedFilesWindow::Attachments& attachments);
 QStringList shownTitles(const JAListAttachedFilesWindow& list);
 JAAttachedCell* cellAtRow(const JAListAttachedFilesWindow& list, qint64 row);
 
-void click(QAbstractButton* button);
 /// The visible button that Escape stands for.
 QPushButton* closeButton(const tljira::Window& window);
-
-std::optional<QByteArray> contentsOf(const QString& path);
-void writeFile(const QString& path, const QByteArray& bytes);
 
 } // namespace tests

@@ -41,7 +41,7 @@ protected:
         server.misbehave(Match::on("*/secure/*").limited(count), Fault().hold(Point::responseBody(500'000)));
     }
 
-    void waitForHeldAnswers(std::size_t count)
+    void waitForHeldExchanges(std::size_t count)
     {
         ASSERT_TRUE(tests::waitUntil([&] { return server.heldCount() == count; }));
     }
@@ -54,7 +54,7 @@ protected:
     }
 };
 
-TEST_F(HostProcessesTest, TwoDownloadAtTheSameTime)
+TEST_F(HostProcessesTest, twoDownloadAtTheSameTime)
 {
     attach({.fileName = "a.tessaloom", .syntheticSize = 1'000'000});
     attach({.fileName = "b.tessaloom", .syntheticSize = 2'000'000});
@@ -62,9 +62,9 @@ TEST_F(HostProcessesTest, TwoDownloadAtTheSameTime)
     QProcess first;
     QProcess second;
     start(first, arguments("a.tessaloom"));
-    waitForHeldAnswers(1);
+    waitForHeldExchanges(1);
     start(second, arguments("b.tessaloom"));
-    waitForHeldAnswers(2);
+    waitForHeldExchanges(2);
     server.release();
     EXPECT_THAT(outputOf(first), ElementsAre(QStringLiteral("DONE"), fileNamed("a.tessaloom.tessaloom")));
     EXPECT_THAT(outputOf(second), ElementsAre(QStringLiteral("DONE"), fileNamed("b.tessaloom.tessaloom")));
@@ -72,7 +72,7 @@ TEST_F(HostProcessesTest, TwoDownloadAtTheSameTime)
     EXPECT_EQ(tests::contentsOf(fileNamed("b.tessaloom.tessaloom")), bytesOf(2'000'000));
 }
 
-TEST_F(HostProcessesTest, TwoDownloadTheSameFileAtTheSameTime)
+TEST_F(HostProcessesTest, twoDownloadTheSameFileAtTheSameTime)
 {
     attach({.fileName = "a.tessaloom", .syntheticSize = 1'000'000});
     holdDownloads(2);
@@ -80,14 +80,14 @@ TEST_F(HostProcessesTest, TwoDownloadTheSameFileAtTheSameTime)
     QProcess second;
     start(first, arguments("a.tessaloom"));
     start(second, arguments("a.tessaloom"));
-    waitForHeldAnswers(2);
+    waitForHeldExchanges(2);
     server.release();
     EXPECT_EQ(outputOf(first).value(0), QStringLiteral("DONE"));
     EXPECT_EQ(outputOf(second).value(0), QStringLiteral("DONE"));
     EXPECT_EQ(tests::contentsOf(fileNamed("a.tessaloom.tessaloom")), bytesOf(1'000'000));
 }
 
-TEST_F(HostProcessesTest, OneQuitsInTheMiddleOfADownload)
+TEST_F(HostProcessesTest, oneQuitsInTheMiddleOfADownload)
 {
     attach({.fileName = "a.tessaloom", .syntheticSize = 1'000'000});
     server.misbehave(Match::on("*/secure/*"), Fault().drip(20'000, 20ms).hold(Point::responseBody(500'000)));
@@ -98,7 +98,7 @@ TEST_F(HostProcessesTest, OneQuitsInTheMiddleOfADownload)
     ASSERT_TRUE(tests::waitUntil([this] { return server.openConnectionCount() <= 1; }));
 }
 
-TEST_F(HostProcessesTest, OneSaysThatTheDiskIsFull)
+TEST_F(HostProcessesTest, oneSaysThatTheDiskIsFull)
 {
     if (QProcess::execute(QStringLiteral("unshare"), {QStringLiteral("-rm"), QStringLiteral("true")}) != 0)
         GTEST_SKIP() << "this system lets nobody mount a small disk";

@@ -50,7 +50,7 @@ protected:
     {
         panel->keyDownloadTextField()->clear();
         QTest::keyClicks(panel->keyDownloadTextField(), key);
-        tests::click(lookUpButton());
+        tests::ui::click(lookUpButton());
     }
 
     void lookUp(const QString& key)
@@ -60,18 +60,18 @@ protected:
         tests::drainMainQueue();
     }
 
-    void close() { tests::click(tests::closeButton(*panel->jaListAttachedWindow()->window())); }
+    void close() { tests::ui::click(tests::closeButton(*panel->jaListAttachedWindow()->window())); }
 
     std::shared_ptr<JABodyViewController> panel;
     std::shared_ptr<tljira::Window> window;
 };
 
-TEST_F(JABodyViewControllerTest, FindsEverythingInItsInterfaceFile)
+TEST_F(JABodyViewControllerTest, findsEverythingInItsInterfaceFile)
 {
     EXPECT_THAT(panel->interfaceProblems(), IsEmpty());
 }
 
-TEST_F(JABodyViewControllerTest, HoldsItsViewsInTheirAreas)
+TEST_F(JABodyViewControllerTest, holdsItsViewsInTheirAreas)
 {
     EXPECT_EQ(tljira::subviews(panel->containerView()), QList<QWidget*>({panel->uploadView(), panel->checkFileView()}));
     EXPECT_EQ(tljira::subviews(panel->downloadWrapper()),
@@ -80,7 +80,7 @@ TEST_F(JABodyViewControllerTest, HoldsItsViewsInTheirAreas)
     EXPECT_EQ(panel->checkDownloadFiles()->geometry(), panel->downloadWrapper()->rect());
 }
 
-TEST_F(JABodyViewControllerTest, ShowsTheFirstViewOfEitherArea)
+TEST_F(JABodyViewControllerTest, showsTheFirstViewOfEitherArea)
 {
     EXPECT_TRUE(panel->checkFileView()->isVisible());
     EXPECT_FALSE(panel->uploadView()->isVisible());
@@ -89,7 +89,7 @@ TEST_F(JABodyViewControllerTest, ShowsTheFirstViewOfEitherArea)
     EXPECT_TRUE(panel->spinerView()->isAnimating());
 }
 
-TEST_F(JABodyViewControllerTest, ShowsOneViewOfAnAreaAtATime)
+TEST_F(JABodyViewControllerTest, showsOneViewOfAnAreaAtATime)
 {
     panel->setDownloadActualView(panel->receivingAttachmentsView());
     EXPECT_TRUE(panel->receivingAttachmentsView()->isVisible());
@@ -100,7 +100,7 @@ TEST_F(JABodyViewControllerTest, ShowsOneViewOfAnAreaAtATime)
     EXPECT_TRUE(panel->checkFileView()->isVisible());
 }
 
-TEST_F(JABodyViewControllerTest, StandsOnATranslucentBlack)
+TEST_F(JABodyViewControllerTest, standsOnATranslucentBlack)
 {
     const auto* layer = tljira::Layer::layerOf(panel->view());
     ASSERT_NE(layer, nullptr);
@@ -109,13 +109,13 @@ TEST_F(JABodyViewControllerTest, StandsOnATranslucentBlack)
     EXPECT_NEAR(layer->backgroundColor()->alphaF(), 0.4, 0.001);
 }
 
-TEST_F(JABodyViewControllerTest, BeginsWithTheClientsFile)
+TEST_F(JABodyViewControllerTest, beginsWithTheClientsFile)
 {
     EXPECT_EQ(panel->pathFile(), QStringLiteral("/documents/plan.tessaloom"));
     EXPECT_EQ(panel->pathLabel()->text(), QStringLiteral("/documents/plan.tessaloom"));
 }
 
-TEST_F(JABodyViewControllerTest, ShowsNoPathWhereTheClientHasNone)
+TEST_F(JABodyViewControllerTest, showsNoPathWhereTheClientHasNone)
 {
     client->setPathFile(std::nullopt);
     const auto other = JABodyViewController::initWithNibName(QStringLiteral("JABodyViewController"), std::nullopt);
@@ -126,7 +126,7 @@ TEST_F(JABodyViewControllerTest, ShowsNoPathWhereTheClientHasNone)
 
 // The file.
 
-TEST_F(JABodyViewControllerTest, TheTwoSettersOfThePathDiffer)
+TEST_F(JABodyViewControllerTest, theTwoSettersOfThePathDiffer)
 {
     panel->setPathFile(QStringLiteral("/other"));
     EXPECT_EQ(panel->pathFile(), QStringLiteral("/other"));
@@ -139,7 +139,7 @@ TEST_F(JABodyViewControllerTest, TheTwoSettersOfThePathDiffer)
     EXPECT_EQ(client->pathFile(), QStringLiteral("/third"));
 }
 
-TEST_F(JABodyViewControllerTest, TakesTheFileThatIsChosen)
+TEST_F(JABodyViewControllerTest, takesTheFileThatIsChosen)
 {
     const QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("chosen file.tessaloom"));
@@ -149,25 +149,25 @@ TEST_F(JABodyViewControllerTest, TakesTheFileThatIsChosen)
         dialog.selectFile(file);
         static_cast<QDialog&>(dialog).accept();
     });
-    tests::click(panel->openFileButton());
+    tests::ui::click(panel->openFileButton());
     EXPECT_EQ(panel->pathFile(), file);
     EXPECT_EQ(panel->pathLabel()->text(), file);
     EXPECT_EQ(client->pathFile(), file);
     EXPECT_THAT(log.lines(), ElementsAre(file));
 }
 
-TEST_F(JABodyViewControllerTest, KeepsItsFileWhenTheOpenPanelIsDismissed)
+TEST_F(JABodyViewControllerTest, keepsItsFileWhenTheOpenPanelIsDismissed)
 {
     tljira::OpenPanel::observeDialogs([](QFileDialog& dialog) { dialog.reject(); });
-    tests::click(panel->openFileButton());
+    tests::ui::click(panel->openFileButton());
     EXPECT_EQ(panel->pathFile(), QStringLiteral("/documents/plan.tessaloom"));
     EXPECT_EQ(panel->pathLabel()->text(), QStringLiteral("/documents/plan.tessaloom"));
     EXPECT_THAT(log.lines(), IsEmpty());
 }
 
-TEST_F(JABodyViewControllerTest, TheUploadButtonShowsTheUploadingViewAndSendsNothing)
+TEST_F(JABodyViewControllerTest, theUploadButtonShowsTheUploadingViewAndSendsNothing)
 {
-    tests::click(panel->uploadButton());
+    tests::ui::click(panel->uploadButton());
     tests::drainMainQueue();
     EXPECT_TRUE(panel->uploadView()->isVisible());
     EXPECT_FALSE(panel->checkFileView()->isVisible());
@@ -178,7 +178,7 @@ TEST_F(JABodyViewControllerTest, TheUploadButtonShowsTheUploadingViewAndSendsNot
 
 // The session.
 
-TEST_F(JABodyViewControllerTest, OnlyTheUploadButtonDependsOnTheSession)
+TEST_F(JABodyViewControllerTest, onlyTheUploadButtonDependsOnTheSession)
 {
     panel->jaInvalidSession();
     EXPECT_FALSE(panel->uploadButton()->isEnabled());
@@ -194,7 +194,7 @@ TEST_F(JABodyViewControllerTest, OnlyTheUploadButtonDependsOnTheSession)
 
 // The attachments.
 
-TEST_F(JABodyViewControllerTest, ListsEveryAttachmentInTheServersOrder)
+TEST_F(JABodyViewControllerTest, listsEveryAttachmentInTheServersOrder)
 {
     for (const char* name : {"b.png", "a.tessaloom", "notes", "c.TESSALOOM"})
         add("ABC-1", name);
@@ -204,13 +204,13 @@ TEST_F(JABodyViewControllerTest, ListsEveryAttachmentInTheServersOrder)
     EXPECT_EQ(window->attachedSheet(), panel->jaListAttachedWindow()->window());
 }
 
-TEST_F(JABodyViewControllerTest, ShowsTheEmptyViewForAnIssueWithoutAttachments)
+TEST_F(JABodyViewControllerTest, showsTheEmptyViewForAnIssueWithoutAttachments)
 {
     lookUp(QStringLiteral("ABC-1"));
     ASSERT_TRUE(tests::waitUntil([this] { return list().noDataView()->isVisible(); }));
 }
 
-TEST_F(JABodyViewControllerTest, ASecondLookUpKeepsTheRowsOfTheFirst)
+TEST_F(JABodyViewControllerTest, aSecondLookUpKeepsTheRowsOfTheFirst)
 {
     add("ABC-1", "first.png");
     server.addIssue("ABC-2");
@@ -226,11 +226,11 @@ TEST_F(JABodyViewControllerTest, ASecondLookUpKeepsTheRowsOfTheFirst)
     EXPECT_THAT(shownTitles(list()), ElementsAre(QStringLiteral("second.png"), QStringLiteral("third.png")));
 }
 
-TEST_F(JABodyViewControllerTest, DoesNothingWhenTheSheetEndsAfterADownload)
+TEST_F(JABodyViewControllerTest, doesNothingWhenTheSheetEndsAfterADownload)
 {
     add("ABC-1", "a.png");
     lookUp(QStringLiteral("ABC-1"));
-    tests::click(tests::cellAtRow(list(), 0)->downloadButton());
+    tests::ui::click(tests::cellAtRow(list(), 0)->downloadButton());
     ASSERT_TRUE(tests::waitUntil([this] { return list().isDone(); }));
     close();
     tests::drainMainQueue();
@@ -238,7 +238,7 @@ TEST_F(JABodyViewControllerTest, DoesNothingWhenTheSheetEndsAfterADownload)
     EXPECT_EQ(panel->pathFile(), QStringLiteral("/documents/plan.tessaloom"));
 }
 
-TEST_F(JABodyViewControllerTest, AsksForTheKeyAsItIsTyped)
+TEST_F(JABodyViewControllerTest, asksForTheKeyAsItIsTyped)
 {
     press(QStringLiteral(" abc-1 "));
     ASSERT_TRUE(tests::waitUntil([this] {
@@ -247,7 +247,7 @@ TEST_F(JABodyViewControllerTest, AsksForTheKeyAsItIsTyped)
     EXPECT_EQ(server.lastRequest().path, "/rest/api/2/issue/%20abc-1%20");
 }
 
-TEST_F(JABodyViewControllerTest, SaysNothingOfALookUpInVain)
+TEST_F(JABodyViewControllerTest, saysNothingOfALookUpInVain)
 {
     server.misbehave(Match::on("*/issue/DOWN-1"), Fault().close(Point::responseHead(0)));
     for (const char* key : {"NO-1", "", "DOWN-1"}) {
@@ -263,7 +263,7 @@ TEST_F(JABodyViewControllerTest, SaysNothingOfALookUpInVain)
 
 // Errors.
 
-TEST_F(JABodyViewControllerTest, ShowsAnErrorInAnAlert)
+TEST_F(JABodyViewControllerTest, showsAnErrorInAnAlert)
 {
     QStringList texts;
     tljira::Alert::observeDialogs([&](QMessageBox& box) {

@@ -43,18 +43,14 @@ protected:
         server.addAttachment("ABC-1", {.fileName = name, .bytes = "the plan", .created = created});
     }
 
-    void type(const QString& key)
-    {
-        panel->issueKeyTextField()->clear();
-        QTest::keyClicks(panel->issueKeyTextField(), key);
-    }
+    void typeKey(const QString& key) { tests::ui::type(panel->issueKeyTextField(), key); }
 
-    void press() { tests::click(panel->getAttachButton()); }
+    void press() { tests::ui::click(panel->getAttachButton()); }
 
     /// Looks the issue up and waits for the list or the empty view.
     void lookUp(const QString& key = QStringLiteral("ABC-1"))
     {
-        type(key);
+        typeKey(key);
         press();
         ASSERT_TRUE(
             tests::waitUntil([this] { return isSheetUp() && panel->jaListAttachedWindow()->window()->isVisible(); }));
@@ -65,7 +61,7 @@ protected:
     void lookUpInVain(const QString& key)
     {
         const auto before = server.finishedRequestCount();
-        type(key);
+        typeKey(key);
         press();
         ASSERT_TRUE(tests::waitUntil([&] { return server.finishedRequestCount() > before; }));
         expectSilence();
@@ -84,18 +80,18 @@ protected:
 
     void download(qint64 row = 0)
     {
-        tests::click(tests::cellAtRow(list(), row)->downloadButton());
+        tests::ui::click(tests::cellAtRow(list(), row)->downloadButton());
         ASSERT_TRUE(tests::waitUntil([this] { return list().isDone(); }));
         tests::drainMainQueue();
     }
 
-    void close() { tests::click(tests::closeButton(*panel->jaListAttachedWindow()->window())); }
+    void close() { tests::ui::click(tests::closeButton(*panel->jaListAttachedWindow()->window())); }
 
     std::shared_ptr<JADownloadBodyViewController> panel;
     std::shared_ptr<tljira::Window> window;
 };
 
-TEST_F(JADownloadBodyViewControllerTest, FindsEverythingInItsInterfaceFile)
+TEST_F(JADownloadBodyViewControllerTest, findsEverythingInItsInterfaceFile)
 {
     EXPECT_THAT(panel->interfaceProblems(), IsEmpty());
     EXPECT_TRUE(panel->getAttachButton()->isDefault());
@@ -103,7 +99,7 @@ TEST_F(JADownloadBodyViewControllerTest, FindsEverythingInItsInterfaceFile)
 
 // Covering.
 
-TEST_F(JADownloadBodyViewControllerTest, IsUsableFromTheStart)
+TEST_F(JADownloadBodyViewControllerTest, isUsableFromTheStart)
 {
     EXPECT_FALSE(panel->shadow()->isVisible());
     EXPECT_TRUE(panel->getAttachButton()->isEnabled());
@@ -118,7 +114,7 @@ protected:
     void SetUp() override {}
 };
 
-TEST_F(WithoutSessionTest, IsUsableFromTheStartAlsoWithoutASession)
+TEST_F(WithoutSessionTest, isUsableFromTheStartAlsoWithoutASession)
 {
     ASSERT_EQ(client->jaSession(), nullptr);
     const auto panel = JADownloadBodyViewController::initWithNibName(
@@ -131,11 +127,11 @@ TEST_F(WithoutSessionTest, IsUsableFromTheStartAlsoWithoutASession)
     EXPECT_TRUE(panel->issueKeyTextField()->isEnabled());
 
     QTest::keyClicks(panel->issueKeyTextField(), QStringLiteral("ABC-1"));
-    tests::click(panel->getAttachButton());
+    tests::ui::click(panel->getAttachButton());
     EXPECT_TRUE(tests::waitUntil([this] { return server.requests("*/issue/*").size() == 1; }));
 }
 
-TEST_F(JADownloadBodyViewControllerTest, IsCoveredWhileTheSessionIsInvalid)
+TEST_F(JADownloadBodyViewControllerTest, isCoveredWhileTheSessionIsInvalid)
 {
     panel->jaInvalidSession();
     tests::drainMainQueue();
@@ -150,7 +146,7 @@ TEST_F(JADownloadBodyViewControllerTest, IsCoveredWhileTheSessionIsInvalid)
     EXPECT_TRUE(panel->issueKeyTextField()->isEnabled());
 }
 
-TEST_F(JADownloadBodyViewControllerTest, TheCoverTakesTheMouse)
+TEST_F(JADownloadBodyViewControllerTest, theCoverTakesTheMouse)
 {
     panel->jaInvalidSession();
     tests::drainMainQueue();
@@ -160,7 +156,7 @@ TEST_F(JADownloadBodyViewControllerTest, TheCoverTakesTheMouse)
 
 // What is listed.
 
-TEST_F(JADownloadBodyViewControllerTest, ListsTheDocumentsNewestFirst)
+TEST_F(JADownloadBodyViewControllerTest, listsTheDocumentsNewestFirst)
 {
     add("a.tessaloom", early);
     add("b.png", late);
@@ -171,16 +167,16 @@ TEST_F(JADownloadBodyViewControllerTest, ListsTheDocumentsNewestFirst)
     EXPECT_EQ(panel->jaListAttachedWindow()->window()->frame().height(), 350);
 }
 
-TEST_F(JADownloadBodyViewControllerTest, ReturnLooksUpToo)
+TEST_F(JADownloadBodyViewControllerTest, returnLooksUpToo)
 {
     add("a.tessaloom", early);
-    type(QStringLiteral("ABC-1"));
+    typeKey(QStringLiteral("ABC-1"));
     QTest::keyClick(panel->issueKeyTextField(), Qt::Key_Return);
     ASSERT_TRUE(tests::waitUntil([this] { return isSheetUp(); }));
     EXPECT_EQ(server.requests("*/issue/*").size(), 1U);
 }
 
-TEST_F(JADownloadBodyViewControllerTest, KeepsNamesWithExactlyTheExtensionOfDocuments)
+TEST_F(JADownloadBodyViewControllerTest, keepsNamesWithExactlyTheExtensionOfDocuments)
 {
     const auto kept = [](const QStringList& names) {
         return tests::names(JADownloadBodyViewController::filteredAttachments(tests::attachmentsNamed(names)));
@@ -194,7 +190,7 @@ TEST_F(JADownloadBodyViewControllerTest, KeepsNamesWithExactlyTheExtensionOfDocu
                     QStringLiteral("plan.tessaloom/")));
 }
 
-TEST_F(JADownloadBodyViewControllerTest, DropsAttachmentsWithoutAName)
+TEST_F(JADownloadBodyViewControllerTest, dropsAttachmentsWithoutAName)
 {
     const JADownloadBodyViewController::Attachments attachments = {
         tests::attachment({}), tests::attachmentNamed(QStringLiteral("a.tessaloom"))};
@@ -203,7 +199,7 @@ TEST_F(JADownloadBodyViewControllerTest, DropsAttachmentsWithoutAName)
     EXPECT_EQ(attachments.size(), 2U);
 }
 
-TEST_F(JADownloadBodyViewControllerTest, ListsDocumentsWithoutADateLastInTheServersOrder)
+TEST_F(JADownloadBodyViewControllerTest, listsDocumentsWithoutADateLastInTheServersOrder)
 {
     add("none1.tessaloom", "yesterday");
     add("early.tessaloom", early);
@@ -214,7 +210,7 @@ TEST_F(JADownloadBodyViewControllerTest, ListsDocumentsWithoutADateLastInTheServ
                                                  QStringLiteral("none1.tessaloom"), QStringLiteral("none2.tessaloom")));
 }
 
-TEST_F(JADownloadBodyViewControllerTest, KeepsTheServersOrderAmongEqualDates)
+TEST_F(JADownloadBodyViewControllerTest, keepsTheServersOrderAmongEqualDates)
 {
     // Many: few would keep their order in a sort that promises none.
     constexpr int count = 100;
@@ -228,7 +224,7 @@ TEST_F(JADownloadBodyViewControllerTest, KeepsTheServersOrderAmongEqualDates)
     EXPECT_EQ(tests::names(list().attachments()), expected);
 }
 
-TEST_F(JADownloadBodyViewControllerTest, ShowsTheEmptyViewWithoutDocuments)
+TEST_F(JADownloadBodyViewControllerTest, showsTheEmptyViewWithoutDocuments)
 {
     add("A.Tessaloom", early);
     lookUp();
@@ -237,7 +233,7 @@ TEST_F(JADownloadBodyViewControllerTest, ShowsTheEmptyViewWithoutDocuments)
     EXPECT_EQ(panel->jaListAttachedWindow()->window()->frame().height(), 200);
 }
 
-TEST_F(JADownloadBodyViewControllerTest, AnotherLookUpShowsTheOtherIssue)
+TEST_F(JADownloadBodyViewControllerTest, anotherLookUpShowsTheOtherIssue)
 {
     add("a.tessaloom", early);
     server.addIssue("ABC-2");
@@ -250,69 +246,69 @@ TEST_F(JADownloadBodyViewControllerTest, AnotherLookUpShowsTheOtherIssue)
 
 // Look-ups in vain.
 
-TEST_F(JADownloadBodyViewControllerTest, SaysNothingOfAnUnknownKey)
+TEST_F(JADownloadBodyViewControllerTest, saysNothingOfAnUnknownKey)
 {
     lookUpInVain(QStringLiteral("NO-1"));
 }
 
-TEST_F(JADownloadBodyViewControllerTest, AsksForAnEmptyKeyAndSaysNothing)
+TEST_F(JADownloadBodyViewControllerTest, asksForAnEmptyKeyAndSaysNothing)
 {
     lookUpInVain(QString());
     EXPECT_EQ(server.lastRequest().path, "/rest/api/2/issue");
 }
 
-TEST_F(JADownloadBodyViewControllerTest, SendsKeysAsTheyAreTyped)
+TEST_F(JADownloadBodyViewControllerTest, sendsKeysAsTheyAreTyped)
 {
     lookUpInVain(QStringLiteral("abc-1/../x"));
     EXPECT_EQ(server.requests("*/issue/*").size(), 1U);
 }
 
-TEST_F(JADownloadBodyViewControllerTest, SaysNothingOfAKeyWithBlanks)
+TEST_F(JADownloadBodyViewControllerTest, saysNothingOfAKeyWithBlanks)
 {
     lookUpInVain(QStringLiteral(" ABC 1 "));
     EXPECT_EQ(server.lastRequest().path, "/rest/api/2/issue/%20ABC%201%20");
 }
 
-TEST_F(JADownloadBodyViewControllerTest, SaysNothingWithoutASession)
+TEST_F(JADownloadBodyViewControllerTest, saysNothingWithoutASession)
 {
     server.expireSessions();
     lookUpInVain(QStringLiteral("ABC-1"));
 }
 
-TEST_F(JADownloadBodyViewControllerTest, SaysNothingOfANetworkError)
+TEST_F(JADownloadBodyViewControllerTest, saysNothingOfANetworkError)
 {
     server.misbehave(Match::on("*/issue/*"), Fault().close(Point::responseHead(0)));
     lookUpInVain(QStringLiteral("ABC-1"));
 }
 
-TEST_F(JADownloadBodyViewControllerTest, SaysNothingOfAnAnswerThatIsCutShort)
+TEST_F(JADownloadBodyViewControllerTest, saysNothingOfAnAnswerThatIsCutShort)
 {
     add("a.tessaloom", early);
     server.misbehave(Match::on("*/issue/*"), Fault().close(Point::responseBody(20)));
     lookUpInVain(QStringLiteral("ABC-1"));
 }
 
-TEST_F(JADownloadBodyViewControllerTest, StaysUsableDuringALookUp)
+TEST_F(JADownloadBodyViewControllerTest, staysUsableDuringALookUp)
 {
     server.misbehave(Match::on("*/issue/*").once(), Fault().hold(Point::responseHead(0)));
-    type(QStringLiteral("ABC-1"));
+    typeKey(QStringLiteral("ABC-1"));
     press();
-    waitForHeldAnswer();
+    waitForHeldExchange();
     EXPECT_TRUE(panel->getAttachButton()->isEnabled());
     EXPECT_TRUE(panel->issueKeyTextField()->isEnabled());
     EXPECT_FALSE(isSheetUp());
 }
 
-TEST_F(JADownloadBodyViewControllerTest, ASecondLookUpBeforeTheFirstAnswerTakesOverTheSheet)
+TEST_F(JADownloadBodyViewControllerTest, aSecondLookUpBeforeTheFirstAnswerTakesOverTheSheet)
 {
     add("a.tessaloom", early);
     server.addIssue("ABC-2");
     server.addAttachment("ABC-2", {.fileName = "z.tessaloom", .bytes = "z"});
     server.misbehave(Match::on("*/issue/*").limited(2), Fault().hold(Point::responseHead(0)));
-    type(QStringLiteral("ABC-1"));
+    typeKey(QStringLiteral("ABC-1"));
     press();
-    waitForHeldAnswer();
-    type(QStringLiteral("ABC-2"));
+    waitForHeldExchange();
+    typeKey(QStringLiteral("ABC-2"));
     press();
     ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 2; }));
     server.release();
@@ -329,7 +325,7 @@ TEST_F(JADownloadBodyViewControllerTest, ASecondLookUpBeforeTheFirstAnswerTakesO
 
 // The end of the sheet.
 
-TEST_F(JADownloadBodyViewControllerTest, StaysOpenWhenNothingWasDownloaded)
+TEST_F(JADownloadBodyViewControllerTest, staysOpenWhenNothingWasDownloaded)
 {
     add("a.tessaloom", early);
     lookUp();
@@ -339,7 +335,7 @@ TEST_F(JADownloadBodyViewControllerTest, StaysOpenWhenNothingWasDownloaded)
     EXPECT_TRUE(panel->getAttachButton()->isEnabled());
 }
 
-TEST_F(JADownloadBodyViewControllerTest, ClosesItsWindowAfterADownload)
+TEST_F(JADownloadBodyViewControllerTest, closesItsWindowAfterADownload)
 {
     add("a.tessaloom", early);
     lookUp();
@@ -352,7 +348,7 @@ TEST_F(JADownloadBodyViewControllerTest, ClosesItsWindowAfterADownload)
     EXPECT_EQ(tests::contentsOf(panel->path().value_or(QString())), QByteArray("the plan"));
 }
 
-TEST_F(JADownloadBodyViewControllerTest, TellsTheDelegateOfItsWindowThatItCloses)
+TEST_F(JADownloadBodyViewControllerTest, tellsTheDelegateOfItsWindowThatItCloses)
 {
     class Listener : public tljira::WindowDelegate
     {
@@ -370,7 +366,7 @@ TEST_F(JADownloadBodyViewControllerTest, TellsTheDelegateOfItsWindowThatItCloses
     EXPECT_EQ(listener->closings, 1);
 }
 
-TEST_F(JADownloadBodyViewControllerTest, EndsTheModalRunAfterADownload)
+TEST_F(JADownloadBodyViewControllerTest, endsTheModalRunAfterADownload)
 {
     add("a.tessaloom", early);
     window->orderOut();
@@ -390,32 +386,32 @@ TEST_F(JADownloadBodyViewControllerTest, EndsTheModalRunAfterADownload)
     EXPECT_TRUE(host->isVisible());
 }
 
-TEST_F(JADownloadBodyViewControllerTest, NamesTheUnfinishedFileOfACancelledDownload)
+TEST_F(JADownloadBodyViewControllerTest, namesTheUnfinishedFileOfACancelledDownload)
 {
     add("a.tessaloom", early);
     lookUp();
     server.misbehave(Match::on("*/secure/*").once(), Fault().hold(Point::responseBody(3)));
-    tests::click(tests::cellAtRow(list(), 0)->downloadButton());
-    waitForHeldAnswer();
+    tests::ui::click(tests::cellAtRow(list(), 0)->downloadButton());
+    waitForHeldExchange();
     close();
     EXPECT_TRUE(window->isVisible());
     EXPECT_TRUE(panel->path().value_or(QString()).endsWith(QStringLiteral("/a.tessaloom.tessaloom")));
     EXPECT_EQ(tests::contentsOf(*panel->path()), std::nullopt);
 }
 
-TEST_F(JADownloadBodyViewControllerTest, NamesTheFileOfAFailedDownload)
+TEST_F(JADownloadBodyViewControllerTest, namesTheFileOfAFailedDownload)
 {
     add("a.tessaloom", early);
     lookUp();
     server.misbehave(Match::on("*/secure/*").once(), Fault().close(Point::responseBody(3)));
-    tests::click(tests::cellAtRow(list(), 0)->downloadButton());
+    tests::ui::click(tests::cellAtRow(list(), 0)->downloadButton());
     ASSERT_TRUE(tests::waitUntil([this] { return !list().downloadError()->text().isEmpty(); }));
     close();
     EXPECT_TRUE(window->isVisible());
     EXPECT_TRUE(panel->path().value_or(QString()).endsWith(QStringLiteral("/a.tessaloom.tessaloom")));
 }
 
-TEST_F(JADownloadBodyViewControllerTest, ALaterSheetBringsBackThePathOfTheEarlierDownload)
+TEST_F(JADownloadBodyViewControllerTest, aLaterSheetBringsBackThePathOfTheEarlierDownload)
 {
     add("a.tessaloom", early);
     lookUp();
@@ -432,13 +428,13 @@ TEST_F(JADownloadBodyViewControllerTest, ALaterSheetBringsBackThePathOfTheEarlie
 
 // Ends from outside.
 
-TEST_F(JADownloadBodyViewControllerTest, AnAnswerAfterTheWindowClosedShowsNothing)
+TEST_F(JADownloadBodyViewControllerTest, anAnswerAfterTheWindowClosedShowsNothing)
 {
     add("a.tessaloom", early);
     server.misbehave(Match::on("*/issue/*").once(), Fault().hold(Point::responseHead(0)));
-    type(QStringLiteral("ABC-1"));
+    typeKey(QStringLiteral("ABC-1"));
     press();
-    waitForHeldAnswer();
+    waitForHeldExchange();
     window->close();
     server.release();
     ASSERT_TRUE(tests::waitUntil([this] { return !list().attachments().empty(); }));
@@ -446,13 +442,13 @@ TEST_F(JADownloadBodyViewControllerTest, AnAnswerAfterTheWindowClosedShowsNothin
     EXPECT_FALSE(panel->jaListAttachedWindow()->window()->isVisible());
 }
 
-TEST_F(JADownloadBodyViewControllerTest, AnAnswerAfterTheHostLetGoIsQuiet)
+TEST_F(JADownloadBodyViewControllerTest, anAnswerAfterTheHostLetGoIsQuiet)
 {
     add("a.tessaloom", early);
     server.misbehave(Match::on("*/issue/*").once(), Fault().hold(Point::responseHead(0)));
-    type(QStringLiteral("ABC-1"));
+    typeKey(QStringLiteral("ABC-1"));
     press();
-    waitForHeldAnswer();
+    waitForHeldExchange();
     const std::weak_ptr<JADownloadBodyViewController> weak = panel;
     window->close();
     window.reset();
@@ -461,13 +457,13 @@ TEST_F(JADownloadBodyViewControllerTest, AnAnswerAfterTheHostLetGoIsQuiet)
     EXPECT_TRUE(tests::waitUntil([&] { return weak.expired(); }));
 }
 
-TEST_F(JADownloadBodyViewControllerTest, TheWindowClosesInTheMiddleOfADownload)
+TEST_F(JADownloadBodyViewControllerTest, theWindowClosesInTheMiddleOfADownload)
 {
     server.addAttachment("ABC-1", {.fileName = "a.tessaloom", .syntheticSize = 1'000'000});
     lookUp();
     server.misbehave(Match::on("*/secure/*").once(), Fault().hold(Point::responseBody(500'000)));
-    tests::click(tests::cellAtRow(list(), 0)->downloadButton());
-    waitForHeldAnswer();
+    tests::ui::click(tests::cellAtRow(list(), 0)->downloadButton());
+    waitForHeldExchange();
     window->close();
     EXPECT_FALSE(panel->jaListAttachedWindow()->window()->isVisible());
     EXPECT_EQ(panel->path(), list().path());

@@ -4,7 +4,7 @@
 #include "platform/foundation/FileManager.h"
 #include "platform/foundation/TemporaryDirectory.h"
 #include "tests/download/DownloadTest.h"
-#include "tests/support/WithoutPrivileges.h"
+#include "tests/kit/WithoutPrivileges.h"
 
 #include <QApplication>
 #include <QDir>
@@ -49,9 +49,9 @@ protected:
 
     void showSyntheticFile(qint64 size) { show(attach({.fileName = "plan.tessaloom", .syntheticSize = size})); }
 
-    void press(qint64 row = 0) { tests::click(tests::cellAtRow(*list, row)->downloadButton()); }
+    void press(qint64 row = 0) { tests::ui::click(tests::cellAtRow(*list, row)->downloadButton()); }
 
-    void pressClose() { tests::click(tests::closeButton(*list->window())); }
+    void pressClose() { tests::ui::click(tests::closeButton(*list->window())); }
 
     QString percent() const { return list->downloadPercent()->text(); }
     QString error() const { return list->downloadError()->text(); }
@@ -78,7 +78,7 @@ protected:
     {
         server.misbehave(Match::on("*/secure/*").once(), Fault().hold(point));
         press();
-        waitForHeldAnswer();
+        waitForHeldExchange();
     }
 
     void expectFailure(const QString& text)
@@ -97,7 +97,7 @@ protected:
     const QString folder = DownloadFolder::path();
 };
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, PutsTheFileIntoTheDownloadFolder)
+TEST_F(JAListAttachedFilesWindowDownloadTest, putsTheFileIntoTheDownloadFolder)
 {
     showFile("plan.tessaloompacket", "the plan");
     downloadAndWait();
@@ -109,7 +109,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, PutsTheFileIntoTheDownloadFolder)
     EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, DoublesTheExtensionOfADocument)
+TEST_F(JAListAttachedFilesWindowDownloadTest, doublesTheExtensionOfADocument)
 {
     showFile("plan.tessaloom", "the plan");
     downloadAndWait();
@@ -117,7 +117,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, DoublesTheExtensionOfADocument)
     EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, LogsWhatItDoesInOrder)
+TEST_F(JAListAttachedFilesWindowDownloadTest, logsWhatItDoesInOrder)
 {
     showFile("plan.tessaloom", "the plan");
     press();
@@ -134,7 +134,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, LogsWhatItDoesInOrder)
                                                     QStringLiteral("New location: ") + target()}));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, KnowsThePathBeforeTheFirstByte)
+TEST_F(JAListAttachedFilesWindowDownloadTest, knowsThePathBeforeTheFirstByte)
 {
     showFile("plan.tessaloom", "the plan");
     downloadAndHold(Point::responseHead(0));
@@ -158,13 +158,13 @@ public:
     int count = 0;
 };
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, IsDrawnAtOnceAndItsEdgesFollowWhenItsStateChanges)
+TEST_F(JAListAttachedFilesWindowDownloadTest, isDrawnAtOnceAndItsEdgesFollowWhenItsStateChanges)
 {
     showFile("plan.tessaloom", "the plan");
     QWidget* const outer = list->window()->widget();
     ASSERT_TRUE(tests::waitUntil([&] { return outer->height() == list->view()->height(); }));
-    // While a sheet slides in, a picture of it is drawn in its place.
-    ASSERT_TRUE(tests::waitUntil([&] { return !outer->graphicsEffect(); }));
+    // While a sheet slides in, a picture of it lies on it.
+    ASSERT_TRUE(tests::waitUntil([&] { return !outer->window()->findChild<QWidget*>(QStringLiteral("sheetSlide")); }));
     PaintCount paints(list->view());
     for (QWidget* state : {list->downloadView(), list->wrapperTableView(), list->noDataView()}) {
         const int heightBefore = outer->height();
@@ -178,7 +178,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, IsDrawnAtOnceAndItsEdgesFollowWhen
     }
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsTheDownloadingState)
+TEST_F(JAListAttachedFilesWindowDownloadTest, showsTheDownloadingState)
 {
     showFile("plan.tessaloom", "the plan");
     const QRectF before = list->window()->frame();
@@ -189,7 +189,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsTheDownloadingState)
     EXPECT_EQ(list->window()->frame(), QRectF(before.x(), before.bottom() - 200, before.width(), 200));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsHowFarItIs)
+TEST_F(JAListAttachedFilesWindowDownloadTest, showsHowFarItIs)
 {
     showSyntheticFile(1'000'000);
     server.misbehave(Match::on("*/secure/*"), Fault().drip(50'000, 20ms));
@@ -208,7 +208,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsHowFarItIs)
     EXPECT_EQ(percent(), QStringLiteral("DONE"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, TakesTheTotalFromTheRecordNotFromTheAnswer)
+TEST_F(JAListAttachedFilesWindowDownloadTest, takesTheTotalFromTheRecordNotFromTheAnswer)
 {
     show(attach({.fileName = "plan.tessaloom",
                  .syntheticSize = 1'000'000,
@@ -218,7 +218,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, TakesTheTotalFromTheRecordNotFromT
                                                     QStringLiteral("percent:0.002500 total:4000000 bytes: 100 1")}));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, CountsAHundredPercentAByteWithoutASize)
+TEST_F(JAListAttachedFilesWindowDownloadTest, countsAHundredPercentAByteWithoutASize)
 {
     show(attach({.fileName = "plan.tessaloom", .syntheticSize = 1'000'000, .json = {.without = {"size", "created"}}}));
     downloadAndWait();
@@ -226,7 +226,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, CountsAHundredPercentAByteWithoutA
     EXPECT_EQ(percent(), QStringLiteral("DONE"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, ReplacesEveryEarlierDownload)
+TEST_F(JAListAttachedFilesWindowDownloadTest, replacesEveryEarlierDownload)
 {
     showFile("first.txt", "first");
     downloadAndWait();
@@ -239,7 +239,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, ReplacesEveryEarlierDownload)
     EXPECT_EQ(contentsOf(target()), QByteArray("second"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, DownloadsTheSameFileAgain)
+TEST_F(JAListAttachedFilesWindowDownloadTest, downloadsTheSameFileAgain)
 {
     showFile("plan.tessaloom", "the plan");
     downloadAndWait();
@@ -251,7 +251,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, DownloadsTheSameFileAgain)
 
 // The keyboard.
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, TabReachesTheButtonOfARowAndReturnDownloads)
+TEST_F(JAListAttachedFilesWindowDownloadTest, tabReachesTheButtonOfARowAndReturnDownloads)
 {
     const auto first = attach({.fileName = "first.txt", .bytes = "first"});
     const auto second = attach({.fileName = "second.txt", .bytes = "second"});
@@ -269,7 +269,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, TabReachesTheButtonOfARowAndReturn
     EXPECT_EQ(contentsOf(target()), QByteArray("second"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, SpaceDownloadsToo)
+TEST_F(JAListAttachedFilesWindowDownloadTest, spaceDownloadsToo)
 {
     showFile("plan.tessaloom", "the plan");
     tests::cellAtRow(*list, 0)->downloadButton()->setFocus();
@@ -278,13 +278,13 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, SpaceDownloadsToo)
     EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, NoKeyThatBeganADownloadTouchesItAgain)
+TEST_F(JAListAttachedFilesWindowDownloadTest, noKeyThatBeganADownloadTouchesItAgain)
 {
     showFile("plan.tessaloom", "the plan");
     tests::cellAtRow(*list, 0)->downloadButton()->setFocus();
     server.misbehave(Match::on("*/secure/*").once(), Fault().hold(Point::responseBody(3)));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    waitForHeldAnswer();
+    waitForHeldExchange();
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
         QTest::keyClick(QApplication::focusWidget(), key);
     tests::drainMainQueue();
@@ -303,7 +303,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, NoKeyThatBeganADownloadTouchesItAg
 
 // Names and places.
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, AnEvilNameEndsInsideTheFolder)
+TEST_F(JAListAttachedFilesWindowDownloadTest, anEvilNameEndsInsideTheFolder)
 {
     showFile("plan", "the plan");
     for (const char* name : {"../../evil", "/tmp/evil", "..", "", "a\nb"}) {
@@ -316,7 +316,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, AnEvilNameEndsInsideTheFolder)
     }
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, ANameOfThreeHundredLettersIsCutToFit)
+TEST_F(JAListAttachedFilesWindowDownloadTest, aNameOfThreeHundredLettersIsCutToFit)
 {
     showFile(std::string(300, 'x'), "the plan");
     downloadAndWait();
@@ -324,7 +324,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, ANameOfThreeHundredLettersIsCutToF
     EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, AFileInPlaceOfTheFolderGoes)
+TEST_F(JAListAttachedFilesWindowDownloadTest, aFileInPlaceOfTheFolderGoes)
 {
     writeFile(folder, "in the way");
     showFile("plan.tessaloom", "the plan");
@@ -332,7 +332,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, AFileInPlaceOfTheFolderGoes)
     EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, ALinkInPlaceOfTheFolderGoesAndWhatItPointsToStays)
+TEST_F(JAListAttachedFilesWindowDownloadTest, aLinkInPlaceOfTheFolderGoesAndWhatItPointsToStays)
 {
     const QString elsewhere = tljira::temporaryDirectory() + QStringLiteral("/elsewhere");
     QDir().mkpath(elsewhere);
@@ -344,7 +344,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, ALinkInPlaceOfTheFolderGoesAndWhat
     EXPECT_THAT(QDir(elsewhere).entryList(QDir::Files), ElementsAre(QStringLiteral("precious")));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, AFolderThatCannotBeEmptiedStillTakesTheFile)
+TEST_F(JAListAttachedFilesWindowDownloadTest, aFolderThatCannotBeEmptiedStillTakesTheFile)
 {
     QDir().mkpath(folder + QStringLiteral("/locked"));
     writeFile(folder + QStringLiteral("/locked/kept"), "kept");
@@ -358,7 +358,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, AFolderThatCannotBeEmptiedStillTak
     EXPECT_EQ(contentsOf(folder + QStringLiteral("/locked/kept")), QByteArray("kept"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, IsDoneEvenIfTheFileCannotBePutInPlace)
+TEST_F(JAListAttachedFilesWindowDownloadTest, isDoneEvenIfTheFileCannotBePutInPlace)
 {
     showFile("plan.tessaloom", "the plan");
     downloadAndHold(Point::responseBody(4));
@@ -380,7 +380,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, IsDoneEvenIfTheFileCannotBePutInPl
 
 // What goes wrong on the way.
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, SavesAnErrorPageUnderTheNameOfTheFile)
+TEST_F(JAListAttachedFilesWindowDownloadTest, savesAnErrorPageUnderTheNameOfTheFile)
 {
     showFile("plan.tessaloom", "the plan");
     for (const int status : {401, 404, 500, 503}) {
@@ -393,7 +393,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, SavesAnErrorPageUnderTheNameOfTheF
     }
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsAnErrorWhereverTheTransferBreaks)
+TEST_F(JAListAttachedFilesWindowDownloadTest, showsAnErrorWhereverTheTransferBreaks)
 {
     const std::string bytes = "a plan of thirty-two bytes......";
     showFile("plan.tessaloom", bytes);
@@ -406,7 +406,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsAnErrorWhereverTheTransferBre
     }
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsAnErrorWhereverTheHeadBreaks)
+TEST_F(JAListAttachedFilesWindowDownloadTest, showsAnErrorWhereverTheHeadBreaks)
 {
     showFile("plan.tessaloom", "the plan");
     for (const std::int64_t at : {0, 1, 12, 40}) {
@@ -423,7 +423,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsAnErrorWhereverTheHeadBreaks)
     }
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsThatTheServerIsGone)
+TEST_F(JAListAttachedFilesWindowDownloadTest, showsThatTheServerIsGone)
 {
     showFile("plan.tessaloom", "the plan");
     auto json = QJsonObject{{QStringLiteral("filename"), QStringLiteral("plan.tessaloom")},
@@ -433,7 +433,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsThatTheServerIsGone)
     expectFailure(QStringLiteral("Could not connect to the server."));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsThatAnAttachmentHasNoContent)
+TEST_F(JAListAttachedFilesWindowDownloadTest, showsThatAnAttachmentHasNoContent)
 {
     show(tests::attachmentNamed(QStringLiteral("plan.tessaloom")));
     downloadAndWait();
@@ -441,7 +441,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, ShowsThatAnAttachmentHasNoContent)
     EXPECT_EQ(list->path(), folder + QStringLiteral("/plan.tessaloom.tessaloom"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, ADownloadAfterAFailureWorks)
+TEST_F(JAListAttachedFilesWindowDownloadTest, aDownloadAfterAFailureWorks)
 {
     showFile("plan.tessaloom", "the plan");
     server.misbehave(Match::on("*/secure/*").once(), Fault().close(Point::responseBody(3)));
@@ -455,7 +455,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, ADownloadAfterAFailureWorks)
     EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, TheEndOfALaterRequestClearsTheErrorOfAFailedDownload)
+TEST_F(JAListAttachedFilesWindowDownloadTest, theEndOfALaterRequestClearsTheErrorOfAFailedDownload)
 {
     showFile("plan.tessaloom", "the plan");
     server.misbehave(Match::on("*/secure/*").once(), Fault().close(Point::responseBody(3)));
@@ -469,7 +469,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, TheEndOfALaterRequestClearsTheErro
 
 // Cancel.
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, CancelEndsTheSheetAndTheDownloadBeforeTheAnswer)
+TEST_F(JAListAttachedFilesWindowDownloadTest, cancelEndsTheSheetAndTheDownloadBeforeTheAnswer)
 {
     showFile("plan.tessaloom", "the plan");
     downloadAndHold(Point::responseHead(0));
@@ -482,7 +482,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, CancelEndsTheSheetAndTheDownloadBe
     EXPECT_FALSE(tljira::FileManager::fileExistsAtPath(target()));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, CancelEndsTheDownloadInItsMiddle)
+TEST_F(JAListAttachedFilesWindowDownloadTest, cancelEndsTheDownloadInItsMiddle)
 {
     showSyntheticFile(1'000'000);
     downloadAndHold(Point::responseBody(500'000));
@@ -494,18 +494,18 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, CancelEndsTheDownloadInItsMiddle)
     ASSERT_TRUE(tests::waitUntil([this] { return server.openConnectionCount() == 0; }));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, CancelWhenAllBytesButTheEndAreThere)
+TEST_F(JAListAttachedFilesWindowDownloadTest, cancelWhenAllBytesButTheEndAreThere)
 {
     showSyntheticFile(100'000);
     server.misbehave(Match::on("*/secure/*").once(), Fault().withoutLength().hold(Point::responseBody(100'000)));
     press();
-    waitForHeldAnswer();
+    waitForHeldExchange();
     pressClose();
     ASSERT_TRUE(tests::waitUntil([this] { return error() == QStringLiteral("cancelled"); }));
     EXPECT_FALSE(list->isDone());
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, CancelAfterTheEndKeepsTheFile)
+TEST_F(JAListAttachedFilesWindowDownloadTest, cancelAfterTheEndKeepsTheFile)
 {
     showFile("plan.tessaloom", "the plan");
     downloadAndWait();
@@ -517,7 +517,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, CancelAfterTheEndKeepsTheFile)
     EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, CancelAfterAFailureEndsTheSheet)
+TEST_F(JAListAttachedFilesWindowDownloadTest, cancelAfterAFailureEndsTheSheet)
 {
     showFile("plan.tessaloom", "the plan");
     server.misbehave(Match::on("*/secure/*").once(), Fault().close(Point::responseBody(3)));
@@ -527,7 +527,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, CancelAfterAFailureEndsTheSheet)
     EXPECT_FALSE(list->isDone());
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, CancelAfterTheEndLeavesItDone)
+TEST_F(JAListAttachedFilesWindowDownloadTest, cancelAfterTheEndLeavesItDone)
 {
     showFile("plan.tessaloom", "the plan");
     downloadAndWait();
@@ -536,7 +536,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, CancelAfterTheEndLeavesItDone)
     EXPECT_THAT(returnCodes, ElementsAre(0));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, CancelOfALaterDownloadLeavesItDone)
+TEST_F(JAListAttachedFilesWindowDownloadTest, cancelOfALaterDownloadLeavesItDone)
 {
     showFile("plan.tessaloom", "the plan");
     downloadAndWait();
@@ -549,7 +549,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, CancelOfALaterDownloadLeavesItDone
     EXPECT_FALSE(tljira::FileManager::fileExistsAtPath(target()));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, CancelLeavesNothingBesideTheFolder)
+TEST_F(JAListAttachedFilesWindowDownloadTest, cancelLeavesNothingBesideTheFolder)
 {
     showSyntheticFile(1'000'000);
     downloadAndHold(Point::responseBody(500'000));
@@ -569,7 +569,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, CancelLeavesNothingBesideTheFolder
                     [](const QString& name) { return name.contains(QStringLiteral("Download")); }, true))));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, CancelTwiceEndsTheSheetOnce)
+TEST_F(JAListAttachedFilesWindowDownloadTest, cancelTwiceEndsTheSheetOnce)
 {
     showFile("plan.tessaloom", "the plan");
     downloadAndHold(Point::responseBody(3));
@@ -581,7 +581,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, CancelTwiceEndsTheSheetOnce)
     EXPECT_THAT(returnCodes, ElementsAre(0));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, CancelInTheTurnOfTheStart)
+TEST_F(JAListAttachedFilesWindowDownloadTest, cancelInTheTurnOfTheStart)
 {
     showFile("plan.tessaloom", "the plan");
     press();
@@ -633,7 +633,7 @@ protected:
     static constexpr char secondBytes[] = "what the second one holds";
 };
 
-TEST_F(TwoDownloadsTest, ARowThatIsPressedDuringADownloadGetsItsOwnBytes)
+TEST_F(TwoDownloadsTest, aRowThatIsPressedDuringADownloadGetsItsOwnBytes)
 {
     downloadAndHold(Point::responseBody(5));
     bringTheListBack();
@@ -647,7 +647,7 @@ TEST_F(TwoDownloadsTest, ARowThatIsPressedDuringADownloadGetsItsOwnBytes)
     expectTheSecondAlone();
 }
 
-TEST_F(TwoDownloadsTest, TheEndOfTheFirstIsNotShownAsTheSeconds)
+TEST_F(TwoDownloadsTest, theEndOfTheFirstIsNotShownAsTheSeconds)
 {
     downloadAndHold(Point::responseBody(5));
     bringTheListBack();
@@ -662,7 +662,7 @@ TEST_F(TwoDownloadsTest, TheEndOfTheFirstIsNotShownAsTheSeconds)
     expectTheSecondAlone();
 }
 
-TEST_F(TwoDownloadsTest, TheFolderIsMadeAnewOnlyWhenTheFirstHasEnded)
+TEST_F(TwoDownloadsTest, theFolderIsMadeAnewOnlyWhenTheFirstHasEnded)
 {
     downloadAndHold(Point::responseBody(5));
     bringTheListBack();
@@ -673,7 +673,7 @@ TEST_F(TwoDownloadsTest, TheFolderIsMadeAnewOnlyWhenTheFirstHasEnded)
     expectTheSecondAlone();
 }
 
-TEST_F(TwoDownloadsTest, AFirstThatArrivesNeverthelessIsNotTakenForTheSecond)
+TEST_F(TwoDownloadsTest, aFirstThatArrivesNeverthelessIsNotTakenForTheSecond)
 {
     downloadAndHold(Point::responseBody(5));
     bringTheListBack();
@@ -688,7 +688,7 @@ TEST_F(TwoDownloadsTest, AFirstThatArrivesNeverthelessIsNotTakenForTheSecond)
     expectTheSecondAlone();
 }
 
-TEST_F(TwoDownloadsTest, ARowThatIsPressedRightAfterACancelBeginsAndIsNotCalledCancelled)
+TEST_F(TwoDownloadsTest, aRowThatIsPressedRightAfterACancelBeginsAndIsNotCalledCancelled)
 {
     downloadAndHold(Point::responseBody(5));
     pressClose();
@@ -703,7 +703,7 @@ TEST_F(TwoDownloadsTest, ARowThatIsPressedRightAfterACancelBeginsAndIsNotCalledC
     expectTheSecondAlone();
 }
 
-TEST_F(TwoDownloadsTest, CancelWhileTheSecondWaitsBeginsNothing)
+TEST_F(TwoDownloadsTest, cancelWhileTheSecondWaitsBeginsNothing)
 {
     downloadAndHold(Point::responseBody(5));
     bringTheListBack();
@@ -721,7 +721,7 @@ TEST_F(TwoDownloadsTest, CancelWhileTheSecondWaitsBeginsNothing)
     EXPECT_EQ(server.requests("*/secure/*").size(), 1U);
 }
 
-TEST_F(TwoDownloadsTest, TheLastOfThreeRowsIsTheOneThatBegins)
+TEST_F(TwoDownloadsTest, theLastOfThreeRowsIsTheOneThatBegins)
 {
     downloadAndHold(Point::responseBody(5));
     bringTheListBack();
@@ -733,7 +733,7 @@ TEST_F(TwoDownloadsTest, TheLastOfThreeRowsIsTheOneThatBegins)
     EXPECT_EQ(server.requests("*/secure/*").size(), 2U);
 }
 
-TEST_F(TwoDownloadsTest, AnotherWindowsDownloadIsToldThatItWasCancelled)
+TEST_F(TwoDownloadsTest, anotherWindowsDownloadIsToldThatItWasCancelled)
 {
     const auto other = JAListAttachedFilesWindow::init();
     const auto host = tests::shownWindow();
@@ -743,7 +743,7 @@ TEST_F(TwoDownloadsTest, AnotherWindowsDownloadIsToldThatItWasCancelled)
     tests::drainMainQueue();
     server.misbehave(Match::on("*/secure/*").once(), Fault().hold(Point::responseBody(5)));
     other->downloadAction(tests::cellAtRow(*other, 0)->downloadButton());
-    waitForHeldAnswer();
+    waitForHeldExchange();
     press(1);
     ASSERT_TRUE(tests::waitUntil([this] { return isSecondThere(); }));
     expectTheSecondAlone();
@@ -753,7 +753,7 @@ TEST_F(TwoDownloadsTest, AnotherWindowsDownloadIsToldThatItWasCancelled)
 
 // Ends from outside.
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, ADownloadGoesOnWhenTheWindowsClose)
+TEST_F(JAListAttachedFilesWindowDownloadTest, aDownloadGoesOnWhenTheWindowsClose)
 {
     showSyntheticFile(1'000'000);
     downloadAndHold(Point::responseBody(500'000));

@@ -67,7 +67,7 @@ protected:
 
 // The states.
 
-TEST_F(JAListAttachedFilesWindowListTest, ShowsTheEmptyViewWithoutAttachments)
+TEST_F(JAListAttachedFilesWindowListTest, showsTheEmptyViewWithoutAttachments)
 {
     const QRectF before = list->window()->frame();
     show({});
@@ -78,7 +78,7 @@ TEST_F(JAListAttachedFilesWindowListTest, ShowsTheEmptyViewWithoutAttachments)
     EXPECT_EQ(list->window()->frame(), QRectF(before.x(), before.bottom() - 200, before.width(), 200));
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, ShowsTheListWithOneAttachment)
+TEST_F(JAListAttachedFilesWindowListTest, showsTheListWithOneAttachment)
 {
     show({});
     const QRectF before = list->window()->frame();
@@ -91,7 +91,7 @@ TEST_F(JAListAttachedFilesWindowListTest, ShowsTheListWithOneAttachment)
     EXPECT_THAT(shownTitles(*list), ElementsAre(QStringLiteral("plan.tessaloom")));
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, AReloadLeavesTheDownloadingState)
+TEST_F(JAListAttachedFilesWindowListTest, aReloadLeavesTheDownloadingState)
 {
     show(attachmentsNamed({QStringLiteral("a")}));
     list->setActualView(list->downloadView());
@@ -104,7 +104,7 @@ TEST_F(JAListAttachedFilesWindowListTest, AReloadLeavesTheDownloadingState)
     EXPECT_EQ(list->window()->frame().height(), 350);
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, TheSheetCanBeLeftFromEveryState)
+TEST_F(JAListAttachedFilesWindowListTest, theSheetCanBeLeftFromEveryState)
 {
     for (const int count : {0, 1}) {
         show(numbered(count));
@@ -114,15 +114,15 @@ TEST_F(JAListAttachedFilesWindowListTest, TheSheetCanBeLeftFromEveryState)
     EXPECT_NE(tests::closeButton(*list->window()), nullptr);
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, TheCloseButtonEndsTheSheet)
+TEST_F(JAListAttachedFilesWindowListTest, theCloseButtonEndsTheSheet)
 {
     show(numbered(1));
-    tests::click(tests::closeButton(*list->window()));
+    tests::ui::click(tests::closeButton(*list->window()));
     EXPECT_EQ(returnCode, 0);
     EXPECT_FALSE(list->window()->isVisible());
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, EscapeEndsTheSheet)
+TEST_F(JAListAttachedFilesWindowListTest, escapeEndsTheSheet)
 {
     show(numbered(1));
     QTest::keyClick(list->window()->widget(), Qt::Key_Escape);
@@ -132,14 +132,14 @@ TEST_F(JAListAttachedFilesWindowListTest, EscapeEndsTheSheet)
 
 // The cells.
 
-TEST_F(JAListAttachedFilesWindowListTest, ListsTheAttachmentsInTheirOrder)
+TEST_F(JAListAttachedFilesWindowListTest, listsTheAttachmentsInTheirOrder)
 {
     const QStringList names = {QStringLiteral("b.tessaloom"), QStringLiteral("a.png"), QStringLiteral("c")};
     show(attachmentsNamed(names));
     EXPECT_EQ(shownTitles(*list), names);
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, ACellKnowsItsAttachment)
+TEST_F(JAListAttachedFilesWindowListTest, aCellKnowsItsAttachment)
 {
     const auto attachments = attachmentsNamed({QStringLiteral("a"), QStringLiteral("b")});
     show(attachments);
@@ -149,7 +149,7 @@ TEST_F(JAListAttachedFilesWindowListTest, ACellKnowsItsAttachment)
     EXPECT_EQ(cell(1).downloadButton()->property("tag").toLongLong(), 1);
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, ShowsSizesInMegabytesOf1024Times1024Bytes)
+TEST_F(JAListAttachedFilesWindowListTest, showsSizesInMegabytesOf1024Times1024Bytes)
 {
     EXPECT_EQ(sizeShownOf(0), QStringLiteral("0.00 MB"));
     EXPECT_EQ(sizeShownOf(2048), QStringLiteral("0.00 MB"));
@@ -158,7 +158,7 @@ TEST_F(JAListAttachedFilesWindowListTest, ShowsSizesInMegabytesOf1024Times1024By
     EXPECT_EQ(sizeShownOf(qint64(5) << 40), QStringLiteral("5242880.00 MB"));
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, ShowsDatesInTheUsersMediumStyle)
+TEST_F(JAListAttachedFilesWindowListTest, showsDatesInTheUsersMediumStyle)
 {
     showOne({{QStringLiteral("created"), QStringLiteral("2017-03-14T10:22:33.123+0100")}});
     const QString expected = tljira::DateFormatter::withMediumStyle().stringFromDate(
@@ -167,7 +167,7 @@ TEST_F(JAListAttachedFilesWindowListTest, ShowsDatesInTheUsersMediumStyle)
     EXPECT_TRUE(expected.contains(QStringLiteral("2017")));
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, ShowsDatesInTheLanguageOfTheMomentAtEveryReload)
+TEST_F(JAListAttachedFilesWindowListTest, showsDatesInTheLanguageOfTheMomentAtEveryReload)
 {
     const auto speak = [](const char* locale) {
         UErrorCode status = U_ZERO_ERROR;
@@ -183,7 +183,7 @@ TEST_F(JAListAttachedFilesWindowListTest, ShowsDatesInTheLanguageOfTheMomentAtEv
     EXPECT_THAT(cell().dateLabel()->text().toStdString(), testing::StartsWith("14.03.2017, "));
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, LeavesTheDateEmptyWhereItIsNone)
+TEST_F(JAListAttachedFilesWindowListTest, leavesTheDateEmptyWhereItIsNone)
 {
     const auto created = [](const char* text) {
         return tests::attachment({{QStringLiteral("created"), QString::fromUtf8(text)}});
@@ -196,7 +196,7 @@ TEST_F(JAListAttachedFilesWindowListTest, LeavesTheDateEmptyWhereItIsNone)
     EXPECT_NE(cell(3).dateLabel()->text(), QString());
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, ShowsAnAttachmentThatHasNothing)
+TEST_F(JAListAttachedFilesWindowListTest, showsAnAttachmentThatHasNothing)
 {
     showOne({});
     EXPECT_EQ(cell().titleLabel()->text(), QStringLiteral("(null)"));
@@ -204,14 +204,14 @@ TEST_F(JAListAttachedFilesWindowListTest, ShowsAnAttachmentThatHasNothing)
     EXPECT_EQ(cell().dateLabel()->text(), QString());
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, TellsTheButtonsApartForThoseWhoCannotSeeThem)
+TEST_F(JAListAttachedFilesWindowListTest, tellsTheButtonsApartForThoseWhoCannotSeeThem)
 {
     show(attachmentsNamed({QStringLiteral("a & b.tessaloom"), QStringLiteral("%1.tessaloom")}));
     EXPECT_EQ(cell(0).downloadButton()->accessibleName(), QStringLiteral("Download a & b.tessaloom"));
     EXPECT_EQ(cell(1).downloadButton()->accessibleName(), QStringLiteral("Download %1.tessaloom"));
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, ShortensLongNamesInTheMiddleAndKeepsThemAsToolTip)
+TEST_F(JAListAttachedFilesWindowListTest, shortensLongNamesInTheMiddleAndKeepsThemAsToolTip)
 {
     const QString name = QString(200, u'x') + QStringLiteral(".tessaloom");
     show(attachmentsNamed({name}));
@@ -220,7 +220,7 @@ TEST_F(JAListAttachedFilesWindowListTest, ShortensLongNamesInTheMiddleAndKeepsTh
     EXPECT_LE(cell().downloadButton()->geometry().right(), cell().width());
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, LinesUpSizesAndButtons)
+TEST_F(JAListAttachedFilesWindowListTest, linesUpSizesAndButtons)
 {
     show({tests::attachment({{QStringLiteral("size"), 1}}),
           tests::attachment({{QStringLiteral("filename"), QString(80, u'x')}, {QStringLiteral("size"), 734003200}})});
@@ -231,7 +231,7 @@ TEST_F(JAListAttachedFilesWindowListTest, LinesUpSizesAndButtons)
 
 // Many rows, and rows of old.
 
-TEST_F(JAListAttachedFilesWindowListTest, MakesCellsForTheRowsInSightOnly)
+TEST_F(JAListAttachedFilesWindowListTest, makesCellsForTheRowsInSightOnly)
 {
     show(numbered(100'000));
     EXPECT_EQ(list->tableView()->numberOfRows(), 100'000);
@@ -242,7 +242,7 @@ TEST_F(JAListAttachedFilesWindowListTest, MakesCellsForTheRowsInSightOnly)
     EXPECT_LE(list->tableView()->findChildren<JAAttachedCell*>().size(), fitting + 3);
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, AHundredThousandAttachmentsOpenWithTheCellsOfTwenty)
+TEST_F(JAListAttachedFilesWindowListTest, aHundredThousandAttachmentsOpenWithTheCellsOfTwenty)
 {
     show(numbered(20));
     const auto cellsOfTwenty = list->tableView()->findChildren<JAAttachedCell*>().size();
@@ -253,7 +253,7 @@ TEST_F(JAListAttachedFilesWindowListTest, AHundredThousandAttachmentsOpenWithThe
     EXPECT_EQ(list->tableView()->findChildren<JAAttachedCell*>().size(), cellsOfTwenty);
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, KeepsItsRowsUntilItIsReloaded)
+TEST_F(JAListAttachedFilesWindowListTest, keepsItsRowsUntilItIsReloaded)
 {
     show(numbered(3));
     const auto other = numbered(1);
@@ -266,7 +266,7 @@ TEST_F(JAListAttachedFilesWindowListTest, KeepsItsRowsUntilItIsReloaded)
     EXPECT_EQ(shownTitles(*list).size(), 1);
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, RowsWhoseAttachmentsAreGoneHaveNoCell)
+TEST_F(JAListAttachedFilesWindowListTest, rowsWhoseAttachmentsAreGoneHaveNoCell)
 {
     show(numbered(1000));
     list->setAttachments(numbered(2));
@@ -276,18 +276,18 @@ TEST_F(JAListAttachedFilesWindowListTest, RowsWhoseAttachmentsAreGoneHaveNoCell)
     EXPECT_EQ(cell(1).titleLabel()->text(), QStringLiteral("1.tessaloom"));
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, AButtonWhoseAttachmentIsGoneDoesNothing)
+TEST_F(JAListAttachedFilesWindowListTest, aButtonWhoseAttachmentIsGoneDoesNothing)
 {
     show(numbered(2));
     list->setAttachments(numbered(1));
     log.clear();
-    tests::click(cell(1).downloadButton());
+    tests::ui::click(cell(1).downloadButton());
     EXPECT_EQ(log.lines().value(0), QStringLiteral("Download Action 1"));
     EXPECT_EQ(list->path(), std::nullopt);
     EXPECT_TRUE(list->wrapperTableView()->isVisible());
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, GoesAwayWhileItIsASheet)
+TEST_F(JAListAttachedFilesWindowListTest, goesAwayWhileItIsASheet)
 {
     show(numbered(30));
     std::weak_ptr<JAListAttachedFilesWindow> weak = list;

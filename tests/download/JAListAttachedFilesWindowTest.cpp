@@ -25,7 +25,7 @@ protected:
     const std::shared_ptr<JAListAttachedFilesWindow> list = JAListAttachedFilesWindow::init();
 };
 
-TEST_F(JAListAttachedFilesWindowTest, IsLoadedInsideInit)
+TEST_F(JAListAttachedFilesWindowTest, isLoadedInsideInit)
 {
     EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("JAListAttachedFilesWindow windowWillLoad"),
                                          QStringLiteral("JAListAttachedFilesWindow windowDidLoad")));
@@ -37,7 +37,7 @@ TEST_F(JAListAttachedFilesWindowTest, IsLoadedInsideInit)
     EXPECT_THAT(list->attachments(), IsEmpty());
 }
 
-TEST_F(JAListAttachedFilesWindowTest, FindsEverythingInItsInterfaceFile)
+TEST_F(JAListAttachedFilesWindowTest, findsEverythingInItsInterfaceFile)
 {
     EXPECT_THAT(list->interfaceProblems(), IsEmpty());
     EXPECT_EQ(list->window()->contentView(), list->view());
@@ -45,14 +45,14 @@ TEST_F(JAListAttachedFilesWindowTest, FindsEverythingInItsInterfaceFile)
     EXPECT_EQ(list->downloadProgressBar()->maximum(), 100);
 }
 
-TEST_F(JAListAttachedFilesWindowTest, ShowsNothingOfADownloadBeforeThereIsOne)
+TEST_F(JAListAttachedFilesWindowTest, showsNothingOfADownloadBeforeThereIsOne)
 {
     EXPECT_EQ(percent(), QString());
     EXPECT_EQ(error(), QString());
     EXPECT_EQ(bar(), 0);
 }
 
-TEST_F(JAListAttachedFilesWindowTest, LogsThatItIsShown)
+TEST_F(JAListAttachedFilesWindowTest, logsThatItIsShown)
 {
     log.clear();
     list->showWindow();
@@ -60,13 +60,13 @@ TEST_F(JAListAttachedFilesWindowTest, LogsThatItIsShown)
     EXPECT_THAT(log.lines(), testing::Contains(QStringLiteral("JAListAttachedFilesWindow showWindow")));
 }
 
-TEST_F(JAListAttachedFilesWindowTest, StandsOnOpaqueWhite)
+TEST_F(JAListAttachedFilesWindowTest, standsOnOpaqueWhite)
 {
     ASSERT_NE(tljira::Layer::layerOf(list->view()), nullptr);
     EXPECT_EQ(tljira::Layer::layerOf(list->view())->backgroundColor(), QColor(255, 255, 255, 255));
 }
 
-TEST_F(JAListAttachedFilesWindowTest, WritesDarkOnWhiteInADarkApplicationToo)
+TEST_F(JAListAttachedFilesWindowTest, writesDarkOnWhiteInADarkApplicationToo)
 {
     const QPalette before = QApplication::palette();
     QApplication::setPalette(QPalette(QColor(0x35, 0x35, 0x35), QColor(0x20, 0x20, 0x20)));
@@ -79,7 +79,7 @@ TEST_F(JAListAttachedFilesWindowTest, WritesDarkOnWhiteInADarkApplicationToo)
 
 // Progress.
 
-TEST_F(JAListAttachedFilesWindowTest, ShowsTheWholePercentWhileBytesArrive)
+TEST_F(JAListAttachedFilesWindowTest, showsTheWholePercentWhileBytesArrive)
 {
     list->updateDownload(21, 50, std::nullopt, false);
     EXPECT_EQ(percent(), QStringLiteral("42 %"));
@@ -88,7 +88,7 @@ TEST_F(JAListAttachedFilesWindowTest, ShowsTheWholePercentWhileBytesArrive)
     EXPECT_FALSE(list->isDone());
 }
 
-TEST_F(JAListAttachedFilesWindowTest, CutsOffTheFraction)
+TEST_F(JAListAttachedFilesWindowTest, cutsOffTheFraction)
 {
     list->updateDownload(999, 1000, std::nullopt, false);
     EXPECT_EQ(percent(), QStringLiteral("99 %"));
@@ -96,7 +96,7 @@ TEST_F(JAListAttachedFilesWindowTest, CutsOffTheFraction)
     EXPECT_EQ(percent(), QStringLiteral("0 %"));
 }
 
-TEST_F(JAListAttachedFilesWindowTest, RoundsToSinglePrecisionBeforeItCutsOff)
+TEST_F(JAListAttachedFilesWindowTest, roundsToSinglePrecisionBeforeItCutsOff)
 {
     log.clear();
     // 100 / 97 * 97 is a little less than 100 in double precision.
@@ -108,7 +108,7 @@ TEST_F(JAListAttachedFilesWindowTest, RoundsToSinglePrecisionBeforeItCutsOff)
                                          QStringLiteral("percent:100.000000 total:1000000000 bytes: 999999999 0")));
 }
 
-TEST_F(JAListAttachedFilesWindowTest, CountsAnUnknownSizeAsOneByte)
+TEST_F(JAListAttachedFilesWindowTest, countsAnUnknownSizeAsOneByte)
 {
     log.clear();
     list->updateDownload(7, 0, std::nullopt, false);
@@ -117,35 +117,35 @@ TEST_F(JAListAttachedFilesWindowTest, CountsAnUnknownSizeAsOneByte)
     EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("percent:700.000000 total:0 bytes: 7 0")));
 }
 
-TEST_F(JAListAttachedFilesWindowTest, ShowsMoreThanAHundredPercentOfASizeThatWasTooSmall)
+TEST_F(JAListAttachedFilesWindowTest, showsMoreThanAHundredPercentOfASizeThatWasTooSmall)
 {
     list->updateDownload(300, 200, std::nullopt, false);
     EXPECT_EQ(percent(), QStringLiteral("150 %"));
     EXPECT_EQ(bar(), 100);
 }
 
-TEST_F(JAListAttachedFilesWindowTest, ShowsPercentsBeyondTheRangeOfTheBarsNumbers)
+TEST_F(JAListAttachedFilesWindowTest, showsPercentsBeyondTheRangeOfTheBarsNumbers)
 {
     list->updateDownload(qint64(1) << 40, 0, std::nullopt, false);
     EXPECT_EQ(percent(), QStringLiteral("109951162777600 %"));
     EXPECT_EQ(bar(), 100);
 }
 
-TEST_F(JAListAttachedFilesWindowTest, TakesThePercentThatNoNumberHoldsAsTheLowest)
+TEST_F(JAListAttachedFilesWindowTest, takesThePercentThatNoNumberHoldsAsTheLowest)
 {
     list->updateDownload(std::numeric_limits<qint64>::max(), 0, std::nullopt, false);
     EXPECT_EQ(percent(), QStringLiteral("-9223372036854775808 %"));
     EXPECT_EQ(bar(), 0);
 }
 
-TEST_F(JAListAttachedFilesWindowTest, ShowsANegativeSizeAsItIs)
+TEST_F(JAListAttachedFilesWindowTest, showsANegativeSizeAsItIs)
 {
     list->updateDownload(50, -100, std::nullopt, false);
     EXPECT_EQ(percent(), QStringLiteral("-50 %"));
     EXPECT_EQ(bar(), 0);
 }
 
-TEST_F(JAListAttachedFilesWindowTest, SaysDoneWithAFullBar)
+TEST_F(JAListAttachedFilesWindowTest, saysDoneWithAFullBar)
 {
     list->updateDownload(10, 400, failure, false);
     log.clear();
@@ -157,7 +157,7 @@ TEST_F(JAListAttachedFilesWindowTest, SaysDoneWithAFullBar)
     EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("percent:25.000000 total:400 bytes: 100 1")));
 }
 
-TEST_F(JAListAttachedFilesWindowTest, ShowsAnErrorUnderAFullBar)
+TEST_F(JAListAttachedFilesWindowTest, showsAnErrorUnderAFullBar)
 {
     list->updateDownload(10, 400, std::nullopt, false);
     log.clear();
@@ -169,14 +169,14 @@ TEST_F(JAListAttachedFilesWindowTest, ShowsAnErrorUnderAFullBar)
     EXPECT_THAT(log.lines(), IsEmpty());
 }
 
-TEST_F(JAListAttachedFilesWindowTest, AnErrorOutweighsTheEnd)
+TEST_F(JAListAttachedFilesWindowTest, anErrorOutweighsTheEnd)
 {
     list->updateDownload(100, 100, failure, true);
     EXPECT_EQ(error(), QStringLiteral("It did not work."));
     EXPECT_FALSE(list->isDone());
 }
 
-TEST_F(JAListAttachedFilesWindowTest, StaysDone)
+TEST_F(JAListAttachedFilesWindowTest, staysDone)
 {
     list->updateDownload(100, 100, std::nullopt, true);
     list->updateDownload(0, 100, failure, false);
@@ -184,13 +184,13 @@ TEST_F(JAListAttachedFilesWindowTest, StaysDone)
     EXPECT_TRUE(list->isDone());
 }
 
-TEST_F(JAListAttachedFilesWindowTest, TakesErrorTextsLiterally)
+TEST_F(JAListAttachedFilesWindowTest, takesErrorTextsLiterally)
 {
     EXPECT_EQ(list->downloadError()->textFormat(), Qt::PlainText);
     EXPECT_TRUE(list->downloadError()->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
 }
 
-TEST_F(JAListAttachedFilesWindowTest, PrintsViewsWithOneMoreDashForEachLevel)
+TEST_F(JAListAttachedFilesWindowTest, printsViewsWithOneMoreDashForEachLevel)
 {
     QWidget root;
     root.setObjectName(QStringLiteral("root"));
@@ -207,7 +207,7 @@ TEST_F(JAListAttachedFilesWindowTest, PrintsViewsWithOneMoreDashForEachLevel)
                             QStringLiteral("-+ <QWidget: second>"), QStringLiteral("--+ <QLabel: inner>")));
 }
 
-TEST_F(JAListAttachedFilesWindowTest, CancelDoesNothingWhereItIsNoSheet)
+TEST_F(JAListAttachedFilesWindowTest, cancelDoesNothingWhereItIsNoSheet)
 {
     list->showWindow();
     list->cancalAction(nullptr);

@@ -23,7 +23,7 @@ double contrast(const QColor& a, const QColor& b)
 
 const QPalette dark(QColor(0x35, 0x35, 0x35), QColor(0x20, 0x20, 0x20));
 
-TEST(PaletteOnWhiteTest, IsReadableOnWhiteWhateverTheApplicationsPalette)
+TEST(PaletteOnWhiteTest, isReadableOnWhiteWhateverTheApplicationsPalette)
 {
     for (const QPalette& application : {QPalette(Qt::white), dark}) {
         const QPalette palette = paletteOnWhite(application);
@@ -37,7 +37,7 @@ TEST(PaletteOnWhiteTest, IsReadableOnWhiteWhateverTheApplicationsPalette)
     }
 }
 
-TEST(PaletteOnWhiteTest, KeepsTheApplicationsAccent)
+TEST(PaletteOnWhiteTest, keepsTheApplicationsAccent)
 {
     QPalette application = dark;
     application.setColor(QPalette::Highlight, Qt::magenta);

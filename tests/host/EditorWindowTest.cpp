@@ -1,5 +1,5 @@
 #include "host/EditorWindow.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>

@@ -1,5 +1,5 @@
 #include "host/HostOptions.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "host/JiraJobs.h"
 #include "framework/TLJiraController.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/Printers.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/LogCapture.h"
+#include "tests/kit/Printers.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QApplication>
 #include <QDir>

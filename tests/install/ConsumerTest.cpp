@@ -1,5 +1,5 @@
 #include "standin/Server.h"
-#include "tests/support/RunProgram.h"
+#include "tests/kit/RunProgram.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -32,7 +32,7 @@ class Consumer : public testing::TestWithParam<const char*>
 TEST_P(Consumer, bringsADocumentToTheServerAndBack)
 {
     standin::Server server;
-    server.addUser("alice", "secret");
+    server.addUser("anna", "secret");
     server.addIssue("ABC-1");
     const QTemporaryDir work;
     QFile file(work.filePath(QStringLiteral("document.tessaloom")));

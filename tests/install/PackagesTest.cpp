@@ -1,5 +1,5 @@
 #include "tests/framework/plugin/RoundTrip.h"
-#include "tests/support/RunProgram.h"
+#include "tests/kit/RunProgram.h"
 
 #include <QDir>
 #include <QRegularExpression>

@@ -1,7 +1,7 @@
 #include "records/JAAttachmentObject.h"
 #include "tests/records/Json.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/LogCapture.h"
+#include "tests/kit/Printers.h"
 
 #include <QLoggingCategory>
 #include <QTimeZone>
@@ -10,7 +10,7 @@ namespace {
 
 const QByteArray answer = R"({
     "self": "http://jira.example.test/rest/api/2/attachment/10013", "id": "10013", "filename": "plan.tessaloom",
-    "author": {"name": "ada"}, "created": "2017-03-14T10:22:33.123+0100", "size": 2048,
+    "author": {"name": "anna"}, "created": "2017-03-14T10:22:33.123+0100", "size": 2048,
     "mimeType": "application/octet-stream", "content": "http://jira.example.test/secure/attachment/10013/plan.tessaloom"})";
 
 std::shared_ptr<const JAAttachmentObject> attachmentWith(const char* key, const QJsonValue& value)
@@ -30,7 +30,7 @@ QDateTime utc(int hour, int minute, int second, int millisecond)
     return QDateTime(QDate(2017, 3, 14), QTime(hour, minute, second, millisecond), Qt::UTC);
 }
 
-TEST(JAAttachmentObject, ReadsEveryPropertyFromItsKey)
+TEST(JAAttachmentObject, readsEveryPropertyFromItsKey)
 {
     const auto attachment = JAAttachmentObject::initWithDictionary(tests::object(answer));
     EXPECT_EQ(attachment->downloadLink(),
@@ -42,14 +42,14 @@ TEST(JAAttachmentObject, ReadsEveryPropertyFromItsKey)
     EXPECT_EQ(attachment->date(), utc(9, 22, 33, 123));
 }
 
-TEST(JAAttachmentObject, ReadsSecondsOfOneDigit)
+TEST(JAAttachmentObject, readsSecondsOfOneDigit)
 {
     const auto attachment = attachmentWith("created", QStringLiteral("2017-03-14T10:22:7.123+0100"));
     EXPECT_EQ(attachment->date(), utc(9, 22, 7, 123));
     EXPECT_EQ(attachment->time(), QStringLiteral("2017-03-14T10:22:7.123+0100"));
 }
 
-TEST(JAAttachmentObject, ReadsTheDateWhateverZoneTheProcessIsIn)
+TEST(JAAttachmentObject, readsTheDateWhateverZoneTheProcessIsIn)
 {
     qputenv("TZ", "Pacific/Apia");
     EXPECT_EQ(dateOf("2017-03-14T10:22:33.123+0100"), utc(9, 22, 33, 123));
@@ -57,7 +57,7 @@ TEST(JAAttachmentObject, ReadsTheDateWhateverZoneTheProcessIsIn)
     EXPECT_EQ(dateOf("2017-03-14T10:22:33.123+0000"), utc(10, 22, 33, 123));
 }
 
-TEST(JAAttachmentObject, KeepsTheTextOfATimeThatIsNoDate)
+TEST(JAAttachmentObject, keepsTheTextOfATimeThatIsNoDate)
 {
     for (const char* text : {"yesterday", "", "2017-03-14", "2017-02-30T10:22:33.123+0100",
                              "2017-13-14T10:22:33.123+0100", "2017-03-14T25:22:33.123+0100", "2017-03-14T10:22:33.123",
@@ -68,18 +68,18 @@ TEST(JAAttachmentObject, KeepsTheTextOfATimeThatIsNoDate)
     }
 }
 
-TEST(JAAttachmentObject, HasSizesBeyondFourGibibytes)
+TEST(JAAttachmentObject, hasSizesBeyondFourGibibytes)
 {
     EXPECT_EQ(attachmentWith("size", qint64(5) << 30)->size(), qint64(5) << 30);
     EXPECT_EQ(attachmentWith("size", 0)->size(), 0);
 }
 
-TEST(JAAttachmentObject, KeepsANumberAsIdAsItsDigits)
+TEST(JAAttachmentObject, keepsANumberAsIdAsItsDigits)
 {
     EXPECT_EQ(attachmentWith("id", 10013)->ID(), QStringLiteral("10013"));
 }
 
-TEST(JAAttachmentObject, FromAnEmptyDictionaryHasNothing)
+TEST(JAAttachmentObject, fromAnEmptyDictionaryHasNothing)
 {
     const auto attachment = JAAttachmentObject::initWithDictionary({});
     EXPECT_EQ(attachment->downloadLink(), std::nullopt);
@@ -90,7 +90,7 @@ TEST(JAAttachmentObject, FromAnEmptyDictionaryHasNothing)
     EXPECT_EQ(attachment->date(), std::nullopt);
 }
 
-TEST(JAAttachmentObject, TakesAValueOfAnotherTypeForAbsent)
+TEST(JAAttachmentObject, takesAValueOfAnotherTypeForAbsent)
 {
     for (const QJsonValue& value : tests::valuesOfEveryType) {
         EXPECT_EQ(attachmentWith("content", value)->downloadLink().has_value(), value.isString());
@@ -102,7 +102,7 @@ TEST(JAAttachmentObject, TakesAValueOfAnotherTypeForAbsent)
     }
 }
 
-TEST(JAAttachmentObject, WritesTwoLinesToTheLog)
+TEST(JAAttachmentObject, writesTwoLinesToTheLog)
 {
     const tests::LogCapture log;
     const auto attachment = JAAttachmentObject::initWithDictionary(tests::object(answer));
@@ -112,7 +112,7 @@ TEST(JAAttachmentObject, WritesTwoLinesToTheLog)
     EXPECT_EQ(log.lines(), expected);
 }
 
-TEST(JAAttachmentObject, WritesTwoLinesToTheLogWithoutATimeToo)
+TEST(JAAttachmentObject, writesTwoLinesToTheLogWithoutATimeToo)
 {
     const tests::LogCapture log;
     const auto attachment = JAAttachmentObject::initWithDictionary({});
@@ -120,7 +120,7 @@ TEST(JAAttachmentObject, WritesTwoLinesToTheLogWithoutATimeToo)
     EXPECT_EQ(log.lines().at(1), QStringLiteral("(null)"));
 }
 
-TEST(JAAttachmentObject, WritesNothingWhenNobodyListens)
+TEST(JAAttachmentObject, writesNothingWhenNobodyListens)
 {
     const tests::LogCapture log;
     QLoggingCategory::setFilterRules(QStringLiteral("platform.log=false"));

@@ -1,6 +1,6 @@
 #include "records/JAIssueObject.h"
 #include "tests/records/Json.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ std::shared_ptr<const JAIssueObject> issueFrom(const QByteArray& json)
     return JAIssueObject::initWithDictionary(tests::object(json));
 }
 
-TEST(JAIssueObject, KeepsTheAttachmentsInTheOrderOfTheAnswer)
+TEST(JAIssueObject, keepsTheAttachmentsInTheOrderOfTheAnswer)
 {
     const auto issue = issueFrom(R"({"key": "ABC-1", "fields": {"summary": "s", "attachment": [
         {"filename": "second.txt", "created": "2017-03-14T10:22:33.123+0100"},
@@ -28,7 +28,7 @@ TEST(JAIssueObject, KeepsTheAttachmentsInTheOrderOfTheAnswer)
     EXPECT_EQ(namesIn(*issue), expected);
 }
 
-TEST(JAIssueObject, WithoutAttachmentsHasAnEmptyList)
+TEST(JAIssueObject, withoutAttachmentsHasAnEmptyList)
 {
     EXPECT_TRUE(issueFrom(R"({"fields": {"attachment": []}})")->attachments().empty());
     EXPECT_TRUE(issueFrom(R"({"fields": {"summary": "s"}})")->attachments().empty());
@@ -36,7 +36,7 @@ TEST(JAIssueObject, WithoutAttachmentsHasAnEmptyList)
     EXPECT_TRUE(JAIssueObject::initWithDictionary({})->attachments().empty());
 }
 
-TEST(JAIssueObject, TakesFieldsAndAttachmentsOfAnotherTypeForAbsent)
+TEST(JAIssueObject, takesFieldsAndAttachmentsOfAnotherTypeForAbsent)
 {
     for (const QJsonValue& value : tests::valuesOfEveryType) {
         EXPECT_TRUE(JAIssueObject::initWithDictionary({{QStringLiteral("fields"), value}})->attachments().empty());
@@ -45,7 +45,7 @@ TEST(JAIssueObject, TakesFieldsAndAttachmentsOfAnotherTypeForAbsent)
     }
 }
 
-TEST(JAIssueObject, LeavesOutElementsThatAreNoObjects)
+TEST(JAIssueObject, leavesOutElementsThatAreNoObjects)
 {
     const auto issue = issueFrom(R"({"fields": {"attachment": [
         null, {"filename": "a"}, 7, "text", [{"filename": "nested"}], true, {}, {"filename": "b"}]}})");

@@ -1,7 +1,7 @@
 #include "records/JALoginObject.h"
 #include "platform/foundation/UserDefaults.h"
 #include "tests/records/Json.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 namespace {
 
@@ -33,7 +33,7 @@ void save(const char* name, const char* value)
                                                  {QStringLiteral("value"), QString::fromUtf8(value)}}}});
 }
 
-TEST(JALoginObject, ReadsEveryPropertyFromItsKey)
+TEST(JALoginObject, readsEveryPropertyFromItsKey)
 {
     const auto session = JALoginObject::initWithDictionary(tests::object(answer));
     EXPECT_EQ(session->failedLoginCount(), 10);
@@ -44,7 +44,7 @@ TEST(JALoginObject, ReadsEveryPropertyFromItsKey)
     EXPECT_EQ(session->sessionValue(), QStringLiteral("12345678901234567890123456789012"));
 }
 
-TEST(JALoginObject, IsSavedByBeingBuilt)
+TEST(JALoginObject, isSavedByBeingBuilt)
 {
     EXPECT_EQ(JALoginObject::restoreSession(), std::nullopt);
     save("JSESSIONID", "abc");
@@ -53,14 +53,14 @@ TEST(JALoginObject, IsSavedByBeingBuilt)
     EXPECT_EQ(savedName(), QStringLiteral("JSESSIONID"));
 }
 
-TEST(JALoginObject, ReplacesTheSessionSavedBefore)
+TEST(JALoginObject, replacesTheSessionSavedBefore)
 {
     save("JSESSIONID", "abc");
     save("studio.crowd.tokenkey", "d=e f");
     EXPECT_EQ(JALoginObject::restoreSession(), QStringLiteral("studio.crowd.tokenkey=d=e f"));
 }
 
-TEST(JALoginObject, IsNotRestoredFromHalfAPair)
+TEST(JALoginObject, isNotRestoredFromHalfAPair)
 {
     defaults().setObject(QStringLiteral("JSESSIONID"), QStringLiteral("kSessionName"));
     EXPECT_EQ(JALoginObject::restoreSession(), std::nullopt);
@@ -69,23 +69,23 @@ TEST(JALoginObject, IsNotRestoredFromHalfAPair)
     EXPECT_EQ(JALoginObject::restoreSession(), std::nullopt);
 }
 
-TEST(JALoginObject, IsRestoredFromNumbersToo)
+TEST(JALoginObject, isRestoredFromNumbersToo)
 {
     defaults().setObject(7, QStringLiteral("kSessionName"));
     defaults().setObject(42, QStringLiteral("kSessionValue"));
     EXPECT_EQ(JALoginObject::restoreSession(), QStringLiteral("7=42"));
 }
 
-TEST(JALoginObject, WithoutASessionKeepsTheOneSavedBefore)
+TEST(JALoginObject, withoutASessionKeepsTheOneSavedBefore)
 {
     save("JSESSIONID", "abc");
-    const auto session = JALoginObject::initWithDictionary(tests::object(R"({"self": "x", "name": "ada"})"));
+    const auto session = JALoginObject::initWithDictionary(tests::object(R"({"self": "x", "name": "anna"})"));
     EXPECT_EQ(session->sessionName(), std::nullopt);
     EXPECT_EQ(session->sessionValue(), std::nullopt);
     EXPECT_EQ(JALoginObject::restoreSession(), QStringLiteral("JSESSIONID=abc"));
 }
 
-TEST(JALoginObject, WithHalfAPairKeepsTheOneSavedBefore)
+TEST(JALoginObject, withHalfAPairKeepsTheOneSavedBefore)
 {
     save("JSESSIONID", "abc");
     const auto nameOnly = JALoginObject::initWithDictionary(tests::object(R"({"session": {"name": "N"}})"));
@@ -95,7 +95,7 @@ TEST(JALoginObject, WithHalfAPairKeepsTheOneSavedBefore)
     EXPECT_EQ(JALoginObject::restoreSession(), QStringLiteral("JSESSIONID=abc"));
 }
 
-TEST(JALoginObject, CanBeMadeTheSavedSessionAgain)
+TEST(JALoginObject, canBeMadeTheSavedSessionAgain)
 {
     const auto session = JALoginObject::initWithDictionary(tests::object(answer));
     save("JSESSIONID", "abc");
@@ -103,7 +103,7 @@ TEST(JALoginObject, CanBeMadeTheSavedSessionAgain)
     EXPECT_EQ(JALoginObject::restoreSession(), QStringLiteral("JSESSIONID=12345678901234567890123456789012"));
 }
 
-TEST(JALoginObject, IsForgottenByAReset)
+TEST(JALoginObject, isForgottenByAReset)
 {
     save("JSESSIONID", "abc");
     JALoginObject::resetSession();
@@ -112,7 +112,7 @@ TEST(JALoginObject, IsForgottenByAReset)
     EXPECT_EQ(savedName(), std::nullopt);
 }
 
-TEST(JALoginObject, FromAnEmptyDictionaryHasNothing)
+TEST(JALoginObject, fromAnEmptyDictionaryHasNothing)
 {
     const auto session = JALoginObject::initWithDictionary({});
     EXPECT_EQ(session->failedLoginCount(), 0);
@@ -124,7 +124,7 @@ TEST(JALoginObject, FromAnEmptyDictionaryHasNothing)
     EXPECT_EQ(JALoginObject::restoreSession(), std::nullopt);
 }
 
-TEST(JALoginObject, TakesObjectsOfAnotherTypeForAbsent)
+TEST(JALoginObject, takesObjectsOfAnotherTypeForAbsent)
 {
     save("JSESSIONID", "abc");
     for (const QJsonValue& value : tests::valuesOfEveryType) {
@@ -137,7 +137,7 @@ TEST(JALoginObject, TakesObjectsOfAnotherTypeForAbsent)
     EXPECT_EQ(JALoginObject::restoreSession(), QStringLiteral("JSESSIONID=abc"));
 }
 
-TEST(JALoginObject, TakesValuesOfAnotherTypeForAbsentAndNumbersForTheirDigits)
+TEST(JALoginObject, takesValuesOfAnotherTypeForAbsentAndNumbersForTheirDigits)
 {
     for (const QJsonValue& value : tests::valuesOfEveryType) {
         save("JSESSIONID", "abc");

@@ -3,7 +3,7 @@
 
 namespace {
 
-TEST(JAObject, TakesAnyDictionary)
+TEST(JAObject, takesAnyDictionary)
 {
     EXPECT_NE(JAObject::initWithDictionary({}), nullptr);
     EXPECT_NE(JAObject::initWithDictionary(tests::object(R"({"anything": [1, null]})")), nullptr);

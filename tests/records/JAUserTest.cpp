@@ -1,41 +1,41 @@
 #include "records/JAUser.h"
 #include "tests/records/Json.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 namespace {
 
 const QByteArray answer = R"({
-    "self": "http://jira.example.test/rest/api/2/user?username=ada",
-    "key": "JIRAUSER10000", "name": "ada", "emailAddress": "ada@example.test",
+    "self": "http://jira.example.test/rest/api/2/user?username=anna",
+    "key": "JIRAUSER10000", "name": "anna", "emailAddress": "anna@example.test",
     "avatarUrls": {"48x48": "http://jira.example.test/secure/useravatar?avatarId=10122",
                    "24x24": "http://jira.example.test/secure/useravatar?size=small&avatarId=10122"},
-    "displayName": "Ada Löwe", "active": true, "timeZone": "Europe/Berlin", "locale": "en_US"})";
+    "displayName": "Anna Löwe", "active": true, "timeZone": "Europe/Berlin", "locale": "en_US"})";
 
-TEST(JAUser, ReadsEveryPropertyFromItsKey)
+TEST(JAUser, readsEveryPropertyFromItsKey)
 {
     const auto user = JAUser::initWithDictionary(tests::object(answer));
     EXPECT_EQ(user->avatarUrl(), QStringLiteral("http://jira.example.test/secure/useravatar?avatarId=10122"));
-    EXPECT_EQ(user->displayName(), QStringLiteral("Ada Löwe"));
-    EXPECT_EQ(user->email(), QStringLiteral("ada@example.test"));
+    EXPECT_EQ(user->displayName(), QStringLiteral("Anna Löwe"));
+    EXPECT_EQ(user->email(), QStringLiteral("anna@example.test"));
     EXPECT_EQ(user->key(), QStringLiteral("JIRAUSER10000"));
-    EXPECT_EQ(user->name(), QStringLiteral("ada"));
+    EXPECT_EQ(user->name(), QStringLiteral("anna"));
     EXPECT_EQ(user->timeZone(), QStringLiteral("Europe/Berlin"));
 }
 
-TEST(JAUser, WithoutThePictureOfItsSizeHasEverythingElse)
+TEST(JAUser, withoutThePictureOfItsSizeHasEverythingElse)
 {
     QJsonObject dictionary = tests::object(answer);
     dictionary[QStringLiteral("avatarUrls")] = QJsonObject{{QStringLiteral("24x24"), QStringLiteral("http://small")}};
     const auto user = JAUser::initWithDictionary(dictionary);
     EXPECT_EQ(user->avatarUrl(), std::nullopt);
-    EXPECT_EQ(user->displayName(), QStringLiteral("Ada Löwe"));
-    EXPECT_EQ(user->email(), QStringLiteral("ada@example.test"));
+    EXPECT_EQ(user->displayName(), QStringLiteral("Anna Löwe"));
+    EXPECT_EQ(user->email(), QStringLiteral("anna@example.test"));
     EXPECT_EQ(user->key(), QStringLiteral("JIRAUSER10000"));
-    EXPECT_EQ(user->name(), QStringLiteral("ada"));
+    EXPECT_EQ(user->name(), QStringLiteral("anna"));
     EXPECT_EQ(user->timeZone(), QStringLiteral("Europe/Berlin"));
 }
 
-TEST(JAUser, FromAnEmptyDictionaryHasNothing)
+TEST(JAUser, fromAnEmptyDictionaryHasNothing)
 {
     const auto user = JAUser::initWithDictionary({});
     EXPECT_EQ(user->avatarUrl(), std::nullopt);
@@ -46,7 +46,7 @@ TEST(JAUser, FromAnEmptyDictionaryHasNothing)
     EXPECT_EQ(user->timeZone(), std::nullopt);
 }
 
-TEST(JAUser, TakesAValueOfAnotherTypeForAbsent)
+TEST(JAUser, takesAValueOfAnotherTypeForAbsent)
 {
     using Property = const std::optional<QString>& (JAUser::*)() const;
     const std::vector<std::pair<const char*, Property>> properties = {
@@ -66,7 +66,7 @@ TEST(JAUser, TakesAValueOfAnotherTypeForAbsent)
     }
 }
 
-TEST(JAUser, TakesAPictureUnderAnyOtherTypeForAbsent)
+TEST(JAUser, takesAPictureUnderAnyOtherTypeForAbsent)
 {
     for (const QJsonValue& value : tests::valuesOfEveryType) {
         const auto withStrangePictures = JAUser::initWithDictionary({{QStringLiteral("avatarUrls"), value}});

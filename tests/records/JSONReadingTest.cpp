@@ -1,6 +1,6 @@
 #include "records/JSONReading.h"
 #include "tests/records/Json.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <limits>
 
@@ -11,7 +11,7 @@ QJsonValue value(const char* json)
     return tests::object(QByteArray(R"({"v": )") + json + "}").value(u"v");
 }
 
-TEST(JSONReading, OnlyATextIsAText)
+TEST(JSONReading, onlyATextIsAText)
 {
     EXPECT_EQ(records::text(value(R"("abc")")), QStringLiteral("abc"));
     EXPECT_EQ(records::text(value(R"("")")), QString());
@@ -20,7 +20,7 @@ TEST(JSONReading, OnlyATextIsAText)
     EXPECT_EQ(records::text(QJsonValue(QJsonValue::Undefined)), std::nullopt);
 }
 
-TEST(JSONReading, ANumberIsReadAsItsDigitsWhereItMayStandForAText)
+TEST(JSONReading, aNumberIsReadAsItsDigitsWhereItMayStandForAText)
 {
     EXPECT_EQ(records::textOrNumber(value("10013")), QStringLiteral("10013"));
     EXPECT_EQ(records::textOrNumber(value("9007199254740993")), QStringLiteral("9007199254740993"));
@@ -29,7 +29,7 @@ TEST(JSONReading, ANumberIsReadAsItsDigitsWhereItMayStandForAText)
         EXPECT_EQ(records::textOrNumber(other).has_value(), other.isString() || other.isDouble());
 }
 
-TEST(JSONReading, IntegersKeepSixtyFourBits)
+TEST(JSONReading, integersKeepSixtyFourBits)
 {
     EXPECT_EQ(records::integer(value("2048")), 2048);
     EXPECT_EQ(records::integer(value("-1")), -1);
@@ -38,21 +38,21 @@ TEST(JSONReading, IntegersKeepSixtyFourBits)
     EXPECT_EQ(records::integer(value("-9223372036854775808")), std::numeric_limits<qint64>::lowest());
 }
 
-TEST(JSONReading, IntegersLoseTheirFraction)
+TEST(JSONReading, integersLoseTheirFraction)
 {
     EXPECT_EQ(records::integer(value("2048.9")), 2048);
     EXPECT_EQ(records::integer(value("-2048.9")), -2048);
     EXPECT_EQ(records::integer(value("1e3")), 1000);
 }
 
-TEST(JSONReading, NumbersBeyondSixtyFourBitsGiveTheLowestInteger)
+TEST(JSONReading, numbersBeyondSixtyFourBitsGiveTheLowestInteger)
 {
     EXPECT_EQ(records::integer(value("1e300")), std::numeric_limits<qint64>::lowest());
     EXPECT_EQ(records::integer(value("-1e300")), std::numeric_limits<qint64>::lowest());
     EXPECT_EQ(records::integer(value("9223372036854775808")), std::numeric_limits<qint64>::lowest());
 }
 
-TEST(JSONReading, OnlyANumberIsAnInteger)
+TEST(JSONReading, onlyANumberIsAnInteger)
 {
     for (const QJsonValue& other : tests::valuesOfEveryType) {
         EXPECT_EQ(records::integer(other), other.isDouble() ? 7 : 0);

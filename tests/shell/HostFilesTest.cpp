@@ -9,7 +9,7 @@
 #include "shell/JAWindowController.h"
 #include "shell/JMWindowController.h"
 #include "shell/TLJiraUpload.h"
-#include "tests/upload/JiraTest.h"
+#include "tests/kit/JiraTest.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -39,13 +39,13 @@ public:
     void logIn(JALoginWindow& form)
     {
         tljira::setText(QPointer(form.hostTextField()), address);
-        tljira::setText(QPointer(form.emailTextField()), QStringLiteral("jane"));
+        tljira::setText(QPointer(form.emailTextField()), QStringLiteral("anna"));
         tljira::setText(QPointer(form.passwordTextField()), QStringLiteral("secret"));
         form.loginButtonAction();
         drainMainQueue();
         client->setHost(address);
         bool isIn = false;
-        client->login(QStringLiteral("jane"), QStringLiteral("secret"),
+        client->login(QStringLiteral("anna"), QStringLiteral("secret"),
                       [&isIn](const auto& session, const auto&) { isIn = session != nullptr; });
         ASSERT_TRUE(waitUntil([&] { return isIn; }));
         drainMainQueue();

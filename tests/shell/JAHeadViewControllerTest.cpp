@@ -5,8 +5,8 @@
 #include "platform/foundation/MainQueue.h"
 #include "shell/JALoginWindow.h"
 #include "standin/Avatar.h"
-#include "tests/support/HeldGlobalQueue.h"
-#include "tests/upload/JiraTest.h"
+#include "tests/kit/HeldGlobalQueue.h"
+#include "tests/kit/JiraTest.h"
 
 #include <QBuffer>
 #include <QtTest/QTest>
@@ -77,8 +77,8 @@ protected:
 
     std::shared_ptr<JAHeadViewController> header;
     std::shared_ptr<tljira::Window> window;
-    const QStringList janesNames{QStringLiteral("jane"), QStringLiteral("Jane Doe"),
-                                 QStringLiteral("jane@example.test")};
+    const QStringList annasNames{QStringLiteral("anna"), QStringLiteral("Anna Lindqvist"),
+                                 QStringLiteral("anna@example.test")};
 };
 
 TEST_F(JAHeadViewControllerTest, findsEverythingInItsInterfaceFile)
@@ -90,7 +90,7 @@ TEST_F(JAHeadViewControllerTest, beginsEmptyAndLookingForASession)
 {
     EXPECT_EQ(names(), QStringList({QString(), QString(), QString()}));
     EXPECT_TRUE(header->avatarImage()->image().isNull());
-    EXPECT_FALSE(isShown(header->okSessionView()));
+    EXPECT_FALSE(ui::isShown(header->okSessionView()));
     EXPECT_TRUE(header->findSessionProgressIndicator()->isAnimating());
     EXPECT_NE(header->jaLoginWindow(), nullptr);
     EXPECT_EQ(header->okSessionView()->parentWidget(), header->view());
@@ -111,7 +111,7 @@ TEST_F(JAHeadViewControllerTest, doesNothingWithoutASession)
     header->setOkSessionView();
     drainMainQueue();
 
-    EXPECT_FALSE(isShown(header->okSessionView()));
+    EXPECT_FALSE(ui::isShown(header->okSessionView()));
     EXPECT_TRUE(server.requests().empty());
     EXPECT_EQ(names(), QStringList({QString(), QString(), QString()}));
 }
@@ -120,11 +120,11 @@ TEST_F(JAHeadViewControllerTest, showsWhoIsLoggedIn)
 {
     logIn();
     header->setOkSessionView();
-    EXPECT_TRUE(isShown(header->okSessionView()));
+    EXPECT_TRUE(ui::isShown(header->okSessionView()));
     EXPECT_EQ(names(), QStringList({QString(), QString(), QString()}));
 
     ASSERT_TRUE(waitForAvatar());
-    EXPECT_EQ(names(), janesNames);
+    EXPECT_EQ(names(), annasNames);
     EXPECT_EQ(header->avatarImage()->image(), QImage::fromData(QByteArray::fromStdString(standin::avatarPng(48))));
     EXPECT_TRUE(header->findSessionProgressIndicator()->isAnimating());
 }
@@ -169,7 +169,7 @@ TEST_F(WithoutAddressesTest, leavesTheAddressEmptyWhereTheServerHidesIt)
 {
     fill();
 
-    EXPECT_EQ(names(), QStringList({QStringLiteral("jane"), QStringLiteral("Jane Doe"), QString()}));
+    EXPECT_EQ(names(), QStringList({QStringLiteral("anna"), QStringLiteral("Anna Lindqvist"), QString()}));
 }
 
 TEST_F(JAHeadViewControllerTest, showsNamesAsPlainTextWhateverTheyHold)
@@ -265,7 +265,7 @@ TEST_F(JAHeadViewControllerTest, doesNotWaitForAnAvatarThatNeverComes)
     header->setOkSessionView();
     waitForHeldExchange();
 
-    EXPECT_EQ(names(), janesNames);
+    EXPECT_EQ(names(), annasNames);
     EXPECT_TRUE(header->avatarImage()->image().isNull());
     EXPECT_TRUE(button("logoutButton")->isEnabled());
 
@@ -279,52 +279,52 @@ TEST_F(JAHeadViewControllerTest, doesNotWaitForAnAvatarThatNeverComes)
 TEST_F(JAHeadViewControllerTest, keepsTheLastUserThroughALogout)
 {
     fill();
-    click(button("logoutButton"));
+    ui::click(button("logoutButton"));
     ASSERT_TRUE(waitUntil(
         [this] { return server.finishedRequestCount() == server.requestCount() && server.sessionCount() == 0; }));
     drainMainQueue();
 
     EXPECT_EQ(server.lastRequest().method, "DELETE");
-    EXPECT_EQ(names(), janesNames);
+    EXPECT_EQ(names(), annasNames);
     EXPECT_FALSE(header->avatarImage()->image().isNull());
-    EXPECT_TRUE(isShown(header->okSessionView()));
+    EXPECT_TRUE(ui::isShown(header->okSessionView()));
 }
 
 TEST_F(JAHeadViewControllerTest, logsInThroughASheet)
 {
-    click(button("loginButton"));
+    ui::click(button("loginButton"));
     const auto form = header->jaLoginWindow();
     ASSERT_EQ(window->attachedSheet(), form->window());
-    type(form->hostTextField(), address);
-    type(form->emailTextField(), QStringLiteral("jane"));
-    type(form->passwordTextField(), QStringLiteral("secret"));
-    click(form->loginButton());
+    ui::type(form->hostTextField(), address);
+    ui::type(form->emailTextField(), QStringLiteral("anna"));
+    ui::type(form->passwordTextField(), QStringLiteral("secret"));
+    ui::click(form->loginButton());
 
     ASSERT_TRUE(waitForAvatar());
     EXPECT_EQ(window->attachedSheet(), nullptr);
-    EXPECT_EQ(names(), janesNames);
-    EXPECT_TRUE(isShown(header->okSessionView()));
+    EXPECT_EQ(names(), annasNames);
+    EXPECT_TRUE(ui::isShown(header->okSessionView()));
 }
 
 TEST_F(JAHeadViewControllerTest, endsItsSheetAtTheFormsCancel)
 {
     for (int time = 0; time < 3; ++time) {
-        click(button("loginButton"));
+        ui::click(button("loginButton"));
         ASSERT_EQ(window->attachedSheet(), header->jaLoginWindow()->window());
-        click(header->jaLoginWindow()->cancelButton());
+        ui::click(header->jaLoginWindow()->cancelButton());
         EXPECT_EQ(window->attachedSheet(), nullptr);
         EXPECT_TRUE(window->isVisible());
     }
     drainMainQueue();
     EXPECT_TRUE(server.requests().empty());
-    EXPECT_FALSE(isShown(header->okSessionView()));
+    EXPECT_FALSE(ui::isShown(header->okSessionView()));
 }
 
 TEST_F(JAHeadViewControllerTest, endsItsSheetAtEscape)
 {
-    click(button("loginButton"));
+    ui::click(button("loginButton"));
     drainMainQueue();
-    press(*header->jaLoginWindow()->window(), Qt::Key_Escape);
+    ui::press(header->jaLoginWindow()->window()->widget(), Qt::Key_Escape);
 
     EXPECT_TRUE(waitUntil([this] { return window->attachedSheet() == nullptr; }));
 }
@@ -333,17 +333,17 @@ TEST_F(JAHeadViewControllerTest, cannotBeAskedToLogInBehindThePanel)
 {
     fill();
 
-    EXPECT_FALSE(isShown(button("loginButton")));
+    EXPECT_FALSE(ui::isShown(button("loginButton")));
     QTest::keyClick(window->widget(), Qt::Key_L, Qt::AltModifier);
     for (int stop = 0; stop < 5; ++stop) {
-        press(*window, Qt::Key_Tab);
+        ui::press(window->widget(), Qt::Key_Tab);
         EXPECT_NE(window->widget()->focusWidget(), button("loginButton"));
     }
     drainMainQueue();
     EXPECT_EQ(window->attachedSheet(), nullptr);
 
     header->setActualView(nullptr);
-    EXPECT_TRUE(isShown(button("loginButton")));
+    EXPECT_TRUE(ui::isShown(button("loginButton")));
 }
 
 TEST_F(JAHeadViewControllerTest, ignoresASheetThatEndsWithAnotherCode)
@@ -357,7 +357,7 @@ TEST_F(JAHeadViewControllerTest, ignoresASheetThatEndsWithAnotherCode)
     drainMainQueue();
 
     EXPECT_TRUE(server.requests().empty());
-    EXPECT_FALSE(isShown(header->okSessionView()));
+    EXPECT_FALSE(ui::isShown(header->okSessionView()));
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 #include "constants/JAConstants.h"
 #include "platform/foundation/UserDefaults.h"
 #include "platform/toolkit/ViewClasses.h"
-#include "tests/upload/JiraTest.h"
+#include "tests/kit/JiraTest.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -38,22 +38,22 @@ protected:
 
     void fillIn(const QString& host, const QString& user, const QString& password)
     {
-        type(form->hostTextField(), host);
-        type(form->emailTextField(), user);
-        type(form->passwordTextField(), password);
+        ui::type(form->hostTextField(), host);
+        ui::type(form->emailTextField(), user);
+        ui::type(form->passwordTextField(), password);
     }
 
     void logInWith(const QString& host, const QString& user, const QString& password)
     {
         fillIn(host, user, password);
-        click(form->loginButton());
+        ui::click(form->loginButton());
         ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
     }
 
     QString error() const { return form->errorLabel()->text(); }
 
     std::shared_ptr<JALoginWindow> form = JALoginWindow::init();
-    const QString jane = QStringLiteral("jane");
+    const QString anna = QStringLiteral("anna");
     const QString secret = QStringLiteral("secret");
 };
 
@@ -65,7 +65,7 @@ TEST_F(JALoginWindowTest, findsEverythingInItsInterfaceFile)
 TEST_F(JALoginWindowTest, beginsIdle)
 {
     EXPECT_TRUE(form->loginButton()->isEnabled());
-    EXPECT_FALSE(isShown(form->spiner()));
+    EXPECT_FALSE(ui::isShown(form->spiner()));
     EXPECT_EQ(error(), QString());
     EXPECT_EQ(form->hostTextField()->text(), QString());
     EXPECT_EQ(form->hostTextField()->placeholderText(), QStringLiteral("https://jira.example.com"));
@@ -122,29 +122,29 @@ TEST_F(JALoginWindowTest, walksWithTheTabKeyThroughFieldsAndButtons)
 TEST_F(JALoginWindowTest, showsThatALoginIsUnderWay)
 {
     server.misbehave(Match::on("POST", "/rest/auth/1/session"), Fault().hold(standin::Point::responseHead(0)));
-    fillIn(address, jane, secret);
-    click(form->loginButton());
+    fillIn(address, anna, secret);
+    ui::click(form->loginButton());
     waitForHeldExchange();
 
     EXPECT_FALSE(form->loginButton()->isEnabled());
-    EXPECT_TRUE(isShown(form->spiner()));
+    EXPECT_TRUE(ui::isShown(form->spiner()));
     EXPECT_TRUE(form->spiner()->isAnimating());
 
     QTest::mouseClick(form->loginButton(), Qt::LeftButton);
-    press(*form->window(), Qt::Key_Return);
+    ui::press(form->window()->widget(), Qt::Key_Return);
     server.release();
     ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
 
-    EXPECT_FALSE(isShown(form->spiner()));
+    EXPECT_FALSE(ui::isShown(form->spiner()));
     EXPECT_EQ(server.requests("/rest/auth/1/session").size(), 1U);
 }
 
 TEST_F(JALoginWindowTest, leavesTheKeyboardToThePasswordWhileALoginIsUnderWay)
 {
     server.misbehave(Match::on("POST", "/rest/auth/1/session"), Fault().hold(standin::Point::responseHead(0)));
-    fillIn(address, jane, secret);
+    fillIn(address, anna, secret);
     form->loginButton()->setFocus();
-    click(form->loginButton());
+    ui::click(form->loginButton());
     waitForHeldExchange();
     EXPECT_EQ(form->window()->widget()->focusWidget(), form->passwordTextField());
     EXPECT_FALSE(form->hostTextField()->hasSelectedText());
@@ -154,13 +154,13 @@ TEST_F(JALoginWindowTest, leavesTheKeyboardToThePasswordWhileALoginIsUnderWay)
 
 TEST_F(JALoginWindowTest, sendsWhatIsTyped)
 {
-    fillIn(address, QStringLiteral(" jane "), QStringLiteral("p\"w "));
+    fillIn(address, QStringLiteral(" anna "), QStringLiteral("p\"w "));
     form->passwordTextField()->insert(QStringLiteral("ü"));
-    click(form->loginButton());
+    ui::click(form->loginButton());
     ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
 
     EXPECT_EQ(QByteArray::fromStdString(server.lastRequest().body),
-              QStringLiteral("{\"password\":\"p\\\"w ü\",\"username\":\" jane \"}").toUtf8());
+              QStringLiteral("{\"password\":\"p\\\"w ü\",\"username\":\" anna \"}").toUtf8());
 }
 
 TEST_F(JALoginWindowTest, takesUpNoBlanksAroundAnAddress)
@@ -185,7 +185,7 @@ TEST_F(JALoginWindowTest, handsOnWhatStandsInTheFieldUnchanged)
 {
     const QString set = u' ' + address + u' ';
     form->hostTextField()->setText(set);
-    click(form->loginButton());
+    ui::click(form->loginButton());
     EXPECT_EQ(tljira::UserDefaults::standardUserDefaults().stringForKey(kJiraURL), set);
     ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
 }
@@ -193,7 +193,7 @@ TEST_F(JALoginWindowTest, handsOnWhatStandsInTheFieldUnchanged)
 TEST_F(JALoginWindowTest, savesTheAddressAsItIsTyped)
 {
     const QString typed = QStringLiteral("http://jira.example.test/with/path");
-    logInWith(typed, jane, secret);
+    logInWith(typed, anna, secret);
 
     EXPECT_EQ(tljira::UserDefaults::standardUserDefaults().stringForKey(kJiraURL), typed);
     EXPECT_EQ(client->jiraHost(), address);
@@ -202,8 +202,8 @@ TEST_F(JALoginWindowTest, savesTheAddressAsItIsTyped)
 
 TEST_F(JALoginWindowTest, logsInAtTheReturnKey)
 {
-    fillIn(address, jane, secret);
-    press(*form->window(), Qt::Key_Return);
+    fillIn(address, anna, secret);
+    ui::press(form->window()->widget(), Qt::Key_Return);
 
     ASSERT_TRUE(waitUntil([this] { return client->jaSession() != nullptr; }));
     EXPECT_EQ(error(), QString());
@@ -211,7 +211,7 @@ TEST_F(JALoginWindowTest, logsInAtTheReturnKey)
 
 TEST_F(JALoginWindowTest, tellsOfAWrongPassword)
 {
-    logInWith(address, jane, QStringLiteral("wrong"));
+    logInWith(address, anna, QStringLiteral("wrong"));
 
     EXPECT_EQ(error(), QStringLiteral("Incorrect login or password"));
     EXPECT_THAT(log.lines(), Contains(QStringLiteral("error: <QLabel: errorLabel> The operation couldn’t be completed. "
@@ -222,9 +222,9 @@ TEST_F(JALoginWindowTest, asksForThePasswordAgainAfterARefusal)
 {
     for (QWidget* focused :
          {static_cast<QWidget*>(form->hostTextField()), static_cast<QWidget*>(form->loginButton())}) {
-        fillIn(address, jane, QStringLiteral("wrong"));
+        fillIn(address, anna, QStringLiteral("wrong"));
         focused->setFocus();
-        press(*form->window(), Qt::Key_Return);
+        ui::press(form->window()->widget(), Qt::Key_Return);
         ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
 
         EXPECT_EQ(form->window()->widget()->focusWidget(), form->passwordTextField());
@@ -237,9 +237,9 @@ TEST_F(JALoginWindowTest, asksForThePasswordAgainAfterARefusal)
 
 TEST_F(JALoginWindowTest, leavesTheKeyboardWhereItIsWhenNoServerAnswers)
 {
-    fillIn(deadAddress, jane, secret);
+    fillIn(deadAddress, anna, secret);
     form->hostTextField()->setFocus();
-    press(*form->window(), Qt::Key_Return);
+    ui::press(form->window()->widget(), Qt::Key_Return);
     ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
 
     EXPECT_EQ(form->window()->widget()->focusWidget(), form->hostTextField());
@@ -247,8 +247,8 @@ TEST_F(JALoginWindowTest, leavesTheKeyboardWhereItIsWhenNoServerAnswers)
 
 TEST_F(JALoginWindowTest, tellsOfACaptchaThatHasToBeSolved)
 {
-    server.requireCaptcha("jane");
-    logInWith(address, jane, secret);
+    server.requireCaptcha("anna");
+    logInWith(address, anna, secret);
 
     EXPECT_EQ(error(), QStringLiteral("The operation couldn’t be completed. (invalid sessioin error 403.)"));
 }
@@ -256,7 +256,7 @@ TEST_F(JALoginWindowTest, tellsOfACaptchaThatHasToBeSolved)
 TEST_F(JALoginWindowTest, tellsOfAPageInsteadOfAnAnswer)
 {
     server.misbehave({}, Fault().status(503, "<html>Maintenance</html>", "text/html"));
-    logInWith(address, jane, secret);
+    logInWith(address, anna, secret);
 
     EXPECT_EQ(error(), QStringLiteral("The operation couldn’t be completed. (invalid sessioin error 503.)"));
 }
@@ -264,7 +264,7 @@ TEST_F(JALoginWindowTest, tellsOfAPageInsteadOfAnAnswer)
 TEST_F(JALoginWindowTest, takesAnyAnswerWithStatus200ForALogin)
 {
     server.misbehave({}, Fault().status(200, "<html>Welcome</html>", "text/html"));
-    logInWith(address, jane, secret);
+    logInWith(address, anna, secret);
 
     EXPECT_EQ(error(), QString());
     EXPECT_NE(client->jaSession(), nullptr);
@@ -272,7 +272,7 @@ TEST_F(JALoginWindowTest, takesAnyAnswerWithStatus200ForALogin)
 
 TEST_F(JALoginWindowTest, tellsOfAServerThatIsDown)
 {
-    logInWith(deadAddress, jane, secret);
+    logInWith(deadAddress, anna, secret);
 
     EXPECT_EQ(error(), QStringLiteral("Could not connect to the server."));
 }
@@ -287,7 +287,7 @@ TEST_F(JALoginWindowTest, sendsEmptyFieldsAsTheyAre)
 
 TEST_F(JALoginWindowTest, tellsOfAnEmptyAddress)
 {
-    logInWith(QString(), jane, secret);
+    logInWith(QString(), anna, secret);
 
     EXPECT_EQ(error(), QStringLiteral("unsupported URL"));
     EXPECT_TRUE(server.requests().empty());
@@ -295,7 +295,7 @@ TEST_F(JALoginWindowTest, tellsOfAnEmptyAddress)
 
 TEST_F(JALoginWindowTest, tellsOfAnAddressWithoutAScheme)
 {
-    logInWith(QStringLiteral("jira.example.test"), jane, secret);
+    logInWith(QStringLiteral("jira.example.test"), anna, secret);
 
     EXPECT_EQ(error(), QStringLiteral("unsupported URL"));
     EXPECT_TRUE(server.requests().empty());
@@ -303,9 +303,9 @@ TEST_F(JALoginWindowTest, tellsOfAnAddressWithoutAScheme)
 
 TEST_F(JALoginWindowTest, keepsTheErrorThroughTheNextLogin)
 {
-    logInWith(address, jane, QStringLiteral("wrong"));
-    type(form->passwordTextField(), secret);
-    click(form->loginButton());
+    logInWith(address, anna, QStringLiteral("wrong"));
+    ui::type(form->passwordTextField(), secret);
+    ui::click(form->loginButton());
     EXPECT_EQ(error(), QStringLiteral("Incorrect login or password"));
     ASSERT_TRUE(waitUntil([this] { return client->jaSession() != nullptr; }));
     drainMainQueue();
@@ -324,8 +324,8 @@ TEST_F(JALoginWindowTest, livesUntilItsLoginHasEnded)
 {
     const std::weak_ptr<JALoginWindow> letGo = form;
     server.misbehave({}, Fault().hold(standin::Point::responseHead(0)));
-    fillIn(address, jane, secret);
-    click(form->loginButton());
+    fillIn(address, anna, secret);
+    ui::click(form->loginButton());
     waitForHeldExchange();
     form.reset();
     drainMainQueue();
@@ -352,7 +352,7 @@ protected:
 
 TEST_F(LoginSheetTest, endsWithCodeOneAfterALogin)
 {
-    logInWith(address, jane, secret);
+    logInWith(address, anna, secret);
 
     EXPECT_THAT(codes, ElementsAre(1));
     EXPECT_FALSE(form->window()->isVisible());
@@ -360,7 +360,7 @@ TEST_F(LoginSheetTest, endsWithCodeOneAfterALogin)
 
 TEST_F(LoginSheetTest, staysUpAfterAFailure)
 {
-    logInWith(address, jane, QStringLiteral("wrong"));
+    logInWith(address, anna, QStringLiteral("wrong"));
 
     EXPECT_THAT(codes, IsEmpty());
     EXPECT_TRUE(form->window()->isVisible());
@@ -368,7 +368,7 @@ TEST_F(LoginSheetTest, staysUpAfterAFailure)
 
 TEST_F(LoginSheetTest, isNotEndedByItsOwnCancelButton)
 {
-    click(form->cancelButton());
+    ui::click(form->cancelButton());
 
     EXPECT_THAT(codes, IsEmpty());
     EXPECT_TRUE(form->window()->isVisible());
@@ -391,7 +391,7 @@ TEST_F(JALoginWindowTest, cancelsNothingWhereNothingIsASheet)
 {
     const auto entry = tljira::Window::create(QStringLiteral("Entry"), nullptr);
     entry->makeKeyAndOrderFront();
-    click(form->cancelButton());
+    ui::click(form->cancelButton());
     entry->addChildWindow(form->window(), tljira::Window::Ordered::Below);
     form->cancelAction();
 

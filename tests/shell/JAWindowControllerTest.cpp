@@ -4,9 +4,9 @@
 #include "platform/foundation/VariantDescription.h"
 #include "platform/toolkit/Application.h"
 #include "platform/toolkit/View.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/Printers.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/LogCapture.h"
+#include "tests/kit/Printers.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QTimer>
 
@@ -34,7 +34,7 @@ protected:
     tests::LogCapture log;
 };
 
-TEST_F(JAWindowControllerTest, InitClearsTheClientsFile)
+TEST_F(JAWindowControllerTest, initClearsTheClientsFile)
 {
     client->setPathFile(QStringLiteral("/before"));
     const auto controller = JAWindowController::init();
@@ -44,7 +44,7 @@ TEST_F(JAWindowControllerTest, InitClearsTheClientsFile)
     EXPECT_FALSE(controller->isWindowLoaded());
 }
 
-TEST_F(JAWindowControllerTest, InitWithPathMakesItTheClientsFile)
+TEST_F(JAWindowControllerTest, initWithPathMakesItTheClientsFile)
 {
     const auto controller = JAWindowController::initWithPath(QStringLiteral("/documents/plan"));
     EXPECT_EQ(controller->pathFile(), QStringLiteral("/documents/plan"));
@@ -54,7 +54,7 @@ TEST_F(JAWindowControllerTest, InitWithPathMakesItTheClientsFile)
     EXPECT_EQ(controller->bodyViewController()->pathLabel()->text(), QStringLiteral("/documents/plan"));
 }
 
-TEST_F(JAWindowControllerTest, LoadsItsPanelsFromTheHostsBundle)
+TEST_F(JAWindowControllerTest, loadsItsPanelsFromTheHostsBundle)
 {
     const auto controller = JAWindowController::init();
     EXPECT_EQ(controller->bodyViewController(), nullptr);
@@ -65,7 +65,7 @@ TEST_F(JAWindowControllerTest, LoadsItsPanelsFromTheHostsBundle)
     EXPECT_THAT(controller->headViewController()->interfaceProblems(), IsEmpty());
 }
 
-TEST_F(JAWindowControllerTest, ItsPanelsFillTheirPlaces)
+TEST_F(JAWindowControllerTest, itsPanelsFillTheirPlaces)
 {
     const auto controller = JAWindowController::init();
     controller->showWindow();
@@ -81,7 +81,7 @@ TEST_F(JAWindowControllerTest, ItsPanelsFillTheirPlaces)
     EXPECT_TRUE(head->isVisible());
 }
 
-TEST_F(JAWindowControllerTest, ItsPanelsCarryTheNumberOfTheirSubviews)
+TEST_F(JAWindowControllerTest, itsPanelsCarryTheNumberOfTheirSubviews)
 {
     const auto controller = JAWindowController::init();
     controller->window();
@@ -93,7 +93,7 @@ TEST_F(JAWindowControllerTest, ItsPanelsCarryTheNumberOfTheirSubviews)
               count(*controller->headViewController()));
 }
 
-TEST_F(JAWindowControllerTest, LogsThePagesOfTheHostsObject)
+TEST_F(JAWindowControllerTest, logsThePagesOfTheHostsObject)
 {
     QObject document;
     const QVariantList pages = {QStringLiteral("first"), 2, QVariantMap{{QStringLiteral("width"), 210}}};
@@ -105,7 +105,7 @@ TEST_F(JAWindowControllerTest, LogsThePagesOfTheHostsObject)
                             QStringLiteral("{\n    width = 210;\n}")));
 }
 
-TEST_F(JAWindowControllerTest, LogsPagesThatAreTexts)
+TEST_F(JAWindowControllerTest, logsPagesThatAreTexts)
 {
     QObject document;
     document.setProperty("pages", QStringList{QStringLiteral("a"), QStringLiteral("b")});
@@ -114,7 +114,7 @@ TEST_F(JAWindowControllerTest, LogsPagesThatAreTexts)
     EXPECT_THAT(linesOfLoading(controller).mid(1), ElementsAre(QStringLiteral("a"), QStringLiteral("b")));
 }
 
-TEST_F(JAWindowControllerTest, LogsPagesThatAreObjectsAndRectangles)
+TEST_F(JAWindowControllerTest, logsPagesThatAreObjectsAndRectangles)
 {
     QObject document;
     QObject page;
@@ -129,7 +129,7 @@ TEST_F(JAWindowControllerTest, LogsPagesThatAreObjectsAndRectangles)
     EXPECT_THAT(linesOfLoading(withRectangles).mid(1), ElementsAre(QStringLiteral("{{0, 0}, {210, 297.5}}")));
 }
 
-TEST_F(JAWindowControllerTest, LogsNoPagesWhereThereAreNone)
+TEST_F(JAWindowControllerTest, logsNoPagesWhereThereAreNone)
 {
     QObject document;
     const auto withoutPages = JAWindowController::init();
@@ -138,7 +138,7 @@ TEST_F(JAWindowControllerTest, LogsNoPagesWhereThereAreNone)
     EXPECT_THAT(linesOfLoading(JAWindowController::init()), ElementsAre(QStringLiteral("self.tmpFile: (null)")));
 }
 
-TEST_F(JAWindowControllerTest, DoesNotKeepTheHostsObject)
+TEST_F(JAWindowControllerTest, doesNotKeepTheHostsObject)
 {
     const auto controller = JAWindowController::init();
     {
@@ -150,7 +150,7 @@ TEST_F(JAWindowControllerTest, DoesNotKeepTheHostsObject)
     EXPECT_THAT(linesOfLoading(controller), ElementsAre(QStringLiteral("self.tmpFile: (null)")));
 }
 
-TEST_F(JAWindowControllerTest, RunDoesNothing)
+TEST_F(JAWindowControllerTest, runDoesNothing)
 {
     const auto controller = JAWindowController::init();
     bool isCalled = false;
@@ -161,7 +161,7 @@ TEST_F(JAWindowControllerTest, RunDoesNothing)
     EXPECT_EQ(tljira::Application::modalWindow(), nullptr);
 }
 
-TEST_F(JAWindowControllerTest, ClosingItsWindowEndsTheHostsModalRun)
+TEST_F(JAWindowControllerTest, closingItsWindowEndsTheHostsModalRun)
 {
     const auto controller = JAWindowController::init();
     controller->window();
@@ -175,7 +175,7 @@ TEST_F(JAWindowControllerTest, ClosingItsWindowEndsTheHostsModalRun)
 }
 
 /// A run ends by itself when its own window closes; here it is that of another window.
-TEST_F(JAWindowControllerTest, ClosingItsWindowEndsTheModalRunOfTheWindowWhoseSheetItIs)
+TEST_F(JAWindowControllerTest, closingItsWindowEndsTheModalRunOfTheWindowWhoseSheetItIs)
 {
     const auto controller = JAWindowController::init();
     const auto host = tljira::Window::create(QStringLiteral("Host"), nullptr);

@@ -41,7 +41,7 @@ protected:
     void lookUp()
     {
         QTest::keyClicks(body().issueKeyTextField(), QStringLiteral("ABC-1"));
-        tests::click(body().getAttachButton());
+        tests::ui::click(body().getAttachButton());
         ASSERT_TRUE(tests::waitUntil([this] { return list().window()->isVisible(); }));
         tests::drainMainQueue();
     }
@@ -50,7 +50,7 @@ protected:
     std::vector<std::optional<QString>> paths;
 };
 
-TEST_F(JMWindowControllerTest, IsMadeOfTheLoginFormTheHeaderAndTheDownloadPanel)
+TEST_F(JMWindowControllerTest, isMadeOfTheLoginFormTheHeaderAndTheDownloadPanel)
 {
     make();
     EXPECT_NE(controller->jaLoginWindow(), nullptr);
@@ -68,7 +68,7 @@ TEST_F(JMWindowControllerTest, IsMadeOfTheLoginFormTheHeaderAndTheDownloadPanel)
                                  true)));
 }
 
-TEST_F(JMWindowControllerTest, NeverTouchesTheMarkOfTheFirstRun)
+TEST_F(JMWindowControllerTest, neverTouchesTheMarkOfTheFirstRun)
 {
     make();
     controller->window();
@@ -79,7 +79,7 @@ TEST_F(JMWindowControllerTest, NeverTouchesTheMarkOfTheFirstRun)
     EXPECT_NE(client->jiraHost(), std::nullopt);
 }
 
-TEST_F(JMWindowControllerTest, ChecksTheSessionAndShowsHeaderAndPanel)
+TEST_F(JMWindowControllerTest, checksTheSessionAndShowsHeaderAndPanel)
 {
     make();
     controller->showWindow();
@@ -89,10 +89,10 @@ TEST_F(JMWindowControllerTest, ChecksTheSessionAndShowsHeaderAndPanel)
     EXPECT_FALSE(controller->loginViewContainer()->isVisible());
     EXPECT_EQ(server.requests("/rest/auth/1/session").size(), 1U);
     ASSERT_TRUE(tests::waitUntil(
-        [this] { return controller->headViewController()->nameLabel()->text() == QStringLiteral("ada"); }));
+        [this] { return controller->headViewController()->nameLabel()->text() == QStringLiteral("anna"); }));
 }
 
-TEST_F(JMWindowControllerTest, ShowsTheLoginFormWithoutASession)
+TEST_F(JMWindowControllerTest, showsTheLoginFormWithoutASession)
 {
     server.expireSessions();
     make();
@@ -101,7 +101,7 @@ TEST_F(JMWindowControllerTest, ShowsTheLoginFormWithoutASession)
     EXPECT_FALSE(body().getAttachButton()->isVisible());
 }
 
-TEST_F(JMWindowControllerTest, HandsOverNothingWhenItsWindowIsClosed)
+TEST_F(JMWindowControllerTest, handsOverNothingWhenItsWindowIsClosed)
 {
     make();
     duringRun([this] {
@@ -114,17 +114,17 @@ TEST_F(JMWindowControllerTest, HandsOverNothingWhenItsWindowIsClosed)
     EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral("JAWindowController windowWillClose")));
 }
 
-TEST_F(JMWindowControllerTest, HandsOverThePathOfTheDownload)
+TEST_F(JMWindowControllerTest, handsOverThePathOfTheDownload)
 {
     attach({.fileName = "plan.tessaloom", .bytes = "the plan"});
     make();
     duringRun([this] {
         lookUp();
-        tests::click(tests::cellAtRow(list(), 0)->downloadButton());
+        tests::ui::click(tests::cellAtRow(list(), 0)->downloadButton());
         ASSERT_TRUE(tests::waitUntil([this] { return list().isDone(); }));
         tests::drainMainQueue();
         EXPECT_THAT(paths, IsEmpty());
-        tests::click(tests::closeButton(*list().window()));
+        tests::ui::click(tests::closeButton(*list().window()));
     });
     ASSERT_EQ(paths.size(), 1U);
     EXPECT_EQ(tests::contentsOf(paths[0].value_or(QString())), QByteArray("the plan"));
@@ -132,7 +132,7 @@ TEST_F(JMWindowControllerTest, HandsOverThePathOfTheDownload)
     EXPECT_EQ(tljira::Application::modalWindow(), nullptr);
 }
 
-TEST_F(JMWindowControllerTest, HandsOverThePathThatTheBodyHoldsWhenTheRunEnds)
+TEST_F(JMWindowControllerTest, handsOverThePathThatTheBodyHoldsWhenTheRunEnds)
 {
     make();
     body().setPath(QStringLiteral("/earlier"));
@@ -143,7 +143,7 @@ TEST_F(JMWindowControllerTest, HandsOverThePathThatTheBodyHoldsWhenTheRunEnds)
     EXPECT_THAT(paths, ElementsAre(QStringLiteral("/later")));
 }
 
-TEST_F(JMWindowControllerTest, RunsAgain)
+TEST_F(JMWindowControllerTest, runsAgain)
 {
     make();
     for (int run = 0; run < 2; ++run)
@@ -151,7 +151,7 @@ TEST_F(JMWindowControllerTest, RunsAgain)
     EXPECT_THAT(paths, ElementsAre(std::nullopt, std::nullopt));
 }
 
-TEST_F(JMWindowControllerTest, RunsWithoutACallBack)
+TEST_F(JMWindowControllerTest, runsWithoutACallBack)
 {
     make();
     QTimer::singleShot(0, [] { tljira::Application::stopModal(); });
@@ -159,7 +159,7 @@ TEST_F(JMWindowControllerTest, RunsWithoutACallBack)
     EXPECT_EQ(tljira::Application::modalWindow(), nullptr);
 }
 
-TEST_F(JMWindowControllerTest, OutlivesAHostThatLetsGoDuringTheRun)
+TEST_F(JMWindowControllerTest, outlivesAHostThatLetsGoDuringTheRun)
 {
     make();
     JMWindowController& running = *controller;
@@ -173,7 +173,7 @@ TEST_F(JMWindowControllerTest, OutlivesAHostThatLetsGoDuringTheRun)
     EXPECT_THAT(paths, ElementsAre(std::nullopt));
 }
 
-TEST_F(JMWindowControllerTest, TakesOverFromAnEarlierController)
+TEST_F(JMWindowControllerTest, takesOverFromAnEarlierController)
 {
     make();
     const auto earlier = controller;

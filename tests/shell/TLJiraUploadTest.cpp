@@ -12,7 +12,8 @@ namespace {
 using namespace tests;
 using namespace testing;
 
-const QStringList janesNames{QStringLiteral("jane"), QStringLiteral("Jane Doe"), QStringLiteral("jane@example.test")};
+const QStringList annasNames{QStringLiteral("anna"), QStringLiteral("Anna Lindqvist"),
+                             QStringLiteral("anna@example.test")};
 
 TEST_F(TLJiraUploadTest, findsEverythingInItsInterfaceFiles)
 {
@@ -127,11 +128,11 @@ TEST_F(TLJiraUploadTest, takesTheClientOverAfterTheFirstRunsLogoutAndBeforeItMak
 TEST_F(TLJiraUploadTest, asksForALoginWithoutASession)
 {
     open();
-    EXPECT_FALSE(isOnScreen(entry->jaLoginWindow()->view()));
-    EXPECT_FALSE(isOnScreen(entry->bodyViewController()->view()));
+    EXPECT_FALSE(ui::isOnScreen(entry->jaLoginWindow()->view()));
+    EXPECT_FALSE(ui::isOnScreen(entry->bodyViewController()->view()));
 
     ASSERT_TRUE(waitForLoginForm());
-    EXPECT_FALSE(isOnScreen(entry->bodyViewController()->view()));
+    EXPECT_FALSE(ui::isOnScreen(entry->bodyViewController()->view()));
     EXPECT_EQ(names(), QStringList({QString(), QString(), QString()}));
     EXPECT_EQ(entry->window()->widget()->focusWidget(), entry->jaLoginWindow()->hostTextField());
 }
@@ -142,11 +143,11 @@ TEST_F(TLJiraUploadTest, goesToWorkWithASavedSession)
     open();
 
     ASSERT_TRUE(waitForBody());
-    EXPECT_FALSE(isOnScreen(entry->jaLoginWindow()->view()));
+    EXPECT_FALSE(ui::isOnScreen(entry->jaLoginWindow()->view()));
     EXPECT_EQ(entry->bodyViewController()->pathLabel()->text(), LoneDocument::name());
     EXPECT_EQ(entry->bodyViewController()->filePath(), document.path());
     EXPECT_EQ(entry->window()->widget()->focusWidget(), entry->bodyViewController()->taskTextField());
-    ASSERT_TRUE(waitUntil([this] { return names() == janesNames; }));
+    ASSERT_TRUE(waitUntil([this] { return names() == annasNames; }));
 }
 
 TEST_F(TLJiraUploadTest, asksForALoginWhenTheSavedSessionIsStale)
@@ -173,15 +174,15 @@ TEST_F(TLJiraUploadTest, uploadsAfterARefusedAndAnAcceptedLogin)
     ASSERT_TRUE(waitForLoginForm());
     logInThroughTheForm(QStringLiteral("wrong"));
     EXPECT_EQ(entry->jaLoginWindow()->errorLabel()->text(), QStringLiteral("Incorrect login or password"));
-    EXPECT_TRUE(isOnScreen(entry->jaLoginWindow()->view()));
+    EXPECT_TRUE(ui::isOnScreen(entry->jaLoginWindow()->view()));
 
     logInThroughTheForm();
     ASSERT_TRUE(waitForBody());
     EXPECT_EQ(entry->jaLoginWindow()->errorLabel()->text(), QStringLiteral("Incorrect login or password"));
 
     const auto body = entry->bodyViewController();
-    type(body->taskTextField(), QStringLiteral("ABC-1"));
-    press(*entry->window(), Qt::Key_Return);
+    ui::type(body->taskTextField(), QStringLiteral("ABC-1"));
+    ui::press(entry->window()->widget(), Qt::Key_Return);
     ASSERT_TRUE(
         waitUntil([&body] { return body->jaUploadingWindow()->sizeLabel()->text() == QStringLiteral("DONE"); }));
     ASSERT_EQ(server.attachments("ABC-1").size(), 1U);
@@ -200,7 +201,7 @@ TEST_F(TLJiraUploadTest, takesThePasswordAgainAfterARefusal)
     EXPECT_EQ(form->passwordTextField()->selectedText(), QStringLiteral("wrong"));
 
     QTest::keyClicks(entry->window()->widget()->focusWidget(), QStringLiteral("secret"));
-    press(*entry->window(), Qt::Key_Return);
+    ui::press(entry->window()->widget(), Qt::Key_Return);
     EXPECT_TRUE(waitForBody());
     EXPECT_EQ(form->hostTextField()->text(), address);
 }
@@ -210,11 +211,11 @@ TEST_F(TLJiraUploadTest, keepsTheHeaderThroughALogout)
     logIn();
     open();
     const auto header = entry->headViewController();
-    ASSERT_TRUE(waitUntil([&] { return names() == janesNames && !header->avatarImage()->image().isNull(); }));
-    click(entry->window()->widget()->findChild<QPushButton*>(QStringLiteral("logoutButton")));
+    ASSERT_TRUE(waitUntil([&] { return names() == annasNames && !header->avatarImage()->image().isNull(); }));
+    ui::click(entry->window()->widget()->findChild<QPushButton*>(QStringLiteral("logoutButton")));
 
     ASSERT_TRUE(waitForLoginForm());
-    EXPECT_EQ(names(), janesNames);
+    EXPECT_EQ(names(), annasNames);
     EXPECT_FALSE(header->avatarImage()->image().isNull());
 }
 
@@ -226,7 +227,7 @@ TEST_F(TLJiraUploadTest, endsTheSheetThatItsWindowIsAtCancel)
     entry = TLJiraUpload::initWithName(LoneDocument::name(), document.path());
     host->beginSheet(entry->window(), [&codes](int code) { codes.push_back(code); });
     ASSERT_TRUE(waitForLoginForm());
-    click(entry->jaLoginWindow()->cancelButton());
+    ui::click(entry->jaLoginWindow()->cancelButton());
 
     EXPECT_THAT(codes, ElementsAre(0));
 }
@@ -235,7 +236,7 @@ TEST_F(TLJiraUploadTest, staysOpenAtCancelWhereItsWindowIsNoSheet)
 {
     open();
     ASSERT_TRUE(waitForLoginForm());
-    click(entry->jaLoginWindow()->cancelButton());
+    ui::click(entry->jaLoginWindow()->cancelButton());
 
     EXPECT_TRUE(entry->window()->isVisible());
 }
@@ -245,13 +246,13 @@ TEST_F(TLJiraUploadTest, closesAtEitherCancelButtonWhenAskedTo)
     open();
     entry->closeOnCancel();
     ASSERT_TRUE(waitForLoginForm());
-    click(entry->jaLoginWindow()->cancelButton());
+    ui::click(entry->jaLoginWindow()->cancelButton());
     EXPECT_FALSE(entry->window()->isVisible());
 
     entry->showWindow();
     logIn();
     ASSERT_TRUE(waitForBody());
-    click(entry->bodyViewController()->cancelButton());
+    ui::click(entry->bodyViewController()->cancelButton());
     EXPECT_FALSE(entry->window()->isVisible());
 }
 
@@ -264,7 +265,7 @@ TEST_F(TLJiraUploadTest, endsItsSheetOnceAtCancelAlsoWhenAskedToClose)
     entry->closeOnCancel();
     host->beginSheet(entry->window(), [&codes](int code) { codes.push_back(code); });
     ASSERT_TRUE(waitForLoginForm());
-    click(entry->jaLoginWindow()->cancelButton());
+    ui::click(entry->jaLoginWindow()->cancelButton());
 
     EXPECT_THAT(codes, ElementsAre(0));
     EXPECT_THAT(log.lines(), testing::Not(testing::Contains(QStringLiteral("JAWindowController windowWillClose"))));
@@ -278,8 +279,8 @@ TEST_F(TLJiraUploadTest, finishesAnUploadWhoseSessionIsLostMeanwhile)
     server.misbehave(standin::Match::on("POST", "*/attachments"),
                      standin::Fault().hold(standin::Point::requestBody(1)));
     const auto body = entry->bodyViewController();
-    type(body->taskTextField(), QStringLiteral("ABC-1"));
-    click(body->uploadFileButton());
+    ui::type(body->taskTextField(), QStringLiteral("ABC-1"));
+    ui::click(body->uploadFileButton());
     waitForHeldExchange();
     server.expireSessions();
     client->updateSession({});
@@ -289,9 +290,9 @@ TEST_F(TLJiraUploadTest, finishesAnUploadWhoseSessionIsLostMeanwhile)
 
     ASSERT_TRUE(
         waitUntil([&body] { return body->jaUploadingWindow()->sizeLabel()->text() == QStringLiteral("DONE"); }));
-    click(body->jaUploadingWindow()->cancelButton());
+    ui::click(body->jaUploadingWindow()->cancelButton());
     EXPECT_EQ(entry->window()->attachedSheet(), nullptr);
-    EXPECT_TRUE(isOnScreen(entry->jaLoginWindow()->view()));
+    EXPECT_TRUE(ui::isOnScreen(entry->jaLoginWindow()->view()));
 }
 
 TEST_F(TLJiraUploadTest, leavesTheSessionToTheControllerThatCameLast)
@@ -306,8 +307,8 @@ TEST_F(TLJiraUploadTest, leavesTheSessionToTheControllerThatCameLast)
     client->updateSession({});
 
     ASSERT_TRUE(waitForLoginForm());
-    EXPECT_TRUE(isOnScreen(first->bodyViewController()->uploadView()));
-    EXPECT_FALSE(isOnScreen(first->jaLoginWindow()->view()));
+    EXPECT_TRUE(ui::isOnScreen(first->bodyViewController()->uploadView()));
+    EXPECT_FALSE(ui::isOnScreen(first->jaLoginWindow()->view()));
 }
 
 TEST_F(TLJiraUploadTest, goesWhenAnotherControllerHasTakenOver)

@@ -3,7 +3,7 @@
 #include "shell/JAHeadViewController.h"
 #include "shell/JALoginWindow.h"
 #include "shell/TLJiraUpload.h"
-#include "tests/upload/JiraTest.h"
+#include "tests/kit/JiraTest.h"
 
 namespace tests {
 

@@ -116,14 +116,14 @@ TEST_F(TranslationTest, leavesTheFormsWorking)
     EXPECT_EQ(entry->jaLoginWindow()->errorLabel()->text(), QStringLiteral("Incorrect login or password"));
     logInThroughTheForm();
     ASSERT_TRUE(waitForBody());
-    type(entry->bodyViewController()->taskTextField(), QStringLiteral("ABC-1"));
-    click(entry->bodyViewController()->uploadFileButton());
+    ui::type(entry->bodyViewController()->taskTextField(), QStringLiteral("ABC-1"));
+    ui::click(entry->bodyViewController()->uploadFileButton());
     const auto sheet = entry->bodyViewController()->jaUploadingWindow();
     ASSERT_TRUE(waitUntil([&] { return sheet->sizeLabel()->text() == QStringLiteral("DONE"); }));
 
     EXPECT_EQ(sheet->cancelButton()->text(), QStringLiteral("Schließen"));
     EXPECT_EQ(sheet->cancelButton()->accessibleName(), QStringLiteral("Schließen"));
-    press(*sheet->window(), Qt::Key_Escape);
+    ui::press(sheet->window()->widget(), Qt::Key_Escape);
     EXPECT_TRUE(waitUntil([&] { return !sheet->window()->isVisible(); }));
 }
 
@@ -286,11 +286,11 @@ TEST_P(WordsInWindows, fitWhereADocumentIsFetched)
     const auto controller = JMWindowController::init();
     controller->showWindow();
     const auto body = controller->bodyViewController();
-    ASSERT_TRUE(waitUntil([&] { return isOnScreen(body->getAttachButton()); }));
+    ASSERT_TRUE(waitUntil([&] { return ui::isOnScreen(body->getAttachButton()); }));
     look(controller->window());
 
-    type(body->issueKeyTextField(), QStringLiteral("ABC-1"));
-    click(body->getAttachButton());
+    ui::type(body->issueKeyTextField(), QStringLiteral("ABC-1"));
+    ui::click(body->getAttachButton());
     const auto list = body->jaListAttachedWindow();
     ASSERT_TRUE(waitUntil([&] { return list->tableView()->cellAtRow(0) != nullptr; }));
     for (QWidget* view : {list->wrapperTableView(), list->noDataView(), list->downloadView()}) {

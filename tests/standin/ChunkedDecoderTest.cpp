@@ -17,14 +17,14 @@ std::string decoded(ChunkedDecoder& decoder, std::string_view bytes, std::size_t
 
 constexpr std::string_view body = "5\r\nhello\r\nA;x=y\r\n, worlds!!\r\n0\r\nTrailer: z\r\n\r\n";
 
-TEST(ChunkedDecoder, JoinsChunks)
+TEST(ChunkedDecoder, joinsChunks)
 {
     ChunkedDecoder decoder;
     EXPECT_EQ(decoded(decoder, body), "hello, worlds!!");
     EXPECT_TRUE(decoder.isDone());
 }
 
-TEST(ChunkedDecoder, DoesSoAtEverySplit)
+TEST(ChunkedDecoder, doesSoAtEverySplit)
 {
     for (std::size_t split = 0; split <= body.size(); ++split) {
         ChunkedDecoder decoder;
@@ -36,7 +36,7 @@ TEST(ChunkedDecoder, DoesSoAtEverySplit)
     }
 }
 
-TEST(ChunkedDecoder, LeavesWhatFollowsTheBody)
+TEST(ChunkedDecoder, leavesWhatFollowsTheBody)
 {
     ChunkedDecoder decoder;
     std::size_t used = 0;
@@ -44,7 +44,7 @@ TEST(ChunkedDecoder, LeavesWhatFollowsTheBody)
     EXPECT_EQ(used, 5U);
 }
 
-TEST(ChunkedDecoder, FailsOnWhatIsNoChunk)
+TEST(ChunkedDecoder, failsOnWhatIsNoChunk)
 {
     for (const char* bytes : {"x\r\n", "5\nhello", "2\r\nabc\r\n", "-1\r\n", "5 \r\n", "\r\n"}) {
         ChunkedDecoder decoder;
@@ -53,7 +53,7 @@ TEST(ChunkedDecoder, FailsOnWhatIsNoChunk)
     }
 }
 
-TEST(ChunkedDecoder, FailsOnAnEndlessLine)
+TEST(ChunkedDecoder, failsOnAnEndlessLine)
 {
     ChunkedDecoder decoder;
     decoded(decoder, std::string(9000, '1'));

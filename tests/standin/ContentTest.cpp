@@ -17,14 +17,14 @@ std::string bytesFrom(const Content& content, std::int64_t offset, std::size_t l
     return bytes;
 }
 
-TEST(Content, OfBytesReadsAnywhere)
+TEST(Content, ofBytesReadsAnywhere)
 {
     const auto content = contentOfBytes("0123456789");
     EXPECT_EQ(content->size(), 10);
     EXPECT_EQ(bytesFrom(*content, 3, 4), "3456");
 }
 
-TEST(Content, OfAPatternDependsOnTheOffsetAlone)
+TEST(Content, ofAPatternDependsOnTheOffsetAlone)
 {
     const auto content = contentOfPattern(std::int64_t{5} << 30);
     EXPECT_EQ(content->size(), std::int64_t{5} << 30);
@@ -34,7 +34,7 @@ TEST(Content, OfAPatternDependsOnTheOffsetAlone)
     EXPECT_EQ(Server::pattern(offset, 3000000), long_);
 }
 
-TEST(Content, OfAPatternDiffersFromBlockToBlock)
+TEST(Content, ofAPatternDiffersFromBlockToBlock)
 {
     std::set<std::string> blocks;
     for (std::int64_t block = 0; block < 64; ++block)
@@ -42,7 +42,7 @@ TEST(Content, OfAPatternDiffersFromBlockToBlock)
     EXPECT_EQ(blocks.size(), 64U);
 }
 
-TEST(ContentWriter, KeepsSmallAndLargeFilesAlike)
+TEST(ContentWriter, keepsSmallAndLargeFilesAlike)
 {
     for (const std::size_t size : {0, 1, 1 << 20, (1 << 20) + 1, 5 << 20}) {
         const auto bytes = Server::pattern(7, size);
@@ -56,14 +56,14 @@ TEST(ContentWriter, KeepsSmallAndLargeFilesAlike)
     }
 }
 
-TEST(ContentWriter, LeavesNoFileBehind)
+TEST(ContentWriter, leavesNoFileBehind)
 {
     ContentWriter writer(Storage::keep, Digest::none);
     writer.add(std::string(3 << 20, 'x'));
     EXPECT_TRUE(std::filesystem::is_empty(std::filesystem::temp_directory_path()));
 }
 
-TEST(ContentWriter, IntoTheSinkCountsAndDigestsOnly)
+TEST(ContentWriter, intoTheSinkCountsAndDigestsOnly)
 {
     ContentWriter writer(Storage::sink, Digest::crc32);
     writer.add("1234");
@@ -73,7 +73,7 @@ TEST(ContentWriter, IntoTheSinkCountsAndDigestsOnly)
     EXPECT_EQ(writer.finish(), nullptr);
 }
 
-TEST(ContentWriter, SaysWhenTheBytesCannotBeStored)
+TEST(ContentWriter, saysWhenTheBytesCannotBeStored)
 {
     qputenv("TMPDIR", "/nowhere");
     ContentWriter writer(Storage::keep, Digest::none);
@@ -82,7 +82,7 @@ TEST(ContentWriter, SaysWhenTheBytesCannotBeStored)
     EXPECT_EQ(writer.finish(), nullptr);
 }
 
-TEST(Digester, ComputesKnownDigests)
+TEST(Digester, computesKnownDigests)
 {
     const auto digest = [](Digest kind) {
         Digester digester(kind);

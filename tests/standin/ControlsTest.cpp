@@ -13,7 +13,7 @@ int taken(Controls& controls, const std::string& path, const std::string& method
     return fault.answer() ? fault.answer()->code : 0;
 }
 
-TEST(Controls, TheNextRequestsAreCounted)
+TEST(Controls, theNextRequestsAreCounted)
 {
     Controls controls;
     controls.add(Match::next(2), Fault().status(500));
@@ -22,7 +22,7 @@ TEST(Controls, TheNextRequestsAreCounted)
     EXPECT_EQ(taken(controls, "/c"), 0);
 }
 
-TEST(Controls, APathAndAMethodAreMatched)
+TEST(Controls, aPathAndAMethodAreMatched)
 {
     Controls controls;
     controls.add(Match::on("POST", "/rest/*"), Fault().status(500));
@@ -32,7 +32,7 @@ TEST(Controls, APathAndAMethodAreMatched)
     EXPECT_EQ(taken(controls, "/rest/x", "POST"), 500);
 }
 
-TEST(Controls, TheOldestFaultThatIsLeftApplies)
+TEST(Controls, theOldestFaultThatIsLeftApplies)
 {
     Controls controls;
     controls.add(Match::on("/a").once(), Fault().status(501));
@@ -41,7 +41,7 @@ TEST(Controls, TheOldestFaultThatIsLeftApplies)
     EXPECT_EQ(taken(controls, "/a"), 502);
 }
 
-TEST(Controls, MatchingRequestsCanBeSkipped)
+TEST(Controls, matchingRequestsCanBeSkipped)
 {
     Controls controls;
     controls.add(Match::on("/a").after(1).once(), Fault().status(500));
@@ -51,7 +51,7 @@ TEST(Controls, MatchingRequestsCanBeSkipped)
     EXPECT_EQ(taken(controls, "/a"), 0);
 }
 
-TEST(Controls, ClearingForgetsAllFaults)
+TEST(Controls, clearingForgetsAllFaults)
 {
     Controls controls;
     controls.add(Match::on("*"), Fault().status(500));
@@ -59,7 +59,7 @@ TEST(Controls, ClearingForgetsAllFaults)
     EXPECT_EQ(taken(controls, "/a"), 0);
 }
 
-TEST(Controls, ReleasingFreesOnlyWhatIsHeldNow)
+TEST(Controls, releasingFreesOnlyWhatIsHeldNow)
 {
     Controls controls;
     const auto first = controls.hold();
@@ -73,7 +73,7 @@ TEST(Controls, ReleasingFreesOnlyWhatIsHeldNow)
     EXPECT_EQ(controls.heldCount(), 0U);
 }
 
-TEST(Controls, ConnectionResetsAreCounted)
+TEST(Controls, connectionResetsAreCounted)
 {
     Controls controls;
     EXPECT_FALSE(controls.takeConnectionReset());

@@ -7,7 +7,7 @@ namespace {
 using namespace standin;
 using namespace std::chrono_literals;
 
-TEST(FaultSpec, ReadsAnAnswer)
+TEST(FaultSpec, readsAnAnswer)
 {
     const auto spec = FaultSpec::parse("/rest/*=status:503,type:text/html,text:<p>a, b = c</p>");
     ASSERT_TRUE(spec);
@@ -19,7 +19,7 @@ TEST(FaultSpec, ReadsAnAnswer)
     EXPECT_EQ(spec->fault.answer()->body, "<p>a, b = c</p>");
 }
 
-TEST(FaultSpec, ReadsWhichRequestsAreMeant)
+TEST(FaultSpec, readsWhichRequestsAreMeant)
 {
     const auto spec = FaultSpec::parse("*=method:POST,times:2,skip:3,early");
     ASSERT_TRUE(spec);
@@ -30,7 +30,7 @@ TEST(FaultSpec, ReadsWhichRequestsAreMeant)
     EXPECT_FALSE(spec->fault.answer());
 }
 
-TEST(FaultSpec, ReadsStops)
+TEST(FaultSpec, readsStops)
 {
     const auto spec = FaultSpec::parse("*=close@request:5,reset@head:0,hold@body:7,delay:250@body:9");
     ASSERT_TRUE(spec);
@@ -48,7 +48,7 @@ TEST(FaultSpec, ReadsStops)
     EXPECT_EQ(stops[3].point.bytes, 9);
 }
 
-TEST(FaultSpec, ReadsFraming)
+TEST(FaultSpec, readsFraming)
 {
     const auto spec = FaultSpec::parse("*=chunked:5,gzip:8,announce:-3,nolength");
     ASSERT_TRUE(spec);
@@ -63,7 +63,7 @@ TEST(FaultSpec, ReadsFraming)
     EXPECT_EQ(whole->fault.announced(), 4);
 }
 
-TEST(FaultSpec, ReadsPaces)
+TEST(FaultSpec, readsPaces)
 {
     const auto spec = FaultSpec::parse("*=drip:1/20,sip:4096/5");
     ASSERT_TRUE(spec);
@@ -73,20 +73,20 @@ TEST(FaultSpec, ReadsPaces)
     EXPECT_EQ(spec->fault.sipPace()->interval, 5ms);
 }
 
-TEST(FaultSpec, ReadsHeadersAndRedirects)
+TEST(FaultSpec, readsHeadersAndRedirects)
 {
-    const auto spec = FaultSpec::parse("*=redirect:http://ann@h:1/x,header:X-A=b=c,headers:2000");
+    const auto spec = FaultSpec::parse("*=redirect:http://anna@h:1/x,header:X-A=b=c,headers:2000");
     ASSERT_TRUE(spec);
     EXPECT_EQ(spec->fault.answer()->code, 302);
     const auto& headers = spec->fault.headers();
     ASSERT_EQ(headers.size(), 4U);
-    EXPECT_EQ(headers[0], std::pair(std::string("Location"), std::string("http://ann@h:1/x")));
+    EXPECT_EQ(headers[0], std::pair(std::string("Location"), std::string("http://anna@h:1/x")));
     EXPECT_EQ(headers[1], std::pair(std::string("X-A"), std::string("b=c")));
     EXPECT_TRUE(FaultSpec::parse("*=loop")->fault.redirectsToItself());
     EXPECT_EQ(FaultSpec::parse("*=ratelimit:3")->fault.answer()->code, 429);
 }
 
-TEST(FaultSpec, RefusesWhatItDoesNotKnow)
+TEST(FaultSpec, refusesWhatItDoesNotKnow)
 {
     for (const char* text : {"", "*", "*=", "=early", "*=nonsense", "*=status:x", "*=status:5", "*=close",
                              "*=close@body", "*=close@tail:5", "*=close@body:-1", "*=delay@body:5", "*=delay:x@body:5",
@@ -94,7 +94,7 @@ TEST(FaultSpec, RefusesWhatItDoesNotKnow)
         EXPECT_FALSE(FaultSpec::parse(text)) << text;
 }
 
-TEST(FaultSpec, TheHelpNamesEveryPart)
+TEST(FaultSpec, theHelpNamesEveryPart)
 {
     const auto help = FaultSpec::help();
     for (const char* part : {"status", "type",     "text",     "header",  "headers", "redirect", "loop", "ratelimit",

@@ -1,5 +1,5 @@
 #include "tests/standin/JiraFixture.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <gmock/gmock.h>
 
@@ -46,7 +46,7 @@ protected:
 
 using Clock = std::chrono::steady_clock;
 
-TEST_F(Faults, AnyStatusWithAnyBodyAndType)
+TEST_F(Faults, anyStatusWithAnyBodyAndType)
 {
     server.misbehave(Match::next(), Fault().status(503, "<b>busy</b>", "text/html"));
     const auto reply = get(page);
@@ -56,14 +56,14 @@ TEST_F(Faults, AnyStatusWithAnyBodyAndType)
     EXPECT_EQ(get(page).status, 200);
 }
 
-TEST_F(Faults, AStatusReplacesWhatTheRequestWouldDo)
+TEST_F(Faults, aStatusReplacesWhatTheRequestWouldDo)
 {
     server.misbehave(Match::on("POST", "*/attachments"), Fault().status(502));
     EXPECT_EQ(upload("name=file; filename=a", "x").status, 502);
     EXPECT_TRUE(server.attachments("DEMO-1").empty());
 }
 
-TEST_F(Faults, AProxyCanRefuseALargeFileInHtml)
+TEST_F(Faults, aProxyCanRefuseALargeFileInHtml)
 {
     server.misbehave(Match::on("POST", "*/attachments"),
                      Fault().status(413, "<html>Too large</html>", "text/html").beforeBody());
@@ -72,7 +72,7 @@ TEST_F(Faults, AProxyCanRefuseALargeFileInHtml)
     EXPECT_EQ(reply.header("Content-Type"), "text/html");
 }
 
-TEST_F(Faults, TooManyRequestsTellWhenToTryAgain)
+TEST_F(Faults, tooManyRequestsTellWhenToTryAgain)
 {
     server.misbehave(Match::next(), Fault().tooManyRequests(7));
     const auto reply = get(page);
@@ -82,14 +82,14 @@ TEST_F(Faults, TooManyRequestsTellWhenToTryAgain)
     EXPECT_EQ(reply.header("X-RateLimit-Interval-Seconds"), "7");
 }
 
-TEST_F(Faults, RawBytesAreSentAsTheyAre)
+TEST_F(Faults, rawBytesAreSentAsTheyAre)
 {
     server.misbehave(Match::next(), Fault().raw("220 ready\r\n"));
     EXPECT_EQ(pageBytes(), "220 ready\r\n");
     EXPECT_EQ(client.end(), End::closed);
 }
 
-TEST_F(Faults, AHeaderIsAddedOrReplaced)
+TEST_F(Faults, aHeaderIsAddedOrReplaced)
 {
     server.misbehave(Match::next(), Fault().header("X-A", "b").header("content-type", "image/png"));
     const auto reply = get(page);
@@ -98,7 +98,7 @@ TEST_F(Faults, AHeaderIsAddedOrReplaced)
     EXPECT_EQ(reply.body, proper);
 }
 
-TEST_F(Faults, HeadersCanBeAMegabyte)
+TEST_F(Faults, headersCanBeAMegabyte)
 {
     server.misbehave(Match::next(), Fault().fillerHeaders(1 << 20));
     const auto reply = get(page);
@@ -108,7 +108,7 @@ TEST_F(Faults, HeadersCanBeAMegabyte)
     EXPECT_EQ(reply.body, proper);
 }
 
-TEST_F(Faults, ARedirectLeadsWhereverAsked)
+TEST_F(Faults, aRedirectLeadsWhereverAsked)
 {
     server.misbehave(Match::next(), Fault().redirect("http://other.example.test/x"));
     server.misbehave(Match::next(), Fault().redirect("/rest/api/2/myself", 307));
@@ -120,14 +120,14 @@ TEST_F(Faults, ARedirectLeadsWhereverAsked)
     EXPECT_EQ(reply.header("Location"), "/rest/api/2/myself");
 }
 
-TEST_F(Faults, ARedirectCanLoop)
+TEST_F(Faults, aRedirectCanLoop)
 {
     server.misbehave(Match::on(page), Fault().redirectToItself());
     for (int turn = 0; turn < 3; ++turn)
         EXPECT_EQ(get(std::string(page) + "?a=b").header("Location"), "/login.jsp?a=b");
 }
 
-TEST_F(Faults, TheHeadCanBeDelayed)
+TEST_F(Faults, theHeadCanBeDelayed)
 {
     server.misbehave(Match::next(), Fault().delay(150ms));
     const auto start = Clock::now();
@@ -135,7 +135,7 @@ TEST_F(Faults, TheHeadCanBeDelayed)
     EXPECT_GE(Clock::now() - start, 150ms);
 }
 
-TEST_F(Faults, TheBodyCanBeDelayedInTheMiddle)
+TEST_F(Faults, theBodyCanBeDelayedInTheMiddle)
 {
     server.misbehave(Match::next(), Fault().delay(150ms, Point::responseBody(10)));
     const auto start = Clock::now();
@@ -143,7 +143,7 @@ TEST_F(Faults, TheBodyCanBeDelayedInTheMiddle)
     EXPECT_GE(Clock::now() - start, 150ms);
 }
 
-TEST_F(Faults, TheBodyCanDrip)
+TEST_F(Faults, theBodyCanDrip)
 {
     server.misbehave(Match::next(), Fault().status(200, "0123456789").drip(2, 30ms));
     const auto start = Clock::now();
@@ -151,7 +151,7 @@ TEST_F(Faults, TheBodyCanDrip)
     EXPECT_GE(Clock::now() - start, 120ms);
 }
 
-TEST_F(Faults, TheRequestCanBeSipped)
+TEST_F(Faults, theRequestCanBeSipped)
 {
     server.misbehave(Match::next(), Fault().sip(100, 20ms));
     const auto start = Clock::now();
@@ -159,7 +159,7 @@ TEST_F(Faults, TheRequestCanBeSipped)
     EXPECT_GE(Clock::now() - start, 180ms);
 }
 
-TEST_F(Faults, AnAnswerIsHeldUntilItIsReleased)
+TEST_F(Faults, anAnswerIsHeldUntilItIsReleased)
 {
     server.misbehave(Match::next(), Fault().hold(Point::responseHead(0)));
     askForPage();
@@ -171,7 +171,7 @@ TEST_F(Faults, AnAnswerIsHeldUntilItIsReleased)
     EXPECT_EQ(client.reply().body, proper);
 }
 
-TEST_F(Faults, AnAnswerIsHeldInTheMiddleOfItsBody)
+TEST_F(Faults, anAnswerIsHeldInTheMiddleOfItsBody)
 {
     server.misbehave(Match::next(), Fault().hold(Point::responseBody(5)));
     askForPage();
@@ -182,7 +182,7 @@ TEST_F(Faults, AnAnswerIsHeldInTheMiddleOfItsBody)
     EXPECT_EQ(client.reply().body, proper);
 }
 
-TEST_F(Faults, ARequestIsHeldInTheMiddleOfItsBody)
+TEST_F(Faults, aRequestIsHeldInTheMiddleOfItsBody)
 {
     server.misbehave(Match::next(), Fault().hold(Point::requestBody(3)));
     client.send(requestBytes("POST", page, {}, "0123456789"));
@@ -194,7 +194,7 @@ TEST_F(Faults, ARequestIsHeldInTheMiddleOfItsBody)
     EXPECT_EQ(server.lastRequest().body, "0123456789");
 }
 
-TEST_F(Faults, AHeldConnectionKeepsNobodyElseWaiting)
+TEST_F(Faults, aHeldConnectionKeepsNobodyElseWaiting)
 {
     server.misbehave(Match::next(), Fault().hold(Point::responseHead(0)));
     askForPage();
@@ -202,7 +202,7 @@ TEST_F(Faults, AHeldConnectionKeepsNobodyElseWaiting)
     EXPECT_EQ(get(page).body, proper);
 }
 
-TEST_F(Faults, AHeldClientThatGoesAwayIsNoticed)
+TEST_F(Faults, aHeldClientThatGoesAwayIsNoticed)
 {
     server.misbehave(Match::next(), Fault().hold(Point::requestBody(3)));
     {
@@ -215,28 +215,28 @@ TEST_F(Faults, AHeldClientThatGoesAwayIsNoticed)
     EXPECT_FALSE(server.lastRequest().bodyComplete);
 }
 
-TEST_F(Faults, AConnectionIsClosedBeforeTheHead)
+TEST_F(Faults, aConnectionIsClosedBeforeTheHead)
 {
     server.misbehave(Match::next(), Fault().close(Point::responseHead(0)));
     EXPECT_EQ(pageBytes(), "");
     EXPECT_EQ(client.end(), End::closed);
 }
 
-TEST_F(Faults, AConnectionIsResetBeforeTheHead)
+TEST_F(Faults, aConnectionIsResetBeforeTheHead)
 {
     server.misbehave(Match::next(), Fault().reset(Point::responseHead(0)));
     EXPECT_EQ(pageBytes(), "");
     EXPECT_EQ(client.end(), End::reset);
 }
 
-TEST_F(Faults, AConnectionIsClosedInTheHead)
+TEST_F(Faults, aConnectionIsClosedInTheHead)
 {
     server.misbehave(Match::next(), Fault().close(Point::responseHead(12)));
     EXPECT_EQ(pageBytes(), "HTTP/1.1 200");
     EXPECT_EQ(client.end(), End::closed);
 }
 
-TEST_F(Faults, AConnectionIsClosedInTheBody)
+TEST_F(Faults, aConnectionIsClosedInTheBody)
 {
     server.misbehave(Match::next(), Fault().close(Point::responseBody(7)));
     const auto bytes = pageBytes();
@@ -246,7 +246,7 @@ TEST_F(Faults, AConnectionIsClosedInTheBody)
 }
 
 /// A reset may overtake what was sent before it, so the test takes that first.
-TEST_F(Faults, AConnectionIsResetInTheBody)
+TEST_F(Faults, aConnectionIsResetInTheBody)
 {
     server.misbehave(Match::next(), Fault().hold(Point::responseBody(7)).reset(Point::responseBody(7)));
     askForPage();
@@ -260,7 +260,7 @@ TEST_F(Faults, AConnectionIsResetInTheBody)
     EXPECT_EQ(client.end(), End::reset);
 }
 
-TEST_F(Faults, AConnectionIsResetInTheRequest)
+TEST_F(Faults, aConnectionIsResetInTheRequest)
 {
     server.misbehave(Match::next(), Fault().reset(Point::requestBody(1000)));
     client.send(requestBytes("POST", page, "Content-Length: 5000000\r\n") + std::string(1000, 'x'));
@@ -270,7 +270,7 @@ TEST_F(Faults, AConnectionIsResetInTheRequest)
     EXPECT_EQ(server.lastRequest().bodyLength, 1000);
 }
 
-TEST_F(Faults, AConnectionIsClosedInTheRequest)
+TEST_F(Faults, aConnectionIsClosedInTheRequest)
 {
     server.misbehave(Match::next(), Fault().close(Point::requestBody(1000)));
     client.send(requestBytes("POST", page, "Content-Length: 5000000\r\n") + std::string(1000, 'x'));
@@ -278,7 +278,7 @@ TEST_F(Faults, AConnectionIsClosedInTheRequest)
     EXPECT_EQ(client.end(), End::closed);
 }
 
-TEST_F(Faults, AConnectionIsResetBeforeAByteIsRead)
+TEST_F(Faults, aConnectionIsResetBeforeAByteIsRead)
 {
     server.resetConnections();
     RawClient unlucky(server.port());
@@ -288,7 +288,7 @@ TEST_F(Faults, AConnectionIsResetBeforeAByteIsRead)
     EXPECT_EQ(get(page).status, 200);
 }
 
-TEST_F(Faults, AnAnswerComesBeforeTheBodyWasRead)
+TEST_F(Faults, anAnswerComesBeforeTheBodyWasRead)
 {
     server.misbehave(Match::next(), Fault().status(403, "no").beforeBody());
     client.send(requestBytes("POST", page, "Content-Length: 10\r\n"));
@@ -298,7 +298,7 @@ TEST_F(Faults, AnAnswerComesBeforeTheBodyWasRead)
     EXPECT_EQ(client.reply().body, proper);
 }
 
-TEST_F(Faults, ABodyIsShorterThanAnnounced)
+TEST_F(Faults, aBodyIsShorterThanAnnounced)
 {
     server.misbehave(Match::next(), Fault().announce(5));
     const auto bytes = pageBytes();
@@ -307,7 +307,7 @@ TEST_F(Faults, ABodyIsShorterThanAnnounced)
     EXPECT_EQ(client.end(), End::closed);
 }
 
-TEST_F(Faults, ABodyIsLongerThanAnnounced)
+TEST_F(Faults, aBodyIsLongerThanAnnounced)
 {
     server.misbehave(Match::next(), Fault().announce(-5));
     const auto bytes = pageBytes();
@@ -315,7 +315,7 @@ TEST_F(Faults, ABodyIsLongerThanAnnounced)
     EXPECT_EQ(bodyOf(bytes), proper);
 }
 
-TEST_F(Faults, ABodyComesWithoutALength)
+TEST_F(Faults, aBodyComesWithoutALength)
 {
     server.misbehave(Match::next(), Fault().withoutLength());
     const auto bytes = pageBytes();
@@ -324,7 +324,7 @@ TEST_F(Faults, ABodyComesWithoutALength)
     EXPECT_EQ(client.end(), End::closed);
 }
 
-TEST_F(Faults, ABodyComesInChunks)
+TEST_F(Faults, aBodyComesInChunks)
 {
     server.misbehave(Match::next(), Fault().status(200, "0123456789").chunked(0, 4));
     askForPage();
@@ -337,7 +337,7 @@ TEST_F(Faults, ABodyComesInChunks)
     EXPECT_EQ(client.reply().body, proper);
 }
 
-TEST_F(Faults, ChunksAreCutShort)
+TEST_F(Faults, chunksAreCutShort)
 {
     server.misbehave(Match::next(2), Fault().status(200, "0123456789").chunked(5, 100));
     EXPECT_EQ(bodyOf(pageBytes()), "a\r\n0123456789\r\n");
@@ -360,7 +360,7 @@ std::pair<std::string, bool> unzipped(const std::string& bytes)
     return {result, code == Z_STREAM_END};
 }
 
-TEST_F(Faults, ABodyComesCompressed)
+TEST_F(Faults, aBodyComesCompressed)
 {
     server.misbehave(Match::next(), Fault().gzip());
     const auto reply = get(page);
@@ -368,7 +368,7 @@ TEST_F(Faults, ABodyComesCompressed)
     EXPECT_EQ(unzipped(reply.body), std::pair(proper, true));
 }
 
-TEST_F(Faults, ACompressedBodyIsCutShort)
+TEST_F(Faults, aCompressedBodyIsCutShort)
 {
     server.misbehave(Match::next(), Fault().gzip(9));
     const auto reply = get(page);
@@ -378,7 +378,7 @@ TEST_F(Faults, ACompressedBodyIsCutShort)
     EXPECT_THAT(proper, StartsWith(bytes));
 }
 
-TEST_F(Faults, ACompressedBodyComesInChunks)
+TEST_F(Faults, aCompressedBodyComesInChunks)
 {
     server.misbehave(Match::next(), Fault().gzip().chunked(0, 1 << 20).header("Connection", "close"));
     client.send(requestBytes("GET", page, "Connection: close\r\n"));
@@ -387,7 +387,7 @@ TEST_F(Faults, ACompressedBodyComesInChunks)
     EXPECT_EQ(unzipped(body.substr(start, body.size() - start - 7)), std::pair(proper, true));
 }
 
-TEST_F(Faults, FaultsCombine)
+TEST_F(Faults, faultsCombine)
 {
     server.misbehave(Match::next(),
                      Fault().status(500, "0123456789").delay(50ms).header("X", "y").close(Point::responseBody(4)));
@@ -399,7 +399,7 @@ TEST_F(Faults, FaultsCombine)
     EXPECT_GE(Clock::now() - start, 50ms);
 }
 
-TEST_F(Faults, BehavingForgetsThem)
+TEST_F(Faults, behavingForgetsThem)
 {
     server.misbehave(Match::on("*"), Fault().status(500));
     EXPECT_EQ(get(page).status, 500);
@@ -416,7 +416,7 @@ protected:
     }
 };
 
-TEST_F(FaultsWithSmallBuffers, AHeldUploadStopsTheClient)
+TEST_F(FaultsWithSmallBuffers, aHeldUploadStopsTheClient)
 {
     server.misbehave(Match::next(), Fault().hold(Point::requestBody(3)));
     const std::string body(std::size_t{20} << 20, 'x');

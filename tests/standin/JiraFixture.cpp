@@ -41,7 +41,7 @@ JiraFixture::JiraFixture()
 JiraFixture::JiraFixture(standin::Options options)
     : server(options)
 {
-    server.addUser({.name = "ann", .password = "secret", .displayName = "Ann Björk", .email = "ann@example.test"});
+    server.addUser({.name = "anna", .password = "secret", .displayName = "Anna Björk", .email = "anna@example.test"});
     server.addIssue("DEMO-1");
 }
 
@@ -57,9 +57,9 @@ Reply JiraFixture::get(const std::string& target, const std::string& headers)
     return exchange(requestBytes("GET", target, headers));
 }
 
-Reply JiraFixture::getAsAnn(const std::string& target)
+Reply JiraFixture::getAsAnna(const std::string& target)
 {
-    return get(target, cookieOfAnn());
+    return get(target, cookieOfAnna());
 }
 
 Reply JiraFixture::login(const std::string& name, const std::string& password)
@@ -68,14 +68,14 @@ Reply JiraFixture::login(const std::string& name, const std::string& password)
     return exchange(requestBytes("POST", sessionPath, "Content-Type: application/json\r\n", body));
 }
 
-std::string JiraFixture::cookieOfAnn()
+std::string JiraFixture::cookieOfAnna()
 {
-    return "Cookie: JSESSIONID=" + server.openSession("ann") + "\r\n";
+    return "Cookie: JSESSIONID=" + server.openSession("anna") + "\r\n";
 }
 
 std::string JiraFixture::uploadHeaders()
 {
-    return cookieOfAnn() + "X-Atlassian-Token: nocheck\r\n" + formType;
+    return cookieOfAnna() + "X-Atlassian-Token: nocheck\r\n" + formType;
 }
 
 std::string JiraFixture::uploadRequest(const std::string& disposition, const std::string& bytes)

@@ -24,7 +24,7 @@ QJsonArray jsonArray(const Reply& reply);
 /// The first of "errorMessages".
 std::string firstError(const Reply& reply);
 
-/// A server with the user ann, password secret, and the empty issue DEMO-1.
+/// A server with the user anna, password secret, and the empty issue DEMO-1.
 class JiraFixture : public testing::Test
 {
 protected:
@@ -34,10 +34,10 @@ protected:
     Reply exchange(const std::string& bytes);
     Reply get(const std::string& target, const std::string& headers = {});
     /// With a good session.
-    Reply getAsAnn(const std::string& target);
+    Reply getAsAnna(const std::string& target);
     Reply login(const std::string& name, const std::string& password);
     /// A session's Cookie header line.
-    std::string cookieOfAnn();
+    std::string cookieOfAnna();
 
     /// The header lines that make an upload acceptable.
     std::string uploadHeaders();

@@ -58,7 +58,7 @@ protected:
     std::string piece;
 };
 
-TEST_F(Memory, AnUploadOfAGibibyteCostsNone)
+TEST_F(Memory, anUploadOfAGibibyteCostsNone)
 {
     uploadOf(1);
     const auto before = peakKilobytes();
@@ -68,14 +68,14 @@ TEST_F(Memory, AnUploadOfAGibibyteCostsNone)
     EXPECT_LT(peakKilobytes() - before, allowedKilobytes);
 }
 
-TEST_F(Memory, ADownloadOfAGibibyteCostsNone)
+TEST_F(Memory, aDownloadOfAGibibyteCostsNone)
 {
     server.addAttachment("DEMO-1", {.fileName = "a", .syntheticSize = gibibyte});
     server.addAttachment("DEMO-1", {.fileName = "b", .syntheticSize = 1 << 20});
-    EXPECT_EQ(getAsAnn("/secure/attachment/10001/b").body.size(), std::size_t{1} << 20);
+    EXPECT_EQ(getAsAnna("/secure/attachment/10001/b").body.size(), std::size_t{1} << 20);
     const auto before = peakKilobytes();
     RawClient client(server.port());
-    client.send(requestBytes("GET", "/secure/attachment/10000/a", cookieOfAnn()));
+    client.send(requestBytes("GET", "/secure/attachment/10000/a", cookieOfAnna()));
     for (std::int64_t got = 0; got < gibibyte;) {
         const auto bytes = client.read(65536);
         ASSERT_FALSE(bytes.empty());

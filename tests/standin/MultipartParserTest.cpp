@@ -46,7 +46,7 @@ const std::string misleading = "\r\n--fronti\r\n--frontie\r\r\n\r\n--\r\n-\n--fr
 const std::string body = part("a", misleading) + part("b", "") + part("c", "x") + "--frontier--\r\nepilogue";
 const std::vector<Part> expected = {{"a", misleading, true}, {"b", "", true}, {"c", "x", true}};
 
-TEST(MultipartParser, HandsOutTheParts)
+TEST(MultipartParser, handsOutTheParts)
 {
     Reader reader;
     reader.parser.feed(body);
@@ -54,7 +54,7 @@ TEST(MultipartParser, HandsOutTheParts)
     EXPECT_TRUE(reader.parser.isComplete());
 }
 
-TEST(MultipartParser, DoesSoAtEverySplit)
+TEST(MultipartParser, doesSoAtEverySplit)
 {
     for (std::size_t split = 0; split <= body.size(); ++split) {
         Reader reader;
@@ -65,7 +65,7 @@ TEST(MultipartParser, DoesSoAtEverySplit)
     }
 }
 
-TEST(MultipartParser, DoesSoAtEveryPairOfSplits)
+TEST(MultipartParser, doesSoAtEveryPairOfSplits)
 {
     const std::string_view bytes = body;
     for (std::size_t first = 0; first <= bytes.size(); ++first) {
@@ -79,7 +79,7 @@ TEST(MultipartParser, DoesSoAtEveryPairOfSplits)
     }
 }
 
-TEST(MultipartParser, DoesSoByteByByte)
+TEST(MultipartParser, doesSoByteByByte)
 {
     Reader reader;
     for (const char byte : body)
@@ -88,14 +88,14 @@ TEST(MultipartParser, DoesSoByteByByte)
     EXPECT_TRUE(reader.parser.isComplete());
 }
 
-TEST(MultipartParser, SkipsAPreamble)
+TEST(MultipartParser, skipsAPreamble)
 {
     Reader reader;
     reader.parser.feed("preamble --frontier\r\n" + body);
     EXPECT_EQ(reader.parts, expected);
 }
 
-TEST(MultipartParser, IsNotCompleteBeforeTheClosingDelimiter)
+TEST(MultipartParser, isNotCompleteBeforeTheClosingDelimiter)
 {
     for (const std::string end : {"", "\r\n", "\r\n--frontier", "\r\n--frontier-"}) {
         Reader reader;
@@ -105,21 +105,21 @@ TEST(MultipartParser, IsNotCompleteBeforeTheClosingDelimiter)
     }
 }
 
-TEST(MultipartParser, FailsWhenSomethingElseFollowsADelimiter)
+TEST(MultipartParser, failsWhenSomethingElseFollowsADelimiter)
 {
     Reader reader;
     reader.parser.feed("--frontierX\r\n");
     EXPECT_TRUE(reader.parser.hasFailed());
 }
 
-TEST(MultipartParser, FailsWhenAPartsHeadersNeverEnd)
+TEST(MultipartParser, failsWhenAPartsHeadersNeverEnd)
 {
     Reader reader;
     reader.parser.feed("--frontier\r\nX: " + std::string(20000, 'x'));
     EXPECT_TRUE(reader.parser.hasFailed());
 }
 
-TEST(MultipartParser, ADelimiterNeedsTheWholeLineEndBeforeIt)
+TEST(MultipartParser, aDelimiterNeedsTheWholeLineEndBeforeIt)
 {
     Reader reader;
     reader.parser.feed(part("a", "x\n--frontier--"));

@@ -14,7 +14,7 @@ ProgramOptions parse(const std::vector<const char*>& arguments)
     return ProgramOptions::parse(list);
 }
 
-TEST(ProgramOptions, HaveDefaultsForADemonstration)
+TEST(ProgramOptions, haveDefaultsForADemonstration)
 {
     const auto options = parse({});
     EXPECT_EQ(options.error, "");
@@ -26,7 +26,7 @@ TEST(ProgramOptions, HaveDefaultsForADemonstration)
     EXPECT_EQ(options.issues, (std::vector<std::string>{"DEMO-1"}));
 }
 
-TEST(ProgramOptions, ReadTheServer)
+TEST(ProgramOptions, readTheServer)
 {
     const auto options = parse({"--port", "8080", "--base", "http://h/jira", "--sink", "--tls", "expired",
                                 "--maximum-size", "11M", "--certificate", "c.pem", "--verbose"});
@@ -41,9 +41,9 @@ TEST(ProgramOptions, ReadTheServer)
     EXPECT_TRUE(options.isVerbose);
 }
 
-TEST(ProgramOptions, ReadUsersIssuesAndFiles)
+TEST(ProgramOptions, readUsersIssuesAndFiles)
 {
-    const auto options = parse({"--user", "ann:a:b", "--user", "bob:", "--issue", "A-1", "--attach", "A-1:/tmp/x:y",
+    const auto options = parse({"--user", "anna:a:b", "--user", "bob:", "--issue", "A-1", "--attach", "A-1:/tmp/x:y",
                                 "--synthetic", "B-2:a:b.bin:4G", "--synthetic", "B-2:c:5"});
     EXPECT_EQ(options.error, "");
     ASSERT_EQ(options.users.size(), 2U);
@@ -58,7 +58,7 @@ TEST(ProgramOptions, ReadUsersIssuesAndFiles)
     EXPECT_EQ(options.synthetics[1].size, 5);
 }
 
-TEST(ProgramOptions, ReadFaults)
+TEST(ProgramOptions, readFaults)
 {
     const auto options = parse({"--fault", "/a=status:500", "--fault", "/b=early"});
     ASSERT_EQ(options.faults.size(), 2U);
@@ -66,12 +66,12 @@ TEST(ProgramOptions, ReadFaults)
     EXPECT_TRUE(options.faults[1].fault.answersBeforeBody());
 }
 
-TEST(ProgramOptions, SayWhatCannotBeUnderstood)
+TEST(ProgramOptions, sayWhatCannotBeUnderstood)
 {
     EXPECT_EQ(parse({"--nonsense"}).error, "Unknown option 'nonsense'.");
     EXPECT_EQ(parse({"extra"}).error, "Unexpected argument 'extra'.");
     EXPECT_EQ(parse({"--port", "70000"}).error, "'70000' is no port.");
-    EXPECT_EQ(parse({"--user", "ann"}).error, "'ann' is not NAME:PASSWORD.");
+    EXPECT_EQ(parse({"--user", "anna"}).error, "'anna' is not NAME:PASSWORD.");
     EXPECT_EQ(parse({"--attach", "A-1"}).error, "'A-1' is not KEY:FILE.");
     EXPECT_EQ(parse({"--synthetic", "A-1:b:x"}).error, "'A-1:b:x' is not KEY:NAME:SIZE.");
     EXPECT_EQ(parse({"--synthetic", "A-1:5"}).error, "'A-1:5' is not KEY:NAME:SIZE.");
@@ -80,7 +80,7 @@ TEST(ProgramOptions, SayWhatCannotBeUnderstood)
     EXPECT_EQ(parse({"--maximum-size", "-1"}).error, "'-1' is no size.");
 }
 
-TEST(ProgramOptions, HelpIsAskedForBothWays)
+TEST(ProgramOptions, helpIsAskedForBothWays)
 {
     EXPECT_TRUE(parse({"--help"}).wantsHelp);
     EXPECT_TRUE(parse({"-h"}).wantsHelp);

@@ -48,7 +48,7 @@ protected:
     std::uint16_t port = 0;
 };
 
-TEST_F(Program, ServesADemonstrationUntilItIsTerminated)
+TEST_F(Program, servesADemonstrationUntilItIsTerminated)
 {
     start({QStringLiteral("--verbose")});
     const auto body = R"({"username":"demo","password":"demo"})";
@@ -59,30 +59,30 @@ TEST_F(Program, ServesADemonstrationUntilItIsTerminated)
     EXPECT_EQ(statusAfter(SIGTERM), 0);
 }
 
-TEST_F(Program, EndsWhenInterrupted)
+TEST_F(Program, endsWhenInterrupted)
 {
     start({});
     EXPECT_EQ(statusAfter(SIGINT), 0);
 }
 
-TEST_F(Program, ServesFilesAndMisbehaves)
+TEST_F(Program, servesFilesAndMisbehaves)
 {
     QTemporaryFile file;
     ASSERT_TRUE(file.open());
     file.write("bytes");
     file.flush();
-    start({QStringLiteral("--user"), QStringLiteral("ann:secret"), QStringLiteral("--attach"),
+    start({QStringLiteral("--user"), QStringLiteral("anna:secret"), QStringLiteral("--attach"),
            QStringLiteral("A-1:") + file.fileName(), QStringLiteral("--fault"),
            QStringLiteral("/login.jsp=status:418")});
     EXPECT_EQ(exchange(requestBytes("GET", "/login.jsp")).status, 418);
-    const auto body = R"({"username":"ann","password":"secret"})";
+    const auto body = R"({"username":"anna","password":"secret"})";
     const auto login = exchange(requestBytes("POST", sessionPath, "Content-Type: application/json\r\n", body));
     const auto cookie = "Cookie: " + login.header("Set-Cookie") + "\r\n";
     EXPECT_EQ(exchange(requestBytes("GET", "/secure/attachment/10000/x", cookie)).body, "bytes");
     EXPECT_EQ(statusAfter(SIGTERM), 0);
 }
 
-TEST_F(Program, PrintsItsHelp)
+TEST_F(Program, printsItsHelp)
 {
     process.start(QStringLiteral(STANDIN_PROGRAM), {QStringLiteral("--help")});
     ASSERT_TRUE(process.waitForFinished(60000));
@@ -90,7 +90,7 @@ TEST_F(Program, PrintsItsHelp)
     EXPECT_THAT(process.readAllStandardOutput().toStdString(), HasSubstr("--fault <PATTERN=SPEC>"));
 }
 
-TEST_F(Program, RefusesWrongUsage)
+TEST_F(Program, refusesWrongUsage)
 {
     process.start(QStringLiteral(STANDIN_PROGRAM), {QStringLiteral("--port"), QStringLiteral("x")});
     ASSERT_TRUE(process.waitForFinished(60000));
@@ -98,7 +98,7 @@ TEST_F(Program, RefusesWrongUsage)
     EXPECT_EQ(process.readAllStandardError().toStdString(), "tljira-standin: 'x' is no port.\n");
 }
 
-TEST_F(Program, SaysWhenAFileCannotBeRead)
+TEST_F(Program, saysWhenAFileCannotBeRead)
 {
     process.start(QStringLiteral(STANDIN_PROGRAM), {QStringLiteral("--attach"), QStringLiteral("A-1:/nowhere/x")});
     ASSERT_TRUE(process.waitForFinished(60000));

@@ -6,7 +6,7 @@ namespace {
 
 using standin::RequestHead;
 
-TEST(RequestHead, TakesTheRequestLineApart)
+TEST(RequestHead, takesTheRequestLineApart)
 {
     const auto head = RequestHead::parse("GET /a/b?c=d?e HTTP/1.1\r\n\r\n");
     ASSERT_TRUE(head);
@@ -17,13 +17,13 @@ TEST(RequestHead, TakesTheRequestLineApart)
     EXPECT_EQ(head->contentLength(), 0);
 }
 
-TEST(RequestHead, KeepsTheBytesAsTheyCame)
+TEST(RequestHead, keepsTheBytesAsTheyCame)
 {
     const std::string bytes = "GET / HTTP/1.1\r\nhOST:  x \r\n\r\n";
     EXPECT_EQ(RequestHead::parse(bytes)->bytes(), bytes);
 }
 
-TEST(RequestHead, FindsHeadersWithoutCaseAndJoinsThem)
+TEST(RequestHead, findsHeadersWithoutCaseAndJoinsThem)
 {
     const auto head = RequestHead::parse("GET / HTTP/1.1\r\nCookie: a=1\r\nX: \r\ncookie: b=2\r\n\r\n");
     ASSERT_TRUE(head);
@@ -33,14 +33,14 @@ TEST(RequestHead, FindsHeadersWithoutCaseAndJoinsThem)
     EXPECT_FALSE(head->has("y"));
 }
 
-TEST(RequestHead, ReadsALengthBeyondFourGigabytes)
+TEST(RequestHead, readsALengthBeyondFourGigabytes)
 {
     const auto head = RequestHead::parse("PUT / HTTP/1.1\r\nContent-Length: 5368709120\r\n\r\n");
     ASSERT_TRUE(head);
     EXPECT_EQ(head->contentLength(), 5368709120);
 }
 
-TEST(RequestHead, RefusesWhatIsNoRequest)
+TEST(RequestHead, refusesWhatIsNoRequest)
 {
     for (const char* bytes :
          {"", "\r\n", "GET /\r\n\r\n", "GET x HTTP/1.1\r\n\r\n", "GET / HTTP/2\r\n\r\n",
@@ -50,7 +50,7 @@ TEST(RequestHead, RefusesWhatIsNoRequest)
         EXPECT_FALSE(RequestHead::parse(bytes)) << bytes;
 }
 
-TEST(RequestHead, KnowsWhetherTheConnectionStays)
+TEST(RequestHead, knowsWhetherTheConnectionStays)
 {
     EXPECT_TRUE(RequestHead::parse("GET / HTTP/1.1\r\n\r\n")->keepsConnection());
     EXPECT_FALSE(RequestHead::parse("GET / HTTP/1.1\r\nConnection: Close\r\n\r\n")->keepsConnection());
@@ -58,7 +58,7 @@ TEST(RequestHead, KnowsWhetherTheConnectionStays)
     EXPECT_TRUE(RequestHead::parse("GET / HTTP/1.0\r\nConnection: keep-alive\r\n\r\n")->keepsConnection());
 }
 
-TEST(RequestHead, SeesChunkedBodiesAndExpectations)
+TEST(RequestHead, seesChunkedBodiesAndExpectations)
 {
     const auto head =
         RequestHead::parse("PUT / HTTP/1.1\r\nTransfer-Encoding: Chunked\r\nExpect: 100-Continue\r\n\r\n");

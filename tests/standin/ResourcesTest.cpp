@@ -20,20 +20,20 @@ std::string text(const QJsonObject& object, const char* name)
 class Resources : public JiraFixture
 {
 protected:
-    QJsonObject issue() { return jsonObject(getAsAnn("/rest/api/2/issue/DEMO-1")); }
+    QJsonObject issue() { return jsonObject(getAsAnna("/rest/api/2/issue/DEMO-1")); }
     QJsonArray attachments() { return issue()[QStringLiteral("fields")][QStringLiteral("attachment")].toArray(); }
 };
 
-TEST_F(Resources, MyselfHasEverythingARealServerTells)
+TEST_F(Resources, myselfHasEverythingARealServerTells)
 {
-    const auto reply = getAsAnn("/rest/api/2/myself");
+    const auto reply = getAsAnna("/rest/api/2/myself");
     EXPECT_EQ(reply.status, 200);
     const auto user = jsonObject(reply);
-    EXPECT_EQ(text(user, "self"), "http://jira.example.test/rest/api/2/user?username=ann");
-    EXPECT_EQ(text(user, "key"), "ann");
-    EXPECT_EQ(text(user, "name"), "ann");
-    EXPECT_EQ(text(user, "emailAddress"), "ann@example.test");
-    EXPECT_EQ(text(user, "displayName"), "Ann Björk");
+    EXPECT_EQ(text(user, "self"), "http://jira.example.test/rest/api/2/user?username=anna");
+    EXPECT_EQ(text(user, "key"), "anna");
+    EXPECT_EQ(text(user, "name"), "anna");
+    EXPECT_EQ(text(user, "emailAddress"), "anna@example.test");
+    EXPECT_EQ(text(user, "displayName"), "Anna Björk");
     EXPECT_TRUE(user[QStringLiteral("active")].toBool());
     for (const char* name : {"timeZone", "locale", "expand"})
         EXPECT_NE(text(user, name), "") << name;
@@ -44,22 +44,22 @@ TEST_F(Resources, MyselfHasEverythingARealServerTells)
                            QStringLiteral("48x48")}));
 }
 
-TEST_F(Resources, MyselfNeedsALogin)
+TEST_F(Resources, myselfNeedsALogin)
 {
     EXPECT_EQ(get("/rest/api/2/myself").status, 401);
 }
 
-TEST_F(Resources, AUsersFieldsCanBeOverridden)
+TEST_F(Resources, aUsersFieldsCanBeOverridden)
 {
-    server.addUser({.name = "ann",
+    server.addUser({.name = "anna",
                     .password = "secret",
                     .json = {.set = {{QStringLiteral("displayName"), 5}}, .without = {"avatarUrls"}}});
-    const auto user = jsonObject(getAsAnn("/rest/api/2/myself"));
+    const auto user = jsonObject(getAsAnna("/rest/api/2/myself"));
     EXPECT_EQ(user[QStringLiteral("displayName")].toInt(), 5);
     EXPECT_FALSE(user.contains(QStringLiteral("avatarUrls")));
 }
 
-TEST_F(Resources, AnIssueHasItsKeyAndFields)
+TEST_F(Resources, anIssueHasItsKeyAndFields)
 {
     const auto shown = issue();
     EXPECT_EQ(text(shown, "key"), "DEMO-1");
@@ -70,27 +70,27 @@ TEST_F(Resources, AnIssueHasItsKeyAndFields)
     EXPECT_TRUE(attachments().isEmpty());
 }
 
-TEST_F(Resources, AnUnknownIssueIsNotFound)
+TEST_F(Resources, anUnknownIssueIsNotFound)
 {
-    const auto reply = getAsAnn("/rest/api/2/issue/DEMO-2");
+    const auto reply = getAsAnna("/rest/api/2/issue/DEMO-2");
     EXPECT_EQ(reply.status, 404);
     EXPECT_EQ(reply.body, R"({"errorMessages":["Issue Does Not Exist"],"errors":{}})");
 }
 
-TEST_F(Resources, AHiddenIssueIsRefusedAsEachVersionDoes)
+TEST_F(Resources, aHiddenIssueIsRefusedAsEachVersionDoes)
 {
     for (const int status : {401, 403, 404}) {
         server.hideIssue("DEMO-1", status);
-        const auto reply = getAsAnn("/rest/api/2/issue/DEMO-1");
+        const auto reply = getAsAnna("/rest/api/2/issue/DEMO-1");
         EXPECT_EQ(reply.status, status);
         EXPECT_EQ(firstError(reply), "You do not have the permission to see the specified issue.");
         EXPECT_EQ(upload("name=file; filename=a", "x").status, status);
     }
     server.hideIssue("DEMO-1", 0);
-    EXPECT_EQ(getAsAnn("/rest/api/2/issue/DEMO-1").status, 200);
+    EXPECT_EQ(getAsAnna("/rest/api/2/issue/DEMO-1").status, 200);
 }
 
-TEST_F(Resources, AnAttachmentHasEverythingARealServerTells)
+TEST_F(Resources, anAttachmentHasEverythingARealServerTells)
 {
     server.addAttachment("DEMO-1",
                          {.fileName = "foo.pdf", .bytes = "12345", .created = "2017-10-16T10:06:29.399+0200"});
@@ -108,7 +108,7 @@ TEST_F(Resources, AnAttachmentHasEverythingARealServerTells)
                            QStringLiteral("self"), QStringLiteral("timeZone")}));
 }
 
-TEST_F(Resources, AttachmentsComeInTheirOrderWithRisingIds)
+TEST_F(Resources, attachmentsComeInTheirOrderWithRisingIds)
 {
     EXPECT_EQ(server.addAttachment("DEMO-1", {.fileName = "b"}), 10000);
     EXPECT_EQ(server.addAttachment("DEMO-1", {.fileName = "a"}), 10001);
@@ -119,7 +119,7 @@ TEST_F(Resources, AttachmentsComeInTheirOrderWithRisingIds)
     EXPECT_EQ(text(shown[1].toObject(), "id"), "10001");
 }
 
-TEST_F(Resources, AnAttachmentsFieldsCanBeOverridden)
+TEST_F(Resources, anAttachmentsFieldsCanBeOverridden)
 {
     server.addAttachment(
         "DEMO-1",
@@ -129,7 +129,7 @@ TEST_F(Resources, AnAttachmentsFieldsCanBeOverridden)
     EXPECT_FALSE(shown.contains(QStringLiteral("created")));
 }
 
-TEST_F(Resources, AnIssuesFieldsCanBeOverridden)
+TEST_F(Resources, anIssuesFieldsCanBeOverridden)
 {
     server.addIssue({.key = "DEMO-1",
                      .json = {.without = {"id"}},
@@ -138,36 +138,36 @@ TEST_F(Resources, AnIssuesFieldsCanBeOverridden)
     EXPECT_TRUE(issue()[QStringLiteral("fields")][QStringLiteral("attachment")].isObject());
 }
 
-TEST_F(Resources, AFileComesBackByteForByte)
+TEST_F(Resources, aFileComesBackByteForByte)
 {
     const auto bytes = standin::Server::pattern(3, 3000000);
     server.addAttachment("DEMO-1", {.fileName = "a ä.pdf", .bytes = bytes});
-    const auto reply = getAsAnn("/secure/attachment/10000/a%20%C3%A4.pdf");
+    const auto reply = getAsAnna("/secure/attachment/10000/a%20%C3%A4.pdf");
     EXPECT_EQ(reply.status, 200);
     EXPECT_EQ(reply.header("Content-Type"), "application/pdf");
     EXPECT_EQ(reply.header("Content-Disposition"), "attachment; filename*=UTF-8''a%20%C3%A4.pdf");
     EXPECT_TRUE(reply.body == bytes);
 }
 
-TEST_F(Resources, ASyntheticFileIsThePattern)
+TEST_F(Resources, aSyntheticFileIsThePattern)
 {
     const std::int64_t size = 2500001;
     server.addAttachment("DEMO-1", {.fileName = "a", .syntheticSize = size});
     EXPECT_EQ(attachments().at(0)[QStringLiteral("size")].toInt(), size);
-    EXPECT_TRUE(getAsAnn("/secure/attachment/10000/a").body == standin::Server::pattern(0, size));
+    EXPECT_TRUE(getAsAnna("/secure/attachment/10000/a").body == standin::Server::pattern(0, size));
 }
 
-TEST_F(Resources, AnUnknownFileIsNotFound)
+TEST_F(Resources, anUnknownFileIsNotFound)
 {
     for (const char* path : {"/secure/attachment/10000/a", "/secure/attachment/x/a", "/secure/attachment/10000"})
-        EXPECT_EQ(getAsAnn(path).status, 404) << path;
+        EXPECT_EQ(getAsAnna(path).status, 404) << path;
     server.addAttachment("DEMO-1", {.fileName = "a"});
     server.removeAttachment(10000);
-    EXPECT_EQ(getAsAnn("/secure/attachment/10000/a").status, 404);
+    EXPECT_EQ(getAsAnna("/secure/attachment/10000/a").status, 404);
     EXPECT_TRUE(attachments().isEmpty());
 }
 
-TEST_F(Resources, AFileWithoutASessionLeadsToTheLoginPage)
+TEST_F(Resources, aFileWithoutASessionLeadsToTheLoginPage)
 {
     server.addAttachment("DEMO-1", {.fileName = "a"});
     for (const char* cookie : {"", "Cookie: JSESSIONID=stale\r\n"}) {
@@ -190,7 +190,7 @@ std::uint32_t bigEndian(const std::string& bytes, std::size_t offset)
     return number;
 }
 
-TEST_F(Resources, AnAvatarIsAPngOfTheSizeAskedFor)
+TEST_F(Resources, anAvatarIsAPngOfTheSizeAskedFor)
 {
     const std::pair<const char*, std::uint32_t> sizes[] = {
         {"avatarId=1", 48}, {"size=medium&avatarId=1", 32}, {"size=small", 24}, {"size=xsmall", 16}};
@@ -204,7 +204,7 @@ TEST_F(Resources, AnAvatarIsAPngOfTheSizeAskedFor)
     }
 }
 
-TEST_F(Resources, AnAvatarsPixelsCanBeDecoded)
+TEST_F(Resources, anAvatarsPixelsCanBeDecoded)
 {
     const auto png = get("/secure/useravatar").body;
     constexpr std::size_t dataChunk = 33;
@@ -218,7 +218,7 @@ TEST_F(Resources, AnAvatarsPixelsCanBeDecoded)
     EXPECT_EQ(size, pixels.size());
 }
 
-TEST_F(Resources, AnUnknownPathIsNotFoundInJson)
+TEST_F(Resources, anUnknownPathIsNotFoundInJson)
 {
     for (const char* path : {"/", "/rest/api/2/nothing", "/secure/other"}) {
         const auto reply = get(path);
@@ -227,13 +227,13 @@ TEST_F(Resources, AnUnknownPathIsNotFoundInJson)
     }
 }
 
-TEST_F(Resources, AnotherMethodIsNotAllowed)
+TEST_F(Resources, anotherMethodIsNotAllowed)
 {
-    EXPECT_EQ(exchange(requestBytes("PUT", "/rest/api/2/issue/DEMO-1", cookieOfAnn(), "{}")).status, 405);
-    EXPECT_EQ(exchange(requestBytes("PATCH", sessionPath, cookieOfAnn(), "{}")).status, 405);
+    EXPECT_EQ(exchange(requestBytes("PUT", "/rest/api/2/issue/DEMO-1", cookieOfAnna(), "{}")).status, 405);
+    EXPECT_EQ(exchange(requestBytes("PATCH", sessionPath, cookieOfAnna(), "{}")).status, 405);
 }
 
-TEST_F(Resources, HeadAnswersLikeGetWithoutTheBody)
+TEST_F(Resources, headAnswersLikeGetWithoutTheBody)
 {
     RawClient client(server.port());
     client.send(requestBytes("HEAD", "/login.jsp", "Connection: close\r\n"));
@@ -255,21 +255,21 @@ protected:
     }
 };
 
-TEST_F(ResourcesUnderABase, LinksBeginWithTheBase)
+TEST_F(ResourcesUnderABase, linksBeginWithTheBase)
 {
-    const QJsonValue fields = jsonObject(getAsAnn("/jira/rest/api/2/issue/DEMO-1"))[QStringLiteral("fields")];
+    const QJsonValue fields = jsonObject(getAsAnna("/jira/rest/api/2/issue/DEMO-1"))[QStringLiteral("fields")];
     const auto shown = fields[QStringLiteral("attachment")][0].toObject();
     EXPECT_EQ(text(shown, "content"), "https://jira.example.test:8443/jira/secure/attachment/10000/a+b.pdf");
     EXPECT_EQ(shown[QStringLiteral("id")], QJsonValue(10000));
 }
 
-TEST_F(ResourcesUnderABase, ResourcesLieBelowItsPath)
+TEST_F(ResourcesUnderABase, resourcesLieBelowItsPath)
 {
-    EXPECT_EQ(getAsAnn("/jira/secure/attachment/10000/a+b.pdf").body, "x");
-    EXPECT_EQ(getAsAnn("/rest/api/2/myself").status, 404);
+    EXPECT_EQ(getAsAnna("/jira/secure/attachment/10000/a+b.pdf").body, "x");
+    EXPECT_EQ(getAsAnna("/rest/api/2/myself").status, 404);
 }
 
-TEST_F(ResourcesUnderABase, AFileWithoutASessionCanBeTheLoginPage)
+TEST_F(ResourcesUnderABase, aFileWithoutASessionCanBeTheLoginPage)
 {
     const auto reply = get("/jira/secure/attachment/10000/a+b.pdf");
     EXPECT_EQ(reply.status, 200);

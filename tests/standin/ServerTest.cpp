@@ -1,5 +1,5 @@
 #include "tests/standin/JiraFixture.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <gmock/gmock.h>
 
@@ -19,22 +19,22 @@ class ServerItself : public JiraFixture
 {
 };
 
-TEST_F(ServerItself, ListensOnTheLoopbackInterface)
+TEST_F(ServerItself, listensOnTheLoopbackInterface)
 {
     EXPECT_NE(server.port(), 0);
     EXPECT_EQ(server.url(), "http://127.0.0.1:" + std::to_string(server.port()) + "/");
     EXPECT_EQ(server.certificate(), "");
 }
 
-TEST_F(ServerItself, SaysWhenThePortIsTaken)
+TEST_F(ServerItself, saysWhenThePortIsTaken)
 {
     EXPECT_THROW(Server({.port = server.port()}), std::system_error);
 }
 
-TEST_F(ServerItself, KeepsTheConnectionForManyRequests)
+TEST_F(ServerItself, keepsTheConnectionForManyRequests)
 {
     RawClient client(server.port());
-    const auto bytes = requestBytes("GET", "/rest/api/2/issue/DEMO-1", cookieOfAnn());
+    const auto bytes = requestBytes("GET", "/rest/api/2/issue/DEMO-1", cookieOfAnna());
     for (int request = 0; request < 500; ++request) {
         client.send(bytes);
         ASSERT_EQ(client.reply().status, 200);
@@ -43,7 +43,7 @@ TEST_F(ServerItself, KeepsTheConnectionForManyRequests)
     EXPECT_EQ(server.requestCount(), 500U);
 }
 
-TEST_F(ServerItself, AnswersRequestsThatCameTogetherInTheirOrder)
+TEST_F(ServerItself, answersRequestsThatCameTogetherInTheirOrder)
 {
     RawClient client(server.port());
     client.send(requestBytes("POST", "/a", {}, "body") + requestBytes("GET", "/b") + requestBytes("GET", "/login.jsp"));
@@ -52,7 +52,7 @@ TEST_F(ServerItself, AnswersRequestsThatCameTogetherInTheirOrder)
     EXPECT_EQ(client.reply().status, 200);
 }
 
-TEST_F(ServerItself, ReadsAHeadThatComesInAnyPieces)
+TEST_F(ServerItself, readsAHeadThatComesInAnyPieces)
 {
     const auto bytes = requestBytes("GET", "/login.jsp");
     RawClient client(server.port());
@@ -62,7 +62,7 @@ TEST_F(ServerItself, ReadsAHeadThatComesInAnyPieces)
     EXPECT_EQ(server.lastRequest().head, bytes);
 }
 
-TEST_F(ServerItself, ClosesWhenAsked)
+TEST_F(ServerItself, closesWhenAsked)
 {
     RawClient client(server.port());
     client.send(requestBytes("GET", "/login.jsp", "Connection: close\r\n"));
@@ -70,7 +70,7 @@ TEST_F(ServerItself, ClosesWhenAsked)
     EXPECT_EQ(client.end(), RawClient::End::closed);
 }
 
-TEST_F(ServerItself, RefusesWhatIsNoRequest)
+TEST_F(ServerItself, refusesWhatIsNoRequest)
 {
     RawClient client(server.port());
     client.send("hello\r\n\r\n");
@@ -78,7 +78,7 @@ TEST_F(ServerItself, RefusesWhatIsNoRequest)
     EXPECT_EQ(server.requestCount(), 0U);
 }
 
-TEST_F(ServerItself, CountsConnectionsAndNoticesTheirEnd)
+TEST_F(ServerItself, countsConnectionsAndNoticesTheirEnd)
 {
     {
         const RawClient one(server.port());
@@ -89,7 +89,7 @@ TEST_F(ServerItself, CountsConnectionsAndNoticesTheirEnd)
     EXPECT_EQ(server.connectionCount(), 2U);
 }
 
-TEST_F(ServerItself, RecordsRequestsByteForByte)
+TEST_F(ServerItself, recordsRequestsByteForByte)
 {
     const auto bytes = requestBytes("POST", "/a?b=c", "X:  y \r\nx: z\r\n", std::string("b\0dy", 4));
     exchange(bytes);
@@ -113,7 +113,7 @@ TEST_F(ServerItself, RecordsRequestsByteForByte)
     EXPECT_GT(records[1].sentBodyBytes, 0);
 }
 
-TEST_F(ServerItself, FindsRecordsByPath)
+TEST_F(ServerItself, findsRecordsByPath)
 {
     get("/a/1");
     get("/b");
@@ -122,7 +122,7 @@ TEST_F(ServerItself, FindsRecordsByPath)
     EXPECT_EQ(server.lastRequest().target, "/a/2?x");
 }
 
-TEST_F(ServerItself, ForgetsRecordsButNotTheirNumber)
+TEST_F(ServerItself, forgetsRecordsButNotTheirNumber)
 {
     get("/a");
     server.forgetRequests();
@@ -133,7 +133,7 @@ TEST_F(ServerItself, ForgetsRecordsButNotTheirNumber)
     EXPECT_EQ(server.requests().size(), 1U);
 }
 
-TEST_F(ServerItself, TellsAListenerOfEachFinishedRequest)
+TEST_F(ServerItself, tellsAListenerOfEachFinishedRequest)
 {
     std::atomic<int> status = 0;
     server.onFinished([&status](const RecordedRequest& request) { status = request.status; });
@@ -142,7 +142,7 @@ TEST_F(ServerItself, TellsAListenerOfEachFinishedRequest)
     server.onFinished({});
 }
 
-TEST_F(ServerItself, ServesManyClientsAtOnce)
+TEST_F(ServerItself, servesManyClientsAtOnce)
 {
     std::atomic<int> good = 0;
     std::vector<std::thread> threads;
@@ -152,7 +152,7 @@ TEST_F(ServerItself, ServesManyClientsAtOnce)
             for (int turn = 0; turn < 5; ++turn) {
                 const auto answer = jsonArray(upload("name=file; filename=a", bytes));
                 const auto id = answer[0][QStringLiteral("id")].toString().toStdString();
-                good += getAsAnn("/secure/attachment/" + id + "/a").body == bytes;
+                good += getAsAnna("/secure/attachment/" + id + "/a").body == bytes;
             }
         });
     }
@@ -162,7 +162,7 @@ TEST_F(ServerItself, ServesManyClientsAtOnce)
     EXPECT_EQ(server.attachments("DEMO-1").size(), 40U);
 }
 
-TEST(ServerLife, EndsPromptlyWithHeldConnections)
+TEST(ServerLife, endsPromptlyWithHeldConnections)
 {
     auto server = std::make_unique<Server>();
     server->misbehave(Match::on("/head"), Fault().hold(Point::responseHead(0)));
@@ -181,21 +181,21 @@ TEST(ServerLife, EndsPromptlyWithHeldConnections)
     EXPECT_EQ(head.readAll(), "");
 }
 
-TEST(ServerLife, EndsWhileAClientDoesNotRead)
+TEST(ServerLife, endsWhileAClientDoesNotRead)
 {
     auto server = std::make_unique<Server>();
-    server->addUser("ann", "secret");
+    server->addUser("anna", "secret");
     server->addIssue("DEMO-1");
     server->addAttachment("DEMO-1", {.fileName = "a", .syntheticSize = std::int64_t{1} << 40});
     RawClient client(server->port());
     client.send(
-        requestBytes("GET", "/secure/attachment/10000/a", "Cookie: JSESSIONID=" + server->openSession("ann") + "\r\n"));
+        requestBytes("GET", "/secure/attachment/10000/a", "Cookie: JSESSIONID=" + server->openSession("anna") + "\r\n"));
     ASSERT_TRUE(waitUntil([&] { return server->bodyBytesSent() > 0; }));
     server.reset();
     EXPECT_FALSE(client.readAll().empty());
 }
 
-TEST(ServerRecords, KeepAsMuchOfABodyAsAsked)
+TEST(ServerRecords, keepAsMuchOfABodyAsAsked)
 {
     Server server({.digest = Digest::crc32, .recordedBodyBytes = 4});
     RawClient client(server.port());
@@ -207,7 +207,7 @@ TEST(ServerRecords, KeepAsMuchOfABodyAsAsked)
     EXPECT_EQ(record.bodyDigest, "cbf43926");
 }
 
-TEST(ServerRecords, DropTheOldest)
+TEST(ServerRecords, dropTheOldest)
 {
     Server server({.recordedRequests = 2});
     RawClient client(server.port());
@@ -220,7 +220,7 @@ TEST(ServerRecords, DropTheOldest)
     EXPECT_EQ(server.requestCount(), 3U);
 }
 
-TEST(ServerSetup, SessionsOfUnknownUsersAreNotGood)
+TEST(ServerSetup, sessionsOfUnknownUsersAreNotGood)
 {
     Server server;
     RawClient client(server.port());

@@ -10,7 +10,7 @@ using namespace standin;
 
 constexpr auto never = std::numeric_limits<std::int64_t>::max();
 
-TEST(StopList, PutsTheResponseBodyBehindTheHead)
+TEST(StopList, putsTheResponseBodyBehindTheHead)
 {
     const auto list = StopList::forResponse(Fault().close(Point::responseBody(5)).hold(Point::responseHead(3)), 100);
     EXPECT_EQ(list.distance(0), 3);
@@ -21,13 +21,13 @@ TEST(StopList, PutsTheResponseBodyBehindTheHead)
     EXPECT_TRUE(list.at(104).empty());
 }
 
-TEST(StopList, APlaceBehindTheHeadIsNotInTheBody)
+TEST(StopList, aPlaceBehindTheHeadIsNotInTheBody)
 {
     const auto list = StopList::forResponse(Fault().close(Point::responseHead(101)), 100);
     EXPECT_EQ(list.distance(0), never);
 }
 
-TEST(StopList, KeepsTheDirectionsApart)
+TEST(StopList, keepsTheDirectionsApart)
 {
     const auto fault = Fault().reset(Point::requestBody(0)).reset(Point::responseHead(1));
     EXPECT_EQ(StopList::forRequest(fault).at(0).size(), 1U);
@@ -35,7 +35,7 @@ TEST(StopList, KeepsTheDirectionsApart)
     EXPECT_TRUE(StopList::forResponse(fault, 10).at(0).empty());
 }
 
-TEST(StopList, SeveralStopsAtAPlaceStayInTheirOrder)
+TEST(StopList, severalStopsAtAPlaceStayInTheirOrder)
 {
     using namespace std::chrono_literals;
     const auto stops =

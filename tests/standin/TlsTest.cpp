@@ -41,13 +41,13 @@ Outcome fetch(const Server& server, const std::string& certificate, const std::s
     return outcome;
 }
 
-TEST(Tls, ASelfSignedCertificateIsRefusedByDefault)
+TEST(Tls, aSelfSignedCertificateIsRefusedByDefault)
 {
     const Server server({.tls = Tls::selfSigned});
     EXPECT_EQ(fetch(server, {}).code, CURLE_PEER_FAILED_VERIFICATION);
 }
 
-TEST(Tls, ASelfSignedCertificateCanBeTrusted)
+TEST(Tls, aSelfSignedCertificateCanBeTrusted)
 {
     const Server server({.tls = Tls::selfSigned});
     EXPECT_EQ(server.url().substr(0, 18), "https://127.0.0.1:");
@@ -56,13 +56,13 @@ TEST(Tls, ASelfSignedCertificateCanBeTrusted)
     EXPECT_NE(outcome.body.find("os_password"), std::string::npos);
 }
 
-TEST(Tls, AnExpiredCertificateIsRefusedEvenWhenTrusted)
+TEST(Tls, anExpiredCertificateIsRefusedEvenWhenTrusted)
 {
     const Server server({.tls = Tls::expired});
     EXPECT_EQ(fetch(server, server.certificate()).code, CURLE_PEER_FAILED_VERIFICATION);
 }
 
-TEST(Tls, EachServerHasACertificateOfItsOwn)
+TEST(Tls, eachServerHasACertificateOfItsOwn)
 {
     const Server one({.tls = Tls::selfSigned});
     const Server two({.tls = Tls::selfSigned});
@@ -70,21 +70,21 @@ TEST(Tls, EachServerHasACertificateOfItsOwn)
     EXPECT_NE(fetch(one, two.certificate()).code, CURLE_OK);
 }
 
-TEST(Tls, ABodyWithoutALengthEndsProperly)
+TEST(Tls, aBodyWithoutALengthEndsProperly)
 {
     Server server({.tls = Tls::selfSigned});
     server.misbehave(Match::next(), Fault().withoutLength());
     EXPECT_EQ(fetch(server, server.certificate()).code, CURLE_OK);
 }
 
-TEST(Tls, AConnectionCutInTheBodyIsNoticed)
+TEST(Tls, aConnectionCutInTheBodyIsNoticed)
 {
     Server server({.tls = Tls::selfSigned});
     server.misbehave(Match::next(), Fault().reset(Point::responseBody(5)));
     EXPECT_NE(fetch(server, server.certificate()).code, CURLE_OK);
 }
 
-TEST(Tls, LinksAreHttps)
+TEST(Tls, linksAreHttps)
 {
     const Server server({.tls = Tls::selfSigned});
     const auto outcome = fetch(server, server.certificate(), "secure/attachment/1/a");

@@ -1,7 +1,7 @@
 #include "tests/states/Scene.h"
 
 #include "tests/states/InSight.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QApplication>
 
@@ -69,7 +69,7 @@ void Scene::loginForm()
 void Scene::fillIn(JALoginWindow& form, const char* password)
 {
     writeInto(form.hostTextField(), QStringLiteral("http://jira.example.test/"));
-    writeInto(form.emailTextField(), QStringLiteral("jane"));
+    writeInto(form.emailTextField(), QStringLiteral("anna"));
     writeInto(form.passwordTextField(), QString::fromLatin1(password));
 }
 

@@ -7,7 +7,7 @@
 #include "shell/TLJiraUpload.h"
 #include "standin/Server.h"
 #include "tests/states/Hands.h"
-#include "tests/upload/JiraTest.h"
+#include "tests/kit/JiraTest.h"
 
 #include <functional>
 #include <memory>

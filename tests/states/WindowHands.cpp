@@ -1,6 +1,6 @@
 #include "tests/states/WindowHands.h"
 
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QGuiApplication>
 #include <QThread>

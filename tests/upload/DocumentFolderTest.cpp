@@ -1,6 +1,6 @@
 #include "upload/DocumentFolder.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 

@@ -31,9 +31,9 @@ TEST_F(JAUploadBodyViewControllerTest, opensUsableWithTheDocumentAndTheKeyField)
 {
     EXPECT_TRUE(panel->uploadFileButton()->isEnabled());
     EXPECT_TRUE(panel->taskTextField()->isEnabled());
-    EXPECT_FALSE(isShown(panel->shadow()));
-    EXPECT_TRUE(isShown(panel->uploadView()));
-    EXPECT_FALSE(isShown(panel->checkFileView()));
+    EXPECT_FALSE(ui::isShown(panel->shadow()));
+    EXPECT_TRUE(ui::isShown(panel->uploadView()));
+    EXPECT_FALSE(ui::isShown(panel->checkFileView()));
     EXPECT_EQ(panel->taskTextField()->text(), QString());
 }
 
@@ -73,12 +73,12 @@ TEST_F(JAUploadBodyViewControllerTest, showsNothingForNoDocument)
 TEST_F(JAUploadBodyViewControllerTest, showsOneOfItsTwoViews)
 {
     panel->setUploadActualView(panel->checkFileView());
-    EXPECT_TRUE(isShown(panel->checkFileView()));
-    EXPECT_FALSE(isShown(panel->uploadView()));
+    EXPECT_TRUE(ui::isShown(panel->checkFileView()));
+    EXPECT_FALSE(ui::isShown(panel->uploadView()));
 
     panel->setUploadActualView(panel->uploadView());
-    EXPECT_FALSE(isShown(panel->checkFileView()));
-    EXPECT_TRUE(isShown(panel->uploadView()));
+    EXPECT_FALSE(ui::isShown(panel->checkFileView()));
+    EXPECT_TRUE(ui::isShown(panel->uploadView()));
 }
 
 TEST_F(JAUploadBodyViewControllerTest, dimsThePanelWhileTheSessionIsInvalid)
@@ -87,7 +87,7 @@ TEST_F(JAUploadBodyViewControllerTest, dimsThePanelWhileTheSessionIsInvalid)
 
     EXPECT_FALSE(panel->uploadFileButton()->isEnabled());
     EXPECT_FALSE(panel->taskTextField()->isEnabled());
-    EXPECT_TRUE(isShown(panel->shadow()));
+    EXPECT_TRUE(ui::isShown(panel->shadow()));
     drainMainQueue();
     EXPECT_EQ(panel->shadow()->geometry(), panel->view()->rect());
 
@@ -95,7 +95,7 @@ TEST_F(JAUploadBodyViewControllerTest, dimsThePanelWhileTheSessionIsInvalid)
 
     EXPECT_TRUE(panel->uploadFileButton()->isEnabled());
     EXPECT_TRUE(panel->taskTextField()->isEnabled());
-    EXPECT_FALSE(isShown(panel->shadow()));
+    EXPECT_FALSE(ui::isShown(panel->shadow()));
 }
 
 TEST_F(JAUploadBodyViewControllerTest, dimsWithBlackAtFourTenths)
@@ -136,7 +136,7 @@ TEST_F(JAUploadBodyViewControllerTest, takesTheFileThatTheUserOpens)
     const LoneDocument other;
     panel->setUploadActualView(panel->checkFileView());
     answerOpenPanel(other.path());
-    click(panel->openFileButton());
+    ui::click(panel->openFileButton());
 
     EXPECT_EQ(panel->filePath(), other.path());
     EXPECT_EQ(panel->fileName(), QStringLiteral("plan.tessaloom"));
@@ -148,7 +148,7 @@ TEST_F(JAUploadBodyViewControllerTest, keepsTheDocumentWhenOpeningIsCancelled)
 {
     panel->setUploadActualView(panel->checkFileView());
     answerOpenPanel(QString());
-    click(panel->openFileButton());
+    ui::click(panel->openFileButton());
 
     EXPECT_EQ(panel->filePath(), document.path());
     EXPECT_EQ(panel->fileName(), LoneDocument::name());
@@ -162,14 +162,14 @@ TEST_F(JAUploadBodyViewControllerTest, endsTheSheetThatItsWindowIs)
     window->orderOut();
     host->makeKeyAndOrderFront();
     host->beginSheet(window, [&codes](int code) { codes.push_back(code); });
-    click(panel->cancelButton());
+    ui::click(panel->cancelButton());
 
     EXPECT_THAT(codes, ElementsAre(tljira::ModalResponse::Stop));
 }
 
 TEST_F(JAUploadBodyViewControllerTest, cancelsNothingInAWindowThatIsNoSheet)
 {
-    click(panel->cancelButton());
+    ui::click(panel->cancelButton());
 
     EXPECT_TRUE(window->isVisible());
 }

@@ -1,7 +1,7 @@
 #include "upload/JAUploadingWindow.h"
 
 #include "platform/toolkit/View.h"
-#include "tests/upload/JiraTest.h"
+#include "tests/kit/JiraTest.h"
 
 #include <QScrollArea>
 #include <QtTest/QTest>
@@ -37,9 +37,9 @@ TEST_F(JAUploadingWindowTest, findsEverythingInItsInterfaceFile)
 
 TEST_F(JAUploadingWindowTest, beginsWithTheUploadingViewAlone)
 {
-    EXPECT_TRUE(isShown(sheet->uploadingView()));
-    EXPECT_FALSE(isShown(sheet->errorView()));
-    EXPECT_FALSE(isShown(sheet->successView()));
+    EXPECT_TRUE(ui::isShown(sheet->uploadingView()));
+    EXPECT_FALSE(ui::isShown(sheet->errorView()));
+    EXPECT_FALSE(ui::isShown(sheet->successView()));
 }
 
 TEST_F(JAUploadingWindowTest, fillsTheContainerWithEachOfItsViewsInOrder)
@@ -86,9 +86,9 @@ TEST_F(JAUploadingWindowTest, showsAnErrorWithItsDescription)
 
     EXPECT_EQ(sheet->errortitle()->text(), QStringLiteral("Error"));
     EXPECT_EQ(sheet->errorMessage()->text(), QStringLiteral("Not allowed here."));
-    EXPECT_TRUE(isShown(sheet->errorView()));
-    EXPECT_FALSE(isShown(sheet->uploadingView()));
-    EXPECT_FALSE(isShown(sheet->successView()));
+    EXPECT_TRUE(ui::isShown(sheet->errorView()));
+    EXPECT_FALSE(ui::isShown(sheet->uploadingView()));
+    EXPECT_FALSE(ui::isShown(sheet->successView()));
 }
 
 TEST_F(JAUploadingWindowTest, showsAnErrorWithoutDescription)
@@ -97,7 +97,7 @@ TEST_F(JAUploadingWindowTest, showsAnErrorWithoutDescription)
 
     EXPECT_EQ(sheet->errortitle()->text(), QStringLiteral("Error"));
     EXPECT_EQ(sheet->errorMessage()->text(), QString());
-    EXPECT_TRUE(isShown(sheet->errorView()));
+    EXPECT_TRUE(ui::isShown(sheet->errorView()));
 }
 
 TEST_F(JAUploadingWindowTest, showsWhatTheServerSaysAsPlainTextThatCanBeCopied)
@@ -128,8 +128,8 @@ TEST_F(JAUploadingWindowTest, returnsFromAnErrorToProgress)
     sheet->setErrorState(refused);
     sheet->setUploadingState(7, QStringLiteral(" 0.1 / 1.00 mb"));
 
-    EXPECT_TRUE(isShown(sheet->uploadingView()));
-    EXPECT_FALSE(isShown(sheet->errorView()));
+    EXPECT_TRUE(ui::isShown(sheet->uploadingView()));
+    EXPECT_FALSE(ui::isShown(sheet->errorView()));
     EXPECT_EQ(sheet->uploadingProgressBar()->value(), 7);
 }
 
@@ -140,8 +140,8 @@ TEST_F(JAUploadingWindowTest, saysDoneWhereTheSizeStoodAndChangesNothingElse)
 
     EXPECT_EQ(sheet->sizeLabel()->text(), QStringLiteral("DONE"));
     EXPECT_EQ(sheet->uploadingProgressBar()->value(), 64);
-    EXPECT_TRUE(isShown(sheet->uploadingView()));
-    EXPECT_FALSE(isShown(sheet->successView()));
+    EXPECT_TRUE(ui::isShown(sheet->uploadingView()));
+    EXPECT_FALSE(ui::isShown(sheet->successView()));
 }
 
 TEST_F(JAUploadingWindowTest, keepsTheErrorInSightThroughASuccess)
@@ -149,8 +149,8 @@ TEST_F(JAUploadingWindowTest, keepsTheErrorInSightThroughASuccess)
     sheet->setErrorState(refused);
     sheet->setSuccessState();
 
-    EXPECT_TRUE(isShown(sheet->errorView()));
-    EXPECT_FALSE(isShown(sheet->uploadingView()));
+    EXPECT_TRUE(ui::isShown(sheet->errorView()));
+    EXPECT_FALSE(ui::isShown(sheet->uploadingView()));
     EXPECT_EQ(sheet->errorMessage()->text(), QStringLiteral("Not allowed here."));
     EXPECT_EQ(sheet->sizeLabel()->text(), QStringLiteral("DONE"));
 }
@@ -159,9 +159,9 @@ TEST_F(JAUploadingWindowTest, showsTheSuccessViewToWhoeverAsksForIt)
 {
     sheet->setActualView(sheet->successView());
 
-    EXPECT_TRUE(isShown(sheet->successView()));
-    EXPECT_FALSE(isShown(sheet->uploadingView()));
-    EXPECT_FALSE(isShown(sheet->errorView()));
+    EXPECT_TRUE(ui::isShown(sheet->successView()));
+    EXPECT_FALSE(ui::isShown(sheet->uploadingView()));
+    EXPECT_FALSE(ui::isShown(sheet->errorView()));
 }
 
 TEST_F(JAUploadingWindowTest, callsItsButtonByWhatItDoes)
@@ -180,7 +180,7 @@ TEST_F(JAUploadingWindowTest, callsItsButtonByWhatItDoes)
 TEST_F(JAUploadingWindowTest, endsTheSheetWithCodeZeroWhileUploading)
 {
     sheet->setUploadingState(5, QString());
-    click(sheet->cancelButton());
+    ui::click(sheet->cancelButton());
 
     EXPECT_THAT(codes, ElementsAre(0));
     EXPECT_FALSE(sheet->window()->isVisible());
@@ -189,7 +189,7 @@ TEST_F(JAUploadingWindowTest, endsTheSheetWithCodeZeroWhileUploading)
 TEST_F(JAUploadingWindowTest, endsTheSheetWithCodeZeroAfterAnError)
 {
     sheet->setErrorState(refused);
-    click(sheet->cancelButton());
+    ui::click(sheet->cancelButton());
 
     EXPECT_THAT(codes, ElementsAre(0));
 }
@@ -197,14 +197,14 @@ TEST_F(JAUploadingWindowTest, endsTheSheetWithCodeZeroAfterAnError)
 TEST_F(JAUploadingWindowTest, endsTheSheetWithCodeZeroAfterASuccess)
 {
     sheet->setSuccessState();
-    click(sheet->cancelButton());
+    ui::click(sheet->cancelButton());
 
     EXPECT_THAT(codes, ElementsAre(0));
 }
 
 TEST_F(JAUploadingWindowTest, endsTheSheetAtTheEscapeKey)
 {
-    press(*sheet->window(), Qt::Key_Escape);
+    ui::press(sheet->window()->widget(), Qt::Key_Escape);
 
     EXPECT_THAT(codes, ElementsAre(0));
 }
@@ -212,14 +212,14 @@ TEST_F(JAUploadingWindowTest, endsTheSheetAtTheEscapeKey)
 TEST_F(JAUploadingWindowTest, endsTheSheetAtTheEscapeKeyAlsoAfterAnError)
 {
     sheet->setErrorState(refused);
-    press(*sheet->window(), Qt::Key_Escape);
+    ui::press(sheet->window()->widget(), Qt::Key_Escape);
 
     EXPECT_THAT(codes, ElementsAre(0));
 }
 
 TEST_F(JAUploadingWindowTest, cancelsNothingWhereItIsNoSheet)
 {
-    click(sheet->cancelButton());
+    ui::click(sheet->cancelButton());
     sheet->cancelAction();
 
     EXPECT_THAT(codes, ElementsAre(0));
@@ -228,10 +228,10 @@ TEST_F(JAUploadingWindowTest, cancelsNothingWhereItIsNoSheet)
 TEST_F(JAUploadingWindowTest, keepsItsLastStateUntilTheNextCall)
 {
     sheet->setErrorState(refused);
-    click(sheet->cancelButton());
+    ui::click(sheet->cancelButton());
     parent->beginSheet(sheet->window(), {});
 
-    EXPECT_TRUE(isShown(sheet->errorView()));
+    EXPECT_TRUE(ui::isShown(sheet->errorView()));
 }
 
 TEST(JAUploadingWindowBeforeLoadingTest, takesEveryCallQuietly)

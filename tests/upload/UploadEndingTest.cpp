@@ -1,4 +1,4 @@
-#include "tests/support/HeldGlobalQueue.h"
+#include "tests/kit/HeldGlobalQueue.h"
 #include "tests/upload/UploadTest.h"
 
 #include <QApplication>
@@ -32,10 +32,10 @@ protected:
 TEST_F(UploadEndingTest, cancelsUnderWay)
 {
     startHeldUpload();
-    click(sheet()->cancelButton());
+    ui::click(sheet()->cancelButton());
 
     EXPECT_EQ(window->attachedSheet(), nullptr);
-    EXPECT_FALSE(isShown(panel->shadow()));
+    EXPECT_FALSE(ui::isShown(panel->shadow()));
     EXPECT_TRUE(panel->taskTextField()->isEnabled());
     ASSERT_TRUE(waitUntil([this] { return hasFailed(); }));
     EXPECT_EQ(sheet()->errorMessage()->text(), QStringLiteral("cancelled"));
@@ -53,7 +53,7 @@ TEST_F(UploadEndingTest, cancelsBeforeTheUploadHasReallyBegun)
     // Qt's painting uses the threads of that pool, too.
     window->widget()->setUpdatesEnabled(false);
     upload();
-    click(sheet()->cancelButton());
+    ui::click(sheet()->cancelButton());
     ASSERT_EQ(window->attachedSheet(), nullptr);
     slowDisk.letGo();
 
@@ -67,7 +67,7 @@ TEST_F(UploadEndingTest, cancelsNothingAfterASuccess)
 {
     upload();
     ASSERT_EQ(outcome(), QStringLiteral("DONE"));
-    click(sheet()->cancelButton());
+    ui::click(sheet()->cancelButton());
     drainMainQueue();
 
     EXPECT_FALSE(hasFailed());
@@ -78,7 +78,7 @@ TEST_F(UploadEndingTest, cancelsNothingAfterASuccess)
 TEST_F(UploadEndingTest, uploadsAgainAfterACancel)
 {
     startHeldUpload();
-    click(sheet()->cancelButton());
+    ui::click(sheet()->cancelButton());
     ASSERT_TRUE(waitUntil([this] { return hasFailed(); }));
 
     server.behave();
@@ -114,7 +114,7 @@ protected:
 TEST_F(TwoUploadsTest, anUploadThatIsCancelledTakesNothingFromTheNext)
 {
     startHeldUpload();
-    click(sheet()->cancelButton());
+    ui::click(sheet()->cancelButton());
     server.behave();
     holdUploadsAfter(1);
     uploadAnother();
@@ -172,9 +172,9 @@ TEST_F(TwoUploadsTest, anEndThatIsReportedTwiceTakesNothingFromTheNext)
 TEST_F(TwoUploadsTest, aCancelWhileTheNextWaitsBeginsNothing)
 {
     startHeldUpload();
-    click(sheet()->cancelButton());
+    ui::click(sheet()->cancelButton());
     uploadAnother();
-    click(sheet()->cancelButton());
+    ui::click(sheet()->cancelButton());
     ASSERT_TRUE(waitUntil([this] { return !panel->isUploading(); }));
     drainMainQueue();
 
@@ -186,7 +186,7 @@ TEST_F(TwoUploadsTest, aCancelWhileTheNextWaitsBeginsNothing)
 TEST_F(TwoUploadsTest, whatWaitsIsWhatThePanelShowedWhenTheButtonWasPressed)
 {
     startHeldUpload();
-    click(sheet()->cancelButton());
+    ui::click(sheet()->cancelButton());
     uploadAnother();
     server.behave();
     panel->setNewPathFile(QStringLiteral("/no/such/file"), QStringLiteral("Other"));
@@ -202,7 +202,7 @@ TEST_F(UploadEndingTest, leavesTheKeyboardToTheKeyFieldWhenTheSheetHasEnded)
 {
     upload();
     ASSERT_EQ(outcome(), QStringLiteral("DONE"));
-    click(sheet()->cancelButton());
+    ui::click(sheet()->cancelButton());
 
     EXPECT_EQ(window->widget()->focusWidget(), panel->taskTextField());
 }
@@ -210,7 +210,7 @@ TEST_F(UploadEndingTest, leavesTheKeyboardToTheKeyFieldWhenTheSheetHasEnded)
 TEST_F(UploadEndingTest, aDoubledReturnDoesNotCancel)
 {
     holdUploadsAfter(1 << 20);
-    type(panel->taskTextField(), QStringLiteral("ABC-1"));
+    ui::type(panel->taskTextField(), QStringLiteral("ABC-1"));
     QTest::keyClick(panel->taskTextField(), Qt::Key_Return);
     ASSERT_TRUE(isSheetUp());
     drainMainQueue();

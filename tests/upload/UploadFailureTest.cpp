@@ -190,13 +190,13 @@ TEST_F(UploadFailureTest, uploadsAgainAfterAFailure)
     answerUploadsWith(Fault().reset(Point::requestBody(1)));
     upload();
     ASSERT_EQ(outcome(), QStringLiteral("The network connection was lost."));
-    click(sheet()->cancelButton());
+    ui::click(sheet()->cancelButton());
 
     server.behave();
     const LoneDocument again("contents of the document\n");
     panel->setNewPathFile(again.path(), LoneDocument::name());
     upload();
-    EXPECT_TRUE(isShown(sheet()->uploadingView()));
+    EXPECT_TRUE(ui::isShown(sheet()->uploadingView()));
     EXPECT_FALSE(hasFailed());
 
     EXPECT_EQ(outcome(), QStringLiteral("DONE"));

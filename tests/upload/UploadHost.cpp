@@ -29,7 +29,7 @@ int main(int argc, char** argv)
 
     const auto& client = JAController::sharedInstance();
     client->setHost(QStringLiteral("http://jira.example.test/"));
-    client->login(QStringLiteral("jane"), QStringLiteral("secret"),
+    client->login(QStringLiteral("anna"), QStringLiteral("secret"),
                   [&panel](const auto&, const auto&) { panel->uploadFileButton()->click(); });
 
     QSocketNotifier input(0, QSocketNotifier::Read);

@@ -1,4 +1,4 @@
-#include "tests/support/HeldGlobalQueue.h"
+#include "tests/kit/HeldGlobalQueue.h"
 #include "tests/upload/UploadTest.h"
 
 #include <QFileInfo>
@@ -44,7 +44,7 @@ TEST_F(UploadProgressTest, sendsTheDocumentUnderItsName)
 
 TEST_F(UploadProgressTest, startsAtTheReturnKey)
 {
-    type(panel->taskTextField(), QStringLiteral("ABC-1"));
+    ui::type(panel->taskTextField(), QStringLiteral("ABC-1"));
     QTest::keyClick(panel->taskTextField(), Qt::Key_Return);
 
     EXPECT_TRUE(isSheetUp());
@@ -54,11 +54,11 @@ TEST_F(UploadProgressTest, startsAtTheReturnKey)
 
 TEST_F(UploadProgressTest, ignoresTheButtonWithoutAKey)
 {
-    click(panel->uploadFileButton());
+    ui::click(panel->uploadFileButton());
     drainMainQueue();
 
     EXPECT_EQ(window->attachedSheet(), nullptr);
-    EXPECT_FALSE(isShown(panel->shadow()));
+    EXPECT_FALSE(ui::isShown(panel->shadow()));
     EXPECT_TRUE(panel->taskTextField()->isEnabled());
     EXPECT_EQ(panel->zipFilePath(), std::nullopt);
     EXPECT_EQ(log.lines(), QStringList());
@@ -99,8 +99,8 @@ TEST_F(UploadProgressTest, showsTheSheetBeforeAnythingIsSent)
     EXPECT_TRUE(isSheetUp());
     EXPECT_EQ(sheet()->sizeLabel()->text(), QStringLiteral("size is calculated"));
     EXPECT_EQ(sheet()->uploadingProgressBar()->value(), 1);
-    EXPECT_TRUE(isShown(sheet()->uploadingView()));
-    EXPECT_TRUE(isShown(panel->shadow()));
+    EXPECT_TRUE(ui::isShown(sheet()->uploadingView()));
+    EXPECT_TRUE(ui::isShown(panel->shadow()));
     EXPECT_FALSE(panel->taskTextField()->isEnabled());
     EXPECT_TRUE(server.requests().empty());
 }
@@ -112,13 +112,13 @@ TEST_F(UploadProgressTest, leavesTheSheetUpUntilTheUserClosesIt)
     drainMainQueue();
 
     EXPECT_TRUE(isSheetUp());
-    EXPECT_TRUE(isShown(panel->shadow()));
+    EXPECT_TRUE(ui::isShown(panel->shadow()));
     EXPECT_FALSE(panel->taskTextField()->isEnabled());
 
-    click(sheet()->cancelButton());
+    ui::click(sheet()->cancelButton());
 
     EXPECT_EQ(window->attachedSheet(), nullptr);
-    EXPECT_FALSE(isShown(panel->shadow()));
+    EXPECT_FALSE(ui::isShown(panel->shadow()));
     EXPECT_TRUE(panel->taskTextField()->isEnabled());
 }
 
@@ -220,7 +220,7 @@ TEST_F(UploadProgressTest, sendsASecondDocumentThroughTheSameSheet)
 {
     upload();
     ASSERT_EQ(outcome(), QStringLiteral("DONE"));
-    click(sheet()->cancelButton());
+    ui::click(sheet()->cancelButton());
 
     const LoneDocument second("another one");
     panel->setNewPathFile(second.path(), QStringLiteral("Second.tessaloom"));

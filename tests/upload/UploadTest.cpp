@@ -23,8 +23,8 @@ void UploadTest::SetUp()
 
 void UploadTest::upload(const QString& key)
 {
-    type(panel->taskTextField(), key);
-    click(panel->uploadFileButton());
+    ui::type(panel->taskTextField(), key);
+    ui::click(panel->uploadFileButton());
 }
 
 void UploadTest::holdUploadsAfter(std::int64_t bytes)

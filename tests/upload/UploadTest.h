@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/upload/JiraTest.h"
+#include "tests/kit/JiraTest.h"
 #include "upload/JAUploadBodyViewController.h"
 
 namespace tests {
@@ -21,7 +21,7 @@ protected:
     const std::shared_ptr<JAUploadingWindow>& sheet() const { return m_sheet; }
     bool isSheetUp() const;
     bool isDone() const { return m_sheet->sizeLabel()->text() == QStringLiteral("DONE"); }
-    bool hasFailed() const { return isShown(m_sheet->errorView()); }
+    bool hasFailed() const { return ui::isShown(m_sheet->errorView()); }
     /// "DONE", the error's text, or nothing when neither came in time.
     QString outcome();
 

@@ -57,7 +57,7 @@ int main(int argc, char** argv)
 
     const auto client = JAController::sharedInstance();
     client->setHost(QStringLiteral("http://jira.example.test"));
-    client->login(QStringLiteral("alice"), QStringLiteral("secret"), [&](const auto& session, const auto& error) {
+    client->login(QStringLiteral("anna"), QStringLiteral("secret"), [&](const auto& session, const auto& error) {
         if (!session)
             return end(error);
         upload(arguments.value(2), arguments.value(3));

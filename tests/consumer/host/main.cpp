@@ -49,7 +49,7 @@ bool isShown(const QWidget* view)
 void logIn(const JALoginWindow& form)
 {
     form.hostTextField()->setText(QStringLiteral("http://jira.example.test"));
-    form.emailTextField()->setText(QStringLiteral("alice"));
+    form.emailTextField()->setText(QStringLiteral("anna"));
     form.passwordTextField()->setText(QStringLiteral("secret"));
     form.loginButton()->click();
 }

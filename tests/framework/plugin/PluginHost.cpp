@@ -45,7 +45,7 @@ bool logIn()
     if (!seen<QPushButton>("loginButton"))
         return false;
     seen<QLineEdit>("hostTextField")->setText(QStringLiteral("http://jira.example.test"));
-    seen<QLineEdit>("emailTextField")->setText(QStringLiteral("alice"));
+    seen<QLineEdit>("emailTextField")->setText(QStringLiteral("anna"));
     seen<QLineEdit>("passwordTextField")->setText(QStringLiteral("secret"));
     return click("loginButton");
 }

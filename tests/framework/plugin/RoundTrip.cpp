@@ -25,7 +25,7 @@ void writeFile(const QString& path, const std::string& bytes)
 Outcome PluginHost::expectRoundTrip(const QString& folder) const
 {
     standin::Server server;
-    server.addUser("alice", "secret");
+    server.addUser("anna", "secret");
     server.addIssue("ABC-1");
     const std::string document = standin::Server::pattern(3, 300000);
     const QTemporaryDir work;

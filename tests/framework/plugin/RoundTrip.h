@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/RunProgram.h"
+#include "tests/kit/RunProgram.h"
 
 namespace tests {
 

@@ -27,7 +27,7 @@ protected:
     char byte = 0;
 };
 
-TEST_F(InputTest, GivesByteAfterByteUpToTheEnd)
+TEST_F(InputTest, givesByteAfterByteUpToTheEnd)
 {
     ASSERT_EQ(::write(ends[1], "ab", 2), 2);
     ::close(ends[1]);
@@ -39,7 +39,7 @@ TEST_F(InputTest, GivesByteAfterByteUpToTheEnd)
     EXPECT_EQ(read(), Input::Result::End);
 }
 
-TEST_F(InputTest, PutsAnInterruptBeforeTheBytesAndLeavesItPending)
+TEST_F(InputTest, putsAnInterruptBeforeTheBytesAndLeavesItPending)
 {
     ASSERT_EQ(::write(ends[1], "a", 1), 1);
     ::raise(SIGINT);
@@ -48,7 +48,7 @@ TEST_F(InputTest, PutsAnInterruptBeforeTheBytesAndLeavesItPending)
     EXPECT_EQ(byte, 0);
 }
 
-TEST_F(InputTest, HasEndedWhereNothingCanBeRead)
+TEST_F(InputTest, hasEndedWhereNothingCanBeRead)
 {
     const int folder = ::open("/", O_RDONLY | O_DIRECTORY);
     EXPECT_EQ(Input(folder).read(byte, interrupts), Input::Result::End);

@@ -1,6 +1,6 @@
 #include "platform/console/InterruptSignal.h"
 
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <gmock/gmock.h>
 
@@ -13,7 +13,7 @@ namespace {
 using testing::ElementsAre;
 using tljira::console::InterruptSignal;
 
-TEST(InterruptSignal, HandsSignalsToTheEventLoopInTheirOrder)
+TEST(InterruptSignal, handsSignalsToTheEventLoopInTheirOrder)
 {
     InterruptSignal interrupts;
     std::vector<int> numbers;
@@ -26,7 +26,7 @@ TEST(InterruptSignal, HandsSignalsToTheEventLoopInTheirOrder)
     EXPECT_THAT(numbers, ElementsAre(SIGINT, SIGTERM, SIGHUP));
 }
 
-TEST(InterruptSignal, KeepsSignalsUntilSomebodyHandlesThem)
+TEST(InterruptSignal, keepsSignalsUntilSomebodyHandlesThem)
 {
     InterruptSignal interrupts;
     EXPECT_FALSE(interrupts.isPending());
@@ -38,7 +38,7 @@ TEST(InterruptSignal, KeepsSignalsUntilSomebodyHandlesThem)
     EXPECT_FALSE(interrupts.isPending());
 }
 
-TEST(InterruptSignal, LeavesIgnoredSignalsIgnored)
+TEST(InterruptSignal, leavesIgnoredSignalsIgnored)
 {
     std::signal(SIGHUP, SIG_IGN);
     {
@@ -50,7 +50,7 @@ TEST(InterruptSignal, LeavesIgnoredSignalsIgnored)
     EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL);
 }
 
-TEST(InterruptSignal, EndsAProcessThatDoesNotHear)
+TEST(InterruptSignal, endsAProcessThatDoesNotHear)
 {
     const auto beDeaf = [] {
         const InterruptSignal interrupts;
@@ -61,7 +61,7 @@ TEST(InterruptSignal, EndsAProcessThatDoesNotHear)
     EXPECT_EXIT(beDeaf(), testing::ExitedWithCode(130), "");
 }
 
-TEST(InterruptSignal, LeavesAProcessAloneThatHasHeard)
+TEST(InterruptSignal, leavesAProcessAloneThatHasHeard)
 {
     const auto hear = [] {
         InterruptSignal interrupts;

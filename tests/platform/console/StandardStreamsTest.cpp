@@ -1,6 +1,6 @@
 #include "platform/console/StandardStreams.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-TEST(StandardStreams, MakeAnErrorOfAReaderThatHasGone)
+TEST(StandardStreams, makeAnErrorOfAReaderThatHasGone)
 {
     std::array<int, 2> ends = {-1, -1};
     ASSERT_EQ(::pipe(ends.data()), 0);
@@ -27,7 +27,7 @@ TEST(StandardStreams, MakeAnErrorOfAReaderThatHasGone)
     EXPECT_EQ(tljira::console::writeOutput({}), std::nullopt);
 }
 
-TEST(StandardStreams, WaitForAReaderWhoIsSlowAlsoWhereWritingDoesNotWait)
+TEST(StandardStreams, waitForAReaderWhoIsSlowAlsoWhereWritingDoesNotWait)
 {
     std::array<int, 2> ends = {-1, -1};
     ASSERT_EQ(::pipe(ends.data()), 0);
@@ -50,7 +50,7 @@ TEST(StandardStreams, WaitForAReaderWhoIsSlowAlsoWhereWritingDoesNotWait)
     EXPECT_EQ(read, text);
 }
 
-TEST(StandardStreams, PutEmptyOnesInThePlaceOfClosedOnes)
+TEST(StandardStreams, putEmptyOnesInThePlaceOfClosedOnes)
 {
     const int before = ::dup(STDIN_FILENO);
     ::close(STDIN_FILENO);
@@ -60,7 +60,7 @@ TEST(StandardStreams, PutEmptyOnesInThePlaceOfClosedOnes)
     ::dup2(before, STDIN_FILENO);
 }
 
-TEST(StandardStreams, AreEightyColumnsWideWhereNoTerminalIs)
+TEST(StandardStreams, areEightyColumnsWideWhereNoTerminalIs)
 {
     std::array<int, 2> ends = {-1, -1};
     ASSERT_EQ(::pipe(ends.data()), 0);

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(Terminal, HidesNothingWhereThereIsNone)
+TEST(Terminal, hidesNothingWhereThereIsNone)
 {
     // A session of its own has no terminal; only a child may leave the session that it was started in.
     EXPECT_EXIT(

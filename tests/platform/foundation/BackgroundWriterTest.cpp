@@ -1,6 +1,6 @@
 #include "platform/foundation/BackgroundWriter.h"
 
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <gtest/gtest.h>
 
@@ -39,7 +39,7 @@ protected:
     std::atomic<std::thread::id> thread;
 };
 
-TEST_F(BackgroundWriterTest, WorksOnAThreadOfItsOwnOnceForManyRequests)
+TEST_F(BackgroundWriterTest, worksOnAThreadOfItsOwnOnceForManyRequests)
 {
     BackgroundWriter writer(owner());
     writer.ask();
@@ -53,7 +53,7 @@ TEST_F(BackgroundWriterTest, WorksOnAThreadOfItsOwnOnceForManyRequests)
     EXPECT_NE(thread.load(), std::this_thread::get_id());
 }
 
-TEST_F(BackgroundWriterTest, WaitsForAReaderNoLongerThanItSays)
+TEST_F(BackgroundWriterTest, waitsForAReaderNoLongerThanItSays)
 {
     BackgroundWriter writer(owner());
     writer.look(std::chrono::milliseconds(1));
@@ -72,7 +72,7 @@ TEST_F(BackgroundWriterTest, WaitsForAReaderNoLongerThanItSays)
     mayEnd.release(1);
 }
 
-TEST_F(BackgroundWriterTest, FinishGivesUpWhenOthersHoldTheWorkUp)
+TEST_F(BackgroundWriterTest, finishGivesUpWhenOthersHoldTheWorkUp)
 {
     BackgroundWriter writer(owner());
     isHeldUp = true;
@@ -83,7 +83,7 @@ TEST_F(BackgroundWriterTest, FinishGivesUpWhenOthersHoldTheWorkUp)
     EXPECT_TRUE(writer.finish());
 }
 
-TEST_F(BackgroundWriterTest, DoesWhatWasAskedForBeforeItEnds)
+TEST_F(BackgroundWriterTest, doesWhatWasAskedForBeforeItEnds)
 {
     mayEnd.release(2);
     {
@@ -94,7 +94,7 @@ TEST_F(BackgroundWriterTest, DoesWhatWasAskedForBeforeItEnds)
     EXPECT_TRUE(hasStoppedWaiting);
 }
 
-TEST_F(BackgroundWriterTest, ThatWasNeverAskedDoesNothing)
+TEST_F(BackgroundWriterTest, thatWasNeverAskedDoesNothing)
 {
     BackgroundWriter{owner()};
     EXPECT_EQ(begun, 0);

@@ -1,6 +1,6 @@
 #include "platform/foundation/Data.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -49,21 +49,21 @@ protected:
     QTemporaryDir folder;
 };
 
-TEST_F(DataTest, IsEmptyAtFirst)
+TEST_F(DataTest, isEmptyAtFirst)
 {
     EXPECT_TRUE(Data().isEmpty());
     EXPECT_EQ(Data().bytes(), QByteArray());
     EXPECT_EQ(Data().utf8Text(), QString());
 }
 
-TEST_F(DataTest, HoldsBytesInMemory)
+TEST_F(DataTest, holdsBytesInMemory)
 {
     const Data data(QByteArray("a\0b", 3));
     EXPECT_EQ(data.size(), 3);
     EXPECT_EQ(data.bytes(), QByteArray("a\0b", 3));
 }
 
-TEST_F(DataTest, HoldsAFile)
+TEST_F(DataTest, holdsAFile)
 {
     const auto data = Data::contentsOfFile(fileWith("of a file"));
     ASSERT_TRUE(data);
@@ -71,7 +71,7 @@ TEST_F(DataTest, HoldsAFile)
     EXPECT_EQ(data->bytes(), QByteArray("of a file"));
 }
 
-TEST_F(DataTest, HoldsAnEmptyFile)
+TEST_F(DataTest, holdsAnEmptyFile)
 {
     const auto data = Data::contentsOfFile(fileWith({}));
     ASSERT_TRUE(data);
@@ -79,7 +79,7 @@ TEST_F(DataTest, HoldsAnEmptyFile)
     EXPECT_EQ(data->bytes(), QByteArray());
 }
 
-TEST_F(DataTest, IsNothingForWhatIsNoReadableFile)
+TEST_F(DataTest, isNothingForWhatIsNoReadableFile)
 {
     EXPECT_FALSE(Data::contentsOfFile(folder.filePath(QStringLiteral("missing"))));
     EXPECT_FALSE(Data::contentsOfFile(folder.path()));
@@ -87,7 +87,7 @@ TEST_F(DataTest, IsNothingForWhatIsNoReadableFile)
     EXPECT_FALSE(Data::contentsOfFile(QStringLiteral("/dev/null")));
 }
 
-TEST_F(DataTest, KeepsTheFileThatWasOpenedWhenItsNameGoes)
+TEST_F(DataTest, keepsTheFileThatWasOpenedWhenItsNameGoes)
 {
     const QString path = fileWith("the first");
     const auto data = Data::contentsOfFile(path);
@@ -96,7 +96,7 @@ TEST_F(DataTest, KeepsTheFileThatWasOpenedWhenItsNameGoes)
     EXPECT_EQ(data->bytes(), QByteArray("the first"));
 }
 
-TEST_F(DataTest, JoinsPiecesInOrder)
+TEST_F(DataTest, joinsPiecesInOrder)
 {
     Data data(QByteArray("head "));
     data.append(*Data::contentsOfFile(fileWith("file"))).append(QByteArray()).append(QByteArray(" tail"));
@@ -106,7 +106,7 @@ TEST_F(DataTest, JoinsPiecesInOrder)
     EXPECT_EQ(data.bytes(), QByteArray("head file tailhead file tail"));
 }
 
-TEST_F(DataTest, IsNotChangedByWhatIsAppendedToACopy)
+TEST_F(DataTest, isNotChangedByWhatIsAppendedToACopy)
 {
     const Data data(QByteArray("a"));
     Data copy = data;
@@ -115,14 +115,14 @@ TEST_F(DataTest, IsNotChangedByWhatIsAppendedToACopy)
     EXPECT_EQ(copy.bytes(), QByteArray("ab"));
 }
 
-TEST_F(DataTest, IsTextOnlyWhenItIsUtf8)
+TEST_F(DataTest, isTextOnlyWhenItIsUtf8)
 {
     EXPECT_EQ(Data(QByteArray("gr\xc3\xbc\xc3\x9f")).utf8Text(), QStringLiteral("grüß"));
     EXPECT_EQ(Data(QByteArray("\xff\xfe")).utf8Text(), std::nullopt);
     EXPECT_EQ(Data(QByteArray("cut \xc3")).utf8Text(), std::nullopt);
 }
 
-TEST_F(DataTest, IsReadInStepsOfAnySize)
+TEST_F(DataTest, isReadInStepsOfAnySize)
 {
     Data data(QByteArray("head "));
     data.append(*Data::contentsOfFile(fileWith("file"))).append(QByteArray(" tail"));
@@ -133,7 +133,7 @@ TEST_F(DataTest, IsReadInStepsOfAnySize)
     }
 }
 
-TEST_F(DataTest, IsReadByTwoReadersAtTheSameTime)
+TEST_F(DataTest, isReadByTwoReadersAtTheSameTime)
 {
     const Data data = *Data::contentsOfFile(fileWith("0123456789"));
     DataReader first(data);
@@ -147,7 +147,7 @@ TEST_F(DataTest, IsReadByTwoReadersAtTheSameTime)
     }
 }
 
-TEST_F(DataTest, SaysSoWhenAFileGivesLessThanItHeld)
+TEST_F(DataTest, saysSoWhenAFileGivesLessThanItHeld)
 {
     const QString path = fileWith("0123456789");
     const Data data = *Data::contentsOfFile(path);
@@ -163,7 +163,7 @@ TEST_F(DataTest, SaysSoWhenAFileGivesLessThanItHeld)
     EXPECT_EQ(data.bytes(), std::nullopt);
 }
 
-TEST_F(DataTest, SaysSoWhenAFileWasWrittenToSinceItWasOpened)
+TEST_F(DataTest, saysSoWhenAFileWasWrittenToSinceItWasOpened)
 {
     const QString path = fileWith("0123456789");
     const auto append = [](QFile& file) { return file.open(QIODevice::Append) && file.write("x") == 1; };
@@ -190,7 +190,7 @@ TEST_F(DataTest, SaysSoWhenAFileWasWrittenToSinceItWasOpened)
     }
 }
 
-TEST_F(DataTest, TellsWhetherItsFilesAreAsTheyWere)
+TEST_F(DataTest, tellsWhetherItsFilesAreAsTheyWere)
 {
     const QString path = fileWith("0123");
     makeOld(path);

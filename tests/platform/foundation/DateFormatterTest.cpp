@@ -1,6 +1,6 @@
 #include "platform/foundation/DateFormatter.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <unicode/timezone.h>
 #include <unicode/uloc.h>
@@ -42,7 +42,7 @@ class AcceptedDates : public testing::TestWithParam<Accepted>
 {
 };
 
-TEST_P(AcceptedDates, AreReadToTheMillisecond)
+TEST_P(AcceptedDates, areReadToTheMillisecond)
 {
     const auto date = parsed(GetParam().text);
     ASSERT_TRUE(date);
@@ -74,7 +74,7 @@ class RefusedDates : public testing::TestWithParam<const char16_t*>
 {
 };
 
-TEST_P(RefusedDates, GiveNothing)
+TEST_P(RefusedDates, giveNothing)
 {
     EXPECT_EQ(parsed(GetParam()), std::nullopt);
 }
@@ -94,7 +94,7 @@ INSTANTIATE_TEST_SUITE_P(
                     u"2017-03-14T10:22:33.123 +0100", u"2017-03-14T10:22:33.123+2500", u"-2017-03-14T10:22:33.123+0100",
                     u"2017-03-14T10:22:33.123Europe/Berlin"));
 
-TEST(DateFormatter, OneFormatterReadsARunOfDates)
+TEST(DateFormatter, oneFormatterReadsARunOfDates)
 {
     const DateFormatter formatter = DateFormatter::withPattern(QString::fromUtf16(ServerPattern));
     EXPECT_EQ(formatter.dateFromString(QStringLiteral("2017-03-14T10:22:33.123+0100")),
@@ -105,7 +105,7 @@ TEST(DateFormatter, OneFormatterReadsARunOfDates)
               utc(u"2017-03-14T18:22:33.123Z"));
 }
 
-TEST(DateFormatter, PatternsDoNotDependOnTheUser)
+TEST(DateFormatter, patternsDoNotDependOnTheUser)
 {
     for (const char* locale :
          {"th_TH", "th_TH@calendar=buddhist", "ar_EG", "fa_IR", "ja_JP@calendar=japanese", "de_DE"}) {
@@ -119,7 +119,7 @@ TEST(DateFormatter, PatternsDoNotDependOnTheUser)
     }
 }
 
-TEST(DateFormatter, APatternWithoutAZoneMeansTheUsersOwn)
+TEST(DateFormatter, aPatternWithoutAZoneMeansTheUsersOwn)
 {
     becomeUser("en_US", "Europe/Berlin");
     const DateFormatter formatter = DateFormatter::withPattern(QStringLiteral("yyyy-MM-dd HH:mm"));
@@ -128,14 +128,14 @@ TEST(DateFormatter, APatternWithoutAZoneMeansTheUsersOwn)
     EXPECT_EQ(formatter.stringFromDate(utc(u"2017-07-14T08:22:00.000Z")), QStringLiteral("2017-07-14 10:22"));
 }
 
-TEST(DateFormatter, APatternThatIsNoneReadsAndWritesNothing)
+TEST(DateFormatter, aPatternThatIsNoneReadsAndWritesNothing)
 {
     const DateFormatter formatter = DateFormatter::withPattern(QStringLiteral("yyyy'unclosed"));
     EXPECT_EQ(formatter.dateFromString(QStringLiteral("2017")), std::nullopt);
     EXPECT_EQ(DateFormatter::withPattern(QStringLiteral("yyyy")).stringFromDate(QDateTime()), QString());
 }
 
-TEST(DateFormatter, MediumStyleFollowsLocaleAndZone)
+TEST(DateFormatter, mediumStyleFollowsLocaleAndZone)
 {
     const QDateTime date = utc(u"2017-03-14T09:22:33.123Z");
     becomeUser("de_DE", "Europe/Berlin");
@@ -150,7 +150,7 @@ TEST(DateFormatter, MediumStyleFollowsLocaleAndZone)
               QStringLiteral("Mar 14, 2017, 10:22:33") + blank + QStringLiteral("AM"));
 }
 
-TEST(DateFormatter, MediumStyleReadsWhatItWrote)
+TEST(DateFormatter, mediumStyleReadsWhatItWrote)
 {
     becomeUser("de_DE", "Europe/Berlin");
     const DateFormatter formatter = DateFormatter::withMediumStyle();
@@ -158,7 +158,7 @@ TEST(DateFormatter, MediumStyleReadsWhatItWrote)
     EXPECT_EQ(formatter.dateFromString(QStringLiteral("30.02.2017, 10:22:33")), std::nullopt);
 }
 
-TEST(DateFormatter, MayBeMoved)
+TEST(DateFormatter, mayBeMoved)
 {
     DateFormatter formatter = DateFormatter::withPattern(QStringLiteral("yyyy"));
     formatter = DateFormatter::withPattern(QString::fromUtf16(ServerPattern));

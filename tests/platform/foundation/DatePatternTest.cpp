@@ -9,7 +9,7 @@ bool fits(const char16_t* pattern, const char16_t* text)
     return tljira::DatePattern(QString::fromUtf16(pattern)).fits(QString::fromUtf16(text));
 }
 
-TEST(DatePattern, CountsTheDigitsOfEveryNumber)
+TEST(DatePattern, countsTheDigitsOfEveryNumber)
 {
     EXPECT_TRUE(fits(u"yyyy-MM-dd", u"2017-03-14"));
     EXPECT_TRUE(fits(u"yyyy-M-d", u"2017-3-14"));
@@ -20,13 +20,13 @@ TEST(DatePattern, CountsTheDigitsOfEveryNumber)
     EXPECT_FALSE(fits(u"H:mm", u"100:22"));
 }
 
-TEST(DatePattern, AdjoiningNumbersHaveFixedLengths)
+TEST(DatePattern, adjoiningNumbersHaveFixedLengths)
 {
     EXPECT_TRUE(fits(u"yyyyMMddHHmmss", u"20170314102233"));
     EXPECT_FALSE(fits(u"yyyyMMddHHmmss", u"2017314102233"));
 }
 
-TEST(DatePattern, QuotedTextStandsForItself)
+TEST(DatePattern, quotedTextStandsForItself)
 {
     EXPECT_TRUE(fits(u"dd'd''M'MM", u"14d'M03"));
     EXPECT_FALSE(fits(u"dd'd'MM", u"14x03"));
@@ -34,7 +34,7 @@ TEST(DatePattern, QuotedTextStandsForItself)
     EXPECT_TRUE(fits(u"HH''mm", u"10'22"));
 }
 
-TEST(DatePattern, LeavesOffAtTheFirstFieldOfText)
+TEST(DatePattern, leavesOffAtTheFirstFieldOfText)
 {
     EXPECT_TRUE(fits(u"dd MMM yyyy", u"14 whatever"));
     EXPECT_TRUE(fits(u"HH:mmZZZ", u"10:22+0100"));

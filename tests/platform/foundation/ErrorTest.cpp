@@ -1,6 +1,6 @@
 #include "platform/foundation/Error.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QJsonObject>
 
@@ -13,14 +13,14 @@ using tljira::makeError;
 using tljira::makeURLError;
 using tljira::URLError;
 
-TEST(Error, WithoutTextOfItsOwnTellsDomainAndCode)
+TEST(Error, withoutTextOfItsOwnTellsDomainAndCode)
 {
     const Error error{QStringLiteral("JADomain"), 401, std::nullopt};
     EXPECT_EQ(error.localizedDescription(),
               QStringLiteral("The operation couldn\u2019t be completed. (JADomain error 401.)"));
 }
 
-TEST(Error, UserInfoOfOtherKindsGivesNoText)
+TEST(Error, userInfoOfOtherKindsGivesNoText)
 {
     const QString expected = QStringLiteral("The operation couldn\u2019t be completed. (d error -7.)");
     EXPECT_EQ((Error{QStringLiteral("d"), -7, QJsonValue(QStringLiteral("text"))}).localizedDescription(), expected);
@@ -30,7 +30,7 @@ TEST(Error, UserInfoOfOtherKindsGivesNoText)
     EXPECT_EQ((Error{QStringLiteral("d"), -7, wrongKind}).localizedDescription(), expected);
 }
 
-TEST(Error, TextOfItsOwnIsItsDescription)
+TEST(Error, textOfItsOwnIsItsDescription)
 {
     const Error error = makeError(QStringLiteral("d"), 3, QStringLiteral("Kaputt."));
     EXPECT_EQ(error.localizedDescription(), QStringLiteral("Kaputt."));
@@ -38,7 +38,7 @@ TEST(Error, TextOfItsOwnIsItsDescription)
               QJsonValue(QJsonObject{{QStringLiteral("NSLocalizedDescription"), QStringLiteral("Kaputt.")}}));
 }
 
-TEST(Error, IsOneLineInTheLog)
+TEST(Error, isOneLineInTheLog)
 {
     EXPECT_EQ(describe(makeError(QStringLiteral("d"), 3, QStringLiteral("Two\nlines"))),
               QStringLiteral("Error Domain=d Code=3 \"Two\\nlines\""));
@@ -55,7 +55,7 @@ class TransportErrors : public testing::TestWithParam<TransportText>
 {
 };
 
-TEST_P(TransportErrors, CarryThePlatformsNumbersAndTexts)
+TEST_P(TransportErrors, carryThePlatformsNumbersAndTexts)
 {
     const Error error = makeURLError(GetParam().code, QStringLiteral("jira.example.test"));
     EXPECT_EQ(error.domain, QStringLiteral("NSURLErrorDomain"));

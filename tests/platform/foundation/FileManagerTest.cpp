@@ -1,6 +1,6 @@
 #include "platform/foundation/FileManager.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -59,13 +59,13 @@ protected:
     QTemporaryDir m_folder;
 };
 
-TEST_F(FileManagerTest, RemovesAFile)
+TEST_F(FileManagerTest, removesAFile)
 {
     EXPECT_EQ(FileManager::removeItemAtPath(makeFile(u"x")), std::nullopt);
     EXPECT_FALSE(QFileInfo::exists(path(u"x")));
 }
 
-TEST_F(FileManagerTest, RemovesAFolderWithEverythingInIt)
+TEST_F(FileManagerTest, removesAFolderWithEverythingInIt)
 {
     makeFolder(u"x/a/b");
     makeFile(u"x/a/b/file");
@@ -74,7 +74,7 @@ TEST_F(FileManagerTest, RemovesAFolderWithEverythingInIt)
     EXPECT_FALSE(QFileInfo::exists(path(u"x")));
 }
 
-TEST_F(FileManagerTest, RemovesOnlyTheLinkToAFolder)
+TEST_F(FileManagerTest, removesOnlyTheLinkToAFolder)
 {
     makeFolder(u"target");
     makeFile(u"target/file");
@@ -84,7 +84,7 @@ TEST_F(FileManagerTest, RemovesOnlyTheLinkToAFolder)
     EXPECT_EQ(contentOf(path(u"target/file")), "content");
 }
 
-TEST_F(FileManagerTest, DoesNotFollowLinksInsideARemovedFolder)
+TEST_F(FileManagerTest, doesNotFollowLinksInsideARemovedFolder)
 {
     makeFolder(u"target");
     makeFile(u"target/file");
@@ -94,14 +94,14 @@ TEST_F(FileManagerTest, DoesNotFollowLinksInsideARemovedFolder)
     EXPECT_EQ(contentOf(path(u"target/file")), "content");
 }
 
-TEST_F(FileManagerTest, RemovesALinkThatPointsNowhere)
+TEST_F(FileManagerTest, removesALinkThatPointsNowhere)
 {
     ASSERT_TRUE(QFile::link(path(u"nowhere"), path(u"link")));
     EXPECT_EQ(FileManager::removeItemAtPath(path(u"link")), std::nullopt);
     EXPECT_FALSE(QFileInfo(path(u"link")).isSymLink());
 }
 
-TEST_F(FileManagerTest, RemovingWhatIsNotThereIsAnError)
+TEST_F(FileManagerTest, removingWhatIsNotThereIsAnError)
 {
     expectError(FileManager::removeItemAtPath(path(u"x")), 4,
                 QStringLiteral("\u201cx\u201d couldn\u2019t be removed."));
@@ -111,7 +111,7 @@ TEST_F(FileManagerTest, RemovingWhatIsNotThereIsAnError)
     expectError(FileManager::removeItemAtPath(QString()), 4, QStringLiteral("\u201c\u201d couldn\u2019t be removed."));
 }
 
-TEST_F(FileManagerTest, ANameIsNotCutAtAZero)
+TEST_F(FileManagerTest, aNameIsNotCutAtAZero)
 {
     makeFile(u"x");
     EXPECT_TRUE(FileManager::removeItemAtPath(path(u"x") + QChar(u'\0') + u'y'));
@@ -119,7 +119,7 @@ TEST_F(FileManagerTest, ANameIsNotCutAtAZero)
     EXPECT_EQ(contentOf(path(u"x")), "content");
 }
 
-TEST_F(FileManagerTest, MovesAFile)
+TEST_F(FileManagerTest, movesAFile)
 {
     makeFolder(u"to");
     EXPECT_EQ(FileManager::moveItemAtPath(makeFile(u"old"), path(u"to/new")), std::nullopt);
@@ -127,7 +127,7 @@ TEST_F(FileManagerTest, MovesAFile)
     EXPECT_FALSE(QFileInfo::exists(path(u"old")));
 }
 
-TEST_F(FileManagerTest, MovesAFolder)
+TEST_F(FileManagerTest, movesAFolder)
 {
     makeFolder(u"old/a");
     makeFile(u"old/a/file");
@@ -136,7 +136,7 @@ TEST_F(FileManagerTest, MovesAFolder)
     EXPECT_FALSE(QFileInfo::exists(path(u"old")));
 }
 
-TEST_F(FileManagerTest, MovingNeverReplaces)
+TEST_F(FileManagerTest, movingNeverReplaces)
 {
     const QString text = QStringLiteral(
         "\u201cold\u201d couldn\u2019t be moved to \u201cto\u201d because an item with the same name already exists.");
@@ -152,7 +152,7 @@ TEST_F(FileManagerTest, MovingNeverReplaces)
     EXPECT_TRUE(QFileInfo(path(u"to/link")).isSymLink());
 }
 
-TEST_F(FileManagerTest, AFolderDoesNotReplaceAnEmptyFolder)
+TEST_F(FileManagerTest, aFolderDoesNotReplaceAnEmptyFolder)
 {
     makeFolder(u"old");
     makeFolder(u"to/new");
@@ -160,7 +160,7 @@ TEST_F(FileManagerTest, AFolderDoesNotReplaceAnEmptyFolder)
     EXPECT_TRUE(QFileInfo(path(u"old")).isDir());
 }
 
-TEST_F(FileManagerTest, MovingWhatIsNotThereOrToNowhereIsAnError)
+TEST_F(FileManagerTest, movingWhatIsNotThereOrToNowhereIsAnError)
 {
     const QString text = QStringLiteral(
         "\u201cold\u201d couldn\u2019t be moved to \u201cto\u201d because either the former doesn\u2019t "
@@ -174,7 +174,7 @@ TEST_F(FileManagerTest, MovingWhatIsNotThereOrToNowhereIsAnError)
     EXPECT_EQ(contentOf(path(u"old")), "content");
 }
 
-TEST_F(FileManagerTest, MovesALinkAndNotItsTarget)
+TEST_F(FileManagerTest, movesALinkAndNotItsTarget)
 {
     makeFile(u"target");
     ASSERT_TRUE(QFile::link(path(u"target"), path(u"old")));
@@ -183,7 +183,7 @@ TEST_F(FileManagerTest, MovesALinkAndNotItsTarget)
     EXPECT_EQ(contentOf(path(u"target")), "content");
 }
 
-TEST_F(FileManagerTest, CreatesAFolder)
+TEST_F(FileManagerTest, createsAFolder)
 {
     EXPECT_EQ(FileManager::createDirectoryAtPath(path(u"x"), false), std::nullopt);
     EXPECT_TRUE(QFileInfo(path(u"x")).isDir());
@@ -196,7 +196,7 @@ TEST_F(FileManagerTest, CreatesAFolder)
     EXPECT_EQ(FileManager::createDirectoryAtPath(path(u"a/b"), false).value_or(Error()).code, 4);
 }
 
-TEST_F(FileManagerTest, CreatesTheFoldersOnTheWay)
+TEST_F(FileManagerTest, createsTheFoldersOnTheWay)
 {
     EXPECT_EQ(FileManager::createDirectoryAtPath(path(u"a/b/c/"), true), std::nullopt);
     EXPECT_TRUE(QFileInfo(path(u"a/b/c")).isDir());
@@ -207,7 +207,7 @@ TEST_F(FileManagerTest, CreatesTheFoldersOnTheWay)
     EXPECT_EQ(contentOf(path(u"file")), "content");
 }
 
-TEST_F(FileManagerTest, TellsWhatExists)
+TEST_F(FileManagerTest, tellsWhatExists)
 {
     EXPECT_TRUE(FileManager::fileExistsAtPath(makeFile(u"x")));
     EXPECT_TRUE(FileManager::fileExistsAtPath(makeFolder(u"y")));
@@ -217,7 +217,7 @@ TEST_F(FileManagerTest, TellsWhatExists)
     EXPECT_FALSE(FileManager::fileExistsAtPath(path(u"link")));
 }
 
-TEST_F(FileManagerTest, ListsTheFilesBelowAFolder)
+TEST_F(FileManagerTest, listsTheFilesBelowAFolder)
 {
     makeFolder(u"x/a/b");
     makeFolder(u"x/empty");
@@ -275,7 +275,7 @@ protected:
     bool m_wasRoot = false;
 };
 
-TEST_F(WithoutPermission, RemovingIsAnError)
+TEST_F(WithoutPermission, removingIsAnError)
 {
     expectError(FileManager::removeItemAtPath(path(u"closed/file")), 513,
                 QStringLiteral(
@@ -286,7 +286,7 @@ TEST_F(WithoutPermission, RemovingIsAnError)
             "\u201cclosed\u201d couldn\u2019t be removed because you don\u2019t have permission to access it."));
 }
 
-TEST_F(WithoutPermission, MovingIsAnError)
+TEST_F(WithoutPermission, movingIsAnError)
 {
     makeFile(u"old");
     expectError(FileManager::moveItemAtPath(path(u"old"), path(u"closed/new")), 513,
@@ -296,7 +296,7 @@ TEST_F(WithoutPermission, MovingIsAnError)
     EXPECT_EQ(contentOf(path(u"old")), "content");
 }
 
-TEST_F(WithoutPermission, CreatingAFolderIsAnError)
+TEST_F(WithoutPermission, creatingAFolderIsAnError)
 {
     EXPECT_EQ(FileManager::createDirectoryAtPath(path(u"closed/x"), false).value_or(Error()).code, 513);
     EXPECT_EQ(FileManager::createDirectoryAtPath(path(u"closed/x/y"), true).value_or(Error()).code, 513);
@@ -318,7 +318,7 @@ protected:
     QTemporaryDir m_elsewhere{QStringLiteral("/dev/shm/files-XXXXXX")};
 };
 
-TEST_F(AcrossFileSystems, MovesAFile)
+TEST_F(AcrossFileSystems, movesAFile)
 {
     const QString destination = m_elsewhere.filePath(QStringLiteral("new"));
     const QByteArray content(3 * 1024 * 1024 + 1, 'x');
@@ -332,7 +332,7 @@ TEST_F(AcrossFileSystems, MovesAFile)
     EXPECT_EQ(FileManager::filesBelowPath(m_elsewhere.path()), QStringList{QStringLiteral("new")});
 }
 
-TEST_F(AcrossFileSystems, MovesAFolder)
+TEST_F(AcrossFileSystems, movesAFolder)
 {
     makeFolder(u"old/a");
     makeFile(u"old/a/file");
@@ -348,7 +348,7 @@ TEST_F(AcrossFileSystems, MovesAFolder)
     EXPECT_FALSE(QFileInfo::exists(path(u"old")));
 }
 
-TEST_F(AcrossFileSystems, MovingNeverReplaces)
+TEST_F(AcrossFileSystems, movingNeverReplaces)
 {
     const QString destination = m_elsewhere.filePath(QStringLiteral("new"));
     QFile present(destination);

@@ -1,6 +1,6 @@
 #include "platform/foundation/FileManager.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -52,7 +52,7 @@ protected:
     bool m_isMounted = false;
 };
 
-TEST_F(SmallVolume, AFileThatDoesNotFitStaysWhereItWas)
+TEST_F(SmallVolume, aFileThatDoesNotFitStaysWhereItWas)
 {
     const QString source = makeFile(m_folder.filePath(QStringLiteral("old")), 1000000);
     const auto error = FileManager::moveItemAtPath(source, m_volume.filePath(QStringLiteral("new")));
@@ -65,7 +65,7 @@ TEST_F(SmallVolume, AFileThatDoesNotFitStaysWhereItWas)
     EXPECT_EQ(QFileInfo(source).size(), 1000000);
 }
 
-TEST_F(SmallVolume, AFolderThatDoesNotFitStaysWhereItWas)
+TEST_F(SmallVolume, aFolderThatDoesNotFitStaysWhereItWas)
 {
     const QString source = m_folder.filePath(QStringLiteral("old"));
     ASSERT_EQ(FileManager::createDirectoryAtPath(source + QStringLiteral("/sub"), true), std::nullopt);
@@ -77,7 +77,7 @@ TEST_F(SmallVolume, AFolderThatDoesNotFitStaysWhereItWas)
     EXPECT_EQ(FileManager::filesBelowPath(source).size(), 2);
 }
 
-TEST_F(SmallVolume, NothingIsChangedWhereItIsReadOnly)
+TEST_F(SmallVolume, nothingIsChangedWhereItIsReadOnly)
 {
     const QString present = makeFile(m_volume.filePath(QStringLiteral("x")), 10);
     const QString source = makeFile(m_folder.filePath(QStringLiteral("old")), 10);

@@ -1,6 +1,6 @@
 #include "platform/foundation/Format.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ QString formatted(const char16_t* text, const auto&... arguments)
     return format(QString::fromUtf16(text), arguments...);
 }
 
-TEST(Format, TextAndItsAbsence)
+TEST(Format, textAndItsAbsence)
 {
     EXPECT_EQ(formatted(u"a %@ b", QStringLiteral("x")), QStringLiteral("a x b"));
     EXPECT_EQ(formatted(u"%@", QString()), QString());
@@ -29,7 +29,7 @@ TEST(Format, TextAndItsAbsence)
               QStringLiteral("https://(null)/"));
 }
 
-TEST(Format, JSONValues)
+TEST(Format, jsonValues)
 {
     EXPECT_EQ(formatted(u"%@", QJsonValue(QJsonValue::Null)), QStringLiteral("<null>"));
     EXPECT_EQ(formatted(u"%@", QJsonValue(QJsonValue::Undefined)), QStringLiteral("(null)"));
@@ -40,7 +40,7 @@ TEST(Format, JSONValues)
     EXPECT_EQ(formatted(u"%@", QJsonValue(1e300)), QStringLiteral("1e+300"));
 }
 
-TEST(Format, DictionariesAndArrays)
+TEST(Format, dictionariesAndArrays)
 {
     EXPECT_EQ(describe(QJsonObject{{QStringLiteral("key"), QStringLiteral("value")}}),
               QStringLiteral("{\n    key = value;\n}"));
@@ -49,7 +49,7 @@ TEST(Format, DictionariesAndArrays)
     EXPECT_EQ(describe(QJsonArray()), QStringLiteral("(\n)"));
 }
 
-TEST(Format, KeysAscendAndTextsAreQuotedWhereNeeded)
+TEST(Format, keysAscendAndTextsAreQuotedWhereNeeded)
 {
     const QJsonObject object{{QStringLiteral("z"), QStringLiteral("")},
                              {QStringLiteral("b-c"), QStringLiteral("two words")},
@@ -65,7 +65,7 @@ TEST(Format, KeysAscendAndTextsAreQuotedWhereNeeded)
                                                "}"));
 }
 
-TEST(Format, NestedValuesAreIndented)
+TEST(Format, nestedValuesAreIndented)
 {
     const QJsonObject object{{QStringLiteral("list"), QJsonArray{1, QJsonObject{{QStringLiteral("k"), 2}}}}};
     EXPECT_EQ(describe(object), QStringLiteral("{\n"
@@ -78,13 +78,13 @@ TEST(Format, NestedValuesAreIndented)
                                                "}"));
 }
 
-TEST(Format, Rectangles)
+TEST(Format, rectangles)
 {
     EXPECT_EQ(describe(QRectF(0, 10, 480, 270)), QStringLiteral("{{0, 10}, {480, 270}}"));
     EXPECT_EQ(describe(QRectF(-1.5, 0.25, 100, 1)), QStringLiteral("{{-1.5, 0.25}, {100, 1}}"));
 }
 
-TEST(Format, WholeNumbers)
+TEST(Format, wholeNumbers)
 {
     EXPECT_EQ(formatted(u"%d %ld %lld %lu %hhd", -1, 2L, 3LL, 4UL, true), QStringLiteral("-1 2 3 4 1"));
     EXPECT_EQ(formatted(u"%lld", std::numeric_limits<qint64>::min()), QStringLiteral("-9223372036854775808"));
@@ -93,7 +93,7 @@ TEST(Format, WholeNumbers)
     EXPECT_EQ(formatted(u"%ld %@", 42, QStringLiteral("%")), QStringLiteral("42 %"));
 }
 
-TEST(Format, FloatingPointNumbers)
+TEST(Format, floatingPointNumbers)
 {
     EXPECT_EQ(formatted(u"%f", 1.5), QStringLiteral("1.500000"));
     EXPECT_EQ(formatted(u" %0.1f / %0.2f mb", 1.25, 2.0), QStringLiteral(" 1.2 / 2.00 mb"));
@@ -101,7 +101,7 @@ TEST(Format, FloatingPointNumbers)
     EXPECT_EQ(formatted(u"%@ %@", 3.0, 0.1), QStringLiteral("3 0.1"));
 }
 
-TEST(Format, RoundsAsPrintfDoes)
+TEST(Format, roundsAsPrintfDoes)
 {
     for (const double number : {0.125, 0.375, 2.675, 1.005, 0.05, 0.15, 0.25, 0.35, -0.125, 1e22, 123456789.995}) {
         for (const int decimals : {0, 1, 2, 6}) {
@@ -113,14 +113,14 @@ TEST(Format, RoundsAsPrintfDoes)
     }
 }
 
-TEST(Format, KeepsThePointUnderEveryLocale)
+TEST(Format, keepsThePointUnderEveryLocale)
 {
     EXPECT_EQ(formatted(u"%0.2f", 0.5), QStringLiteral("0.50"));
     QLocale::setDefault(QLocale(QLocale::German));
     EXPECT_EQ(formatted(u"%0.2f %@ %d", 1234.5, 1234.5, 1234), QStringLiteral("1234.50 1234.5 1234"));
 }
 
-TEST(Format, NumbersOfTheOtherKindAreConverted)
+TEST(Format, numbersOfTheOtherKindAreConverted)
 {
     EXPECT_EQ(formatted(u"%f %0.2f", 3, quint64(4)), QStringLiteral("3.000000 4.00"));
     EXPECT_EQ(formatted(u"%d %lld", 3.9, -3.9), QStringLiteral("3 -3"));
@@ -130,13 +130,13 @@ TEST(Format, NumbersOfTheOtherKindAreConverted)
     EXPECT_EQ(formatted(u"%lld", 9223372036854775808.0), lowest);
 }
 
-TEST(Format, DescriptionsStandWhereANumberWasAskedFor)
+TEST(Format, descriptionsStandWhereANumberWasAskedFor)
 {
     EXPECT_EQ(formatted(u"%d %0.2f %lld", QStringLiteral("x"), std::nullopt, QJsonValue(true)),
               QStringLiteral("x (null) 1"));
 }
 
-TEST(Format, PercentSignsAndMissingArguments)
+TEST(Format, percentSignsAndMissingArguments)
 {
     EXPECT_EQ(formatted(u"100%%"), QStringLiteral("100%"));
     EXPECT_EQ(formatted(u"%@ %d", 1), QStringLiteral("1 %d"));
@@ -147,7 +147,7 @@ TEST(Format, PercentSignsAndMissingArguments)
     EXPECT_EQ(formatted(u"%0.99999999999f", 1).size(), 102);
 }
 
-TEST(Format, ArgumentsAreNotFormattedAgain)
+TEST(Format, argumentsAreNotFormattedAgain)
 {
     EXPECT_EQ(formatted(u"%@ %@", QStringLiteral("%@ %d"), QStringLiteral("y")), QStringLiteral("%@ %d y"));
 }
@@ -157,7 +157,7 @@ struct Own
     friend QString describe(const Own&) { return QStringLiteral("own"); }
 };
 
-TEST(Format, ClassesJoinInByADescriptionOfTheirOwn)
+TEST(Format, classesJoinInByADescriptionOfTheirOwn)
 {
     EXPECT_EQ(formatted(u"<%@> <%@>", Own(), std::optional<Own>()), QStringLiteral("<own> <(null)>"));
 }

@@ -1,8 +1,8 @@
 #include "platform/foundation/GlobalQueue.h"
 
 #include "platform/foundation/MainQueue.h"
-#include "tests/support/HeldGlobalQueue.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/HeldGlobalQueue.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QFile>
 #include <QSemaphore>
@@ -20,7 +20,7 @@ namespace {
 using tljira::GlobalQueue;
 using tljira::MainQueue;
 
-TEST(GlobalQueueTest, RunsAnOperationOnAnotherThread)
+TEST(GlobalQueueTest, runsAnOperationOnAnotherThread)
 {
     const QThread* const mainThread = QThread::currentThread();
     const QThread* other = nullptr;
@@ -33,7 +33,7 @@ TEST(GlobalQueueTest, RunsAnOperationOnAnotherThread)
     EXPECT_NE(other, mainThread);
 }
 
-TEST(GlobalQueueTest, RunsEachOperationOnce)
+TEST(GlobalQueueTest, runsEachOperationOnce)
 {
     constexpr int operations = 1000;
     std::vector<int> runs(operations);
@@ -48,7 +48,7 @@ TEST(GlobalQueueTest, RunsEachOperationOnce)
     EXPECT_EQ(runs, std::vector<int>(operations, 1));
 }
 
-TEST(GlobalQueueTest, ReleasesAnOperationThatHasRun)
+TEST(GlobalQueueTest, releasesAnOperationThatHasRun)
 {
     auto held = std::make_shared<int>(0);
     const std::weak_ptr<int> watch = held;
@@ -56,7 +56,7 @@ TEST(GlobalQueueTest, ReleasesAnOperationThatHasRun)
     EXPECT_TRUE(tests::waitUntil([&] { return watch.expired(); }));
 }
 
-TEST(GlobalQueueTest, GoesOnWhileQtsThreadPoolIsHeld)
+TEST(GlobalQueueTest, goesOnWhileQtsThreadPoolIsHeld)
 {
     QThreadPool& pool = *QThreadPool::globalInstance();
     QSemaphore freed;
@@ -75,13 +75,13 @@ TEST(GlobalQueueTest, GoesOnWhileQtsThreadPoolIsHeld)
     pool.waitForDone();
 }
 
-TEST(GlobalQueueTest, TakesNothingOfQtsThreadPool)
+TEST(GlobalQueueTest, takesNothingOfQtsThreadPool)
 {
     const tests::HeldGlobalQueue held;
     EXPECT_EQ(QThreadPool::globalInstance()->activeThreadCount(), 0);
 }
 
-TEST(GlobalQueueTest, RunsWhatWaitedForAThread)
+TEST(GlobalQueueTest, runsWhatWaitedForAThread)
 {
     bool hasRun = false;
     tests::HeldGlobalQueue held;
@@ -117,7 +117,7 @@ private:
     rlimit m_before{};
 };
 
-TEST(GlobalQueueTest, UsesTheMainThreadWhereThereIsNoOther)
+TEST(GlobalQueueTest, usesTheMainThreadWhereThereIsNoOther)
 {
     const QThread* runner = nullptr;
     const WithoutRoomForThreads tight;

@@ -3,9 +3,9 @@
 #include "platform/foundation/os/FileLock.h"
 #include "tests/platform/foundation/FailingSync.h"
 #include "tests/platform/foundation/RoomFor.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/Printers.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/LogCapture.h"
+#include "tests/kit/Printers.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -82,14 +82,14 @@ protected:
     QString path = folder.filePath(QStringLiteral("data/cookies.txt"));
 };
 
-TEST_F(HTTPCookieStorageTest, IsEmptyAtFirstAndWritesNothing)
+TEST_F(HTTPCookieStorageTest, isEmptyAtFirstAndWritesNothing)
 {
     const HTTPCookieStorage storage(path);
     EXPECT_THAT(storage.cookies(), IsEmpty());
     EXPECT_FALSE(QFile::exists(path));
 }
 
-TEST_F(HTTPCookieStorageTest, KeepsCookiesWithAnExpiryForTheNextProcess)
+TEST_F(HTTPCookieStorageTest, keepsCookiesWithAnExpiryForTheNextProcess)
 {
     {
         HTTPCookieStorage storage(path);
@@ -101,7 +101,7 @@ TEST_F(HTTPCookieStorageTest, KeepsCookiesWithAnExpiryForTheNextProcess)
     EXPECT_FALSE(bytes().contains("fleeting"));
 }
 
-TEST_F(HTTPCookieStorageTest, ReplacesACookieOfTheSameDomainPathAndName)
+TEST_F(HTTPCookieStorageTest, replacesACookieOfTheSameDomainPathAndName)
 {
     HTTPCookieStorage storage(path);
     set(storage, cookie("name", "old"));
@@ -110,7 +110,7 @@ TEST_F(HTTPCookieStorageTest, ReplacesACookieOfTheSameDomainPathAndName)
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("name=new"));
 }
 
-TEST_F(HTTPCookieStorageTest, DropsACookieThatHasExpired)
+TEST_F(HTTPCookieStorageTest, dropsACookieThatHasExpired)
 {
     HTTPCookieStorage storage(path);
     set(storage, cookie("name", "value"));
@@ -118,7 +118,7 @@ TEST_F(HTTPCookieStorageTest, DropsACookieThatHasExpired)
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), IsEmpty());
 }
 
-TEST_F(HTTPCookieStorageTest, EmptiesJarAndFile)
+TEST_F(HTTPCookieStorageTest, emptiesJarAndFile)
 {
     HTTPCookieStorage storage(path);
     set(storage, cookie("lasting", "1"));
@@ -128,7 +128,7 @@ TEST_F(HTTPCookieStorageTest, EmptiesJarAndFile)
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), IsEmpty());
 }
 
-TEST_F(HTTPCookieStorageTest, CanBeFilledAgainAfterItWasEmptied)
+TEST_F(HTTPCookieStorageTest, canBeFilledAgainAfterItWasEmptied)
 {
     HTTPCookieStorage storage(path);
     set(storage, cookie("name", "1"));
@@ -137,7 +137,7 @@ TEST_F(HTTPCookieStorageTest, CanBeFilledAgainAfterItWasEmptied)
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("name=1"));
 }
 
-TEST_F(HTTPCookieStorageTest, LeavesTheCookiesThatAnotherProcessWrote)
+TEST_F(HTTPCookieStorageTest, leavesTheCookiesThatAnotherProcessWrote)
 {
     HTTPCookieStorage mine(path);
     HTTPCookieStorage theirs(path);
@@ -146,7 +146,7 @@ TEST_F(HTTPCookieStorageTest, LeavesTheCookiesThatAnotherProcessWrote)
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), UnorderedElementsAre("theirs=1", "mine=2"));
 }
 
-TEST_F(HTTPCookieStorageTest, TakesOnlyItsOwnCookiesOutOfTheSharedFile)
+TEST_F(HTTPCookieStorageTest, takesOnlyItsOwnCookiesOutOfTheSharedFile)
 {
     HTTPCookieStorage mine(path);
     set(mine, cookie("mine", "1"));
@@ -156,7 +156,7 @@ TEST_F(HTTPCookieStorageTest, TakesOnlyItsOwnCookiesOutOfTheSharedFile)
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("theirs=2"));
 }
 
-TEST_F(HTTPCookieStorageTest, IsPrivate)
+TEST_F(HTTPCookieStorageTest, isPrivate)
 {
     HTTPCookieStorage storage(path);
     set(storage, cookie("name", "value"));
@@ -166,7 +166,7 @@ TEST_F(HTTPCookieStorageTest, IsPrivate)
     EXPECT_FALSE(QFile::permissions(QFileInfo(path).path()) & others);
 }
 
-TEST_F(HTTPCookieStorageTest, KeepsADamagedFileAsideAndStartsEmpty)
+TEST_F(HTTPCookieStorageTest, keepsADamagedFileAsideAndStartsEmpty)
 {
     damage();
 
@@ -182,7 +182,7 @@ TEST_F(HTTPCookieStorageTest, KeepsADamagedFileAsideAndStartsEmpty)
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("name=value"));
 }
 
-TEST_F(HTTPCookieStorageTest, KeepsAFileAsideThatIsDamagedMeanwhileAndSavesWhatItHas)
+TEST_F(HTTPCookieStorageTest, keepsAFileAsideThatIsDamagedMeanwhileAndSavesWhatItHas)
 {
     HTTPCookieStorage storage(path);
     set(storage, cookie("first", "1"));
@@ -192,7 +192,7 @@ TEST_F(HTTPCookieStorageTest, KeepsAFileAsideThatIsDamagedMeanwhileAndSavesWhatI
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), UnorderedElementsAre("first=1", "second=2"));
 }
 
-TEST_F(HTTPCookieStorageTest, BringsNothingBackThatAnotherProcessDeleted)
+TEST_F(HTTPCookieStorageTest, bringsNothingBackThatAnotherProcessDeleted)
 {
     HTTPCookieStorage mine(path);
     set(mine, cookie("old", "1"));
@@ -202,7 +202,7 @@ TEST_F(HTTPCookieStorageTest, BringsNothingBackThatAnotherProcessDeleted)
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("new=2"));
 }
 
-TEST_F(HTTPCookieStorageTest, EmptiesTheFileLaterWhenTheDiskRefusedAtFirst)
+TEST_F(HTTPCookieStorageTest, emptiesTheFileLaterWhenTheDiskRefusedAtFirst)
 {
     HTTPCookieStorage theirs(path);
     HTTPCookieStorage mine(path);
@@ -221,7 +221,7 @@ TEST_F(HTTPCookieStorageTest, EmptiesTheFileLaterWhenTheDiskRefusedAtFirst)
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("new=3"));
 }
 
-TEST_F(HTTPCookieStorageTest, SaysWhyTheFileIsNotUpToDate)
+TEST_F(HTTPCookieStorageTest, saysWhyTheFileIsNotUpToDate)
 {
     const tests::LogCapture log;
     HTTPCookieStorage storage(path);
@@ -242,7 +242,7 @@ TEST_F(HTTPCookieStorageTest, SaysWhyTheFileIsNotUpToDate)
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), IsEmpty());
 }
 
-TEST_F(HTTPCookieStorageTest, AFullDiskLeavesTheOldCookiesHoweverMuchRoomThereIs)
+TEST_F(HTTPCookieStorageTest, aFullDiskLeavesTheOldCookiesHoweverMuchRoomThereIs)
 {
     const tests::LogCapture log;
     HTTPCookieStorage storage(path);
@@ -264,13 +264,13 @@ TEST_F(HTTPCookieStorageTest, AFullDiskLeavesTheOldCookiesHoweverMuchRoomThereIs
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), UnorderedElementsAre("a=1", "b=2"));
 }
 
-TEST_F(HTTPCookieStorageTest, IsWrittenWhenItEnds)
+TEST_F(HTTPCookieStorageTest, isWrittenWhenItEnds)
 {
     HTTPCookieStorage(path).setCookie(cookie("name", "value"));
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("name=value"));
 }
 
-TEST_F(HTTPCookieStorageTest, OfTheProcessLiesInTheDataFolder)
+TEST_F(HTTPCookieStorageTest, ofTheProcessLiesInTheDataFolder)
 {
     const auto& storage = HTTPCookieStorage::sharedHTTPCookieStorage();
     EXPECT_EQ(storage, HTTPCookieStorage::sharedHTTPCookieStorage());

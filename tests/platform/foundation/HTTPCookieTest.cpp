@@ -17,7 +17,7 @@ const QString http = QStringLiteral("http");
 const QString https = QStringLiteral("https");
 const QString host = QStringLiteral("jira.example.test");
 
-TEST(HTTPCookie, IsReadFromALine)
+TEST(HTTPCookie, isReadFromALine)
 {
     const HTTPCookie cookie = cookieOf("#HttpOnly_.example.test\tTRUE\t/jira\tTRUE\t4102444800\tname\tva=lue");
     EXPECT_EQ(cookie.domain, QStringLiteral(".example.test"));
@@ -31,14 +31,14 @@ TEST(HTTPCookie, IsReadFromALine)
     EXPECT_FALSE(cookie.isSessionOnly());
 }
 
-TEST(HTTPCookie, BecomesTheLineItWasReadFrom)
+TEST(HTTPCookie, becomesTheLineItWasReadFrom)
 {
     for (const char* line : {"#HttpOnly_.example.test\tTRUE\t/jira\tTRUE\t4102444800\tname\tvalue",
                              "jira.example.test\tFALSE\t/\tFALSE\t0\tempty\t"})
         EXPECT_EQ(cookieOf(line).netscapeLine(), QByteArray(line));
 }
 
-TEST(HTTPCookie, IsNothingForOtherLines)
+TEST(HTTPCookie, isNothingForOtherLines)
 {
     for (const char* line :
          {"", "# a comment", "a\tb", "h\tFALSE\t/\tFALSE\tsoon\tname\tvalue", "h\tFALSE\t/\tFALSE\t0\t\tvalue",
@@ -46,7 +46,7 @@ TEST(HTTPCookie, IsNothingForOtherLines)
         EXPECT_FALSE(HTTPCookie::fromNetscapeLine(line)) << line;
 }
 
-TEST(HTTPCookie, GoesToItsHostOnly)
+TEST(HTTPCookie, goesToItsHostOnly)
 {
     const HTTPCookie cookie = cookieOf("jira.example.test\tFALSE\t/\tFALSE\t0\tn\tv");
     EXPECT_TRUE(cookie.matches(http, host, QStringLiteral("/rest")));
@@ -55,7 +55,7 @@ TEST(HTTPCookie, GoesToItsHostOnly)
     EXPECT_FALSE(cookie.matches(http, QStringLiteral("example.test"), QStringLiteral("/")));
 }
 
-TEST(HTTPCookie, GoesToHostsBelowItsDomain)
+TEST(HTTPCookie, goesToHostsBelowItsDomain)
 {
     const HTTPCookie cookie = cookieOf(".example.test\tTRUE\t/\tFALSE\t0\tn\tv");
     EXPECT_TRUE(cookie.matches(http, host, QStringLiteral("/")));
@@ -63,7 +63,7 @@ TEST(HTTPCookie, GoesToHostsBelowItsDomain)
     EXPECT_FALSE(cookie.matches(http, QStringLiteral("badexample.test"), QStringLiteral("/")));
 }
 
-TEST(HTTPCookie, GoesToItsPathAndBelow)
+TEST(HTTPCookie, goesToItsPathAndBelow)
 {
     const HTTPCookie cookie = cookieOf("jira.example.test\tFALSE\t/jira\tFALSE\t0\tn\tv");
     EXPECT_TRUE(cookie.matches(http, host, QStringLiteral("/jira")));
@@ -72,14 +72,14 @@ TEST(HTTPCookie, GoesToItsPathAndBelow)
     EXPECT_FALSE(cookie.matches(http, host, QStringLiteral("/")));
 }
 
-TEST(HTTPCookie, KeepsToSecureConnectionsWhereItMust)
+TEST(HTTPCookie, keepsToSecureConnectionsWhereItMust)
 {
     const HTTPCookie cookie = cookieOf("jira.example.test\tFALSE\t/\tTRUE\t0\tn\tv");
     EXPECT_TRUE(cookie.matches(https, host, QStringLiteral("/")));
     EXPECT_FALSE(cookie.matches(http, host, QStringLiteral("/")));
 }
 
-TEST(HTTPCookie, TakesThePlaceOfOneWithItsDomainPathAndName)
+TEST(HTTPCookie, takesThePlaceOfOneWithItsDomainPathAndName)
 {
     const HTTPCookie cookie = cookieOf("jira.example.test\tFALSE\t/\tFALSE\t0\tn\tv");
     EXPECT_TRUE(cookie.isSameSlotAs(cookieOf("JIRA.example.test\tFALSE\t/\tTRUE\t9\tn\tother")));

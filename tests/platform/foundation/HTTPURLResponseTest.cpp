@@ -1,6 +1,6 @@
 #include "platform/foundation/HTTPURLResponse.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -16,14 +16,14 @@ tljira::HTTPURLResponse response()
             4};
 }
 
-TEST(HTTPURLResponse, FieldsAreFoundWithoutCaseAndRepeatedOnesJoined)
+TEST(HTTPURLResponse, fieldsAreFoundWithoutCaseAndRepeatedOnesJoined)
 {
     EXPECT_EQ(response().valueForHTTPHeaderField(QStringLiteral("content-TYPE")), QStringLiteral("text"));
     EXPECT_EQ(response().valueForHTTPHeaderField(QStringLiteral("VIA")), QStringLiteral("a, b"));
     EXPECT_EQ(response().valueForHTTPHeaderField(QStringLiteral("Server")), std::nullopt);
 }
 
-TEST(HTTPURLResponse, DescriptionNamesAddressStatusAndFields)
+TEST(HTTPURLResponse, descriptionNamesAddressStatusAndFields)
 {
     EXPECT_EQ(describe(response()), QStringLiteral("{ URL: https://h/x } { Status Code: 200, Headers {\n"
                                                    "    \"Content-Type\" = text;\n"

@@ -1,6 +1,6 @@
 #include "platform/foundation/JSON.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QJsonArray>
 
@@ -12,7 +12,7 @@ namespace {
 
 using tljira::decodeJSON;
 
-TEST(JSON, ObjectsAndArrays)
+TEST(JSON, objectsAndArrays)
 {
     EXPECT_EQ(decodeJSON("{\"a\":[1,true,null]}"),
               QJsonValue(QJsonObject{{QStringLiteral("a"), QJsonArray{1, true, QJsonValue(QJsonValue::Null)}}}));
@@ -20,7 +20,7 @@ TEST(JSON, ObjectsAndArrays)
     EXPECT_EQ(decodeJSON("{}"), QJsonValue(QJsonObject()));
 }
 
-TEST(JSON, ScalarsAtTheTopLevel)
+TEST(JSON, scalarsAtTheTopLevel)
 {
     EXPECT_EQ(decodeJSON("\"text\""), QJsonValue(QStringLiteral("text")));
     EXPECT_EQ(decodeJSON(" 12 "), QJsonValue(12));
@@ -35,7 +35,7 @@ class Refused : public testing::TestWithParam<const char*>
 {
 };
 
-TEST_P(Refused, IsNoJSON)
+TEST_P(Refused, isNoJSON)
 {
     EXPECT_EQ(decodeJSON(GetParam()), std::nullopt);
 }
@@ -46,20 +46,20 @@ INSTANTIATE_TEST_SUITE_P(All, Refused,
                                          "[] []", "[1]]", "{}{}", "<html>", "'a'", "// x\n1", "01", "\"\xff\"",
                                          "[\"\xc3\"]", "\xff", "\xef\xbb\xbf", "[1]\xff"));
 
-TEST(JSON, AByteOrderMarkIsPassedOver)
+TEST(JSON, aByteOrderMarkIsPassedOver)
 {
     EXPECT_EQ(decodeJSON("\xef\xbb\xbf{\"a\":1}"), QJsonValue(QJsonObject{{QStringLiteral("a"), 1}}));
     EXPECT_EQ(decodeJSON("\xef\xbb\xbf\"t\""), QJsonValue(QStringLiteral("t")));
 }
 
-TEST(JSON, ABytesOfZeroIsNoBlank)
+TEST(JSON, aBytesOfZeroIsNoBlank)
 {
     EXPECT_EQ(decodeJSON(QByteArray("{}\0", 3)), std::nullopt);
     EXPECT_EQ(decodeJSON(QByteArray("1\0", 2)), std::nullopt);
     EXPECT_EQ(decodeJSON(QByteArray("\0{}", 3)), std::nullopt);
 }
 
-TEST(JSON, IntegersKeep64Bits)
+TEST(JSON, integersKeep64Bits)
 {
     const auto largest = decodeJSON("9223372036854775807");
     ASSERT_TRUE(largest);
@@ -70,12 +70,12 @@ TEST(JSON, IntegersKeep64Bits)
     EXPECT_EQ((*smallest)[1].toInteger(), 9007199254740993);
 }
 
-TEST(JSON, TextsOutsideLatin)
+TEST(JSON, textsOutsideLatin)
 {
     EXPECT_EQ(decodeJSON("\"\xe2\x82\xac \\ud83d\\ude00\""), QJsonValue(QStringLiteral("\u20ac \U0001F600")));
 }
 
-TEST(JSON, DeepNestingIsRefusedNotFollowed)
+TEST(JSON, deepNestingIsRefusedNotFollowed)
 {
     constexpr qsizetype levels = 100000;
     EXPECT_EQ(decodeJSON(QByteArray(levels, '[')), std::nullopt);
@@ -84,7 +84,7 @@ TEST(JSON, DeepNestingIsRefusedNotFollowed)
     EXPECT_TRUE(decodeJSON(QByteArray(100, '[') + QByteArray(100, ']')));
 }
 
-TEST(JSON, EncodesWithoutBlanks)
+TEST(JSON, encodesWithoutBlanks)
 {
     const QJsonObject object{{QStringLiteral("b"), QJsonArray{1, QStringLiteral("\u20ac\"")}},
                              {QStringLiteral("a"), true}};
@@ -92,7 +92,7 @@ TEST(JSON, EncodesWithoutBlanks)
     EXPECT_EQ(tljira::encodeJSON({}), QByteArray("{}"));
 }
 
-TEST(JSON, WhatIsEncodedIsDecodedAgain)
+TEST(JSON, whatIsEncodedIsDecodedAgain)
 {
     const QJsonObject object{{QStringLiteral("n"), std::numeric_limits<qint64>::max()},
                              {QStringLiteral("control"), QStringLiteral("\u0001\n\\")}};

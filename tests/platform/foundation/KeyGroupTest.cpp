@@ -1,7 +1,7 @@
 #include "platform/foundation/KeyGroup.h"
 
 #include "platform/foundation/JSON.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -42,20 +42,20 @@ QJsonObject written(const char* loaded, const char* mine, const char* unsaved, c
     return process.written(values(inFile), values(mine), values(unsaved));
 }
 
-TEST(KeyGroup, WithoutKeysLeavesTheFileAsItIs)
+TEST(KeyGroup, withoutKeysLeavesTheFileAsItIs)
 {
     const KeyGroup none;
     EXPECT_EQ(none.written(values("a=1"), values("a=2"), values("a=2")), values("a=1"));
     EXPECT_EQ(none.seen(values("a=1"), values("a=2"), values("a=2")), values("a=1"));
 }
 
-TEST(KeyGroup, LeavesWhatOthersWroteWhenNoneOfTheKeysWasSet)
+TEST(KeyGroup, leavesWhatOthersWroteWhenNoneOfTheKeysWasSet)
 {
     EXPECT_EQ(written("place=A value=1", "place=A value=1 other=x", "other=x", "place=B value=2"),
               values("place=B value=2"));
 }
 
-TEST(KeyGroup, WritesAllOfAPlaceOverAnother)
+TEST(KeyGroup, writesAllOfAPlaceOverAnother)
 {
     EXPECT_EQ(written("", "place=A value=1 name=N", "place=A value=1 name=N", "place=B value=2 name=M other=x"),
               values("place=A value=1 name=N other=x"));
@@ -64,30 +64,30 @@ TEST(KeyGroup, WritesAllOfAPlaceOverAnother)
               values("place=A value=1 name=N"));
 }
 
-TEST(KeyGroup, NeverWritesMembersOfAnotherPlace)
+TEST(KeyGroup, neverWritesMembersOfAnotherPlace)
 {
     EXPECT_EQ(written("place=A value=1", "place=B value=1", "place=B", "place=A value=1"), values("place=B"));
     EXPECT_EQ(written("value=1", "place=B value=1", "place=B", "value=1"), values("place=B"));
 }
 
-TEST(KeyGroup, WritesThemAgainWhenTheirPlaceReturns)
+TEST(KeyGroup, writesThemAgainWhenTheirPlaceReturns)
 {
     EXPECT_EQ(written("place=A value=1", "place=a value=1", "place=a", "place=B"), values("place=a value=1"));
 }
 
-TEST(KeyGroup, LeavesTheMembersThatTheFileHasOfThePlace)
+TEST(KeyGroup, leavesTheMembersThatTheFileHasOfThePlace)
 {
     EXPECT_EQ(written("place=A value=1", "place=B value=1", "place=B", "place=b value=2"), values("place=B value=2"));
     EXPECT_EQ(written("place=A value=1", "place=a value=1", "place=a", "place=A value=2"), values("place=a value=2"));
 }
 
-TEST(KeyGroup, WithoutAPlaceKeepsTheMembers)
+TEST(KeyGroup, withoutAPlaceKeepsTheMembers)
 {
     EXPECT_EQ(written("place=A value=1", "value=1", "place=-", "place=A value=1"), values("value=1"));
     EXPECT_EQ(written("", "value=1", "value=1", ""), values("value=1"));
 }
 
-TEST(KeyGroup, WritesNoMembersWhoseOwnerIsToldToBeElsewhere)
+TEST(KeyGroup, writesNoMembersWhoseOwnerIsToldToBeElsewhere)
 {
     KeyGroup process = group("place=A value=1");
     process.noteOwner(QStringLiteral("B"));
@@ -97,7 +97,7 @@ TEST(KeyGroup, WritesNoMembersWhoseOwnerIsToldToBeElsewhere)
               values("place=A"));
 }
 
-TEST(KeyGroup, TakesUpOtherMembersOfTheSamePlaceOnly)
+TEST(KeyGroup, takesUpOtherMembersOfTheSamePlaceOnly)
 {
     const KeyGroup process = group("place=A value=1");
     const QJsonObject mine = values("place=A value=1");
@@ -107,12 +107,12 @@ TEST(KeyGroup, TakesUpOtherMembersOfTheSamePlaceOnly)
     EXPECT_EQ(process.seen(values("value=2"), mine, {}), mine);
 }
 
-TEST(KeyGroup, TakesUpEverythingWhereItHasNoPlace)
+TEST(KeyGroup, takesUpEverythingWhereItHasNoPlace)
 {
     EXPECT_EQ(group("value=1").seen(values("place=B value=2"), values("value=1"), {}), values("place=B value=2"));
 }
 
-TEST(KeyGroup, TakesUpNothingBeforeItsOwnIsWritten)
+TEST(KeyGroup, takesUpNothingBeforeItsOwnIsWritten)
 {
     const KeyGroup process = group("place=A value=1");
     EXPECT_EQ(process.seen(values("place=A value=3"), values("place=A value=2"), values("value=2")),
@@ -120,7 +120,7 @@ TEST(KeyGroup, TakesUpNothingBeforeItsOwnIsWritten)
     EXPECT_EQ(group("").seen(values("place=A value=3"), {}, values("place=-")), QJsonObject());
 }
 
-TEST(KeyGroup, GoesOnSeeingMembersThatAreInMemoryAlone)
+TEST(KeyGroup, goesOnSeeingMembersThatAreInMemoryAlone)
 {
     const KeyGroup process = group("place=A value=1");
     const QJsonObject mine = values("place=B value=1");

@@ -1,9 +1,9 @@
 #include "platform/foundation/Leftovers.h"
 
 #include "platform/foundation/os/FileLock.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/OldFiles.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/LogCapture.h"
+#include "tests/kit/OldFiles.h"
+#include "tests/kit/Printers.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -41,7 +41,7 @@ protected:
     QTemporaryDir m_folder;
 };
 
-TEST_F(LeftoversTest, GoAfterADayWhenTheyAreOurs)
+TEST_F(LeftoversTest, goAfterADayWhenTheyAreOurs)
 {
     makeFile("left-old", 24h + 1min);
     makeFile("left-new", 23h);
@@ -49,7 +49,7 @@ TEST_F(LeftoversTest, GoAfterADayWhenTheyAreOurs)
     EXPECT_THAT(remaining(), ElementsAre(QStringLiteral("left-new"), QStringLiteral("other-old")));
 }
 
-TEST_F(LeftoversTest, StayWhileTheirOwnerLives)
+TEST_F(LeftoversTest, stayWhileTheirOwnerLives)
 {
     makeFile("left", 100h);
     tljira::os::FileLock owner;
@@ -59,7 +59,7 @@ TEST_F(LeftoversTest, StayWhileTheirOwnerLives)
     EXPECT_THAT(remaining(), IsEmpty());
 }
 
-TEST_F(LeftoversTest, OfFoldersGoWithAllInThemUnlessSomethingIsNew)
+TEST_F(LeftoversTest, ofFoldersGoWithAllInThemUnlessSomethingIsNew)
 {
     ASSERT_TRUE(QDir().mkpath(path("left/sub")));
     makeFile("left/sub/file", 1min);
@@ -72,7 +72,7 @@ TEST_F(LeftoversTest, OfFoldersGoWithAllInThemUnlessSomethingIsNew)
     EXPECT_THAT(remaining(), IsEmpty());
 }
 
-TEST_F(LeftoversTest, OfFoldersStayWhileTheirOwnerLives)
+TEST_F(LeftoversTest, ofFoldersStayWhileTheirOwnerLives)
 {
     ASSERT_TRUE(QDir().mkpath(path("left/sub")));
     tests::makeOlder(path("left"), 25h);
@@ -81,14 +81,14 @@ TEST_F(LeftoversTest, OfFoldersStayWhileTheirOwnerLives)
     EXPECT_THAT(remaining(), ElementsAre(QStringLiteral("left")));
 }
 
-TEST_F(LeftoversTest, AreNeverLinksNorWhatTheyLeadTo)
+TEST_F(LeftoversTest, areNeverLinksNorWhatTheyLeadTo)
 {
     makeFile("other", 100h);
     ASSERT_TRUE(QFile::link(path("other"), path("left-link")));
     EXPECT_THAT(remaining(), ElementsAre(QStringLiteral("left-link"), QStringLiteral("other")));
 }
 
-TEST_F(LeftoversTest, OfOthersStay)
+TEST_F(LeftoversTest, ofOthersStay)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "only root can give a file away";
@@ -97,7 +97,7 @@ TEST_F(LeftoversTest, OfOthersStay)
     EXPECT_THAT(remaining(), ElementsAre(QStringLiteral("left")));
 }
 
-TEST_F(LeftoversTest, OfAFolderThatIsNotThereAreNone)
+TEST_F(LeftoversTest, ofAFolderThatIsNotThereAreNone)
 {
     tljira::removeLeftovers(path("missing"), [](const QString&) { return true; });
     EXPECT_THAT(remaining(), IsEmpty());

@@ -1,7 +1,7 @@
 #include "platform/foundation/Log.h"
 
-#include "tests/support/LogCapture.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/LogCapture.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,7 @@ struct Counted
     }
 };
 
-TEST(Log, WritesTheFormattedLineToItsCategory)
+TEST(Log, writesTheFormattedLineToItsCategory)
 {
     const tests::LogCapture capture;
     tljira::log(u" %@ \n%@ ", 7, std::nullopt);
@@ -29,12 +29,12 @@ TEST(Log, WritesTheFormattedLineToItsCategory)
     EXPECT_STREQ(tljira::logCategory().categoryName(), "platform.log");
 }
 
-TEST(Log, IsOnByDefault)
+TEST(Log, isOnByDefault)
 {
     EXPECT_TRUE(tljira::logCategory().isInfoEnabled());
 }
 
-TEST(Log, SilencedCategoryCostsNoFormatting)
+TEST(Log, silencedCategoryCostsNoFormatting)
 {
     const tests::LogCapture capture;
     int descriptions = 0;
@@ -46,7 +46,7 @@ TEST(Log, SilencedCategoryCostsNoFormatting)
     EXPECT_EQ(capture.lines(), QStringList{QStringLiteral("counted")});
 }
 
-TEST(Log, SwitchedOffIsSilentWhateverTheRulesSay)
+TEST(Log, switchedOffIsSilentWhateverTheRulesSay)
 {
     const tests::LogCapture capture;
     int descriptions = 0;
@@ -62,7 +62,7 @@ TEST(Log, SwitchedOffIsSilentWhateverTheRulesSay)
     EXPECT_EQ(capture.lines(), QStringList());
 }
 
-TEST(Log, SwitchedOnAgainGoesOn)
+TEST(Log, switchedOnAgainGoesOn)
 {
     const tests::LogCapture capture;
     tljira::setLogEnabled(false);
@@ -72,7 +72,7 @@ TEST(Log, SwitchedOnAgainGoesOn)
     EXPECT_EQ(capture.lines(), QStringList{QStringLiteral("line")});
 }
 
-TEST(Log, SwitchedOffLeavesTheHostsOwnCategoriesAlone)
+TEST(Log, switchedOffLeavesTheHostsOwnCategoriesAlone)
 {
     const tests::LogCapture capture;
     const QLoggingCategory own("host.own", QtInfoMsg);
@@ -81,7 +81,7 @@ TEST(Log, SwitchedOffLeavesTheHostsOwnCategoriesAlone)
     EXPECT_TRUE(own.isInfoEnabled());
 }
 
-TEST(Log, TakesLinesFromEveryThread)
+TEST(Log, takesLinesFromEveryThread)
 {
     const tests::LogCapture capture;
     {

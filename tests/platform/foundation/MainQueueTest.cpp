@@ -1,7 +1,7 @@
 #include "platform/foundation/MainQueue.h"
 
-#include "tests/support/Printers.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/Printers.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -25,7 +25,7 @@ void add(std::function<void()> operation)
     MainQueue::instance().addOperation(std::move(operation));
 }
 
-TEST(MainQueue, RunsInALaterTurn)
+TEST(MainQueue, runsInALaterTurn)
 {
     bool hasRun = false;
     add([&] { hasRun = true; });
@@ -33,7 +33,7 @@ TEST(MainQueue, RunsInALaterTurn)
     EXPECT_TRUE(tests::waitUntil([&] { return hasRun; }));
 }
 
-TEST(MainQueue, AnOperationAddedByAnotherRunsOneTurnLater)
+TEST(MainQueue, anOperationAddedByAnotherRunsOneTurnLater)
 {
     std::vector<int> order;
     add([&] {
@@ -46,7 +46,7 @@ TEST(MainQueue, AnOperationAddedByAnotherRunsOneTurnLater)
     EXPECT_THAT(order, ElementsAre(1, 2));
 }
 
-TEST(MainQueue, KeepsTheOrder)
+TEST(MainQueue, keepsTheOrder)
 {
     std::vector<int> order;
     for (int number = 0; number < 1000; ++number)
@@ -55,7 +55,7 @@ TEST(MainQueue, KeepsTheOrder)
     EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
 }
 
-TEST(MainQueue, TakesOperationsFromEveryThreadAndRunsThemOnTheMainThread)
+TEST(MainQueue, takesOperationsFromEveryThreadAndRunsThemOnTheMainThread)
 {
     constexpr int threadCount = 4;
     constexpr int perThread = 500;
@@ -80,7 +80,7 @@ TEST(MainQueue, TakesOperationsFromEveryThreadAndRunsThemOnTheMainThread)
     }
 }
 
-TEST(MainQueue, WhatAThreadWroteBeforeAddingIsSeenByTheOperation)
+TEST(MainQueue, whatAThreadWroteBeforeAddingIsSeenByTheOperation)
 {
     int written = 0;
     int seen = 0;
@@ -92,7 +92,7 @@ TEST(MainQueue, WhatAThreadWroteBeforeAddingIsSeenByTheOperation)
     EXPECT_EQ(seen, 42);
 }
 
-TEST(MainQueue, GoesOnInsideAnEventLoopThatAnOperationRuns)
+TEST(MainQueue, goesOnInsideAnEventLoopThatAnOperationRuns)
 {
     std::vector<QString> order;
     add([&] {
@@ -109,7 +109,7 @@ TEST(MainQueue, GoesOnInsideAnEventLoopThatAnOperationRuns)
     EXPECT_THAT(order, ElementsAre(QStringLiteral("next"), QStringLiteral("inner"), QStringLiteral("outer")));
 }
 
-TEST(MainQueue, LetsOtherEventsHaveTheirTurn)
+TEST(MainQueue, letsOtherEventsHaveTheirTurn)
 {
     int ran = 0;
     int ranWhenTimerCame = -1;
@@ -123,7 +123,7 @@ TEST(MainQueue, LetsOtherEventsHaveTheirTurn)
     EXPECT_LT(ranWhenTimerCame, 100);
 }
 
-TEST(MainQueue, ReleasesAnOperationRightAfterItRanOnTheMainThread)
+TEST(MainQueue, releasesAnOperationRightAfterItRanOnTheMainThread)
 {
     struct Token
     {
@@ -148,7 +148,7 @@ TEST(MainQueue, ReleasesAnOperationRightAfterItRanOnTheMainThread)
     EXPECT_EQ(releasedBeforeNext, QCoreApplication::instance()->thread());
 }
 
-TEST(MainQueue, AnEmptyOperationDoesNothing)
+TEST(MainQueue, anEmptyOperationDoesNothing)
 {
     bool hasRun = false;
     add({});
@@ -167,22 +167,22 @@ QString outputOf(const QString& scene)
     return QString::fromUtf8(process.readAllStandardOutput());
 }
 
-TEST(MainQueue, OperationsWaitForTheApplicationObject)
+TEST(MainQueue, operationsWaitForTheApplicationObject)
 {
     EXPECT_EQ(outputOf(QStringLiteral("before")), QStringLiteral("application\nfirst\nsecond\n"));
 }
 
-TEST(MainQueue, WhatIsLeftWhenTheApplicationObjectGoesIsDroppedUnrun)
+TEST(MainQueue, whatIsLeftWhenTheApplicationObjectGoesIsDroppedUnrun)
 {
     EXPECT_EQ(outputOf(QStringLiteral("queued")), QStringLiteral("released\n"));
 }
 
-TEST(MainQueue, ServesALaterApplicationObjectToo)
+TEST(MainQueue, servesALaterApplicationObjectToo)
 {
     EXPECT_EQ(outputOf(QStringLiteral("twice")), QStringLiteral("in the second\n"));
 }
 
-TEST(MainQueue, AProcessMayExitWhileOperationsAreBeingAdded)
+TEST(MainQueue, aProcessMayExitWhileOperationsAreBeingAdded)
 {
     EXPECT_EQ(outputOf(QStringLiteral("exit")), QStringLiteral("exiting\n"));
 }

@@ -1,6 +1,6 @@
 #include "platform/foundation/PathString.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ QString text(const char16_t* characters)
     return QString::fromUtf16(characters);
 }
 
-TEST(PathString, AppendsAComponent)
+TEST(PathString, appendsAComponent)
 {
     const auto append = [](const char16_t* path, const char16_t* component) {
         return appendingPathComponent(text(path), text(component));
@@ -30,7 +30,7 @@ TEST(PathString, AppendsAComponent)
     EXPECT_EQ(append(u"", u"//"), text(u"/"));
 }
 
-TEST(PathString, AddressesKeepTheirTwoSlashes)
+TEST(PathString, addressesKeepTheirTwoSlashes)
 {
     EXPECT_EQ(appendingPathComponent(text(u"https://host/"), text(u"rest/api")), text(u"https://host/rest/api"));
     EXPECT_EQ(appendingPathComponent(text(u"https://host"), text(u"/rest//api/")), text(u"https://host/rest/api"));
@@ -38,7 +38,7 @@ TEST(PathString, AddressesKeepTheirTwoSlashes)
     EXPECT_EQ(appendingPathComponent(text(u"://b"), text(u"c")), text(u":/b/c"));
 }
 
-TEST(PathString, AppendsAnExtension)
+TEST(PathString, appendsAnExtension)
 {
     const auto append = [](const char16_t* path) { return appendingPathExtension(text(path), QStringLiteral("tiff")); };
     EXPECT_EQ(append(u"/tmp/scratch.old"), text(u"/tmp/scratch.old.tiff"));
@@ -49,7 +49,7 @@ TEST(PathString, AppendsAnExtension)
     EXPECT_EQ(append(u"/"), text(u"/"));
 }
 
-TEST(PathString, DeletesTheExtension)
+TEST(PathString, deletesTheExtension)
 {
     const auto deleted = [](const char16_t* path) { return deletingPathExtension(text(path)); };
     EXPECT_EQ(deleted(u"/tmp/scratch.tiff"), text(u"/tmp/scratch"));
@@ -64,7 +64,7 @@ TEST(PathString, DeletesTheExtension)
     EXPECT_EQ(deleted(u"/a/.."), text(u"/a/.."));
 }
 
-TEST(PathString, TellsTheExtension)
+TEST(PathString, tellsTheExtension)
 {
     const auto extension = [](const char16_t* path) { return pathExtension(text(path)); };
     EXPECT_EQ(extension(u"/tmp/scratch.tiff"), text(u"tiff"));
@@ -78,7 +78,7 @@ TEST(PathString, TellsTheExtension)
     EXPECT_EQ(extension(u""), QString());
 }
 
-TEST(PathString, DeletesTheLastComponent)
+TEST(PathString, deletesTheLastComponent)
 {
     const auto deleted = [](const char16_t* path) { return deletingLastPathComponent(text(path)); };
     EXPECT_EQ(deleted(u"/tmp/scratch.tiff"), text(u"/tmp"));
@@ -91,7 +91,7 @@ TEST(PathString, DeletesTheLastComponent)
     EXPECT_EQ(deleted(u""), QString());
 }
 
-TEST(PathString, TellsTheLastComponent)
+TEST(PathString, tellsTheLastComponent)
 {
     const auto last = [](const char16_t* path) { return lastPathComponent(text(path)); };
     EXPECT_EQ(last(u"/tmp/scratch.tiff"), text(u"scratch.tiff"));
@@ -102,7 +102,7 @@ TEST(PathString, TellsTheLastComponent)
     EXPECT_EQ(last(u""), QString());
 }
 
-TEST(PathString, UntrustedNamesBecomeOneComponent)
+TEST(PathString, untrustedNamesBecomeOneComponent)
 {
     const auto safe = [](const char16_t* name) { return fileNameFromUntrustedText(text(name)); };
     EXPECT_EQ(safe(u"report 1.pdf"), text(u"report 1.pdf"));
@@ -118,7 +118,7 @@ TEST(PathString, UntrustedNamesBecomeOneComponent)
     EXPECT_EQ(safe(u" a\\b:c "), text(u" a\\b:c "));
 }
 
-TEST(PathString, LongUntrustedNamesKeepTheirExtension)
+TEST(PathString, longUntrustedNamesKeepTheirExtension)
 {
     const QString exact = QString(251, u'a') + text(u".pdf");
     EXPECT_EQ(fileNameFromUntrustedText(exact), exact);
@@ -126,7 +126,7 @@ TEST(PathString, LongUntrustedNamesKeepTheirExtension)
     EXPECT_EQ(fileNameFromUntrustedText(QString(300, u'a')), QString(255, u'a'));
 }
 
-TEST(PathString, LongUntrustedNamesAreCutBetweenCharacters)
+TEST(PathString, longUntrustedNamesAreCutBetweenCharacters)
 {
     // 251 bytes are left for 84 characters of three bytes each.
     EXPECT_EQ(fileNameFromUntrustedText(QString(100, QChar(u'\u20ac')) + text(u".pdf")),
@@ -136,7 +136,7 @@ TEST(PathString, LongUntrustedNamesAreCutBetweenCharacters)
     EXPECT_EQ(fileNameFromUntrustedText(text(u"a.") + QString(300, u'x')), text(u"a.") + QString(253, u'x'));
 }
 
-TEST(PathString, AFileNameHasNoCharactersThatTurnTheDirectionOfWriting)
+TEST(PathString, aFileNameHasNoCharactersThatTurnTheDirectionOfWriting)
 {
     using tljira::fileNameFromUntrustedText;
     const QString turned = QStringLiteral("plan\u202Egpj.exe");

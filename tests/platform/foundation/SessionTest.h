@@ -2,9 +2,9 @@
 
 #include "platform/foundation/URLSession.h"
 #include "standin/Server.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/Printers.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/LogCapture.h"
+#include "tests/kit/Printers.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <gmock/gmock.h>
 

@@ -3,11 +3,11 @@
 #include "platform/foundation/os/FileLock.h"
 #include "tests/platform/foundation/FailingSync.h"
 #include "tests/platform/foundation/RoomFor.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/OldFiles.h"
-#include "tests/support/Printers.h"
-#include "tests/support/WaitUntil.h"
-#include "tests/support/WithoutPrivileges.h"
+#include "tests/kit/LogCapture.h"
+#include "tests/kit/OldFiles.h"
+#include "tests/kit/Printers.h"
+#include "tests/kit/WaitUntil.h"
+#include "tests/kit/WithoutPrivileges.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -76,7 +76,7 @@ protected:
     QString m_path = m_folder.filePath(QStringLiteral("sub/deep/file.json"));
 };
 
-TEST_F(SharedFileTest, IsMadeWithItsFolderForTheUserAlone)
+TEST_F(SharedFileTest, isMadeWithItsFolderForTheUserAlone)
 {
     umask(0);
     SharedFile file(m_path);
@@ -90,7 +90,7 @@ TEST_F(SharedFileTest, IsMadeWithItsFolderForTheUserAlone)
     EXPECT_EQ(modeOf(QFileInfo(m_path).path()), 0700u);
 }
 
-TEST_F(SharedFileTest, AFileThatOthersCouldReadIsClosedWhenRewritten)
+TEST_F(SharedFileTest, aFileThatOthersCouldReadIsClosedWhenRewritten)
 {
     ASSERT_TRUE(QDir().mkpath(QFileInfo(m_path).path()));
     writePlainly(m_path, "one");
@@ -100,7 +100,7 @@ TEST_F(SharedFileTest, AFileThatOthersCouldReadIsClosedWhenRewritten)
     EXPECT_EQ(modeOf(m_path), 0600u);
 }
 
-TEST_F(SharedFileTest, ARewriteSeesWhatAnotherWrote)
+TEST_F(SharedFileTest, aRewriteSeesWhatAnotherWrote)
 {
     SharedFile first(m_path);
     SharedFile second(m_path);
@@ -110,7 +110,7 @@ TEST_F(SharedFileTest, ARewriteSeesWhatAnotherWrote)
     EXPECT_EQ(first.read(), QByteArray("one two"));
 }
 
-TEST_F(SharedFileTest, LeavesNothingBesideTheFileButWhatIsLocked)
+TEST_F(SharedFileTest, leavesNothingBesideTheFileButWhatIsLocked)
 {
     SharedFile file(m_path);
     EXPECT_TRUE(rewrite(file, replaceBy("one")));
@@ -118,7 +118,7 @@ TEST_F(SharedFileTest, LeavesNothingBesideTheFileButWhatIsLocked)
     EXPECT_THAT(itemsBeside(), ElementsAre(QStringLiteral("file.json"), QStringLiteral("file.json.lock")));
 }
 
-TEST_F(SharedFileTest, ConcurrentRewritesLoseNothing)
+TEST_F(SharedFileTest, concurrentRewritesLoseNothing)
 {
     constexpr int threadCount = 4;
     constexpr int perThread = 25;
@@ -135,7 +135,7 @@ TEST_F(SharedFileTest, ConcurrentRewritesLoseNothing)
     EXPECT_EQ(SharedFile(m_path).read(), QByteArray(threadCount * perThread, 'x'));
 }
 
-TEST_F(SharedFileTest, TellsThatAnotherRewroteTheFile)
+TEST_F(SharedFileTest, tellsThatAnotherRewroteTheFile)
 {
     SharedFile mine(m_path);
     SharedFile theirs(m_path);
@@ -155,7 +155,7 @@ TEST_F(SharedFileTest, TellsThatAnotherRewroteTheFile)
     EXPECT_TRUE(mine.hasChanged());
 }
 
-TEST_F(SharedFileTest, ALockOfADeadProcessIsNoObstacle)
+TEST_F(SharedFileTest, aLockOfADeadProcessIsNoObstacle)
 {
     SharedFile file(m_path);
     ASSERT_TRUE(rewrite(file, replaceBy("one")));
@@ -178,7 +178,7 @@ TEST_F(SharedFileTest, ALockOfADeadProcessIsNoObstacle)
     EXPECT_EQ(file.read(), QByteArray("two"));
 }
 
-TEST_F(SharedFileTest, ADiskThatRefusesIsReported)
+TEST_F(SharedFileTest, aDiskThatRefusesIsReported)
 {
     const tests::LogCapture capture;
     writePlainly(m_folder.filePath(QStringLiteral("sub")), "in the way");
@@ -193,7 +193,7 @@ TEST_F(SharedFileTest, ADiskThatRefusesIsReported)
     EXPECT_EQ(capture.lines().first(), m_path + QStringLiteral(" could not be written: its folder cannot be made"));
 }
 
-TEST_F(SharedFileTest, AFolderThatCannotBeWrittenIsReported)
+TEST_F(SharedFileTest, aFolderThatCannotBeWrittenIsReported)
 {
     const tests::LogCapture capture;
     const QString folder = QFileInfo(m_path).path();
@@ -210,7 +210,7 @@ TEST_F(SharedFileTest, AFolderThatCannotBeWrittenIsReported)
         QStringList(m_path + QStringLiteral(" could not be written: its lock cannot be taken: Permission denied")));
 }
 
-TEST_F(SharedFileTest, AFileThatCannotBeReplacedStaysAsItIs)
+TEST_F(SharedFileTest, aFileThatCannotBeReplacedStaysAsItIs)
 {
     const tests::LogCapture capture;
     ASSERT_TRUE(QDir().mkpath(m_path + QStringLiteral("/is a folder")));
@@ -222,7 +222,7 @@ TEST_F(SharedFileTest, AFileThatCannotBeReplacedStaysAsItIs)
               m_path + QStringLiteral(" could not be written: its present content cannot be read"));
 }
 
-TEST_F(SharedFileTest, AFullDiskLeavesTheOldBytesHoweverMuchRoomThereIs)
+TEST_F(SharedFileTest, aFullDiskLeavesTheOldBytesHoweverMuchRoomThereIs)
 {
     const tests::LogCapture capture;
     const QByteArray bytes(300, 'x');
@@ -239,7 +239,7 @@ TEST_F(SharedFileTest, AFullDiskLeavesTheOldBytesHoweverMuchRoomThereIs)
     EXPECT_EQ(file.read(), bytes);
 }
 
-TEST_F(SharedFileTest, AFullDiskHasRoomForTheLock)
+TEST_F(SharedFileTest, aFullDiskHasRoomForTheLock)
 {
     const tests::LogCapture capture;
     SharedFile file(m_path);
@@ -248,7 +248,7 @@ TEST_F(SharedFileTest, AFullDiskHasRoomForTheLock)
     EXPECT_EQ(file.read(), std::nullopt);
 }
 
-TEST_F(SharedFileTest, EveryCallOfTheDiskThatFailsIsReported)
+TEST_F(SharedFileTest, everyCallOfTheDiskThatFailsIsReported)
 {
     const tests::LogCapture capture;
     SharedFile file(m_path);
@@ -262,7 +262,7 @@ TEST_F(SharedFileTest, EveryCallOfTheDiskThatFailsIsReported)
     EXPECT_THAT(itemsBeside(), ElementsAre(QStringLiteral("file.json"), QStringLiteral("file.json.lock")));
 }
 
-TEST_F(SharedFileTest, IsNotTouchedWhenItHoldsTheBytesAlready)
+TEST_F(SharedFileTest, isNotTouchedWhenItHoldsTheBytesAlready)
 {
     SharedFile file(m_path);
     ASSERT_TRUE(rewrite(file, replaceBy("one")));
@@ -271,7 +271,7 @@ TEST_F(SharedFileTest, IsNotTouchedWhenItHoldsTheBytesAlready)
     EXPECT_TRUE(rewrite(file, [](const auto&) { return std::nullopt; }));
 }
 
-TEST_F(SharedFileTest, ALinkStaysALink)
+TEST_F(SharedFileTest, aLinkStaysALink)
 {
     const QString elsewhere = m_folder.filePath(QStringLiteral("elsewhere.json"));
     writePlainly(elsewhere, "one");
@@ -283,7 +283,7 @@ TEST_F(SharedFileTest, ALinkStaysALink)
     EXPECT_EQ(SharedFile(elsewhere).read(), QByteArray("two"));
 }
 
-TEST_F(SharedFileTest, WaitsForAnotherNoLongerThanItMay)
+TEST_F(SharedFileTest, waitsForAnotherNoLongerThanItMay)
 {
     const tests::LogCapture capture;
     SharedFile file(m_path);
@@ -302,7 +302,7 @@ TEST_F(SharedFileTest, WaitsForAnotherNoLongerThanItMay)
     EXPECT_EQ(file.read(), QByteArray("two"));
 }
 
-TEST_F(SharedFileTest, CanBeToldToWaitNoLonger)
+TEST_F(SharedFileTest, canBeToldToWaitNoLonger)
 {
     const tests::LogCapture capture;
     SharedFile file(m_path);
@@ -317,7 +317,7 @@ TEST_F(SharedFileTest, CanBeToldToWaitNoLonger)
     file.stopWaiting();
 }
 
-TEST_F(SharedFileTest, RemovesWhatAKilledRewriteLeftLongAgo)
+TEST_F(SharedFileTest, removesWhatAKilledRewriteLeftLongAgo)
 {
     const tests::LogCapture capture;
     SharedFile file(m_path);
@@ -332,7 +332,7 @@ TEST_F(SharedFileTest, RemovesWhatAKilledRewriteLeftLongAgo)
                                      QStringLiteral("other.json.aB3xYz"), QStringLiteral("file.json.zzzzzz")));
 }
 
-TEST_F(SharedFileTest, SettingAsideTakesTheFirstFreeName)
+TEST_F(SharedFileTest, settingAsideTakesTheFirstFreeName)
 {
     const tests::LogCapture capture;
     SharedFile file(m_path);
@@ -349,7 +349,7 @@ TEST_F(SharedFileTest, SettingAsideTakesTheFirstFreeName)
                                                  QStringLiteral(".damaged-2")));
 }
 
-TEST_F(SharedFileTest, WhatIsNotThereCannotBeSetAside)
+TEST_F(SharedFileTest, whatIsNotThereCannotBeSetAside)
 {
     const tests::LogCapture capture;
     EXPECT_FALSE(SharedFile(m_path).setAside());

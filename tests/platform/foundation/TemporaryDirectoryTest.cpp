@@ -1,6 +1,6 @@
 #include "platform/foundation/TemporaryDirectory.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -32,20 +32,20 @@ void expectPrivateFolder(const QString& path)
     EXPECT_EQ(modeOf(path), S_IFDIR | 0700u);
 }
 
-TEST(TemporaryDirectory, LiesInTMPDIRAndIsTheUsersAlone)
+TEST(TemporaryDirectory, liesInTMPDIRAndIsTheUsersAlone)
 {
     EXPECT_EQ(QDir::tempPath(), QString::fromUtf8(qgetenv("TMPDIR")));
     EXPECT_EQ(temporaryDirectory(), expectedPath());
     expectPrivateFolder(expectedPath());
 }
 
-TEST(TemporaryDirectory, LiesInTheSystemsFolderWhereTMPDIRIsNotThere)
+TEST(TemporaryDirectory, liesInTheSystemsFolderWhereTMPDIRIsNotThere)
 {
     qputenv("TMPDIR", "/nonexistent");
     EXPECT_EQ(temporaryDirectory(), QStringLiteral("/tmp/TLJiraController-%1").arg(geteuid()));
 }
 
-TEST(TemporaryDirectory, StaysTheSameAndIsMadeAgainWhenRemoved)
+TEST(TemporaryDirectory, staysTheSameAndIsMadeAgainWhenRemoved)
 {
     const QString path = temporaryDirectory();
     EXPECT_EQ(temporaryDirectory(), path);
@@ -54,7 +54,7 @@ TEST(TemporaryDirectory, StaysTheSameAndIsMadeAgainWhenRemoved)
     expectPrivateFolder(path);
 }
 
-TEST(TemporaryDirectory, IsPrivateUnderEveryUmask)
+TEST(TemporaryDirectory, isPrivateUnderEveryUmask)
 {
     const mode_t before = umask(0);
     expectPrivateFolder(temporaryDirectory());
@@ -64,7 +64,7 @@ TEST(TemporaryDirectory, IsPrivateUnderEveryUmask)
     umask(before);
 }
 
-TEST(TemporaryDirectory, ClosesAFolderThatOthersCanEnter)
+TEST(TemporaryDirectory, closesAFolderThatOthersCanEnter)
 {
     ASSERT_EQ(mkdir(QFile::encodeName(expectedPath()).constData(), 0700), 0);
     ASSERT_EQ(chmod(QFile::encodeName(expectedPath()).constData(), 0777), 0);
@@ -82,7 +82,7 @@ void expectFreshFolder()
     EXPECT_EQ(temporaryDirectory(), fresh);
 }
 
-TEST(TemporaryDirectory, NeverFollowsALink)
+TEST(TemporaryDirectory, neverFollowsALink)
 {
     const QTemporaryDir elsewhere;
     ASSERT_TRUE(QFile::link(elsewhere.path(), expectedPath()));
@@ -92,7 +92,7 @@ TEST(TemporaryDirectory, NeverFollowsALink)
     EXPECT_TRUE(QDir(elsewhere.path()).isEmpty());
 }
 
-TEST(TemporaryDirectory, LeavesAFileOnTheNameAlone)
+TEST(TemporaryDirectory, leavesAFileOnTheNameAlone)
 {
     QFile file(expectedPath());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -100,7 +100,7 @@ TEST(TemporaryDirectory, LeavesAFileOnTheNameAlone)
     EXPECT_TRUE(QFileInfo(expectedPath()).isFile());
 }
 
-TEST(TemporaryDirectory, DoesNotTrustAFolderOfSomebodyElse)
+TEST(TemporaryDirectory, doesNotTrustAFolderOfSomebodyElse)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "only root can give a folder away";
@@ -109,7 +109,7 @@ TEST(TemporaryDirectory, DoesNotTrustAFolderOfSomebodyElse)
     expectFreshFolder();
 }
 
-TEST(TemporaryDirectory, AFreshFolderThatWasRemovedIsReplaced)
+TEST(TemporaryDirectory, aFreshFolderThatWasRemovedIsReplaced)
 {
     QFile file(expectedPath());
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));

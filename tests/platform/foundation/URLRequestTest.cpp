@@ -1,6 +1,6 @@
 #include "platform/foundation/URLRequest.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@ namespace {
 using tljira::URLRequest;
 using tljira::URLRequestCachePolicy;
 
-TEST(URLRequest, BeginsAsAGetWithAMinutesPatience)
+TEST(URLRequest, beginsAsAGetWithAMinutesPatience)
 {
     const URLRequest request(QStringLiteral("https://h/"));
     EXPECT_EQ(request.url, QStringLiteral("https://h/"));
@@ -21,7 +21,7 @@ TEST(URLRequest, BeginsAsAGetWithAMinutesPatience)
     EXPECT_TRUE(request.headers().empty());
 }
 
-TEST(URLRequest, AddingJoinsWithACommaAndNoBlank)
+TEST(URLRequest, addingJoinsWithACommaAndNoBlank)
 {
     URLRequest request(std::nullopt);
     request.addValue(QStringLiteral("a"), QStringLiteral("Content-Type"));
@@ -30,7 +30,7 @@ TEST(URLRequest, AddingJoinsWithACommaAndNoBlank)
               (std::vector<URLRequest::Header>{{QStringLiteral("Content-Type"), QStringLiteral("a,b")}}));
 }
 
-TEST(URLRequest, SettingReplacesInPlace)
+TEST(URLRequest, settingReplacesInPlace)
 {
     URLRequest request(std::nullopt);
     request.addValue(QStringLiteral("1"), QStringLiteral("A"));
@@ -42,7 +42,7 @@ TEST(URLRequest, SettingReplacesInPlace)
                                                                   {QStringLiteral("C"), QStringLiteral("4")}}));
 }
 
-TEST(URLRequest, FieldsAreFoundWithoutCase)
+TEST(URLRequest, fieldsAreFoundWithoutCase)
 {
     URLRequest request(std::nullopt);
     request.setValue(QStringLiteral("v"), QStringLiteral("X-Field"));

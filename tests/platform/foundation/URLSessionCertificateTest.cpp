@@ -32,7 +32,7 @@ protected:
     }
 };
 
-TEST_P(URLSessionCertificateTest, FailsTheRequest)
+TEST_P(URLSessionCertificateTest, failsTheRequest)
 {
     const QString address = QStringLiteral("https://localhost:%1/").arg(server.port());
     run(tljira::URLRequest(address));
@@ -43,7 +43,7 @@ TEST_P(URLSessionCertificateTest, FailsTheRequest)
     EXPECT_EQ(server.requestCount(), 0u);
 }
 
-TEST_P(URLSessionCertificateTest, FailsTheDownload)
+TEST_P(URLSessionCertificateTest, failsTheDownload)
 {
     const QString address = QStringLiteral("https://localhost:%1/").arg(server.port());
     session->downloadTaskWithRequest(tljira::URLRequest(address))->resume();
@@ -97,14 +97,14 @@ protected:
     QTemporaryDir folder;
 };
 
-TEST_F(URLSessionAuthorityTest, IsTakenFromAFile)
+TEST_F(URLSessionAuthorityTest, isTakenFromAFile)
 {
     qputenv("SSL_CERT_FILE", writeCertificate(QStringLiteral("own.pem")).toUtf8());
     ask();
     EXPECT_THAT(events, ElementsAre("200", "end"));
 }
 
-TEST_F(URLSessionAuthorityTest, IsTakenFromAFolder)
+TEST_F(URLSessionAuthorityTest, isTakenFromAFolder)
 {
     writeCertificate(hashedName());
     qputenv("SSL_CERT_DIR", folder.path().toUtf8());
@@ -112,7 +112,7 @@ TEST_F(URLSessionAuthorityTest, IsTakenFromAFolder)
     EXPECT_THAT(events, ElementsAre("200", "end"));
 }
 
-TEST_F(URLSessionAuthorityTest, IsNoneWhereTheNamesAreEmpty)
+TEST_F(URLSessionAuthorityTest, isNoneWhereTheNamesAreEmpty)
 {
     qputenv("SSL_CERT_FILE", "");
     qputenv("SSL_CERT_DIR", "");
@@ -120,7 +120,7 @@ TEST_F(URLSessionAuthorityTest, IsNoneWhereTheNamesAreEmpty)
     EXPECT_THAT(events, ElementsAre("no response", "end -1202"));
 }
 
-TEST_F(URLSessionAuthorityTest, InAFileThatCannotBeReadIsAnErrorThatNamesTheFile)
+TEST_F(URLSessionAuthorityTest, inAFileThatCannotBeReadIsAnErrorThatNamesTheFile)
 {
     qputenv("SSL_CERT_FILE", "/no/such/file.pem");
     ask();
@@ -171,7 +171,7 @@ class URLSessionPlainServerTest : public tests::SessionTest
 {
 };
 
-TEST_F(URLSessionPlainServerTest, FailsARequestThatWantsASecureConnection)
+TEST_F(URLSessionPlainServerTest, failsARequestThatWantsASecureConnection)
 {
     const PlainServer plain;
     run(tljira::URLRequest(QStringLiteral("https://localhost:%1/").arg(plain.port())));

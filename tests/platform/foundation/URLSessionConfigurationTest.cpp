@@ -8,7 +8,7 @@ namespace {
 
 using tljira::URLSessionConfiguration;
 
-TEST(URLSessionConfiguration, StartsWithTheJarOfTheProcess)
+TEST(URLSessionConfiguration, startsWithTheJarOfTheProcess)
 {
     const auto configuration = URLSessionConfiguration::defaultSessionConfiguration();
     EXPECT_TRUE(configuration.HTTPShouldSetCookies);
@@ -18,14 +18,14 @@ TEST(URLSessionConfiguration, StartsWithTheJarOfTheProcess)
     EXPECT_EQ(configuration.userAgent, QStringLiteral("TLJiraController/1.0"));
 }
 
-TEST(URLSessionConfiguration, StartsWithTheRoutesOfTheProcess)
+TEST(URLSessionConfiguration, startsWithTheRoutesOfTheProcess)
 {
     const QStringList routes = {QStringLiteral("jira.example.test:80:127.0.0.1:8080")};
     URLSessionConfiguration::setDefaultRoutes(routes);
     EXPECT_EQ(URLSessionConfiguration::defaultSessionConfiguration().routes, routes);
 }
 
-TEST(URLSessionConfiguration, KnowsTheFormOfARoute)
+TEST(URLSessionConfiguration, knowsTheFormOfARoute)
 {
     for (const char* route :
          {"a:80:b:8080", "jira.example.test:443:127.0.0.1:1", "[::1]:80:[::1]:8080", "::127.0.0.1:80"})

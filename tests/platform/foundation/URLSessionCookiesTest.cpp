@@ -27,7 +27,7 @@ protected:
     URLSessionConfiguration configuration = URLSessionConfiguration::defaultSessionConfiguration();
 };
 
-TEST_F(URLSessionCookiesTest, AreThoseOfTheJarThatTheConfigurationNames)
+TEST_F(URLSessionCookiesTest, areThoseOfTheJarThatTheConfigurationNames)
 {
     const auto jar = std::make_shared<HTTPCookieStorage>(folder.filePath(QStringLiteral("cookies.txt")));
     configuration.HTTPCookieStorage = jar;
@@ -38,7 +38,7 @@ TEST_F(URLSessionCookiesTest, AreThoseOfTheJarThatTheConfigurationNames)
     EXPECT_TRUE(HTTPCookieStorage::sharedHTTPCookieStorage()->cookies().empty());
 }
 
-TEST_F(URLSessionCookiesTest, AreNoneWithoutAJar)
+TEST_F(URLSessionCookiesTest, areNoneWithoutAJar)
 {
     configuration.HTTPCookieStorage = nullptr;
     askTwice();
@@ -46,7 +46,7 @@ TEST_F(URLSessionCookiesTest, AreNoneWithoutAJar)
     EXPECT_TRUE(HTTPCookieStorage::sharedHTTPCookieStorage()->cookies().empty());
 }
 
-TEST_F(URLSessionCookiesTest, AreNoneWhenTheConfigurationSaysSo)
+TEST_F(URLSessionCookiesTest, areNoneWhenTheConfigurationSaysSo)
 {
     configuration.HTTPShouldSetCookies = false;
     askTwice();
@@ -72,13 +72,13 @@ protected:
     }
 };
 
-TEST_F(URLSessionCookieLineTest, HoldsAValueWithSemicolonsAsItIs)
+TEST_F(URLSessionCookieLineTest, holdsAValueWithSemicolonsAsItIs)
 {
     for (const char* pair : {"N=a;b", "N=a;", "N=;;a", "N=a;own=1", "N=;b ;c"})
         EXPECT_EQ(lineFor(pair), std::string("own=1; ") + pair) << pair;
 }
 
-TEST_F(URLSessionCookieLineTest, HoldsEachPairOnce)
+TEST_F(URLSessionCookieLineTest, holdsEachPairOnce)
 {
     EXPECT_EQ(lineFor("own=1"), "own=1");
     EXPECT_EQ(lineFor("own=1; N=V"), "own=1; N=V");
@@ -86,7 +86,7 @@ TEST_F(URLSessionCookieLineTest, HoldsEachPairOnce)
     EXPECT_EQ(lineFor("own=2"), "own=1; own=2");
 }
 
-TEST_F(URLSessionCookieLineTest, IsOneLineWhateverAValueHolds)
+TEST_F(URLSessionCookieLineTest, isOneLineWhateverAValueHolds)
 {
     EXPECT_EQ(lineFor("N=a\r\nX-Own: b"), "own=1; N=aX-Own: b");
     EXPECT_EQ(server.lastRequest().headerCount("X-Own"), 0);

@@ -26,7 +26,7 @@ protected:
     }
 };
 
-TEST_F(URLSessionRedirectTest, TurnsAPostIntoAGetWithoutABody)
+TEST_F(URLSessionRedirectTest, turnsAPostIntoAGetWithoutABody)
 {
     for (const int status : {301, 302, 303}) {
         const auto request = redirected(status, "POST");
@@ -38,7 +38,7 @@ TEST_F(URLSessionRedirectTest, TurnsAPostIntoAGetWithoutABody)
     }
 }
 
-TEST_F(URLSessionRedirectTest, SaysNothingOfALostBodyAtLaterAddresses)
+TEST_F(URLSessionRedirectTest, saysNothingOfALostBodyAtLaterAddresses)
 {
     server.misbehave(Match::on("/first"), Fault().redirect("/second", 302));
     server.misbehave(Match::on("/second"), Fault().redirect("/third", 303));
@@ -52,7 +52,7 @@ TEST_F(URLSessionRedirectTest, SaysNothingOfALostBodyAtLaterAddresses)
     EXPECT_EQ(server.lastRequest().headerCount("Content-Type"), 0);
 }
 
-TEST_F(URLSessionRedirectTest, RepeatsMethodAndBody)
+TEST_F(URLSessionRedirectTest, repeatsMethodAndBody)
 {
     for (const int status : {307, 308}) {
         const auto request = redirected(status, "POST");
@@ -64,7 +64,7 @@ TEST_F(URLSessionRedirectTest, RepeatsMethodAndBody)
     EXPECT_EQ(redirected(303, "PUT").method, "GET");
 }
 
-TEST_F(URLSessionRedirectTest, FollowsTwentyAndNoMore)
+TEST_F(URLSessionRedirectTest, followsTwentyAndNoMore)
 {
     server.misbehave(Match::on("/first").limited(20), Fault().redirectToItself());
     server.misbehave(Match(), Fault().status(200, "arrived"));
@@ -79,7 +79,7 @@ TEST_F(URLSessionRedirectTest, FollowsTwentyAndNoMore)
     EXPECT_THAT(events, ElementsAre("no response", "end -1007"));
 }
 
-TEST_F(URLSessionRedirectTest, NeverLeavesForAFile)
+TEST_F(URLSessionRedirectTest, neverLeavesForAFile)
 {
     server.misbehave(Match(), Fault().redirect("file:///etc/hostname"));
     run(requestFor("first"));

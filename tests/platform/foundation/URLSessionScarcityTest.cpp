@@ -56,7 +56,7 @@ class OneScarceResource : public URLSessionScarcityTest, public testing::WithPar
 {
 };
 
-TEST_P(OneScarceResource, EndsTheRequestAndLetsTheNextOneTryAgain)
+TEST_P(OneScarceResource, endsTheRequestAndLetsTheNextOneTryAgain)
 {
     {
         const Scarcity scarcity(GetParam());
@@ -72,7 +72,7 @@ TEST_P(OneScarceResource, EndsTheRequestAndLetsTheNextOneTryAgain)
 INSTANTIATE_TEST_SUITE_P(AtTheFirstRequest, OneScarceResource,
                          testing::Values(Resource::Threads, Resource::EasyHandles, Resource::MultiHandles));
 
-TEST_F(URLSessionScarcityTest, EndsAnUploadWhoseFileNobodyCanRead)
+TEST_F(URLSessionScarcityTest, endsAnUploadWhoseFileNobodyCanRead)
 {
     expectAnswer(requestFor("x"));
     {
@@ -104,7 +104,7 @@ protected:
     }
 };
 
-TEST_F(WithoutCurl, EndsTheRequestAndLetsTheNextOneTryAgain)
+TEST_F(WithoutCurl, endsTheRequestAndLetsTheNextOneTryAgain)
 {
     expectRefusal(requestFor("x"));
     scarcity.reset();
@@ -122,7 +122,7 @@ protected:
     }
 };
 
-TEST_P(WithoutCookieEngine, EndsRequestsThatNeedTheJar)
+TEST_P(WithoutCookieEngine, endsRequestsThatNeedTheJar)
 {
     scarcity.reset();
     const auto& jar = session->configuration().HTTPCookieStorage;

@@ -51,7 +51,7 @@ protected:
     QTemporaryDir folder;
 };
 
-TEST_F(URLSessionStepDownTest, IsRefusedForABody)
+TEST_F(URLSessionStepDownTest, isRefusedForABody)
 {
     for (const int status : {301, 302, 303, 307, 308}) {
         SCOPED_TRACE(status);
@@ -62,7 +62,7 @@ TEST_F(URLSessionStepDownTest, IsRefusedForABody)
     }
 }
 
-TEST_F(URLSessionStepDownTest, IsRefusedForABodyThatAnEarlierRedirectDropped)
+TEST_F(URLSessionStepDownTest, isRefusedForABodyThatAnEarlierRedirectDropped)
 {
     redirect(302);
     secure.behave();
@@ -73,7 +73,7 @@ TEST_F(URLSessionStepDownTest, IsRefusedForABodyThatAnEarlierRedirectDropped)
     expectRefusal(request);
 }
 
-TEST_F(URLSessionStepDownTest, IsRefusedForCredentials)
+TEST_F(URLSessionStepDownTest, isRefusedForCredentials)
 {
     for (const char* field : {"Cookie", "authorization"}) {
         SCOPED_TRACE(field);
@@ -84,7 +84,7 @@ TEST_F(URLSessionStepDownTest, IsRefusedForCredentials)
     }
 }
 
-TEST_F(URLSessionStepDownTest, IsFollowedWithNothingToLoseAndWithoutTheJar)
+TEST_F(URLSessionStepDownTest, isFollowedWithNothingToLoseAndWithoutTheJar)
 {
     secure.misbehave(Match::next(), Fault().status(200, "").header("Set-Cookie", "own=1; Path=/"));
     run(secureRequest("GET"));
@@ -96,7 +96,7 @@ TEST_F(URLSessionStepDownTest, IsFollowedWithNothingToLoseAndWithoutTheJar)
     EXPECT_EQ(server.lastRequest().headerCount("Cookie"), 0);
 }
 
-TEST_F(URLSessionStepDownTest, IsNoneFromPlainToPlain)
+TEST_F(URLSessionStepDownTest, isNoneFromPlainToPlain)
 {
     server.behave();
     server.misbehave(Match::on("/first"), Fault().redirect("/second", 307));

@@ -13,7 +13,7 @@ class URLSessionTaskTest : public tests::SessionTest
 {
 };
 
-TEST_F(URLSessionTaskTest, TellsItsCompletionAndThenTheDelegate)
+TEST_F(URLSessionTaskTest, tellsItsCompletionAndThenTheDelegate)
 {
     server.misbehave(Match(), Fault().status(200, "body"));
     run(requestFor("x"));
@@ -21,7 +21,7 @@ TEST_F(URLSessionTaskTest, TellsItsCompletionAndThenTheDelegate)
     EXPECT_EQ(body, QByteArray("body"));
 }
 
-TEST_F(URLSessionTaskTest, DoesNothingBeforeItIsResumed)
+TEST_F(URLSessionTaskTest, doesNothingBeforeItIsResumed)
 {
     const auto task = dataTask(requestFor("x"));
     tests::drainMainQueue();
@@ -29,7 +29,7 @@ TEST_F(URLSessionTaskTest, DoesNothingBeforeItIsResumed)
     EXPECT_TRUE(events.empty());
 }
 
-TEST_F(URLSessionTaskTest, RunsOnceHoweverOftenItIsResumed)
+TEST_F(URLSessionTaskTest, runsOnceHoweverOftenItIsResumed)
 {
     server.misbehave(Match(), Fault().status(200, ""));
     const auto task = dataTask(requestFor("x"));
@@ -42,7 +42,7 @@ TEST_F(URLSessionTaskTest, RunsOnceHoweverOftenItIsResumed)
     EXPECT_EQ(server.requestCount(), 1u);
 }
 
-TEST_F(URLSessionTaskTest, EndsWhenItIsCancelledBeforeItStarted)
+TEST_F(URLSessionTaskTest, endsWhenItIsCancelledBeforeItStarted)
 {
     const auto task = dataTask(requestFor("x"));
     task->cancel();
@@ -55,7 +55,7 @@ TEST_F(URLSessionTaskTest, EndsWhenItIsCancelledBeforeItStarted)
     EXPECT_EQ(error->localizedDescription(), QStringLiteral("cancelled"));
 }
 
-TEST_F(URLSessionTaskTest, OfADownloadEndsWhenItIsCancelledBeforeItStarted)
+TEST_F(URLSessionTaskTest, ofADownloadEndsWhenItIsCancelledBeforeItStarted)
 {
     session->downloadTaskWithRequest(requestFor("x"))->cancel();
     ASSERT_TRUE(tests::waitUntil([this] { return ends == 1; }));
@@ -63,7 +63,7 @@ TEST_F(URLSessionTaskTest, OfADownloadEndsWhenItIsCancelledBeforeItStarted)
     EXPECT_THAT(events, ElementsAre("end -999"));
 }
 
-TEST_F(URLSessionTaskTest, EndsOnceWhenItIsCancelledUnderWayAndAgain)
+TEST_F(URLSessionTaskTest, endsOnceWhenItIsCancelledUnderWayAndAgain)
 {
     server.misbehave(Match(), Fault().status(200, "body").hold(Point::responseBody(2)));
     const auto task = dataTask(requestFor("x"));
@@ -78,7 +78,7 @@ TEST_F(URLSessionTaskTest, EndsOnceWhenItIsCancelledUnderWayAndAgain)
     EXPECT_THAT(events, ElementsAre("no response", "end -999"));
 }
 
-TEST_F(URLSessionTaskTest, IsNotHarmedByACancelAfterItsEnd)
+TEST_F(URLSessionTaskTest, isNotHarmedByACancelAfterItsEnd)
 {
     server.misbehave(Match(), Fault().status(200, "body"));
     const auto task = dataTask(requestFor("x"));
@@ -89,7 +89,7 @@ TEST_F(URLSessionTaskTest, IsNotHarmedByACancelAfterItsEnd)
     EXPECT_THAT(events, ElementsAre("200", "end"));
 }
 
-TEST_F(URLSessionTaskTest, HasEndedWhenItsEndIsReportedNotWhenItIsCancelled)
+TEST_F(URLSessionTaskTest, hasEndedWhenItsEndIsReportedNotWhenItIsCancelled)
 {
     server.misbehave(Match(), Fault().status(200, "body").hold(Point::responseBody(2)));
     const auto task = dataTask(requestFor("x"));
@@ -104,7 +104,7 @@ TEST_F(URLSessionTaskTest, HasEndedWhenItsEndIsReportedNotWhenItIsCancelled)
     EXPECT_TRUE(task->hasEnded());
 }
 
-TEST_F(URLSessionTaskTest, OfADownloadHandsOverAFileForTheTimeOfOneCall)
+TEST_F(URLSessionTaskTest, ofADownloadHandsOverAFileForTheTimeOfOneCall)
 {
     server.misbehave(Match(), Fault().status(404, "body"));
     session->downloadTaskWithRequest(requestFor("x"))->resume();
@@ -114,7 +114,7 @@ TEST_F(URLSessionTaskTest, OfADownloadHandsOverAFileForTheTimeOfOneCall)
     EXPECT_FALSE(QFile::exists(location));
 }
 
-TEST_F(URLSessionTaskTest, ReportsBytesThatAddUp)
+TEST_F(URLSessionTaskTest, reportsBytesThatAddUp)
 {
     constexpr qint64 size = 16 << 20;
     server.misbehave(Match(), Fault().status(200, std::string(size, 'x')));
@@ -131,7 +131,7 @@ TEST_F(URLSessionTaskTest, ReportsBytesThatAddUp)
     EXPECT_EQ(written.back(), std::make_pair(size, size));
 }
 
-TEST_F(URLSessionTaskTest, ReportsWhatCameJustBeforeAStall)
+TEST_F(URLSessionTaskTest, reportsWhatCameJustBeforeAStall)
 {
     constexpr qint64 size = 8 << 20;
     constexpr qint64 beforeTheStall = (6 << 20) + 1;
@@ -145,7 +145,7 @@ TEST_F(URLSessionTaskTest, ReportsWhatCameJustBeforeAStall)
     ASSERT_TRUE(tests::waitUntil([this] { return ends == 1; }));
 }
 
-TEST_F(URLSessionTaskTest, SaysNothingMoreWhenItsSessionIsGone)
+TEST_F(URLSessionTaskTest, saysNothingMoreWhenItsSessionIsGone)
 {
     server.misbehave(Match(), Fault().status(200, "body").hold(Point::responseBody(2)));
     const auto task = dataTask(requestFor("x"));

@@ -29,7 +29,7 @@ protected:
     }
 };
 
-TEST_F(URLSessionTimeoutTest, EndsARequestWhoseAnswerStops)
+TEST_F(URLSessionTimeoutTest, endsARequestWhoseAnswerStops)
 {
     for (const Point point :
          {Point::responseHead(0), Point::responseHead(10), Point::responseBody(0), Point::responseBody(500)}) {
@@ -38,7 +38,7 @@ TEST_F(URLSessionTimeoutTest, EndsARequestWhoseAnswerStops)
     }
 }
 
-TEST_F(URLSessionTimeoutTest, EndsARequestWhoseBodyIsNotTaken)
+TEST_F(URLSessionTimeoutTest, endsARequestWhoseBodyIsNotTaken)
 {
     server.misbehave(Match::next(), Fault().status(200, "").hold(Point::requestBody(0)));
     tljira::URLRequest request = requestFor("x", timeout);
@@ -47,7 +47,7 @@ TEST_F(URLSessionTimeoutTest, EndsARequestWhoseBodyIsNotTaken)
     expectTimeout(request);
 }
 
-TEST_F(URLSessionTimeoutTest, EndsADownloadThatStopsAndLeavesNoFile)
+TEST_F(URLSessionTimeoutTest, endsADownloadThatStopsAndLeavesNoFile)
 {
     server.misbehave(Match::next(), Fault().status(200, std::string(1000, 'x')).hold(Point::responseBody(500)));
     session->downloadTaskWithRequest(requestFor("x", timeout))->resume();
@@ -55,7 +55,7 @@ TEST_F(URLSessionTimeoutTest, EndsADownloadThatStopsAndLeavesNoFile)
     EXPECT_THAT(events, ElementsAre("end -1001"));
 }
 
-TEST_F(URLSessionTimeoutTest, TakesAnyNumberOfSecondsForNever)
+TEST_F(URLSessionTimeoutTest, takesAnyNumberOfSecondsForNever)
 {
     for (const double never : {1e10, 1e300, std::numeric_limits<double>::infinity()}) {
         server.misbehave(Match::next(), Fault().status(200, "x").delay(50ms));
@@ -65,7 +65,7 @@ TEST_F(URLSessionTimeoutTest, TakesAnyNumberOfSecondsForNever)
     }
 }
 
-TEST_F(URLSessionTimeoutTest, NeverEndsAnAnswerThatDrips)
+TEST_F(URLSessionTimeoutTest, neverEndsAnAnswerThatDrips)
 {
     server.misbehave(Match::next(), Fault().status(200, std::string(15, 'x')).drip(1, 100ms));
     QElapsedTimer timer;
@@ -76,7 +76,7 @@ TEST_F(URLSessionTimeoutTest, NeverEndsAnAnswerThatDrips)
     EXPECT_EQ(body, QByteArray(15, 'x'));
 }
 
-TEST_F(URLSessionTimeoutTest, NeverEndsABodyThatIsTakenSlowly)
+TEST_F(URLSessionTimeoutTest, neverEndsABodyThatIsTakenSlowly)
 {
     // The end of the body waits in the buffers on the way, so the time-out has to be longer than it takes to empty
     // those.
@@ -92,7 +92,7 @@ TEST_F(URLSessionTimeoutTest, NeverEndsABodyThatIsTakenSlowly)
     EXPECT_THAT(events, ElementsAre("200", "end"));
 }
 
-TEST_F(URLSessionTimeoutTest, IsEachRequestsOwn)
+TEST_F(URLSessionTimeoutTest, isEachRequestsOwn)
 {
     server.misbehave(Match(), Fault().status(200, "").hold(Point::responseHead(0)));
     dataTask(requestFor("patient", 60))->resume();

@@ -1,5 +1,5 @@
 #include "tests/platform/foundation/SessionTest.h"
-#include "tests/support/HeldSystem.h"
+#include "tests/kit/HeldSystem.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -83,7 +83,7 @@ protected:
     std::optional<HeldFile> heldFile;
 };
 
-TEST_F(URLSessionWaitingTest, CancelIsReportedWhileTheNameServerIsSilent)
+TEST_F(URLSessionWaitingTest, cancelIsReportedWhileTheNameServerIsSilent)
 {
     const HeldLookUp held("unanswered.example.test");
     startHeldLookUp()->cancel();
@@ -92,7 +92,7 @@ TEST_F(URLSessionWaitingTest, CancelIsReportedWhileTheNameServerIsSilent)
     EXPECT_EQ(HeldLookUp::waiting(), 1);
 }
 
-TEST_F(URLSessionWaitingTest, TheTimeOutEndsALookUp)
+TEST_F(URLSessionWaitingTest, theTimeOutEndsALookUp)
 {
     const HeldLookUp held("unanswered.example.test");
     run(unansweredRequest(hurried));
@@ -100,7 +100,7 @@ TEST_F(URLSessionWaitingTest, TheTimeOutEndsALookUp)
     EXPECT_EQ(HeldLookUp::waiting(), 1);
 }
 
-TEST_F(URLSessionWaitingTest, OtherRequestsGoOnBesideALookUpAndAfterItWasCancelled)
+TEST_F(URLSessionWaitingTest, otherRequestsGoOnBesideALookUpAndAfterItWasCancelled)
 {
     const HeldLookUp held("unanswered.example.test");
     const auto task = startHeldLookUp();
@@ -114,7 +114,7 @@ TEST_F(URLSessionWaitingTest, OtherRequestsGoOnBesideALookUpAndAfterItWasCancell
     EXPECT_EQ(HeldLookUp::waiting(), 1);
 }
 
-TEST_F(URLSessionWaitingTest, TheEndOfASessionDoesNotWaitForTheNameServer)
+TEST_F(URLSessionWaitingTest, theEndOfASessionDoesNotWaitForTheNameServer)
 {
     const HeldLookUp held("unanswered.example.test");
     startHeldLookUp();
@@ -122,7 +122,7 @@ TEST_F(URLSessionWaitingTest, TheEndOfASessionDoesNotWaitForTheNameServer)
     EXPECT_EQ(HeldLookUp::waiting(), 1);
 }
 
-TEST_F(URLSessionWaitingTest, AFileArrivesWholeWhenItsDiskStoppedOnTheWay)
+TEST_F(URLSessionWaitingTest, aFileArrivesWholeWhenItsDiskStoppedOnTheWay)
 {
     startHeldUpload();
     EXPECT_EQ(ends, 0u);
@@ -132,7 +132,7 @@ TEST_F(URLSessionWaitingTest, AFileArrivesWholeWhenItsDiskStoppedOnTheWay)
     EXPECT_TRUE(QByteArray::fromStdString(server.lastRequest().body) == "head " + bytesOfFile() + " tail");
 }
 
-TEST_F(URLSessionWaitingTest, OtherRequestsGoOnBesideAFileWhoseDiskIsSilent)
+TEST_F(URLSessionWaitingTest, otherRequestsGoOnBesideAFileWhoseDiskIsSilent)
 {
     startHeldUpload();
     run(requestFor("x"));
@@ -140,7 +140,7 @@ TEST_F(URLSessionWaitingTest, OtherRequestsGoOnBesideAFileWhoseDiskIsSilent)
     EXPECT_EQ(HeldFile::waiting(), 1);
 }
 
-TEST_F(URLSessionWaitingTest, WhatWasReadBeforeTheDiskFellSilentIsSent)
+TEST_F(URLSessionWaitingTest, whatWasReadBeforeTheDiskFellSilentIsSent)
 {
     startHeldUpload();
     const qint64 read = fileSize / 2;
@@ -148,7 +148,7 @@ TEST_F(URLSessionWaitingTest, WhatWasReadBeforeTheDiskFellSilentIsSent)
     EXPECT_EQ(HeldFile::waiting(), 1);
 }
 
-TEST_F(URLSessionWaitingTest, CancelIsReportedWhileTheDiskIsSilent)
+TEST_F(URLSessionWaitingTest, cancelIsReportedWhileTheDiskIsSilent)
 {
     startHeldUpload()->cancel();
     ASSERT_TRUE(tests::waitUntil([this] { return ends == 1; }));
@@ -157,7 +157,7 @@ TEST_F(URLSessionWaitingTest, CancelIsReportedWhileTheDiskIsSilent)
 }
 
 /// A fast server keeps libcurl busy for a long time at a stretch, and a slow disk makes that longer still.
-TEST_F(URLSessionWaitingTest, NothingMoreIsSavedOfADownloadThatWasCancelled)
+TEST_F(URLSessionWaitingTest, nothingMoreIsSavedOfADownloadThatWasCancelled)
 {
     server.behave();
     server.misbehave(Match(), Fault().status(200, std::string(64 << 20, 'x')));
@@ -173,7 +173,7 @@ TEST_F(URLSessionWaitingTest, NothingMoreIsSavedOfADownloadThatWasCancelled)
     EXPECT_LE(HeldDownloads::takenSinceRelease(), 512 << 10);
 }
 
-TEST_F(URLSessionWaitingTest, TheTimeOutEndsAnUploadWhoseDiskIsSilent)
+TEST_F(URLSessionWaitingTest, theTimeOutEndsAnUploadWhoseDiskIsSilent)
 {
     const tljira::URLRequest request = requestWithFile(hurried);
     heldFile.emplace(path, fileSize / 2);
@@ -182,7 +182,7 @@ TEST_F(URLSessionWaitingTest, TheTimeOutEndsAnUploadWhoseDiskIsSilent)
     EXPECT_EQ(HeldFile::waiting(), 1);
 }
 
-TEST_F(URLSessionWaitingTest, TheEndOfASessionDoesNotWaitForTheDisk)
+TEST_F(URLSessionWaitingTest, theEndOfASessionDoesNotWaitForTheDisk)
 {
     startHeldUpload();
     session.reset();

@@ -1,6 +1,6 @@
 #include "platform/foundation/URL.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ class Addresses : public testing::TestWithParam<Case>
 {
 };
 
-TEST_P(Addresses, HaveSchemeAndHost)
+TEST_P(Addresses, haveSchemeAndHost)
 {
     const auto url = tljira::URL::parse(QString::fromUtf16(GetParam().text));
     ASSERT_TRUE(url);
@@ -50,7 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{u"https:/h/x", QStringLiteral("https"), std::nullopt},
                     Case{u"https://:80/", QStringLiteral("https"), std::nullopt}));
 
-TEST(URL, CannotBeMadeOfEverything)
+TEST(URL, cannotBeMadeOfEverything)
 {
     for (const char16_t* text : {u"", u" ", u"https://h/a b", u" https://h/", u"https://h/\n", u"https://h/\t",
                                  u"https://h/\"x\"", u"https://h/\u007f", u"https://h/\u00a0"})

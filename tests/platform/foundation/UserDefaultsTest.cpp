@@ -4,9 +4,9 @@
 #include "platform/foundation/os/FileLock.h"
 #include "tests/platform/foundation/FailingSync.h"
 #include "tests/platform/foundation/RoomFor.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/Printers.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/LogCapture.h"
+#include "tests/kit/Printers.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -71,7 +71,7 @@ protected:
     QString m_path = m_folder.filePath(QStringLiteral("app/userdefaults.json"));
 };
 
-TEST_F(UserDefaultsTest, BeginEmptyAndWriteNothingByThemselves)
+TEST_F(UserDefaultsTest, beginEmptyAndWriteNothingByThemselves)
 {
     const UserDefaults defaults(m_path);
     EXPECT_EQ(defaults.objectForKey(key), std::nullopt);
@@ -80,7 +80,7 @@ TEST_F(UserDefaultsTest, BeginEmptyAndWriteNothingByThemselves)
     EXPECT_FALSE(QFileInfo::exists(m_path));
 }
 
-TEST_F(UserDefaultsTest, AValueIsVisibleAtOnceAndSurvives)
+TEST_F(UserDefaultsTest, aValueIsVisibleAtOnceAndSurvives)
 {
     UserDefaults defaults(m_path);
     const UserDefaults other(m_path);
@@ -91,7 +91,7 @@ TEST_F(UserDefaultsTest, AValueIsVisibleAtOnceAndSurvives)
     EXPECT_EQ(UserDefaults(m_path).stringForKey(key), QStringLiteral("v\u20ac"));
 }
 
-TEST_F(UserDefaultsTest, SettingNothingRemovesTheKey)
+TEST_F(UserDefaultsTest, settingNothingRemovesTheKey)
 {
     UserDefaults defaults(m_path);
     defaults.setObject(1, QStringLiteral("stays"));
@@ -106,7 +106,7 @@ TEST_F(UserDefaultsTest, SettingNothingRemovesTheKey)
     EXPECT_EQ(bytes(defaults), QByteArray("{}"));
 }
 
-TEST_F(UserDefaultsTest, ValuesOfEveryKind)
+TEST_F(UserDefaultsTest, valuesOfEveryKind)
 {
     UserDefaults defaults(m_path);
     const QJsonObject object{{QStringLiteral("a"), QJsonArray{1, QStringLiteral("x")}}};
@@ -120,7 +120,7 @@ TEST_F(UserDefaultsTest, ValuesOfEveryKind)
               Q_INT64_C(9223372036854775807));
 }
 
-TEST_F(UserDefaultsTest, NumbersReadAsTexts)
+TEST_F(UserDefaultsTest, numbersReadAsTexts)
 {
     UserDefaults defaults(m_path);
     defaults.setObject(42, key);
@@ -131,7 +131,7 @@ TEST_F(UserDefaultsTest, NumbersReadAsTexts)
     EXPECT_EQ(defaults.stringForKey(key), std::nullopt);
 }
 
-TEST_F(UserDefaultsTest, Booleans)
+TEST_F(UserDefaultsTest, booleans)
 {
     UserDefaults defaults(m_path);
     const auto boolOf = [&](const QJsonValue& value) {
@@ -151,7 +151,7 @@ TEST_F(UserDefaultsTest, Booleans)
     EXPECT_FALSE(boolOf(QJsonArray{true}));
 }
 
-TEST_F(UserDefaultsTest, ArePrivate)
+TEST_F(UserDefaultsTest, arePrivate)
 {
     umask(0);
     UserDefaults(m_path).setObject(1, key);
@@ -159,7 +159,7 @@ TEST_F(UserDefaultsTest, ArePrivate)
     EXPECT_EQ(modeOf(QFileInfo(m_path).path()), 0700u);
 }
 
-TEST_F(UserDefaultsTest, TheStandardOnesLieInTheConfigurationFolder)
+TEST_F(UserDefaultsTest, theStandardOnesLieInTheConfigurationFolder)
 {
     UserDefaults::standardUserDefaults().setObject(1, key);
     ASSERT_TRUE(UserDefaults::standardUserDefaults().synchronize());
@@ -169,7 +169,7 @@ TEST_F(UserDefaultsTest, TheStandardOnesLieInTheConfigurationFolder)
     EXPECT_EQ(&UserDefaults::standardUserDefaults(), &UserDefaults::standardUserDefaults());
 }
 
-TEST_F(UserDefaultsTest, TwoProcessesLoseNothing)
+TEST_F(UserDefaultsTest, twoProcessesLoseNothing)
 {
     constexpr int count = 100;
     const QStringList prefixes{QStringLiteral("a"), QStringLiteral("b")};
@@ -207,7 +207,7 @@ TEST_F(UserDefaultsTest, TwoProcessesLoseNothing)
                 ElementsAre(QStringLiteral("userdefaults.json"), QStringLiteral("userdefaults.json.lock")));
 }
 
-TEST_F(UserDefaultsTest, ThreadsLoseNothing)
+TEST_F(UserDefaultsTest, threadsLoseNothing)
 {
     UserDefaults defaults(m_path);
     {
@@ -226,7 +226,7 @@ TEST_F(UserDefaultsTest, ThreadsLoseNothing)
     EXPECT_EQ(tljira::decodeJSON(bytes(defaults)).value_or(QJsonValue()).toObject().size(), 80);
 }
 
-TEST_F(UserDefaultsTest, ADamagedFileIsKeptAsideAndTheStoreStartsEmpty)
+TEST_F(UserDefaultsTest, aDamagedFileIsKeptAsideAndTheStoreStartsEmpty)
 {
     const tests::LogCapture capture;
     const QString aside = m_path + QStringLiteral(".damaged-1");
@@ -248,7 +248,7 @@ TEST_F(UserDefaultsTest, ADamagedFileIsKeptAsideAndTheStoreStartsEmpty)
     EXPECT_EQ(capture.lines().size(), 4);
 }
 
-TEST_F(UserDefaultsTest, WritingOverADamagedFileKeepsItAsideToo)
+TEST_F(UserDefaultsTest, writingOverADamagedFileKeepsItAsideToo)
 {
     const tests::LogCapture capture;
     writePlainly("garbage");
@@ -260,7 +260,7 @@ TEST_F(UserDefaultsTest, WritingOverADamagedFileKeepsItAsideToo)
     EXPECT_EQ(capture.lines().size(), 1);
 }
 
-TEST_F(UserDefaultsTest, WhatTheDiskRefusesStaysInMemoryAndIsTriedAgain)
+TEST_F(UserDefaultsTest, whatTheDiskRefusesStaysInMemoryAndIsTriedAgain)
 {
     const tests::LogCapture capture;
     QFile obstacle(QFileInfo(m_path).path());
@@ -278,7 +278,7 @@ TEST_F(UserDefaultsTest, WhatTheDiskRefusesStaysInMemoryAndIsTriedAgain)
     EXPECT_EQ(defaults.failure(), std::nullopt);
 }
 
-TEST_F(UserDefaultsTest, SynchronizeWritesWhatWasRefused)
+TEST_F(UserDefaultsTest, synchronizeWritesWhatWasRefused)
 {
     const tests::LogCapture capture;
     QFile obstacle(QFileInfo(m_path).path());
@@ -291,7 +291,7 @@ TEST_F(UserDefaultsTest, SynchronizeWritesWhatWasRefused)
     EXPECT_EQ(bytes(defaults), QByteArray("{\"key\":1}"));
 }
 
-TEST_F(UserDefaultsTest, AnUnsavedRemovalDoesNotBringTheOldValueBack)
+TEST_F(UserDefaultsTest, anUnsavedRemovalDoesNotBringTheOldValueBack)
 {
     const tests::LogCapture capture;
     UserDefaults defaults(m_path);
@@ -307,7 +307,7 @@ TEST_F(UserDefaultsTest, AnUnsavedRemovalDoesNotBringTheOldValueBack)
     EXPECT_EQ(bytes(defaults), QByteArray("{}"));
 }
 
-TEST_F(UserDefaultsTest, WhatIsUnchangedIsNotWritten)
+TEST_F(UserDefaultsTest, whatIsUnchangedIsNotWritten)
 {
     UserDefaults defaults(m_path);
     defaults.setObject(1, key);
@@ -323,7 +323,7 @@ TEST_F(UserDefaultsTest, WhatIsUnchangedIsNotWritten)
     EXPECT_NE(inode(), before);
 }
 
-TEST_F(UserDefaultsTest, NobodyWaitsForALockButSynchronizeWhichSaysSo)
+TEST_F(UserDefaultsTest, nobodyWaitsForALockButSynchronizeWhichSaysSo)
 {
     const tests::LogCapture capture;
     UserDefaults defaults(m_path);
@@ -345,7 +345,7 @@ TEST_F(UserDefaultsTest, NobodyWaitsForALockButSynchronizeWhichSaysSo)
     EXPECT_EQ(bytes(defaults), QByteArray("{\"key\":999}"));
 }
 
-TEST_F(UserDefaultsTest, AFullDiskLeavesTheOldSettingsHoweverMuchRoomThereIs)
+TEST_F(UserDefaultsTest, aFullDiskLeavesTheOldSettingsHoweverMuchRoomThereIs)
 {
     const tests::LogCapture capture;
     UserDefaults defaults(m_path);
@@ -364,13 +364,13 @@ TEST_F(UserDefaultsTest, AFullDiskLeavesTheOldSettingsHoweverMuchRoomThereIs)
     EXPECT_EQ(bytes(defaults), after);
 }
 
-TEST_F(UserDefaultsTest, AreWrittenWhenTheyEnd)
+TEST_F(UserDefaultsTest, areWrittenWhenTheyEnd)
 {
     UserDefaults(m_path).setObject(1, key);
     EXPECT_EQ(bytes(), QByteArray("{\"key\":1}"));
 }
 
-TEST_F(UserDefaultsTest, TakesUpWhatAnotherWrote)
+TEST_F(UserDefaultsTest, takesUpWhatAnotherWrote)
 {
     UserDefaults mine(m_path);
     UserDefaults theirs(m_path);
@@ -389,7 +389,7 @@ TEST_F(UserDefaultsTest, TakesUpWhatAnotherWrote)
     EXPECT_EQ(bytes(mine), QByteArray("{\"key\":4,\"other\":3}"));
 }
 
-TEST_F(UserDefaultsTest, AHoldKeepsChangesFromTheDiskUntilItEnds)
+TEST_F(UserDefaultsTest, aHoldKeepsChangesFromTheDiskUntilItEnds)
 {
     UserDefaults defaults(m_path);
     defaults.setObject(1, key);
@@ -408,7 +408,7 @@ TEST_F(UserDefaultsTest, AHoldKeepsChangesFromTheDiskUntilItEnds)
     EXPECT_EQ(bytes(defaults), QByteArray("{\"key\":2,\"other\":3}"));
 }
 
-TEST_F(UserDefaultsTest, AHoldCanBeTakenBack)
+TEST_F(UserDefaultsTest, aHoldCanBeTakenBack)
 {
     UserDefaults defaults(m_path);
     defaults.setObject(1, key);
@@ -424,7 +424,7 @@ TEST_F(UserDefaultsTest, AHoldCanBeTakenBack)
     EXPECT_EQ(bytes(defaults), QByteArray("{\"key\":1}"));
 }
 
-TEST_F(UserDefaultsTest, AHoldThatCannotBeWrittenLeavesAllAsItWas)
+TEST_F(UserDefaultsTest, aHoldThatCannotBeWrittenLeavesAllAsItWas)
 {
     const tests::LogCapture capture;
     UserDefaults defaults(m_path);

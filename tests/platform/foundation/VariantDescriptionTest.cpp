@@ -1,6 +1,6 @@
 #include "platform/foundation/VariantDescription.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QObject>
 #include <QRectF>
@@ -23,7 +23,7 @@ QString addressOf(const QObject& object)
     return QStringLiteral("0x%1").arg(reinterpret_cast<quintptr>(&object), 0, 16);
 }
 
-TEST(VariantDescription, PrintsTextsNumbersAndBooleansAsTheyAre)
+TEST(VariantDescription, printsTextsNumbersAndBooleansAsTheyAre)
 {
     EXPECT_EQ(describe(QVariant(QStringLiteral("first page"))), QStringLiteral("first page"));
     EXPECT_EQ(describe(QVariant(2)), QStringLiteral("2"));
@@ -32,7 +32,7 @@ TEST(VariantDescription, PrintsTextsNumbersAndBooleansAsTheyAre)
     EXPECT_EQ(describe(QVariant()), QStringLiteral("<null>"));
 }
 
-TEST(VariantDescription, PrintsRectanglesPointsAndSizesByTheirNumbers)
+TEST(VariantDescription, printsRectanglesPointsAndSizesByTheirNumbers)
 {
     EXPECT_EQ(describe(QVariant(QRectF(0.5, 1, 210, 297))), QStringLiteral("{{0.5, 1}, {210, 297}}"));
     EXPECT_EQ(describe(QVariant(QRect(1, 2, 3, 4))), QStringLiteral("{{1, 2}, {3, 4}}"));
@@ -42,14 +42,14 @@ TEST(VariantDescription, PrintsRectanglesPointsAndSizesByTheirNumbers)
     EXPECT_EQ(describe(QVariant(QSize(210, 297))), QStringLiteral("{210, 297}"));
 }
 
-TEST(VariantDescription, PrintsAnObjectByItsClassAndPlace)
+TEST(VariantDescription, printsAnObjectByItsClassAndPlace)
 {
     QObject object;
     EXPECT_EQ(describe(QVariant::fromValue(&object)), QStringLiteral("<QObject: %1>").arg(addressOf(object)));
     EXPECT_EQ(describe(QVariant::fromValue<QObject*>(nullptr)), QStringLiteral("(null)"));
 }
 
-TEST(VariantDescription, PrintsMapsAndListsWithWhatTheyHold)
+TEST(VariantDescription, printsMapsAndListsWithWhatTheyHold)
 {
     QObject object;
     const QVariantMap page = {{QStringLiteral("width"), 210},
@@ -72,7 +72,7 @@ TEST(VariantDescription, PrintsMapsAndListsWithWhatTheyHold)
               QStringLiteral("(\n    1,\n    \"{{0, 0}, {1, 1}}\"\n)"));
 }
 
-TEST(VariantDescription, PrintsTheTypeOfWhatHasNoText)
+TEST(VariantDescription, printsTheTypeOfWhatHasNoText)
 {
     const std::string text = describe(QVariant::fromValue(Pattern())).toStdString();
     EXPECT_TRUE(text.starts_with('<') && text.ends_with("Pattern>")) << text;

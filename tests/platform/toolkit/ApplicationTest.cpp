@@ -3,7 +3,7 @@
 #include "platform/toolkit/Decorations.h"
 #include "platform/toolkit/Window.h"
 #include "platform/toolkit/WindowDelegate.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QApplication>
 #include <QPushButton>

@@ -1,6 +1,6 @@
 #include "platform/toolkit/ElidedLabel.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QCoreApplication>
 #include <QHelpEvent>

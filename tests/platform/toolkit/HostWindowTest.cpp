@@ -3,7 +3,7 @@
 #include "platform/toolkit/Alert.h"
 #include "platform/toolkit/OpenPanel.h"
 #include "platform/toolkit/Window.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QApplication>
 #include <QFileDialog>

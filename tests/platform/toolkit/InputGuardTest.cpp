@@ -1,6 +1,6 @@
 #include "tests/platform/toolkit/Keyboard.h"
 #include "tests/platform/toolkit/TestForm.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QApplication>
 #include <QPlainTextEdit>

@@ -2,7 +2,7 @@
 
 #include "platform/toolkit/PaletteColors.h"
 #include "tests/platform/toolkit/RolesForm.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QAccessible>
 #include <QColor>

@@ -5,7 +5,7 @@
 #include "platform/toolkit/Window.h"
 #include "tests/platform/toolkit/Forms.h"
 #include "tests/platform/toolkit/TestCell.h"
-#include "tests/support/LogCapture.h"
+#include "tests/kit/LogCapture.h"
 
 #include <QLabel>
 

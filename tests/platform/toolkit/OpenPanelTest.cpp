@@ -1,7 +1,7 @@
 #include "platform/toolkit/OpenPanel.h"
 
 #include "platform/toolkit/ModalResponse.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QDialogButtonBox>
 #include <QDir>

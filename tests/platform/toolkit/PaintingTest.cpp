@@ -1,6 +1,6 @@
 #include "platform/toolkit/ImageView.h"
-#include "tests/support/HeldGlobalQueue.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/HeldGlobalQueue.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QSemaphore>
 

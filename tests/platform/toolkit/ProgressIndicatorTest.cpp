@@ -1,6 +1,6 @@
 #include "platform/toolkit/ProgressIndicator.h"
 
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QImage>
 #include <QProgressBar>

@@ -1,7 +1,7 @@
 #include "platform/toolkit/SheetCover.h"
 
+#include "tests/kit/WaitUntil.h"
 #include "tests/platform/toolkit/TestForm.h"
-#include "tests/support/WaitUntil.h"
 
 #include <QApplication>
 #include <QScreen>

@@ -2,7 +2,7 @@
 
 #include "platform/toolkit/Decorations.h"
 #include "platform/toolkit/Window.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QGuiApplication>
 #include <QScreen>

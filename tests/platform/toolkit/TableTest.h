@@ -7,7 +7,7 @@
 #include "platform/toolkit/Window.h"
 #include "tests/platform/toolkit/Forms.h"
 #include "tests/platform/toolkit/TestCell.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QPointer>
 #include <QScrollBar>

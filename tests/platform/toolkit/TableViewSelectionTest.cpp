@@ -44,7 +44,7 @@ protected:
     std::vector<qint64> activated;
 };
 
-TEST_F(TableViewSelectionTest, ATableHasNoSelectionUnlessToldTo)
+TEST_F(TableViewSelectionTest, aTableHasNoSelectionUnlessToldTo)
 {
     table->setSelectsRows(false);
     show(10);
@@ -52,13 +52,13 @@ TEST_F(TableViewSelectionTest, ATableHasNoSelectionUnlessToldTo)
     EXPECT_EQ(table->selectedRow(), -1);
 }
 
-TEST_F(TableViewSelectionTest, TheFirstRowIsSelectedAtFirst)
+TEST_F(TableViewSelectionTest, theFirstRowIsSelectedAtFirst)
 {
     show(10);
     EXPECT_EQ(table->selectedRow(), 0);
 }
 
-TEST_F(TableViewSelectionTest, AReloadSelectsTheFirstRowAndBringsItIntoSight)
+TEST_F(TableViewSelectionTest, aReloadSelectsTheFirstRowAndBringsItIntoSight)
 {
     show(100);
     table->selectRow(50);
@@ -68,7 +68,7 @@ TEST_F(TableViewSelectionTest, AReloadSelectsTheFirstRowAndBringsItIntoSight)
     EXPECT_EQ(bar()->value(), 0);
 }
 
-TEST_F(TableViewSelectionTest, AnEmptyTableHasNoSelectedRow)
+TEST_F(TableViewSelectionTest, anEmptyTableHasNoSelectedRow)
 {
     show(10);
     rows.count = 0;
@@ -76,7 +76,7 @@ TEST_F(TableViewSelectionTest, AnEmptyTableHasNoSelectedRow)
     EXPECT_EQ(table->selectedRow(), -1);
 }
 
-TEST_F(TableViewSelectionTest, ArrowsMoveTheSelectionAndStopAtTheEnds)
+TEST_F(TableViewSelectionTest, arrowsMoveTheSelectionAndStopAtTheEnds)
 {
     showWithFocus(3);
     press(Qt::Key_Up);
@@ -90,7 +90,7 @@ TEST_F(TableViewSelectionTest, ArrowsMoveTheSelectionAndStopAtTheEnds)
     EXPECT_EQ(table->selectedRow(), 1);
 }
 
-TEST_F(TableViewSelectionTest, PagesAndEndsMoveTheSelectionAsFarAsTheyReach)
+TEST_F(TableViewSelectionTest, pagesAndEndsMoveTheSelectionAsFarAsTheyReach)
 {
     showWithFocus(100);
     press(Qt::Key_PageDown);
@@ -105,7 +105,7 @@ TEST_F(TableViewSelectionTest, PagesAndEndsMoveTheSelectionAsFarAsTheyReach)
     EXPECT_EQ(bar()->value(), 0);
 }
 
-TEST_F(TableViewSelectionTest, TheSelectedRowComesIntoSight)
+TEST_F(TableViewSelectionTest, theSelectedRowComesIntoSight)
 {
     showWithFocus(100);
     for (int presses = 0; presses < 6; ++presses)
@@ -115,7 +115,7 @@ TEST_F(TableViewSelectionTest, TheSelectedRowComesIntoSight)
     EXPECT_EQ(titleAt(6), QStringLiteral("6"));
 }
 
-TEST_F(TableViewSelectionTest, ReturnAndEnterActivateTheSelectedRow)
+TEST_F(TableViewSelectionTest, returnAndEnterActivateTheSelectedRow)
 {
     showWithFocus(10);
     press(Qt::Key_Down);
@@ -125,7 +125,7 @@ TEST_F(TableViewSelectionTest, ReturnAndEnterActivateTheSelectedRow)
     EXPECT_THAT(activated, ElementsAre(1, 2));
 }
 
-TEST_F(TableViewSelectionTest, ReturnOnAControlOfARowIsForTheControl)
+TEST_F(TableViewSelectionTest, returnOnAControlOfARowIsForTheControl)
 {
     show(10);
     auto* button = dynamic_cast<TestCell*>(table->cellAtRow(2))->downloadButton.get();
@@ -137,7 +137,7 @@ TEST_F(TableViewSelectionTest, ReturnOnAControlOfARowIsForTheControl)
     EXPECT_THAT(activated, IsEmpty());
 }
 
-TEST_F(TableViewSelectionTest, ReturnInAnEmptyTableIsForTheWindow)
+TEST_F(TableViewSelectionTest, returnInAnEmptyTableIsForTheWindow)
 {
     auto* button = new QPushButton(window->contentView());
     button->setDefault(true);
@@ -150,7 +150,7 @@ TEST_F(TableViewSelectionTest, ReturnInAnEmptyTableIsForTheWindow)
     EXPECT_THAT(activated, IsEmpty());
 }
 
-TEST_F(TableViewSelectionTest, AClickSelectsARow)
+TEST_F(TableViewSelectionTest, aClickSelectsARow)
 {
     show(10);
     QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, middleOf(2));
@@ -158,14 +158,14 @@ TEST_F(TableViewSelectionTest, AClickSelectsARow)
     EXPECT_THAT(activated, IsEmpty());
 }
 
-TEST_F(TableViewSelectionTest, AClickOnALabelSelectsItsRow)
+TEST_F(TableViewSelectionTest, aClickOnALabelSelectsItsRow)
 {
     show(10);
     QTest::mouseClick(dynamic_cast<TestCell*>(table->cellAtRow(1))->titleLabel, Qt::LeftButton);
     EXPECT_EQ(table->selectedRow(), 1);
 }
 
-TEST_F(TableViewSelectionTest, AClickInARowThatHasScrolledSelectsThatRow)
+TEST_F(TableViewSelectionTest, aClickInARowThatHasScrolledSelectsThatRow)
 {
     show(100);
     bar()->setValue(10 * cellHeight);
@@ -173,7 +173,7 @@ TEST_F(TableViewSelectionTest, AClickInARowThatHasScrolledSelectsThatRow)
     EXPECT_EQ(table->selectedRow(), 12);
 }
 
-TEST_F(TableViewSelectionTest, AClickBelowTheRowsChangesNothing)
+TEST_F(TableViewSelectionTest, aClickBelowTheRowsChangesNothing)
 {
     show(2);
     QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, middleOf(1));
@@ -183,7 +183,7 @@ TEST_F(TableViewSelectionTest, AClickBelowTheRowsChangesNothing)
     EXPECT_THAT(activated, IsEmpty());
 }
 
-TEST_F(TableViewSelectionTest, ADoubleClickActivatesARowOnce)
+TEST_F(TableViewSelectionTest, aDoubleClickActivatesARowOnce)
 {
     show(10);
     QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, middleOf(3));
@@ -192,7 +192,7 @@ TEST_F(TableViewSelectionTest, ADoubleClickActivatesARowOnce)
     EXPECT_EQ(table->selectedRow(), 3);
 }
 
-TEST_F(TableViewSelectionTest, OnlyTheLeftButtonSelectsAndActivates)
+TEST_F(TableViewSelectionTest, onlyTheLeftButtonSelectsAndActivates)
 {
     show(10);
     QTest::mouseClick(table->viewport(), Qt::RightButton, {}, middleOf(3));
@@ -201,7 +201,7 @@ TEST_F(TableViewSelectionTest, OnlyTheLeftButtonSelectsAndActivates)
     EXPECT_THAT(activated, IsEmpty());
 }
 
-TEST_F(TableViewSelectionTest, TheSelectionFollowsTheFocusIntoARow)
+TEST_F(TableViewSelectionTest, theSelectionFollowsTheFocusIntoARow)
 {
     showWithFocus(10);
     for (const qint64 row : {0, 1, 2}) {
@@ -211,7 +211,7 @@ TEST_F(TableViewSelectionTest, TheSelectionFollowsTheFocusIntoARow)
     }
 }
 
-TEST_F(TableViewSelectionTest, AKeyThatMovesTheSelectionAwayTakesTheKeyboardOutOfTheRow)
+TEST_F(TableViewSelectionTest, aKeyThatMovesTheSelectionAwayTakesTheKeyboardOutOfTheRow)
 {
     showWithFocus(100);
     press(Qt::Key_Tab);
@@ -221,7 +221,7 @@ TEST_F(TableViewSelectionTest, AKeyThatMovesTheSelectionAwayTakesTheKeyboardOutO
     EXPECT_EQ(table->selectedRow(), 99);
 }
 
-TEST_F(TableViewSelectionTest, TheSelectedRowCanBeSeen)
+TEST_F(TableViewSelectionTest, theSelectedRowCanBeSeen)
 {
     show(10);
     EXPECT_NE(colorBehind(0), colorBehind(1));
@@ -232,7 +232,7 @@ TEST_F(TableViewSelectionTest, TheSelectedRowCanBeSeen)
 
 // The heights of rows.
 
-TEST_F(TableViewSelectionTest, RowsFollowTheFont)
+TEST_F(TableViewSelectionTest, rowsFollowTheFont)
 {
     show(10);
     QFont font = window->contentView()->font();
@@ -250,7 +250,7 @@ TEST_F(TableViewSelectionTest, RowsFollowTheFont)
     EXPECT_EQ(table->cellAtRow(1)->height(), cellHeight);
 }
 
-TEST_F(TableViewSelectionTest, ARowThatNeedsMoreThanTheFirstMakesAllHigher)
+TEST_F(TableViewSelectionTest, aRowThatNeedsMoreThanTheFirstMakesAllHigher)
 {
     rows.onCell = {};
     show(10);

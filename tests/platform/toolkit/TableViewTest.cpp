@@ -1,7 +1,7 @@
 #include "platform/toolkit/TableView.h"
 
 #include "tests/platform/toolkit/TableTest.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QElapsedTimer>
 #include <QScrollBar>

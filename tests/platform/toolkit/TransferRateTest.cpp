@@ -1,6 +1,6 @@
 #include "platform/toolkit/TransferRate.h"
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
 
@@ -30,7 +30,7 @@ protected:
     tljira::TransferRate rate{[this] { return now; }};
 };
 
-TEST_F(TransferRateTest, SaysNothingInTheFirstSecond)
+TEST_F(TransferRateTest, saysNothingInTheFirstSecond)
 {
     EXPECT_EQ(rate.text(), QString());
     flow(900ms, megabyte);
@@ -41,7 +41,7 @@ TEST_F(TransferRateTest, SaysNothingInTheFirstSecond)
     EXPECT_NE(rate.text(), QString());
 }
 
-TEST_F(TransferRateTest, TellsRateAndTimeLeft)
+TEST_F(TransferRateTest, tellsRateAndTimeLeft)
 {
     total = 8 * megabyte;
     flow(4s, megabyte);
@@ -50,7 +50,7 @@ TEST_F(TransferRateTest, TellsRateAndTimeLeft)
     EXPECT_EQ(rate.text(), QStringLiteral("1.0 MB/s · about 4 s left"));
 }
 
-TEST_F(TransferRateTest, IsSureOfTheTimeAfterFiveSeconds)
+TEST_F(TransferRateTest, isSureOfTheTimeAfterFiveSeconds)
 {
     total = 24 * megabyte;
     flow(4s, 2 * megabyte);
@@ -59,7 +59,7 @@ TEST_F(TransferRateTest, IsSureOfTheTimeAfterFiveSeconds)
     EXPECT_EQ(rate.timeLeftText(), QStringLiteral("7 s left"));
 }
 
-TEST_F(TransferRateTest, TellsSlowTransfersInKilobytes)
+TEST_F(TransferRateTest, tellsSlowTransfersInKilobytes)
 {
     flow(3s, 640 * kilobyte);
     EXPECT_EQ(rate.rateText(), QStringLiteral("640 KB/s"));
@@ -69,7 +69,7 @@ TEST_F(TransferRateTest, TellsSlowTransfersInKilobytes)
     EXPECT_EQ(rate.rateText(), QStringLiteral("1.0 MB/s"));
 }
 
-TEST_F(TransferRateTest, TellsMinutesAndHoursWithoutSeconds)
+TEST_F(TransferRateTest, tellsMinutesAndHoursWithoutSeconds)
 {
     total = 60 * megabyte + 6 * megabyte;
     flow(6s, megabyte);
@@ -85,7 +85,7 @@ TEST_F(TransferRateTest, TellsMinutesAndHoursWithoutSeconds)
     EXPECT_EQ(rate.timeLeftText(), QStringLiteral("about 2 h left"));
 }
 
-TEST_F(TransferRateTest, TellsNoTimeBeyondADay)
+TEST_F(TransferRateTest, tellsNoTimeBeyondADay)
 {
     total = 86'403 * megabyte;
     flow(5s, megabyte);
@@ -96,7 +96,7 @@ TEST_F(TransferRateTest, TellsNoTimeBeyondADay)
     EXPECT_EQ(rate.text(), QStringLiteral("1.0 MB/s"));
 }
 
-TEST_F(TransferRateTest, TellsOnlyTheRateOfATransferOfUnknownLength)
+TEST_F(TransferRateTest, tellsOnlyTheRateOfATransferOfUnknownLength)
 {
     for (const qint64 unknown : {qint64(0), qint64(-1)}) {
         total = unknown;
@@ -105,14 +105,14 @@ TEST_F(TransferRateTest, TellsOnlyTheRateOfATransferOfUnknownLength)
     }
 }
 
-TEST_F(TransferRateTest, TellsNoTimeWhereMoreHasComeThanWasAnnounced)
+TEST_F(TransferRateTest, tellsNoTimeWhereMoreHasComeThanWasAnnounced)
 {
     total = megabyte;
     flow(5s, megabyte);
     EXPECT_EQ(rate.timeLeftText(), QString());
 }
 
-TEST_F(TransferRateTest, RenewsItsTextsOnceASecond)
+TEST_F(TransferRateTest, renewsItsTextsOnceASecond)
 {
     flow(2s, megabyte);
     const QString before = rate.text();
@@ -122,7 +122,7 @@ TEST_F(TransferRateTest, RenewsItsTextsOnceASecond)
     EXPECT_NE(rate.text(), before);
 }
 
-TEST_F(TransferRateTest, EvensOutBursts)
+TEST_F(TransferRateTest, evensOutBursts)
 {
     for (int second = 0; second < 10; ++second) {
         flow(500ms, 4 * megabyte);
@@ -133,7 +133,7 @@ TEST_F(TransferRateTest, EvensOutBursts)
     EXPECT_LT(shown, 2.5);
 }
 
-TEST_F(TransferRateTest, FollowsARateThatHasChanged)
+TEST_F(TransferRateTest, followsARateThatHasChanged)
 {
     flow(20s, 4 * megabyte);
     flow(10s, megabyte);
@@ -142,14 +142,14 @@ TEST_F(TransferRateTest, FollowsARateThatHasChanged)
     EXPECT_LT(shown, 1.3);
 }
 
-TEST_F(TransferRateTest, FallsToNothingWhenNothingComes)
+TEST_F(TransferRateTest, fallsToNothingWhenNothingComes)
 {
     flow(5s, megabyte);
     flow(60s, 0);
     EXPECT_EQ(rate.text(), QStringLiteral("0 KB/s"));
 }
 
-TEST_F(TransferRateTest, ForgetsTheTransferBefore)
+TEST_F(TransferRateTest, forgetsTheTransferBefore)
 {
     flow(10s, 8 * megabyte);
     rate.begin();
@@ -160,7 +160,7 @@ TEST_F(TransferRateTest, ForgetsTheTransferBefore)
     EXPECT_EQ(rate.text(), QStringLiteral("1.0 MB/s · about 6 s left"));
 }
 
-TEST_F(TransferRateTest, TakesReportsInTheSameMoment)
+TEST_F(TransferRateTest, takesReportsInTheSameMoment)
 {
     for (int report = 0; report < 10; ++report)
         rate.note(report, total);
@@ -170,7 +170,7 @@ TEST_F(TransferRateTest, TakesReportsInTheSameMoment)
     EXPECT_EQ(rate.rateText(), QStringLiteral("2.0 MB/s"));
 }
 
-TEST_F(TransferRateTest, HasAClockOfItsOwn)
+TEST_F(TransferRateTest, hasAClockOfItsOwn)
 {
     tljira::TransferRate own;
     own.note(megabyte, total);

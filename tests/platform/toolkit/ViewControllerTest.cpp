@@ -2,7 +2,7 @@
 
 #include "platform/toolkit/View.h"
 #include "tests/platform/toolkit/Forms.h"
-#include "tests/support/LogCapture.h"
+#include "tests/kit/LogCapture.h"
 
 #include <QLabel>
 

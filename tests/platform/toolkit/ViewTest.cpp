@@ -2,7 +2,7 @@
 
 #include "platform/foundation/Log.h"
 #include "platform/toolkit/Window.h"
-#include "tests/support/LogCapture.h"
+#include "tests/kit/LogCapture.h"
 
 #include <QLabel>
 #include <QVBoxLayout>

@@ -3,8 +3,8 @@
 #include "platform/foundation/Log.h"
 #include "platform/toolkit/View.h"
 #include "tests/platform/toolkit/Forms.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/LogCapture.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QCheckBox>
 #include <QLabel>

@@ -2,7 +2,7 @@
 
 #include "tests/platform/toolkit/Keyboard.h"
 #include "tests/platform/toolkit/TestForm.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QApplication>
 #include <QVBoxLayout>

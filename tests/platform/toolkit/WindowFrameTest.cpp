@@ -1,7 +1,7 @@
 #include "platform/foundation/Format.h"
 #include "platform/toolkit/Decorations.h"
 #include "platform/toolkit/Window.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QGuiApplication>
 #include <QScreen>

@@ -1,8 +1,8 @@
 #include "platform/toolkit/Decorations.h"
 #include "platform/toolkit/Window.h"
 #include "platform/toolkit/WindowDelegate.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/LogCapture.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QPushButton>
 #include <QVBoxLayout>

@@ -1,7 +1,7 @@
 #include "platform/toolkit/Window.h"
 
 #include "platform/toolkit/WindowDelegate.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QCloseEvent>
 #include <QLineEdit>

@@ -38,7 +38,7 @@ QStringList temporaryFiles()
     return QDir(tljira::temporaryDirectory()).entryList(QDir::Files);
 }
 
-TEST(AnswerBody, IsKeptInMemory)
+TEST(AnswerBody, isKeptInMemory)
 {
     AnswerBody body(AnswerBody::Destination::Memory);
     EXPECT_TRUE(append(body, "one "));
@@ -50,7 +50,7 @@ TEST(AnswerBody, IsKeptInMemory)
     EXPECT_TRUE(temporaryFiles().isEmpty());
 }
 
-TEST(AnswerBody, IsKeptInAFileThatGoesWithItsOwner)
+TEST(AnswerBody, isKeptInAFileThatGoesWithItsOwner)
 {
     AnswerBody body(AnswerBody::Destination::File);
     EXPECT_TRUE(append(body, "bytes"));
@@ -65,7 +65,7 @@ TEST(AnswerBody, IsKeptInAFileThatGoesWithItsOwner)
     EXPECT_TRUE(temporaryFiles().isEmpty());
 }
 
-TEST(AnswerBody, IsAFileAlsoWithoutAByte)
+TEST(AnswerBody, isAFileAlsoWithoutAByte)
 {
     AnswerBody body(AnswerBody::Destination::File);
     EXPECT_TRUE(temporaryFiles().isEmpty());
@@ -73,7 +73,7 @@ TEST(AnswerBody, IsAFileAlsoWithoutAByte)
     EXPECT_EQ(temporaryFiles().size(), 1);
 }
 
-TEST(AnswerBody, LeavesNoFileWhenItIsGivenUp)
+TEST(AnswerBody, leavesNoFileWhenItIsGivenUp)
 {
     {
         AnswerBody body(AnswerBody::Destination::File);
@@ -83,7 +83,7 @@ TEST(AnswerBody, LeavesNoFileWhenItIsGivenUp)
     EXPECT_TRUE(temporaryFiles().isEmpty());
 }
 
-TEST(AnswerBody, LeavesAFileThatWasMovedAway)
+TEST(AnswerBody, leavesAFileThatWasMovedAway)
 {
     AnswerBody body(AnswerBody::Destination::File);
     EXPECT_TRUE(body.finish());
@@ -106,19 +106,19 @@ std::optional<QByteArray> keptUnder(const char* encoding, const QByteArray& byte
     return std::nullopt;
 }
 
-TEST(AnswerBody, PackedInAWayThatCannotBeUnpackedIsAnError)
+TEST(AnswerBody, packedInAWayThatCannotBeUnpackedIsAnError)
 {
     for (const char* encoding : {"br", "Deflate", "compress", "zstd", "gzip, br", "gzip, gzip"})
         EXPECT_EQ(keptUnder(encoding, "bytes"), std::nullopt) << encoding;
 }
 
-TEST(AnswerBody, UnderAnEncodingThatIsNonePassesAsItIs)
+TEST(AnswerBody, underAnEncodingThatIsNonePassesAsItIs)
 {
     for (const char* encoding : {"", " Identity ", "UTF-8", "none", "binary", "utf-8, none"})
         EXPECT_EQ(keptUnder(encoding, "bytes"), QByteArray("bytes")) << encoding;
 }
 
-TEST(AnswerBody, IsUnpackedWhateverStandsBesideItsEncoding)
+TEST(AnswerBody, isUnpackedWhateverStandsBesideItsEncoding)
 {
     const QByteArray packed = gzipOf("bytes");
     for (const char* encoding : {"gzip", "X-GZIP", "UTF-8, gzip", "gzip, identity"}) {
@@ -129,7 +129,7 @@ TEST(AnswerBody, IsUnpackedWhateverStandsBesideItsEncoding)
     }
 }
 
-TEST(AnswerBody, InMemoryHasABoundThatCountsWhatIsUnpacked)
+TEST(AnswerBody, inMemoryHasABoundThatCountsWhatIsUnpacked)
 {
     const QByteArray part(1024 * 1024, 'x');
     AnswerBody body(AnswerBody::Destination::Memory);
@@ -150,7 +150,7 @@ TEST(AnswerBody, InMemoryHasABoundThatCountsWhatIsUnpacked)
     EXPECT_LE(packed.size(), 65 * 1024 * 1024);
 }
 
-TEST(AnswerBody, OfAPictureHasABoundOfItsOwn)
+TEST(AnswerBody, ofAPictureHasABoundOfItsOwn)
 {
     const QByteArray part(1024 * 1024, 'x');
     for (const char* type : {"image/png", " Image/JPEG", "image/svg+xml; charset=utf-8"}) {
@@ -165,7 +165,7 @@ TEST(AnswerBody, OfAPictureHasABoundOfItsOwn)
     }
 }
 
-TEST(AnswerBody, InAFileHasNoBound)
+TEST(AnswerBody, inAFileHasNoBound)
 {
     const QByteArray part(16 * 1024 * 1024, 'x');
     AnswerBody body(AnswerBody::Destination::File);

@@ -14,7 +14,7 @@ AnswerHead headOf(std::initializer_list<const char*> lines)
     return head;
 }
 
-TEST(AnswerHead, CollectsItsFieldsInOrder)
+TEST(AnswerHead, collectsItsFieldsInOrder)
 {
     const AnswerHead head =
         headOf({"HTTP/1.1 200 OK\r\n", "Content-Type: text/html\r\n", "X-Empty:\r\n", "X-Colon: a:b \r\n", "\r\n"});
@@ -26,7 +26,7 @@ TEST(AnswerHead, CollectsItsFieldsInOrder)
     EXPECT_TRUE(head.isComplete());
 }
 
-TEST(AnswerHead, FindsAFieldWithoutCase)
+TEST(AnswerHead, findsAFieldWithoutCase)
 {
     const AnswerHead head = headOf({"HTTP/1.1 200 OK\r\n", "content-ENCODING: gzip\r\n"});
     EXPECT_EQ(head.valueOf("Content-Encoding"), QByteArray("gzip"));
@@ -34,7 +34,7 @@ TEST(AnswerHead, FindsAFieldWithoutCase)
     EXPECT_FALSE(head.isComplete());
 }
 
-TEST(AnswerHead, ForgetsAnInterimAnswer)
+TEST(AnswerHead, forgetsAnInterimAnswer)
 {
     const AnswerHead head =
         headOf({"HTTP/1.1 103 Early Hints\r\n", "Link: x\r\n", "\r\n", "HTTP/1.1 200 OK\r\n", "A: b\r\n"});
@@ -42,18 +42,18 @@ TEST(AnswerHead, ForgetsAnInterimAnswer)
     EXPECT_FALSE(head.isComplete());
 }
 
-TEST(AnswerHead, NoticesCookies)
+TEST(AnswerHead, noticesCookies)
 {
     EXPECT_FALSE(headOf({"HTTP/1.1 200 OK\r\n", "X-Set-Cookie: a=b\r\n"}).setsCookies());
     EXPECT_TRUE(headOf({"HTTP/1.1 200 OK\r\n", "set-cookie: a=b\r\n"}).setsCookies());
 }
 
-TEST(AnswerHead, PassesOverLinesThatAreNoFields)
+TEST(AnswerHead, passesOverLinesThatAreNoFields)
 {
     EXPECT_TRUE(headOf({"HTTP/1.1 200 OK\r\n", "no colon\r\n", ": no name\r\n"}).fields().empty());
 }
 
-TEST(AnswerHead, RefusesToGrowBeyondAllReason)
+TEST(AnswerHead, refusesToGrowBeyondAllReason)
 {
     AnswerHead head;
     const QByteArray line = "X: " + QByteArray(1024 - 5, 'x') + "\r\n";
@@ -64,7 +64,7 @@ TEST(AnswerHead, RefusesToGrowBeyondAllReason)
     EXPECT_TRUE(head.isTooLarge());
 }
 
-TEST(AnswerHead, CountsInterimAnswersToo)
+TEST(AnswerHead, countsInterimAnswersToo)
 {
     AnswerHead head;
     int taken = 0;
@@ -74,7 +74,7 @@ TEST(AnswerHead, CountsInterimAnswersToo)
     EXPECT_TRUE(head.isTooLarge());
 }
 
-TEST(AnswerHead, IsNotTooLargeWithManyFields)
+TEST(AnswerHead, isNotTooLargeWithManyFields)
 {
     AnswerHead head;
     for (int field = 0; field < 2000; ++field)

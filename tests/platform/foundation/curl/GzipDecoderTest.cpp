@@ -49,7 +49,7 @@ Decoded decoded(const std::string& bytes, std::size_t step)
 
 const std::string text = "The quick brown fox, the quick brown fox, and once more the quick brown fox.";
 
-TEST(GzipDecoder, UnpacksInPartsOfAnySize)
+TEST(GzipDecoder, unpacksInPartsOfAnySize)
 {
     const std::string bytes = packed(text);
     for (std::size_t step = 1; step <= bytes.size(); ++step) {
@@ -60,19 +60,19 @@ TEST(GzipDecoder, UnpacksInPartsOfAnySize)
     }
 }
 
-TEST(GzipDecoder, KnowsAStreamThatIsCutShortAnywhere)
+TEST(GzipDecoder, knowsAStreamThatIsCutShortAnywhere)
 {
     const std::string bytes = packed(text);
     for (std::size_t length = 1; length < bytes.size(); ++length)
         EXPECT_FALSE(decoded(bytes.substr(0, length), 7).isComplete) << length;
 }
 
-TEST(GzipDecoder, TakesAnEmptyBodyForComplete)
+TEST(GzipDecoder, takesAnEmptyBodyForComplete)
 {
     EXPECT_TRUE(GzipDecoder().isComplete());
 }
 
-TEST(GzipDecoder, UnpacksSeveralStreamsInARow)
+TEST(GzipDecoder, unpacksSeveralStreamsInARow)
 {
     const std::string bytes = packed(text) + packed("!");
     for (const std::size_t step : {std::size_t(1), std::size_t(5), bytes.size()}) {
@@ -81,19 +81,19 @@ TEST(GzipDecoder, UnpacksSeveralStreamsInARow)
     }
 }
 
-TEST(GzipDecoder, UnpacksMoreThanItsBufferHolds)
+TEST(GzipDecoder, unpacksMoreThanItsBufferHolds)
 {
     const std::string large(1'000'000, 'x');
     EXPECT_EQ(decoded(packed(large), 100).text, large);
 }
 
-TEST(GzipDecoder, RefusesWhatIsNoGzip)
+TEST(GzipDecoder, refusesWhatIsNoGzip)
 {
     EXPECT_FALSE(decoded("plain text, not packed at all", 100).isGzip);
     EXPECT_FALSE(decoded(packed(text) + "trailing text", 1000).isGzip);
 }
 
-TEST(GzipDecoder, StopsWhenItsOutputIsNotTaken)
+TEST(GzipDecoder, stopsWhenItsOutputIsNotTaken)
 {
     GzipDecoder decoder;
     const std::string bytes = packed(text);

@@ -1,8 +1,8 @@
 #include "platform/foundation/curl/TemporaryFile.h"
 
 #include "platform/foundation/TemporaryDirectory.h"
-#include "tests/support/LogCapture.h"
-#include "tests/support/OldFiles.h"
+#include "tests/kit/LogCapture.h"
+#include "tests/kit/OldFiles.h"
 
 #include <QFileInfo>
 
@@ -12,7 +12,7 @@ namespace {
 
 using tljira::TemporaryFile;
 
-TEST(TemporaryFile, OfAKilledProcessGoesOfALivingOneStays)
+TEST(TemporaryFile, ofAKilledProcessGoesOfALivingOneStays)
 {
     const tests::LogCapture log;
     TemporaryFile living;
@@ -30,7 +30,7 @@ TEST(TemporaryFile, OfAKilledProcessGoesOfALivingOneStays)
     EXPECT_TRUE(QFileInfo::exists(document));
 }
 
-TEST(TemporaryFile, GoesWithItsOwner)
+TEST(TemporaryFile, goesWithItsOwner)
 {
     QString path;
     {

@@ -1,4 +1,4 @@
-#include "tests/support/HeldSystem.h"
+#include "tests/kit/HeldSystem.h"
 
 #include <QFile>
 #include <QFileInfo>

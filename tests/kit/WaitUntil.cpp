@@ -1,4 +1,4 @@
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QProcess>
 #include <QStringList>

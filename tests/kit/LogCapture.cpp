@@ -1,4 +1,4 @@
-#include "tests/support/LogCapture.h"
+#include "tests/kit/LogCapture.h"
 
 #include <QtGlobal>
 

@@ -1,4 +1,4 @@
-#include "tests/support/WithoutPrivileges.h"
+#include "tests/kit/WithoutPrivileges.h"
 
 #include <gtest/gtest.h>
 

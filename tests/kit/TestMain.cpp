@@ -1,4 +1,4 @@
-#include "tests/support/PrivateHome.h"
+#include "tests/kit/PrivateHome.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "tests/support/RunProgram.h"
+#include "tests/kit/RunProgram.h"
 
 #include <gtest/gtest.h>
 
