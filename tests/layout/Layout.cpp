@@ -5,7 +5,7 @@
 #include "platform/toolkit/ImageView.h"
 #include "platform/toolkit/ProgressIndicator.h"
 #include "platform/toolkit/TableCellView.h"
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QAbstractButton>
 #include <QAbstractScrollArea>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/toolkit/Window.h"
-#include "tests/support/Printers.h"
+#include "tests/kit/Printers.h"
 
 #include <QString>
 #include <QStringList>

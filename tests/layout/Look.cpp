@@ -1,6 +1,6 @@
 #include "tests/layout/Look.h"
 
-#include "tests/support/WaitUntil.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QApplication>
 #include <QFontDatabase>

@@ -22,7 +22,7 @@ struct Look
     const char* language = "en";
     /// Each text grows by half, in fewer and longer words.
     bool hasLongWords = false;
-    const char* person = "Jane Doe";
+    const char* person = "Anna Lindqvist";
     const char* document = "harbour blanket.tessaloom";
     /// Points of the program's font.
     QList<int> sizes = {9, 12, 16, 20, 24};

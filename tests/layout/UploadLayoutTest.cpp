@@ -23,7 +23,7 @@ protected:
     void addPerson()
     {
         standin::User user;
-        user.name = "jane";
+        user.name = "anna";
         user.password = "secret";
         user.displayName = GetParam().person;
         server.addUser(user);
@@ -51,8 +51,8 @@ protected:
 
     void startUpload(const QString& key)
     {
-        type(entry->bodyViewController()->taskTextField(), key);
-        click(entry->bodyViewController()->uploadFileButton());
+        ui::type(entry->bodyViewController()->taskTextField(), key);
+        ui::click(entry->bodyViewController()->uploadFileButton());
     }
 
     void walkThroughPanel()
@@ -81,7 +81,7 @@ protected:
         server.release();
         ASSERT_TRUE(waitUntil([&] { return sheet->sizeLabel()->text() == QStringLiteral("DONE"); }));
         look("done", *sheet->window());
-        click(sheet->cancelButton());
+        ui::click(sheet->cancelButton());
         look("attached", *entry->window());
         entry->window()->close();
     }
@@ -91,11 +91,11 @@ protected:
         openPanel();
         startUpload(QStringLiteral("NO-1"));
         const auto sheet = entry->bodyViewController()->jaUploadingWindow();
-        ASSERT_TRUE(waitUntil([&] { return isShown(sheet->errorView()); }));
+        ASSERT_TRUE(waitUntil([&] { return ui::isShown(sheet->errorView()); }));
         look("failed", *sheet->window());
-        click(sheet->cancelButton());
+        ui::click(sheet->cancelButton());
         const auto* gone = tljira::findView<QLabel>(entry->bodyViewController()->view(), "goneLabel");
-        ASSERT_TRUE(waitUntil([&] { return isOnScreen(gone); }));
+        ASSERT_TRUE(waitUntil([&] { return ui::isOnScreen(gone); }));
         look("gone", *entry->window());
         entry->window()->close();
     }
@@ -132,7 +132,7 @@ TEST_P(UploadLayoutTest, hasRoomForEverythingInTheLoginForm)
         logInThroughTheForm(QStringLiteral("wrong"));
         look("refused", *entry->window());
         server.misbehave(Match::on("POST", "/rest/auth/1/session"), Fault().hold(Point::responseHead(0)));
-        click(entry->jaLoginWindow()->loginButton());
+        ui::click(entry->jaLoginWindow()->loginButton());
         waitForHeldExchange();
         look("logging-in", *entry->window());
         server.behave();
@@ -162,12 +162,12 @@ TEST_P(UploadLayoutTest, hasRoomForEverythingInTheOlderWindow)
 {
     for (const int size : GetParam().sizes) {
         desktop.setFontSize(points = size);
-        const auto older = JAWindowController::initWithPath(QStringLiteral("/home/jane/plan.tessaloom"));
+        const auto older = JAWindowController::initWithPath(QStringLiteral("/home/anna/plan.tessaloom"));
         older->showWindow();
         look("older", *older->window());
-        click(older->bodyViewController()->uploadButton());
+        ui::click(older->bodyViewController()->uploadButton());
         look("older-uploading", *older->window());
-        click(tljira::findView<QPushButton>(older->headViewController()->view(), "loginButton"));
+        ui::click(tljira::findView<QPushButton>(older->headViewController()->view(), "loginButton"));
         look("older-login", *older->headViewController()->jaLoginWindow()->window());
         older->window()->close();
     }

@@ -18,21 +18,21 @@ void TLJiraUploadTest::open()
 
 bool TLJiraUploadTest::waitForLoginForm()
 {
-    return waitUntil([this] { return isOnScreen(entry->jaLoginWindow()->view()); });
+    return waitUntil([this] { return ui::isOnScreen(entry->jaLoginWindow()->view()); });
 }
 
 bool TLJiraUploadTest::waitForBody()
 {
-    return waitUntil([this] { return isOnScreen(entry->bodyViewController()->uploadView()); });
+    return waitUntil([this] { return ui::isOnScreen(entry->bodyViewController()->uploadView()); });
 }
 
 void TLJiraUploadTest::logInThroughTheForm(const QString& password)
 {
     const auto form = entry->jaLoginWindow();
-    type(form->hostTextField(), address);
-    type(form->emailTextField(), QStringLiteral("jane"));
-    type(form->passwordTextField(), password);
-    click(form->loginButton());
+    ui::type(form->hostTextField(), address);
+    ui::type(form->emailTextField(), QStringLiteral("anna"));
+    ui::type(form->passwordTextField(), password);
+    ui::click(form->loginButton());
     ASSERT_TRUE(waitUntil([&form] { return form->loginButton()->isEnabled(); }));
 }
 
