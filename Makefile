@@ -4,7 +4,7 @@ PRESET ?= release
 BUILD := build/$(PRESET)
 JOBS ?= $(shell nproc)
 
-.PHONY: all release run test install packages check-packages check-fresh reference translations bench bench-report benchmarks deps format tidy clean
+.PHONY: all release run test install packages check-packages check-fresh reference translations bench bench-report benchmarks deps format tidy pictures clean
 
 all: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS)
@@ -70,6 +70,11 @@ bench-report: benchmarks
 benchmarks:
 	cmake --preset release -DTL_BUILD_BENCHMARKS=ON
 	cmake --build --preset release -j $(JOBS)
+
+# The pictures of docs/screenshots/.
+pictures: $(BUILD)/build.ninja
+	cmake --build --preset $(PRESET) -j $(JOBS) --target tessaloom-tour
+	scripts/make-pictures $(BUILD)
 
 # What the machine lacks, through apt.
 deps:

@@ -150,7 +150,8 @@ Step Stage::picture(QString what, std::shared_ptr<tljira::Window> window)
     };
     co_await Until([&] {
         const auto sheet = window->attachedSheet();
-        return sheet ? hasItsSize(*sheet) && !sheet->widget()->graphicsEffect() : hasItsSize(*window);
+        const QString moving = sheet ? QStringLiteral("sheetSlide") : QStringLiteral("sheetCover");
+        return !window->widget()->findChild<QWidget*>(moving) && hasItsSize(sheet ? *sheet : *window);
     });
     const QString file = album.add(what, *window);
     journal.expect(QStringLiteral("picture %1").arg(file), !file.isEmpty());
