@@ -42,6 +42,7 @@ public:
     }
 
     Step logIn();
+    Step slowLookUp();
     Step emptyList();
     Step cancelledDownload();
     Step failedDownload();
@@ -81,6 +82,21 @@ Step Visit::lookUp(QString key)
     co_await m_stage.until(QStringLiteral("the list comes up"),
                            [&] { return m_entry.window()->attachedSheet() != nullptr; });
     co_await InNextTurn();
+}
+
+Step Visit::slowLookUp()
+{
+    m_stage.journal.scene(QStringLiteral("A look-up whose server is slow"));
+    m_stage.server.misbehave(Match::on("*/issue/*").once(), Fault().hold(Point::responseHead(0)));
+    co_await user::type(panel().issueKeyTextField(), QStringLiteral("LOOM-8"));
+    co_await user::click(panel().getAttachButton());
+    co_await m_stage.until(QStringLiteral("the server has been asked"),
+                           [&] { return m_stage.server.heldCount() == 1; });
+    co_await m_stage.picture(QStringLiteral("looking-up"), m_entry.window());
+    m_stage.server.release();
+    co_await m_stage.until(QStringLiteral("the list comes up"),
+                           [&] { return m_entry.window()->attachedSheet() != nullptr; });
+    co_await closeList();
 }
 
 Step Visit::closeList()
@@ -174,6 +190,7 @@ Step downloadTour(Stage& stage)
     const auto entry = std::dynamic_pointer_cast<JMWindowController>(JAController::sharedInstance()->delegate());
     Visit visit(stage, *entry);
     co_await visit.logIn();
+    co_await visit.slowLookUp();
     co_await visit.emptyList();
     co_await visit.cancelledDownload();
     co_await visit.failedDownload();

@@ -7,7 +7,10 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLabel>
 #include <QPlainTextEdit>
+
+#include <algorithm>
 
 namespace tessaloom::tour {
 
@@ -180,6 +183,33 @@ Step logout(Stage& stage, TLJiraUpload& upload)
     co_await stage.until(QStringLiteral("Cancel closes the window"), [&] { return !upload.window()->isVisible(); });
 }
 
+/// A server that takes its time with each answer.
+Step slowSessionCheck(Stage& stage)
+{
+    stage.journal.scene(QStringLiteral("A window whose server is slow"));
+    stage.server.misbehave(Match::on("GET", "/rest/auth/1/session").once(), Fault().hold(Point::responseHead(0)));
+    co_await stage.chooseInFileMenu(QStringLiteral("Upload to Jira…"));
+    const auto window = newestUpload();
+    co_await stage.until(QStringLiteral("the server has been asked"), [&] { return stage.server.heldCount() == 1; });
+    const auto labels = window->window()->widget()->findChildren<QLabel*>();
+    stage.journal.expect(QStringLiteral("the window says what it waits for"),
+                         std::any_of(labels.begin(), labels.end(), [](const QLabel* label) {
+                             return label->isVisible() && label->text().contains(QLatin1String("jira.example.test"));
+                         }));
+    co_await stage.picture(QStringLiteral("session-check"), window->window());
+
+    stage.server.misbehave(Match::on("GET", "/rest/auth/1/user*").once(), Fault().hold(Point::responseHead(0)));
+    stage.server.misbehave(Match::on("GET", "/rest/api/2/myself").once(), Fault().hold(Point::responseHead(0)));
+    stage.server.release();
+    co_await stage.until(QStringLiteral("the session is still good"),
+                         [&] { return window->downloadViewContainer()->isVisible(); });
+    co_await stage.until(QStringLiteral("the user is being looked up"), [&] { return stage.server.heldCount() == 1; });
+    co_await stage.picture(QStringLiteral("user-look-up"), window->window());
+    stage.server.release();
+    co_await stage.untilQuiet();
+    stage.server.behave();
+}
+
 Step editing(Stage& stage)
 {
     stage.journal.scene(QStringLiteral("A document in the editor"));
@@ -203,10 +233,8 @@ Step uploadTour(Stage& stage)
         co_await emptyKey(stage, *window);
         co_await upload(stage, *window);
     }
-    co_await stage.chooseInFileMenu(QStringLiteral("Upload to Jira…"));
+    co_await slowSessionCheck(stage);
     const auto window = newestUpload();
-    co_await stage.until(QStringLiteral("the session is still good"),
-                         [&] { return window->downloadViewContainer()->isVisible(); });
     co_await failingUpload(stage, *window);
     co_await logout(stage, *window);
     expectOwnFileUntouched(stage);
