@@ -118,10 +118,15 @@ void SessionWindowController::showThatSessionIsLookedFor()
 {
     if (auto* indicator = tljira::findView<tljira::ProgressIndicator>(m_view, "connectingIndicator"))
         indicator->startAnimation();
+    const int initialWidth = m_view ? m_view->width() : 0;
     const QString host = client::serverName();
+    auto* label = tljira::findView<QLabel>(m_view, "connectingLabel");
+    if (!label)
+        return;
     if (!host.isEmpty())
-        tljira::setText(tljira::findView<QLabel>(m_view, "connectingLabel"),
-                        text(QT_TRANSLATE_NOOP("JMWindowController", "Looking for your session on %1…")).arg(host));
+        label->setText(text(QT_TRANSLATE_NOOP("JMWindowController", "Looking for your session on %1…")).arg(host));
+    // On several lines only where one is too short: a text that may wrap does so early.
+    label->setWordWrap(tljira::neededSize(m_view).width() > initialWidth);
 }
 
 void SessionWindowController::cancelAction()

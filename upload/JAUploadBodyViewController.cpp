@@ -37,6 +37,17 @@ double megabytes(qint64 bytes)
     return static_cast<double>(bytes) / 1024.0 / 1024.0;
 }
 
+/// As much of it as leaves a margin; a window is wide where its font is large.
+void useWidthOf(const tljira::Window& window, tljira::Window& sheet)
+{
+    constexpr double margin = 20;
+    QRectF frame = sheet.frame();
+    const double width = window.contentView() ? window.contentView()->width() : 0;
+    frame.setWidth(std::max(frame.width(), width - 2 * margin));
+    if (frame != sheet.frame())
+        sheet.setFrame(frame, false);
+}
+
 } // namespace
 
 /// One press of the button, with what the panel showed then. Its marks are the main thread's own.
@@ -240,6 +251,7 @@ void JAUploadBodyViewController::uploadFileAction()
 void JAUploadBodyViewController::showUploadingWindow(const std::shared_ptr<Upload>& upload)
 {
     if (const auto ownWindow = window()) {
+        useWidthOf(*ownWindow, *m_jaUploadingWindow->window());
         ownWindow->beginSheet(m_jaUploadingWindow->window(), [self = sharedFrom(this), upload](int returnCode) {
             self->sheetDidEnd(upload, returnCode);
         });

@@ -12,6 +12,7 @@
 #include "platform/toolkit/View.h"
 #include "upload/UploadTrouble.h"
 
+#include <QBoxLayout>
 #include <QScrollArea>
 #include <QTimer>
 
@@ -22,7 +23,7 @@ using tljira::findView;
 namespace {
 
 /// Of an error, before it has to be scrolled.
-constexpr int linesInSight = 7;
+constexpr int linesInSight = 8;
 
 QString text(const char* source)
 {
@@ -116,6 +117,7 @@ void JAUploadingWindow::setDocument(const QString& name, const QString& key)
     m_progress->rate.begin();
     tljira::setText(findView<QLabel>(m_uploadingView, "documentLabel"),
                     text(QT_TRANSLATE_NOOP("JAUploadingWindow", "%1 to %2")).arg(name, key));
+    showRateBesideSize();
     showRate(QString());
 }
 
@@ -139,7 +141,26 @@ void JAUploadingWindow::setSent(qint64 sent, qint64 expected)
 
 void JAUploadingWindow::showRate(const QString& words)
 {
-    showText(findView<QLabel>(m_uploadingView, "rateLabel"), words);
+    auto* label = findView<QLabel>(m_uploadingView, "rateLabel");
+    showText(label, words);
+    auto* row = m_uploadingView ? m_uploadingView->findChild<QBoxLayout*>(QStringLiteral("sizeLayout")) : nullptr;
+    if (!label || !row || !m_sizeLabel)
+        return;
+    // Below each other until the end of the upload once they do not fit beside each other: numbers change all the time.
+    const int needed = m_sizeLabel->sizeHint().width() + row->spacing() + label->sizeHint().width();
+    if (words.isEmpty() || needed <= m_uploadingView->width())
+        return;
+    row->setDirection(QBoxLayout::TopToBottom);
+    label->setWordWrap(true);
+    tljira::growToFit(windowIfLoaded(), true);
+}
+
+void JAUploadingWindow::showRateBesideSize()
+{
+    if (auto* row = m_uploadingView ? m_uploadingView->findChild<QBoxLayout*>(QStringLiteral("sizeLayout")) : nullptr)
+        row->setDirection(QBoxLayout::LeftToRight);
+    if (auto* label = findView<QLabel>(m_uploadingView, "rateLabel"))
+        label->setWordWrap(false);
 }
 
 void JAUploadingWindow::setUploadingState(qint64 percent, const QString& otherInfo)

@@ -70,6 +70,7 @@ private:
     void setIsRunning(bool isRunning);
     void nameView(const char* name);
     void showRate(const QString& words);
+    void showRateBesideSize();
 
     QPointer<QWidget> m_containerView;
     QPointer<QWidget> m_uploadingView;

@@ -56,7 +56,8 @@ QSize ElidedLabel::sizeHint() const
 QSize ElidedLabel::minimumSizeHint() const
 {
     const int around = 2 * (margin() + frameWidth());
-    return {fontMetrics().averageCharWidth() * 4 + around, lineHeight(onOneLine(text()), font()) + around};
+    const int shortest = text().isEmpty() ? 0 : fontMetrics().averageCharWidth() * 4;
+    return {shortest + around, lineHeight(onOneLine(text()), font()) + around};
 }
 
 bool ElidedLabel::event(QEvent* event)

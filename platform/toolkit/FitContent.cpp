@@ -31,6 +31,7 @@ void growToFit(const std::shared_ptr<Window>& window, bool animate)
     // A window that has no place yet does not get one.
     if (!window->isVisible()) {
         content->resize(content->size() + missing);
+        layoutSubtreeIfNeeded(content);
         window->widget()->resize(content->size());
         return;
     }

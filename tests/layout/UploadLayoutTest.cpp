@@ -15,6 +15,16 @@ using standin::Match;
 using standin::Point;
 using testing::IsEmpty;
 
+/// Defines showRate(), which only a real upload that takes its time can bring about. The names of private members may
+/// be used where a template is instantiated explicitly.
+template <auto Member>
+struct Rate
+{
+    friend void showRate(JAUploadingWindow& sheet, const QString& words) { (sheet.*Member)(words); }
+};
+template struct Rate<&JAUploadingWindow::showRate>;
+void showRate(JAUploadingWindow& sheet, const QString& words);
+
 class UploadLayoutTest : public TLJiraUploadTest, public testing::WithParamInterface<Look>
 {
 protected:
@@ -73,7 +83,10 @@ protected:
         startUpload(QStringLiteral("ABC-1"));
         waitForHeldExchange();
         const auto sheet = entry->bodyViewController()->jaUploadingWindow();
-        sheet->setSent(5000 << 10, 8000 << 10);
+        // As long as they get.
+        sheet->setUploadingState(60, QStringLiteral(" 1234.5 / 2469.13 mb"));
+        sheet->setSent(1, 2);
+        showRate(*sheet, QStringLiteral("60 % · 123.4 MB/s · about 59 min left"));
         look("uploading", *sheet->window());
         sheet->setSent(8000 << 10, 8000 << 10);
         look("waiting", *sheet->window());
