@@ -275,4 +275,26 @@ TEST_F(JABodyViewControllerTest, showsAnErrorInAnAlert)
     EXPECT_THAT(texts, ElementsAre(QStringLiteral("Error"), QStringLiteral("It did not work.")));
 }
 
+TEST_F(JABodyViewControllerTest, saysThatItDoesNotSendFiles)
+{
+    const auto* help = panel->view()->findChild<QLabel*>(QStringLiteral("uploadHelp"));
+    ASSERT_TRUE(help && help->isVisible());
+    EXPECT_EQ(help->text(), QStringLiteral("This window does not send files"));
+    EXPECT_TRUE(panel->containerView()->isAncestorOf(help));
+}
+
+TEST_F(JABodyViewControllerTest, pressesTheButtonOfTheAreaThatTheKeyboardIsInAtReturn)
+{
+    tests::ui::type(panel->keyDownloadTextField(), QStringLiteral("ABC-1"));
+    tests::ui::type(panel->keyTextField(), QStringLiteral("ABC-2"));
+    tests::ui::press(window->widget(), Qt::Key_Return);
+    tests::drainMainQueue();
+    EXPECT_TRUE(panel->uploadView()->isVisible());
+    EXPECT_THAT(server.requests(), IsEmpty());
+
+    tests::ui::type(panel->keyDownloadTextField(), QStringLiteral("ABC-1"));
+    tests::ui::press(window->widget(), Qt::Key_Return);
+    EXPECT_TRUE(tests::waitUntil([this] { return panel->jaListAttachedWindow()->window()->isVisible(); }));
+}
+
 } // namespace

@@ -3,6 +3,7 @@
 #include "constants/FrameworkBundle.h"
 #include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/MainQueue.h"
+#include "platform/toolkit/View.h"
 #include "shell/JALoginWindow.h"
 #include "standin/Avatar.h"
 #include "tests/kit/HeldGlobalQueue.h"
@@ -170,6 +171,83 @@ TEST_F(WithoutAddressesTest, leavesTheAddressEmptyWhereTheServerHidesIt)
     fill();
 
     EXPECT_EQ(names(), QStringList({QStringLiteral("anna"), QStringLiteral("Anna Lindqvist"), QString()}));
+}
+
+TEST_F(JAHeadViewControllerTest, saysOnWhichServerTheUserIs)
+{
+    fill();
+    EXPECT_EQ(tljira::findView<QLabel>(header->view(), "serverLabel")->text(), QStringLiteral("· jira.example.test"));
+
+    server.misbehave(Match::on(userPath), Fault().status(500, "{}", "application/json"));
+    header->setOkSessionView();
+    ASSERT_TRUE(waitUntil([this] { return header->nameLabel()->text().isEmpty(); }));
+    EXPECT_EQ(tljira::findView<QLabel>(header->view(), "serverLabel")->text(), QStringLiteral("jira.example.test"));
+}
+
+TEST_F(JAHeadViewControllerTest, hasAPictureForWhoeverHasNone)
+{
+    const auto* placeholder = tljira::findView<QWidget>(header->view(), "avatarPlaceholder");
+    logIn();
+    server.misbehave(Match::on(avatarPath), Fault().hold(Point::responseBody(10)));
+    header->setOkSessionView();
+    waitForHeldExchange();
+    EXPECT_TRUE(ui::isOnScreen(placeholder));
+    EXPECT_FALSE(ui::isOnScreen(header->avatarImage()));
+    server.behave();
+    server.release();
+    ASSERT_TRUE(waitForAvatar());
+    EXPECT_FALSE(ui::isOnScreen(placeholder));
+    EXPECT_TRUE(ui::isOnScreen(header->avatarImage()));
+
+    loadAvatar(Fault().status(200, "no picture", "image/png"));
+    ASSERT_TRUE(waitUntil([this] { return header->avatarImage()->image().isNull(); }));
+    EXPECT_TRUE(ui::isOnScreen(placeholder));
+}
+
+TEST_F(JAHeadViewControllerTest, saysThatItAsksWhoTheUserIs)
+{
+    const auto* label = tljira::findView<QLabel>(header->view(), "lookupLabel");
+    const auto* spinner = tljira::findView<tljira::ProgressIndicator>(header->view(), "lookupIndicator");
+    logIn();
+    server.misbehave(Match::on(userPath), Fault().hold(Point::responseHead(0)));
+    header->setOkSessionView();
+    waitForHeldExchange();
+    EXPECT_TRUE(ui::isOnScreen(label));
+    EXPECT_EQ(label->text(), QStringLiteral("Asking who you are…"));
+    EXPECT_TRUE(ui::isOnScreen(spinner));
+    EXPECT_TRUE(spinner->isAnimating());
+    server.behave();
+    server.release();
+    ASSERT_TRUE(waitUntil([this] { return !header->nameLabel()->text().isEmpty(); }));
+    EXPECT_FALSE(ui::isOnScreen(label));
+    EXPECT_FALSE(ui::isOnScreen(spinner));
+
+    // The next time the last names stay meanwhile.
+    server.misbehave(Match::on(userPath), Fault().hold(Point::responseHead(0)));
+    header->setOkSessionView();
+    waitForHeldExchange();
+    EXPECT_FALSE(ui::isOnScreen(label));
+    EXPECT_TRUE(ui::isOnScreen(spinner));
+    server.release();
+    ASSERT_TRUE(waitUntil([spinner] { return !ui::isOnScreen(spinner); }));
+}
+
+TEST_F(JAHeadViewControllerTest, offersToLogOutWithoutMuchNoise)
+{
+    fill();
+    EXPECT_TRUE(button("logoutButton")->isFlat());
+    EXPECT_FALSE(button("logoutButton")->isDefault());
+}
+
+TEST_F(JAHeadViewControllerTest, hidesWhatThePanelCovers)
+{
+    const auto* waiting = tljira::findView<QLabel>(header->view(), "waitingLabel");
+    EXPECT_TRUE(ui::isOnScreen(waiting));
+    fill();
+    EXPECT_FALSE(ui::isOnScreen(waiting));
+    EXPECT_FALSE(header->findSessionProgressIndicator()->isHidden());
+    header->setActualView(nullptr);
+    EXPECT_TRUE(ui::isOnScreen(waiting));
 }
 
 TEST_F(JAHeadViewControllerTest, showsNamesAsPlainTextWhateverTheyHold)

@@ -2,6 +2,8 @@
 
 #include "constants/JAConstants.h"
 #include "platform/foundation/UserDefaults.h"
+#include "platform/toolkit/MessageLine.h"
+#include "platform/toolkit/View.h"
 #include "platform/toolkit/ViewClasses.h"
 #include "tests/kit/JiraTest.h"
 
@@ -333,6 +335,82 @@ TEST_F(JALoginWindowTest, livesUntilItsLoginHasEnded)
     server.release();
 
     EXPECT_TRUE(waitUntil([&letGo] { return letGo.expired(); }));
+}
+
+TEST_F(JALoginWindowTest, fillsInTheAddressThatIsSaved)
+{
+    const QString typed = QStringLiteral("http://jira.example.test/with/path");
+    client->setHost(typed);
+    const auto another = JALoginWindow::init();
+    another->window()->makeKeyAndOrderFront();
+
+    EXPECT_EQ(another->hostTextField()->text(), typed);
+    EXPECT_EQ(another->window()->widget()->focusWidget(), another->emailTextField());
+}
+
+TEST_F(JALoginWindowTest, saysBelowTheAddressWhatOfItCounts)
+{
+    const auto* help = tljira::findView<QLabel>(form->view(), "hostHelp");
+
+    ASSERT_TRUE(ui::isOnScreen(help));
+    EXPECT_EQ(help->text(), QStringLiteral("Of the address, scheme and host count"));
+    EXPECT_GE(help->y(), form->hostTextField()->geometry().bottom());
+    EXPECT_LT(help->y(), form->emailTextField()->y());
+    EXPECT_EQ(form->hostTextField()->accessibleDescription(), help->text());
+}
+
+TEST_F(JALoginWindowTest, keepsItsFieldsWhileALoginIsUnderWay)
+{
+    server.misbehave(Match::on("POST", "/rest/auth/1/session"), Fault().hold(standin::Point::responseHead(0)));
+    fillIn(address, anna, secret);
+    ui::click(form->loginButton());
+    waitForHeldExchange();
+    for (QLineEdit* field : {form->hostTextField(), form->emailTextField(), form->passwordTextField()}) {
+        const QString before = field->text();
+        QTest::keyClicks(field, QStringLiteral("x"));
+        EXPECT_EQ(field->text(), before) << field->objectName().toStdString();
+        EXPECT_EQ(field->palette().color(QPalette::Base), form->view()->palette().color(QPalette::Window));
+    }
+    server.release();
+    ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
+
+    for (QLineEdit* field : {form->hostTextField(), form->emailTextField(), form->passwordTextField()}) {
+        EXPECT_FALSE(field->isReadOnly()) << field->objectName().toStdString();
+        EXPECT_EQ(field->palette().color(QPalette::Base), form->view()->palette().color(QPalette::Base));
+    }
+}
+
+TEST_F(JALoginWindowTest, spinsBesideItsButtonWhileALoginIsUnderWay)
+{
+    server.misbehave(Match::on("POST", "/rest/auth/1/session"), Fault().hold(standin::Point::responseHead(0)));
+    fillIn(address, anna, secret);
+    ui::click(form->loginButton());
+    waitForHeldExchange();
+    drainMainQueue();
+
+    EXPECT_LE(form->spiner()->geometry().right(), form->cancelButton()->x());
+    EXPECT_LT(std::abs(form->spiner()->geometry().center().y() - form->loginButton()->geometry().center().y()), 3);
+    server.release();
+    ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
+}
+
+TEST_F(JALoginWindowTest, showsAnErrorBelowThePasswordAndOnlyThen)
+{
+    auto* line = tljira::findView<tljira::MessageLine>(form->view(), "errorLine");
+    QStringList announced;
+    QObject::connect(line, &tljira::MessageLine::announced, line,
+                     [&announced](const QString& words) { announced.append(words); });
+    EXPECT_FALSE(ui::isOnScreen(line));
+    const QRectF before = form->window()->frame();
+    logInWith(address, anna, QStringLiteral("wrong"));
+
+    EXPECT_TRUE(ui::isOnScreen(line));
+    EXPECT_TRUE(line->isAncestorOf(form->errorLabel()));
+    EXPECT_GE(line->y(), form->passwordTextField()->geometry().bottom());
+    EXPECT_LE(line->geometry().bottom(), form->loginButton()->y());
+    EXPECT_THAT(announced, ElementsAre(QStringLiteral("Incorrect login or password")));
+    EXPECT_GT(form->window()->frame().height(), before.height());
+    EXPECT_EQ(form->window()->frame().bottom(), before.bottom());
 }
 
 /// The form as the sheet of another window.

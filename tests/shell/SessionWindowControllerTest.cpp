@@ -1,5 +1,6 @@
 #include "platform/toolkit/Application.h"
 #include "platform/toolkit/Decorations.h"
+#include "platform/toolkit/ProgressIndicator.h"
 #include "platform/toolkit/View.h"
 #include "tests/shell/TLJiraUploadTest.h"
 
@@ -223,6 +224,102 @@ TEST_F(SessionWindowControllerTest, closesWithoutAModalRun)
 
     EXPECT_EQ(log.lines(), QStringList(QStringLiteral("JAWindowController windowWillClose")));
     EXPECT_FALSE(entry->window()->isVisible());
+}
+
+/// The window while the server is asked about the saved session.
+class SessionCheckTest : public SessionWindowControllerTest
+{
+protected:
+    void openWithoutAnAnswer()
+    {
+        logIn();
+        server.misbehave(standin::Match::on("GET", "/rest/auth/1/session"),
+                         standin::Fault().hold(standin::Point::responseHead(0)));
+        open();
+        waitForHeldExchange();
+    }
+
+    template <class View>
+    View* part(const char* name) const
+    {
+        return tljira::findView<View>(entry->view(), name);
+    }
+};
+
+TEST_F(SessionCheckTest, saysOnWhichServerItLooks)
+{
+    openWithoutAnAnswer();
+
+    const auto* label = part<QLabel>("connectingLabel");
+    const auto* spinner = part<tljira::ProgressIndicator>("connectingIndicator");
+    ASSERT_TRUE(ui::isOnScreen(label));
+    EXPECT_EQ(label->text(), QStringLiteral("Looking for your session on jira.example.test…"));
+    EXPECT_TRUE(ui::isOnScreen(spinner));
+    EXPECT_TRUE(spinner->isAnimating());
+    server.release();
+}
+
+TEST_F(SessionCheckTest, isLeftWithCancel)
+{
+    openWithoutAnAnswer();
+    ui::click(part<QPushButton>("cancelButton"));
+
+    EXPECT_FALSE(entry->window()->isVisible());
+    EXPECT_THAT(log.lines(), Contains(QStringLiteral("JAWindowController windowWillClose")));
+    server.release();
+}
+
+TEST_F(SessionCheckTest, endsTheSheetThatTheWindowIsAtCancel)
+{
+    logIn();
+    server.misbehave(standin::Match::on("GET", "/rest/auth/1/session"),
+                     standin::Fault().hold(standin::Point::responseHead(0)));
+    const auto host = tljira::Window::create(QStringLiteral("Host"), nullptr);
+    host->makeKeyAndOrderFront();
+    entry = TLJiraUpload::initWithName(LoneDocument::name(), document.path());
+    std::vector<int> codes;
+    host->beginSheet(entry->window(), [&codes](int code) { codes.push_back(code); });
+    waitForHeldExchange();
+    ui::click(part<QPushButton>("cancelButton"));
+
+    EXPECT_THAT(codes, ElementsAre(0));
+    server.release();
+}
+
+TEST_F(SessionCheckTest, givesWayToWhatTheServerAnswers)
+{
+    openWithoutAnAnswer();
+    server.release();
+    ASSERT_TRUE(waitForBody());
+    drainMainQueue();
+
+    EXPECT_EQ(part<QLabel>("connectingLabel"), nullptr);
+}
+
+TEST_F(SessionCheckTest, hasTheWidthThatTheOtherStatesHave)
+{
+    openWithoutAnAnswer();
+    std::vector<int> widths{entry->view()->width()};
+    server.behave();
+    server.release();
+    ASSERT_TRUE(waitForBody());
+    widths.push_back(entry->view()->width());
+    ui::click(tljira::findView<QPushButton>(entry->headViewController()->view(), "logoutButton"));
+    ASSERT_TRUE(waitForLoginForm());
+    widths.push_back(entry->view()->width());
+
+    EXPECT_THAT(widths, Each(480));
+}
+
+/// What the user has to fill in is where the keyboard is.
+TEST_F(SessionWindowControllerTest, leadsTheKeyboardToTheFirstEmptyField)
+{
+    client->setHost(address);
+    open();
+    ASSERT_TRUE(waitForLoginForm());
+
+    EXPECT_EQ(entry->jaLoginWindow()->hostTextField()->text(), address);
+    EXPECT_EQ(entry->window()->widget()->focusWidget(), entry->jaLoginWindow()->emailTextField());
 }
 
 } // namespace

@@ -4,7 +4,9 @@
 #include "platform/toolkit/Alert.h"
 #include "platform/toolkit/Layer.h"
 #include "platform/toolkit/OpenPanel.h"
+#include "platform/toolkit/View.h"
 #include "platform/toolkit/ViewClasses.h"
+#include "tests/kit/HeldGlobalQueue.h"
 #include "tests/upload/UploadTest.h"
 
 #include <QDialogButtonBox>
@@ -211,6 +213,121 @@ TEST_F(JAUploadBodyViewControllerTest, walksWithTheTabKeyFromTheKeyToTheButtons)
     EXPECT_EQ(window->widget()->focusWidget(), panel->cancelButton());
     QTest::keyClick(panel->cancelButton(), Qt::Key_Tab);
     EXPECT_EQ(window->widget()->focusWidget(), panel->uploadFileButton());
+}
+
+/// What the panel says of the document.
+class DocumentStateTest : public UploadTest
+{
+protected:
+    template <class View>
+    View* part(const char* name) const
+    {
+        return tljira::findView<View>(panel->view(), name);
+    }
+    bool isOnScreen(const char* name) const { return ui::isOnScreen(part<QWidget>(name)); }
+    QString textOf(const char* name) const { return part<QLabel>(name)->text(); }
+
+    void fail()
+    {
+        upload(QStringLiteral("NO-1"));
+        ASSERT_TRUE(waitUntil([this] { return hasFailed(); }));
+        ui::click(sheet()->cancelButton());
+    }
+};
+
+TEST_F(DocumentStateTest, hasAnIconAndASize)
+{
+    EXPECT_TRUE(isOnScreen("documentIcon"));
+    EXPECT_TRUE(waitUntil([this] { return textOf("documentSize") == QStringLiteral("25 bytes"); }));
+    const LoneDocument large(QByteArray(8 << 20, 'x'));
+    panel->setNewPathFile(large.path(), LoneDocument::name());
+    EXPECT_TRUE(waitUntil([this] { return textOf("documentSize") == QStringLiteral("8.0 MB"); }));
+}
+
+TEST_F(DocumentStateTest, isLookedAtOnAnotherThread)
+{
+    ASSERT_TRUE(waitUntil([this] { return !textOf("documentSize").isEmpty(); }));
+    const LoneDocument large(QByteArray(8 << 20, 'x'));
+    HeldGlobalQueue slowDisk;
+    panel->setNewPathFile(large.path(), LoneDocument::name());
+    drainMainQueue();
+    EXPECT_EQ(textOf("documentSize"), QStringLiteral("25 bytes"));
+    slowDisk.letGo();
+    EXPECT_TRUE(waitUntil([this] { return textOf("documentSize") == QStringLiteral("8.0 MB"); }));
+}
+
+TEST_F(DocumentStateTest, isKnownToBeAttachedAfterASuccess)
+{
+    EXPECT_EQ(panel->cancelButton()->text(), QStringLiteral("Cancel"));
+    upload();
+    ASSERT_TRUE(waitUntil([this] { return isDone(); }));
+    ui::click(sheet()->cancelButton());
+
+    EXPECT_TRUE(isOnScreen("attachedLine"));
+    EXPECT_EQ(textOf("attachedLabel"), QStringLiteral("Attached to ABC-1"));
+    EXPECT_FALSE(isOnScreen("goneLine"));
+    EXPECT_EQ(panel->cancelButton()->text(), QStringLiteral("Close"));
+    EXPECT_EQ(panel->cancelButton()->accessibleName(), QStringLiteral("Close"));
+    EXPECT_EQ(panel->cancelButton()->shortcut(), QKeySequence(Qt::Key_Escape));
+}
+
+TEST_F(DocumentStateTest, isGoneAfterAFailureInThePlaceOfItsName)
+{
+    EXPECT_FALSE(isOnScreen("goneLine"));
+    fail();
+
+    ASSERT_TRUE(waitUntil([this] { return isOnScreen("goneLine"); }));
+    EXPECT_EQ(textOf("goneLabel"),
+              QStringLiteral("The document is gone. Close this window and attach the document again."));
+    EXPECT_FALSE(ui::isOnScreen(panel->pathLabel()));
+    EXPECT_EQ(panel->pathLabel()->text(), LoneDocument::name());
+    EXPECT_EQ(panel->cancelButton()->text(), QStringLiteral("Close"));
+    EXPECT_TRUE(panel->uploadFileButton()->isEnabled());
+}
+
+TEST_F(DocumentStateTest, isThereAgainWithAnotherDocument)
+{
+    fail();
+    ASSERT_TRUE(waitUntil([this] { return isOnScreen("goneLine"); }));
+    const LoneDocument another;
+    panel->setNewPathFile(another.path(), LoneDocument::name());
+
+    EXPECT_FALSE(isOnScreen("goneLine"));
+    EXPECT_TRUE(ui::isOnScreen(panel->pathLabel()));
+    EXPECT_EQ(panel->cancelButton()->text(), QStringLiteral("Cancel"));
+}
+
+/// The second report of such an end is a success.
+TEST_F(DocumentStateTest, isNotAttachedAfterAnAnswerThatIsNoJson)
+{
+    server.misbehave(standin::Match::on("POST", "*/attachments"),
+                     standin::Fault().status(502, "<html>Bad gateway</html>", "text/html"));
+    upload();
+    ASSERT_TRUE(waitUntil([this] { return isDone(); }));
+    ASSERT_TRUE(waitUntil([this] { return part<QWidget>("goneLine")->isVisible(); }));
+
+    EXPECT_FALSE(isOnScreen("attachedLine"));
+}
+
+TEST_F(DocumentStateTest, hasHelpForTheKey)
+{
+    const QString words = QStringLiteral("The key stands in the issue's address, for example ABC-123");
+    EXPECT_TRUE(isOnScreen("taskHelp"));
+    EXPECT_EQ(textOf("taskHelp"), words);
+    EXPECT_EQ(panel->taskTextField()->accessibleDescription(), words);
+}
+
+TEST_F(DocumentStateTest, isNamedInTheSheetAndTheSheetIsAsWideAsThePanelAllows)
+{
+    window->setFrame(QRectF(50, 50, 700, 400), false);
+    holdUploadsAfter(1);
+    upload();
+    EXPECT_EQ(tljira::findView<QLabel>(sheet()->uploadingView(), "documentLabel")->text(),
+              LoneDocument::name() + QStringLiteral(" to ABC-1"));
+    EXPECT_EQ(sheet()->window()->contentView()->width(), panel->view()->width() - 40);
+    waitForHeldExchange();
+    server.release();
+    EXPECT_EQ(outcome(), QStringLiteral("DONE"));
 }
 
 } // namespace

@@ -1,8 +1,13 @@
 #include "upload/JAUploadingWindow.h"
 
+#include "platform/toolkit/AlertView.h"
 #include "platform/toolkit/View.h"
 #include "tests/kit/JiraTest.h"
 
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QLabel>
+#include <QRegularExpression>
 #include <QScrollArea>
 #include <QtTest/QTest>
 
@@ -21,8 +26,22 @@ protected:
     {
         parent->makeKeyAndOrderFront();
         parent->beginSheet(sheet->window(), [this](int code) { codes.push_back(code); });
+        for (auto* view : sheet->window()->widget()->findChildren<tljira::AlertView*>()) {
+            QObject::connect(view, &tljira::AlertView::announced, view,
+                             [this](const QString& words) { announced.append(words); });
+        }
     }
 
+    template <class View>
+    View* part(const char* name) const
+    {
+        return tljira::findView<View>(sheet->containerView(), name);
+    }
+    QString textOf(const char* name) const { return part<QLabel>(name)->text(); }
+    bool isOnScreen(const char* name) const { return ui::isOnScreen(part<QWidget>(name)); }
+
+    /// What screen readers are told, in order.
+    QStringList announced;
     std::vector<int> codes; // Outlives the sheet, which ends when its controller goes.
     const std::shared_ptr<tljira::Window> parent = tljira::Window::create(QStringLiteral("Parent"), nullptr);
     const std::shared_ptr<JAUploadingWindow> sheet = JAUploadingWindow::init();
@@ -232,6 +251,108 @@ TEST_F(JAUploadingWindowTest, keepsItsLastStateUntilTheNextCall)
     parent->beginSheet(sheet->window(), {});
 
     EXPECT_TRUE(ui::isShown(sheet->errorView()));
+}
+
+TEST_F(JAUploadingWindowTest, namesTheDocumentAndTheIssue)
+{
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(0, QStringLiteral("size is calculated"));
+
+    EXPECT_EQ(textOf("uploadingTitle"), QStringLiteral("Uploading"));
+    EXPECT_EQ(textOf("documentLabel"), QStringLiteral("plan.tessaloom to ABC-1"));
+}
+
+TEST_F(JAUploadingWindowTest, tellsHowFarItIsBesideTheSize)
+{
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(60, QStringLiteral(" 4.8 / 8.00 mb"));
+    sheet->setSent(6, 10);
+    EXPECT_EQ(textOf("rateLabel"), QStringLiteral("60 %"));
+    sheet->setSent(0, 0);
+    EXPECT_FALSE(isOnScreen("rateLabel"));
+}
+
+TEST_F(JAUploadingWindowTest, tellsHowFastItGoesAndHowLongItWillTake)
+{
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(1, QString());
+    qint64 sent = 0;
+    const QRegularExpression words(QStringLiteral("^\\d+ % · .*/s · .* left$"));
+    EXPECT_TRUE(waitUntil([&] {
+        sheet->setSent(sent += 1000, qint64(1) << 30);
+        return textOf("rateLabel").contains(words);
+    })) << textOf("rateLabel").toStdString();
+}
+
+TEST_F(JAUploadingWindowTest, waitsForTheServerOnceAllIsSent)
+{
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(100, QString());
+    sheet->setSent(10, 10);
+
+    EXPECT_EQ(textOf("rateLabel"), QStringLiteral("Waiting for the server…"));
+}
+
+TEST_F(JAUploadingWindowTest, saysWithATickWhereTheDocumentIs)
+{
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(50, QString());
+    sheet->setSent(5, 10);
+    EXPECT_FALSE(isOnScreen("doneLine"));
+    sheet->setSuccessState();
+
+    EXPECT_TRUE(isOnScreen("doneLine"));
+    EXPECT_EQ(textOf("doneLabel"), QStringLiteral("Attached to ABC-1"));
+    EXPECT_EQ(textOf("uploadingTitle"), QStringLiteral("Uploaded"));
+    EXPECT_FALSE(isOnScreen("rateLabel"));
+    EXPECT_THAT(announced, ElementsAre(QStringLiteral("Attached to ABC-1")));
+
+    sheet->setUploadingState(0, QString());
+    EXPECT_FALSE(isOnScreen("doneLine"));
+    EXPECT_EQ(textOf("uploadingTitle"), QStringLiteral("Uploading"));
+}
+
+TEST_F(JAUploadingWindowTest, saysNothingOfAnAttachmentAfterAnError)
+{
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setErrorState(refused);
+    sheet->setSuccessState();
+    sheet->setActualView(sheet->uploadingView());
+
+    EXPECT_FALSE(isOnScreen("doneLine"));
+}
+
+TEST_F(JAUploadingWindowTest, repeatsWhatTheServerSaysBelowTheMessage)
+{
+    client->setHost(address);
+    tljira::Error error = refused;
+    error.userInfo = QJsonObject{{QStringLiteral("errorMessages"), QJsonArray{QStringLiteral("Issue Does Not Exist")}}};
+    sheet->setErrorState(error);
+    drainMainQueue();
+
+    EXPECT_EQ(textOf("serverSentence"), QStringLiteral("jira.example.test says: “Issue Does Not Exist”"));
+    EXPECT_GE(part<QWidget>("serverSentence")->y(), sheet->errorMessage()->geometry().bottom());
+    EXPECT_EQ(part<QLabel>("serverSentence")->textFormat(), Qt::PlainText);
+    EXPECT_TRUE(isOnScreen("errorIcon"));
+
+    sheet->setErrorState(refused);
+    EXPECT_FALSE(isOnScreen("serverSentence"));
+}
+
+TEST_F(JAUploadingWindowTest, saysWhatTheUserCanDoAfterAnError)
+{
+    sheet->setErrorState(tljira::Error{QStringLiteral("(null)"), 404, {}});
+
+    EXPECT_TRUE(isOnScreen("advice"));
+    EXPECT_EQ(textOf("advice"), QStringLiteral("Attach the document again, and check the issue key."));
+}
+
+TEST_F(JAUploadingWindowTest, announcesAnErrorWithAllThatItSays)
+{
+    sheet->setErrorState(refused);
+
+    ASSERT_EQ(announced.size(), 1);
+    EXPECT_THAT(announced.first().toStdString(), AllOf(StartsWith("Error\nNot allowed here.\n"), HasSubstr("right")));
 }
 
 TEST(JAUploadingWindowBeforeLoadingTest, takesEveryCallQuietly)

@@ -129,7 +129,11 @@ TEST_F(TwoUploadsTest, anUploadThatIsCancelledTakesNothingFromTheNext)
     EXPECT_TRUE(panel->isUploading());
     EXPECT_FALSE(hasFailed());
     EXPECT_EQ(sheet()->cancelButton()->text(), QStringLiteral("Cancel"));
-    server.release();
+    // What was held may have been the first one, which its server has not given up yet.
+    EXPECT_TRUE(waitUntil([this] {
+        server.release();
+        return isDone() || hasFailed();
+    }));
     EXPECT_EQ(outcome(), QStringLiteral("DONE"));
     expectAnotherArrived();
 }
