@@ -1,5 +1,19 @@
 #include "download/JAAttachedCell.h"
 
+#include "platform/toolkit/ElidedLabel.h"
+
+#include <QBoxLayout>
+#include <QResizeEvent>
+
+namespace {
+
+constexpr int fewLetters = 18;
+constexpr int linesBesides = 2;
+// Of the usual sizes; all rows of a list are arranged alike.
+constexpr char16_t sizeText[] = u"000.00 MB";
+
+} // namespace
+
 JAAttachedCell::JAAttachedCell(QWidget* parent)
     : TableCellView(parent)
 {
@@ -11,8 +25,10 @@ JAAttachedCell::JAAttachedCell(QWidget* parent)
 
 void JAAttachedCell::awakeFromNib()
 {
-    if (m_dateLabel)
-        m_dateLabel->setForegroundRole(QPalette::PlaceholderText);
+    for (QLabel* label : {m_dateLabel.get(), m_sizeLabel.get()}) {
+        if (label)
+            label->setForegroundRole(QPalette::PlaceholderText);
+    }
     if (!m_downloadButton)
         return;
     connect(m_downloadButton, &QPushButton::clicked, this, [this] {
@@ -21,4 +37,40 @@ void JAAttachedCell::awakeFromNib()
         if (action)
             action(m_downloadButton);
     });
+}
+
+bool JAAttachedCell::hasHeightForWidth() const
+{
+    return layout() && layout()->hasHeightForWidth();
+}
+
+int JAAttachedCell::heightForWidth(int width) const
+{
+    arrange(width);
+    return layout() ? layout()->totalHeightForWidth(width) : -1;
+}
+
+void JAAttachedCell::resizeEvent(QResizeEvent* event)
+{
+    TableCellView::resizeEvent(event);
+    arrange(width());
+}
+
+// A host's own file may have another layout, which stays as it is.
+void JAAttachedCell::arrange(int width) const
+{
+    auto* const row = qobject_cast<QBoxLayout*>(layout());
+    if (!row || !m_titleLabel || !m_sizeLabel || !m_downloadButton)
+        return;
+    const int besides = m_sizeLabel->fontMetrics().horizontalAdvance(QString::fromUtf16(sizeText)) +
+                        m_downloadButton->sizeHint().width() + 3 * row->spacing();
+    const QMargins margins = row->contentsMargins();
+    const int left = width - margins.left() - margins.right() - besides;
+    const bool isNarrow = left < fewLetters * m_titleLabel->fontMetrics().averageCharWidth();
+    const auto direction = isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight;
+    if (row->direction() == direction)
+        return;
+    row->setDirection(direction);
+    if (auto* title = qobject_cast<tljira::ElidedLabel*>(m_titleLabel))
+        title->setMaximumLines(isNarrow ? 1 : linesBesides);
 }

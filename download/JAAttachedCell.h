@@ -46,7 +46,20 @@ public:
 
     void awakeFromNib() override;
 
+    ///@{
+    /// Qt's own. Where a name would have little room beside size and button, as it has in a large font, these stand
+    /// below it.
+    bool hasHeightForWidth() const override;
+    int heightForWidth(int width) const override;
+    ///@}
+
+protected:
+    /// Qt's own.
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    void arrange(int width) const;
+
     QPointer<QLabel> m_dateLabel;
     QPointer<QLabel> m_titleLabel;
     QPointer<QLabel> m_sizeLabel;

@@ -3,7 +3,10 @@
 #include "client/JAController.h"
 #include "platform/foundation/PathString.h"
 #include "platform/toolkit/Application.h"
+#include "platform/toolkit/InterfaceTexts.h"
 #include "platform/toolkit/View.h"
+
+#include <QLabel>
 
 #include <algorithm>
 #include <iterator>
@@ -21,6 +24,12 @@ bool isDocument(const Attachment& attachment)
 bool isNewer(const Attachment& a, const Attachment& b)
 {
     return a->date() > b->date();
+}
+
+/// The line below the key, which a host's interface file may lack.
+QLabel* helpOf(const QWidget* view)
+{
+    return view ? view->findChild<QLabel*>(QStringLiteral("issueKeyHelp")) : nullptr;
 }
 
 } // namespace
@@ -46,25 +55,59 @@ void JADownloadBodyViewController::viewDidLoad()
     ViewController::viewDidLoad();
     m_jaListAttachedWindow = JAListAttachedFilesWindow::init();
     jaValidSession();
+    if (const QLabel* help = helpOf(view()))
+        m_help = help->text();
+    if (auto* button = view()->findChild<QPushButton*>(QStringLiteral("cancelButton"))) {
+        QObject::connect(button, &QPushButton::clicked, button, [weak = std::weak_ptr(sharedFrom(this))] {
+            if (const auto self = weak.lock())
+                self->cancel();
+        });
+    }
+}
+
+void JADownloadBodyViewController::cancel()
+{
+    const auto shown = window();
+    if (const auto parent = shown ? shown->sheetParent() : nullptr)
+        parent->endSheet(shown, tljira::ModalResponse::Cancel);
+    else if (shown)
+        shown->close();
 }
 
 void JADownloadBodyViewController::getAttachAction()
 {
     const QString key = tljira::text(m_issueKeyTextField);
+    // Of an empty key nothing is said.
+    const int counted = key.isEmpty() ? 0 : 1;
+    m_lookUps += counted;
+    showThatItLooks();
     JAController::sharedInstance()->getIssueObject(
-        key, [self = sharedFrom(this)](const std::shared_ptr<const JAIssueObject>& issue, const auto&) {
+        key, [self = sharedFrom(this), key, counted](const std::shared_ptr<const JAIssueObject>& issue, const auto&) {
+            self->m_lookUps -= counted;
+            self->showThatItLooks();
             if (issue)
-                self->showAttachments(issue->attachments());
+                self->showAttachments(key, issue->attachments());
         });
 }
 
-void JADownloadBodyViewController::showAttachments(const Attachments& attachments)
+/// In words: a look-up has no indicator, and one that fails leaves the panel as it was.
+void JADownloadBodyViewController::showThatItLooks()
+{
+    const char* text =
+        QT_TRANSLATE_NOOP("JADownloadBodyViewController", "Looking for the issue… The list opens when it is found.");
+    if (QLabel* help = helpOf(view()))
+        help->setText(m_lookUps > 0 ? tljira::InterfaceTexts::shared().text("JADownloadBodyViewController", text)
+                                    : m_help);
+}
+
+void JADownloadBodyViewController::showAttachments(const QString& key, const Attachments& attachments)
 {
     Attachments documents = filteredAttachments(attachments);
     std::stable_sort(documents.begin(), documents.end(), isNewer);
     if (!m_jaListAttachedWindow)
         return;
     m_jaListAttachedWindow->setAttachments(documents);
+    m_jaListAttachedWindow->setIssueKey(key);
     if (const auto parent = window())
         parent->beginSheet(m_jaListAttachedWindow->window(), [self = sharedFrom(this)](int) { self->sheetDidEnd(); });
     m_jaListAttachedWindow->reload();

@@ -60,10 +60,14 @@ protected:
 private:
     JADownloadBodyViewController();
 
-    void showAttachments(const Attachments& attachments);
+    void showAttachments(const QString& key, const Attachments& attachments);
+    void showThatItLooks();
+    void cancel();
     void sheetDidEnd();
 
     std::optional<QString> m_path;
+    int m_lookUps = 0;
+    QString m_help;
     QPointer<QLineEdit> m_issueKeyTextField;
     QPointer<QPushButton> m_getAttachButton;
     QPointer<QWidget> m_shadow;

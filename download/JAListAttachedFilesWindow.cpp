@@ -4,14 +4,18 @@
 #include "constants/FrameworkBundle.h"
 #include "download/DownloadFileName.h"
 #include "download/DownloadFolder.h"
+#include "download/DownloadSizes.h"
+#include "download/DownloadState.h"
 #include "download/DownloadTurn.h"
 #include "download/PaletteOnWhite.h"
+#include "download/TightLayout.h"
 #include "platform/foundation/DateFormatter.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/Numbers.h"
 #include "platform/foundation/PathString.h"
 #include "platform/toolkit/InterfaceTexts.h"
 #include "platform/toolkit/Layer.h"
+#include "platform/toolkit/MessageLine.h"
 #include "platform/toolkit/View.h"
 #include "platform/toolkit/ViewClasses.h"
 
@@ -24,12 +28,15 @@ namespace {
 
 constexpr char tagProperty[] = "tag";
 constexpr const char* downloadName = QT_TRANSLATE_NOOP("JAListAttachedFilesWindow", "Download %1");
+constexpr const char* titleText = QT_TRANSLATE_NOOP("JAListAttachedFilesWindow", "Documents of %1");
+constexpr const char* emptyText = QT_TRANSLATE_NOOP("JAListAttachedFilesWindow", "%1 has no documents of this program");
+constexpr int longestKey = 40;
 constexpr double listHeight = 350;
 constexpr double otherHeight = 200;
 
-QString sizeText(qint64 bytes)
+QString translated(const char* source)
 {
-    return tljira::format(QStringLiteral("%0.2f MB"), static_cast<double>(bytes) / 1024.0 / 1024.0);
+    return tljira::InterfaceTexts::shared().text("JAListAttachedFilesWindow", source);
 }
 
 QPushButton* cancelButtonOf(const QWidget* view)
@@ -70,6 +77,10 @@ class JAListAttachedFilesWindow::Turn : public DownloadTurn
 {
 };
 
+class JAListAttachedFilesWindow::State : public DownloadState
+{
+};
+
 /// One for all rows: making it takes longer than making a cell.
 struct JAListAttachedFilesWindow::Dates
 {
@@ -78,6 +89,7 @@ struct JAListAttachedFilesWindow::Dates
 
 JAListAttachedFilesWindow::JAListAttachedFilesWindow()
     : m_turn(std::make_unique<Turn>())
+    , m_state(std::make_unique<State>())
 {
     outlets.bind("view", &m_view);
     outlets.bind("wrapperTableView", &m_wrapperTableView);
@@ -121,8 +133,15 @@ void JAListAttachedFilesWindow::windowDidLoad()
         m_view->setPalette(paletteOnWhite(QApplication::palette()));
     }
     tljira::log(u"JAListAttachedFilesWindow windowDidLoad");
-    if (m_tableView)
+    if (m_tableView) {
         m_tableView->setDataSource(this);
+        QObject::connect(m_tableView, &tljira::TableView::rowActivated, m_tableView,
+                         [weak = std::weak_ptr(sharedFrom(this))](qint64 row) {
+                             if (const auto self = weak.lock())
+                                 self->downloadRow(row);
+                         });
+    }
+    m_state->setViews(m_downloadView, m_downloadProgressBar, m_downloadPercent);
 }
 
 void JAListAttachedFilesWindow::showWindow()
@@ -132,6 +151,29 @@ void JAListAttachedFilesWindow::showWindow()
 }
 
 // The list.
+
+void JAListAttachedFilesWindow::setIssueKey(const std::optional<QString>& key)
+{
+    m_issueKey = key;
+    m_state->setOpensDocument(key.has_value());
+    if (key)
+        showIssueKey();
+}
+
+void JAListAttachedFilesWindow::showIssueKey()
+{
+    if (!m_view)
+        return;
+    QString key = m_issueKey->simplified();
+    if (key.size() > longestKey)
+        key = key.left(longestKey) + QStringLiteral("…");
+    if (auto* title = m_view->findChild<QLabel*>(QStringLiteral("listTitle"))) {
+        title->setText(translated(titleText).arg(key));
+        title->show();
+    }
+    if (auto* label = m_view->findChild<QLabel*>(QStringLiteral("noDataLabel")))
+        label->setText(translated(emptyText).arg(key));
+}
 
 void JAListAttachedFilesWindow::reload()
 {
@@ -175,13 +217,12 @@ void JAListAttachedFilesWindow::fillCell(JAAttachedCell& cell,
     if (auto* label = cell.titleLabel())
         label->setText(title);
     if (auto* label = cell.sizeLabel())
-        label->setText(sizeText(attachment->size()));
+        label->setText(megabytesText(attachment->size()));
     if (auto* label = cell.dateLabel())
         label->setText(dateText(*attachment));
     if (auto* button = cell.downloadButton()) {
         button->setProperty(tagProperty, row);
-        button->setAccessibleName(
-            tljira::InterfaceTexts::shared().text("JAListAttachedFilesWindow", downloadName).arg(title));
+        button->setAccessibleName(translated(downloadName).arg(title));
     }
     cell.setDownloadAction([weak = std::weak_ptr(sharedFrom(this))](QWidget* sender) {
         if (const auto self = weak.lock())
@@ -202,11 +243,15 @@ QString JAListAttachedFilesWindow::dateText(const JAAttachmentObject& attachment
 
 void JAListAttachedFilesWindow::downloadAction(QWidget* sender)
 {
-    const qint64 tag = sender ? sender->property(tagProperty).toLongLong() : 0;
-    tljira::log(u"Download Action %ld", tag);
-    const auto attachment = attachmentAtRow(tag);
+    downloadRow(sender ? sender->property(tagProperty).toLongLong() : 0);
+}
+
+void JAListAttachedFilesWindow::downloadRow(qint64 row)
+{
+    tljira::log(u"Download Action %ld", row);
+    const auto attachment = attachmentAtRow(row);
     if (!attachment) {
-        tljira::log(u"there is no attachment %ld any more", tag);
+        tljira::log(u"there is no attachment %ld any more", row);
         return;
     }
     m_path = tljira::appendingPathComponent(DownloadFolder::path(), downloadFileName(attachment->name()));
@@ -217,8 +262,18 @@ void JAListAttachedFilesWindow::downloadAction(QWidget* sender)
         tljira::log(u"%@", target);
         self->download(attachment, target, number);
     });
+    showStart(*attachment);
     setActualView(m_downloadView);
     setIsRunning(true);
+}
+
+/// Nothing of an earlier download is left to be seen while the server has not answered.
+void JAListAttachedFilesWindow::showStart(const JAAttachmentObject& attachment)
+{
+    setError(QString());
+    if (m_downloadProgressBar)
+        m_downloadProgressBar->setValue(0);
+    m_state->begin(attachment.name().value_or(QString()), attachment.size());
 }
 
 void JAListAttachedFilesWindow::setIsRunning(bool isRunning)
@@ -259,14 +314,17 @@ void JAListAttachedFilesWindow::updateDownload(qint64 bytes, qint64 total, const
     setError(QString());
     if (error) {
         setError(error->localizedDescription());
+        m_state->fail();
         return;
     }
     tljira::log(u"percent:%f total:%lld bytes: %lld %hhd", percent, total, bytes, completion);
     if (completion) {
         tljira::setText(m_downloadPercent, QStringLiteral("DONE"));
         m_isDone = true;
+        m_state->finish();
     } else {
         incrementProgressBar(tljira::truncatedToInt64(percent));
+        m_state->advance(bytes);
     }
 }
 
@@ -284,7 +342,7 @@ void JAListAttachedFilesWindow::setError(const QString& text)
 {
     incrementProgressBar(100);
     tljira::setText(m_downloadPercent, QString());
-    tljira::setText(m_downloadError, text);
+    tljira::MessageLine::show(m_downloadError, text);
 }
 
 void JAListAttachedFilesWindow::setActualView(QWidget* view)
@@ -298,6 +356,9 @@ void JAListAttachedFilesWindow::setActualView(QWidget* view)
     tljira::setHidden(m_wrapperTableView, true);
     tljira::setHidden(m_noDataView, true);
     tljira::setHidden(view, false);
+    if (view && view == m_noDataView && m_view)
+        fitIntoHeight(view, m_view->width(), static_cast<int>(otherHeight));
+    m_state->fit();
 }
 
 void JAListAttachedFilesWindow::cancalAction(QWidget*)

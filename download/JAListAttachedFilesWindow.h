@@ -39,6 +39,13 @@ public:
     ///@}
 
     ///@{
+    /// The issue that they belong to: the window says so. Whoever names it also opens what was downloaded when the
+    /// sheet has ended, so that the button for that reads "Open". Nothing at first.
+    std::optional<QString> issueKey() const { return m_issueKey; }
+    void setIssueKey(const std::optional<QString>& key);
+    ///@}
+
+    ///@{
     /// Where the newest download goes, whether it has ended or how; nothing before the first one. Never cleared.
     std::optional<QString> path() const { return m_path; }
     void setPath(const std::optional<QString>& path) { m_path = path; }
@@ -104,6 +111,9 @@ private:
     JAListAttachedFilesWindow();
 
     std::shared_ptr<const JAAttachmentObject> attachmentAtRow(qint64 row) const;
+    void showIssueKey();
+    void downloadRow(qint64 row);
+    void showStart(const JAAttachmentObject& attachment);
     void fillCell(JAAttachedCell& cell, const std::shared_ptr<const JAAttachmentObject>& attachment, qint64 row);
     void download(const std::shared_ptr<const JAAttachmentObject>& attachment, const QString& path, quint64 number);
     /// Where the keyboard is, and what Return does, while a download runs and after it.
@@ -120,6 +130,7 @@ private:
     QPointer<QWidget> m_downloadView;
 
     Attachments m_attachments;
+    std::optional<QString> m_issueKey;
     std::optional<QString> m_path;
     bool m_isDone = false;
     class Turn;
@@ -128,4 +139,6 @@ private:
     quint64 m_newestDownload = 0;
     struct Dates;
     std::unique_ptr<Dates> m_dates;
+    class State;
+    const std::unique_ptr<State> m_state;
 };

@@ -87,16 +87,28 @@
         <translation>Vorgangsschlüssel</translation>
     </message>
     <message>
-        <source>Show documents</source>
+        <source>Not logged in</source>
+        <translation>Nicht angemeldet</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Show Documents</source>
         <translation>Dokumente anzeigen</translation>
     </message>
     <message>
-        <source>Show &amp;documents</source>
+        <source>Show &amp;Documents</source>
         <translation>&amp;Dokumente anzeigen</translation>
     </message>
     <message>
-        <source>Not logged in</source>
-        <translation>Nicht angemeldet</translation>
+        <source>The key stands in the issue's address, for example ABC-123</source>
+        <translation>Der Schlüssel steht in der Adresse des Vorgangs, zum Beispiel ABC-123</translation>
+    </message>
+    <message>
+        <source>Looking for the issue… The list opens when it is found.</source>
+        <translation>Der Vorgang wird gesucht&#xa0;… Die Liste öffnet sich, wenn er gefunden ist.</translation>
     </message>
 </context>
 <context>
@@ -159,6 +171,42 @@
     <message>
         <source>Download %1</source>
         <translation>%1 herunterladen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Downloading</source>
+        <translation>Wird heruntergeladen</translation>
+    </message>
+    <message>
+        <source>Downloaded</source>
+        <translation>Heruntergeladen</translation>
+    </message>
+    <message>
+        <source>Not downloaded</source>
+        <translation>Nicht heruntergeladen</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Documents of %1</source>
+        <translation>Dokumente von %1</translation>
+    </message>
+    <message>
+        <source>%1 has no documents of this program</source>
+        <translation>%1 hat keine Dokumente dieses Programms</translation>
+    </message>
+    <message>
+        <source>Waiting for the server…</source>
+        <translation>Warten auf den Server&#xa0;…</translation>
     </message>
 </context>
 <context>

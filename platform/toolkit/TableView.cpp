@@ -3,7 +3,6 @@
 #include "platform/toolkit/TableCellView.h"
 
 #include <QApplication>
-#include <QLayout>
 #include <QPainter>
 #include <QScrollBar>
 
@@ -177,20 +176,26 @@ bool TableView::measure()
     if (needed == 0 || (!beginsAnew && needed <= m_measuredHeight))
         return false;
     const bool changes = needed != m_measuredHeight;
+    const qint64 firstInSight = step() > 0 ? offset() / step() : 0;
     m_measuredWidth = viewport()->width();
     m_measuredHeight = needed;
     updateScrollBar();
-    return changes && m_rowHeight == 0;
+    if (!changes || m_rowHeight > 0)
+        return false;
+    // What the user reads stays in sight, and so does what has been selected.
+    verticalScrollBar()->setValue(static_cast<int>(
+        std::min<qint64>(firstInSight * step(), std::numeric_limits<int>::max())));
+    scrollRowToVisible(m_selectedRow);
+    return true;
 }
 
 int TableView::neededHeight() const
 {
     int height = 0;
     for (const auto& [row, cell] : m_cells) {
-        const int width = viewport()->width();
-        const QLayout* layout = cell->layout();
-        const bool wraps = layout && layout->hasHeightForWidth();
-        const int needed = wraps ? layout->totalHeightForWidth(width) : cell->minimumSizeHint().height();
+        const bool wraps = cell->hasHeightForWidth();
+        const int needed =
+            wraps ? cell->heightForWidth(viewport()->width()) : cell->minimumSizeHint().height();
         height = std::max({height, needed, m_prototypeHeight});
     }
     return height;

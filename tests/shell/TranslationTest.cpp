@@ -45,6 +45,11 @@ TEST_F(TranslationTest, hasExactlyTheTextsOfTheInterfaceFilesAndThoseSetInCode)
           "Attach the document again, and check the issue key.", "The server does not take a document of this size.",
           "Check the connection, then attach the document again.", "Attach the document again, now or later."})
         needed.insert({QStringLiteral("JAUploadingWindow"), QString::fromUtf8(text)});
+    for (const char* text : {"Cancel", "Close", "Open", "Downloading", "Downloaded", "Not downloaded", "%1 of %2",
+                             "Documents of %1", "%1 has no documents of this program", "Waiting for the server…"})
+        needed.insert({QStringLiteral("JAListAttachedFilesWindow"), QString::fromUtf8(text)});
+    needed.insert({QStringLiteral("JADownloadBodyViewController"),
+                   QStringLiteral("Looking for the issue… The list opens when it is found.")});
     for (const char* text :
          {"%1 KB/s", "%1 MB/s", "about %1 h left", "about %1 min left", "about %1 s left", "%1 s left"})
         needed.insert({QStringLiteral("TransferRate"), QString::fromUtf8(text)});
@@ -64,7 +69,8 @@ TEST_F(TranslationTest, keepsMnemonicsEllipsesAndPlaces)
 {
     for (const auto& [text, translation] : translationsInto(german)) {
         EXPECT_FALSE(translation.isEmpty()) << text.source.toStdString();
-        for (const QString& mark : {QStringLiteral("&"), QStringLiteral("…"), QStringLiteral("%1")})
+        for (const QString& mark :
+             {QStringLiteral("&"), QStringLiteral("…"), QStringLiteral("%1"), QStringLiteral("%2")})
             EXPECT_EQ(translation.count(mark), text.source.count(mark)) << translation.toStdString();
     }
 }

@@ -76,7 +76,7 @@ Step Visit::logIn()
 
 Step Visit::lookUp(QString key)
 {
-    m_stage.journal.note(QStringLiteral("type the key %1 and press Show documents").arg(key));
+    m_stage.journal.note(QStringLiteral("type the key %1 and press Show Documents").arg(key));
     co_await user::type(panel().issueKeyTextField(), key);
     co_await user::click(panel().getAttachButton());
     co_await m_stage.until(QStringLiteral("the list comes up"),

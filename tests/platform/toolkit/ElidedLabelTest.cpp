@@ -4,7 +4,9 @@
 
 #include <QCoreApplication>
 #include <QHelpEvent>
+#include <QImage>
 #include <QToolTip>
+#include <QVBoxLayout>
 
 #include <gmock/gmock.h>
 
@@ -80,6 +82,91 @@ TEST_F(ElidedLabelTest, showsNoToolTipForATextThatFits)
     askForToolTip();
 
     EXPECT_EQ(QToolTip::text(), QString());
+}
+
+// A few lines.
+
+class LinesOfElidedLabelTest : public ElidedLabelTest
+{
+protected:
+    LinesOfElidedLabelTest() { label.setMaximumLines(2); }
+
+    int lineHeight() const { return label.minimumSizeHint().height(); }
+    int widthFor(const QString& words) const { return label.fontMetrics().horizontalAdvance(words) + 2; }
+    QImage picture()
+    {
+        label.resize(label.width(), label.heightForWidth(label.width()));
+        return label.grab().toImage();
+    }
+};
+
+TEST_F(LinesOfElidedLabelTest, TakesOneLineForATextThatFits)
+{
+    EXPECT_TRUE(label.hasHeightForWidth());
+    EXPECT_EQ(label.heightForWidth(widthFor(text)), lineHeight());
+}
+
+TEST_F(LinesOfElidedLabelTest, BreaksBetweenWordsAndTakesTwoLines)
+{
+    const int width = widthFor(QStringLiteral("A rather long name of a <b>document</b>"));
+    label.resize(width, label.heightForWidth(width));
+    EXPECT_GT(label.height(), lineHeight() * 3 / 2);
+    EXPECT_LE(label.height(), lineHeight() * 2 + 2);
+    EXPECT_EQ(label.shownText(), text);
+}
+
+TEST_F(LinesOfElidedLabelTest, LeavesOutTheMiddleOfATextThatDoesNotFitIntoItsLines)
+{
+    const int width = widthFor(QStringLiteral("A rather long"));
+    label.resize(width, label.heightForWidth(width));
+    EXPECT_LE(label.height(), lineHeight() * 2 + 2);
+    EXPECT_THAT(label.shownText().toStdString(), testing::HasSubstr("…"));
+    EXPECT_THAT(label.shownText().toStdString(), testing::StartsWith("A rather"));
+    EXPECT_THAT(label.shownText().toStdString(), testing::EndsWith("loom"));
+}
+
+TEST_F(LinesOfElidedLabelTest, BreaksANameWithoutBlanksAnywhere)
+{
+    label.setText(QString(60, u'x'));
+    const int width = widthFor(QString(40, u'x'));
+    label.resize(width, label.heightForWidth(width));
+    EXPECT_EQ(label.shownText(), label.text());
+    EXPECT_GT(label.height(), lineHeight() * 3 / 2);
+}
+
+TEST_F(LinesOfElidedLabelTest, DrawsBothLines)
+{
+    label.setText(QStringLiteral("xxxx xxxx"));
+    label.resize(widthFor(QStringLiteral("xxxx ")), 1);
+    const QImage image = picture();
+    const auto isWritten = [&image](int top, int bottom) {
+        const QRgb ground = image.pixel(0, 0);
+        for (int y = top; y < bottom; ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (image.pixel(x, y) != ground)
+                    return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_TRUE(isWritten(0, image.height() / 2));
+    EXPECT_TRUE(isWritten(image.height() / 2, image.height()));
+}
+
+TEST_F(LinesOfElidedLabelTest, GetsTheHeightOfItsLinesInALayout)
+{
+    QWidget around;
+    auto* layout = new QVBoxLayout(&around);
+    auto* inside = new tljira::ElidedLabel;
+    inside->setMaximumLines(2);
+    inside->setText(text);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(inside);
+    layout->addStretch();
+    around.resize(widthFor(QStringLiteral("A rather long name of a <b>document</b>")), 300);
+    around.show();
+    EXPECT_EQ(inside->height(), inside->heightForWidth(around.width()));
+    EXPECT_GT(inside->height(), lineHeight());
 }
 
 } // namespace
