@@ -1,6 +1,7 @@
 #include "download/DownloadState.h"
 
 #include "download/DownloadSizes.h"
+#include "download/SecondClick.h"
 #include "download/TightLayout.h"
 #include "platform/toolkit/InterfaceTexts.h"
 #include "platform/toolkit/MessageLine.h"
@@ -51,16 +52,17 @@ void DownloadState::setViews(QWidget* view, QProgressBar* bar, QLabel* percent)
     m_percent = percent;
     if (!view)
         return;
-    m_title = view->findChild<QLabel*>(QStringLiteral("downloadTitle"));
-    m_name = view->findChild<QLabel*>(QStringLiteral("downloadName"));
-    m_details = view->findChild<QLabel*>(QStringLiteral("downloadDetails"));
-    m_doneSize = view->findChild<QLabel*>(QStringLiteral("downloadDoneSize"));
+    m_title = tljira::findView<QLabel>(view, "downloadTitle");
+    m_name = tljira::findView<QLabel>(view, "downloadName");
+    m_details = tljira::findView<QLabel>(view, "downloadDetails");
+    m_doneSize = tljira::findView<QLabel>(view, "downloadDoneSize");
     const QList<QPushButton*> buttons = view->findChildren<QPushButton*>();
     const auto isCancel = [](const QPushButton* button) {
         return button->property("action") == QLatin1String("cancalAction");
     };
     const auto found = std::find_if(buttons.begin(), buttons.end(), isCancel);
     m_button = found == buttons.end() ? nullptr : *found;
+    SecondClick::keepFrom(m_button);
 }
 
 void DownloadState::begin(const QString& name, qint64 size)

@@ -9,6 +9,7 @@ namespace {
 
 constexpr int fewLetters = 18;
 constexpr int linesBesides = 2;
+constexpr int narrowSpacing = 4;
 // Of the usual sizes; all rows of a list are arranged alike.
 constexpr char16_t sizeText[] = u"000.00 MB";
 
@@ -71,6 +72,8 @@ void JAAttachedCell::arrange(int width) const
     if (row->direction() == direction)
         return;
     row->setDirection(direction);
+    if (QLayout* besideName = row->itemAt(row->count() - 1)->layout())
+        besideName->setSpacing(isNarrow ? narrowSpacing : row->spacing());
     if (auto* title = qobject_cast<tljira::ElidedLabel*>(m_titleLabel))
         title->setMaximumLines(isNarrow ? 1 : linesBesides);
 }

@@ -6,8 +6,6 @@
 #include "platform/toolkit/InterfaceTexts.h"
 #include "platform/toolkit/View.h"
 
-#include <QLabel>
-
 #include <algorithm>
 #include <iterator>
 
@@ -24,12 +22,6 @@ bool isDocument(const Attachment& attachment)
 bool isNewer(const Attachment& a, const Attachment& b)
 {
     return a->date() > b->date();
-}
-
-/// The line below the key, which a host's interface file may lack.
-QLabel* helpOf(const QWidget* view)
-{
-    return view ? view->findChild<QLabel*>(QStringLiteral("issueKeyHelp")) : nullptr;
 }
 
 } // namespace
@@ -55,9 +47,9 @@ void JADownloadBodyViewController::viewDidLoad()
     ViewController::viewDidLoad();
     m_jaListAttachedWindow = JAListAttachedFilesWindow::init();
     jaValidSession();
-    if (const QLabel* help = helpOf(view()))
-        m_help = help->text();
-    if (auto* button = view()->findChild<QPushButton*>(QStringLiteral("cancelButton"))) {
+    m_helpLabel = tljira::findView<QLabel>(view(), "issueKeyHelp");
+    m_help = tljira::text(m_helpLabel);
+    if (auto* button = tljira::findView<QPushButton>(view(), "cancelButton")) {
         QObject::connect(button, &QPushButton::clicked, button, [weak = std::weak_ptr(sharedFrom(this))] {
             if (const auto self = weak.lock())
                 self->cancel();
@@ -95,9 +87,9 @@ void JADownloadBodyViewController::showThatItLooks()
 {
     const char* text =
         QT_TRANSLATE_NOOP("JADownloadBodyViewController", "Looking for the issue… The list opens when it is found.");
-    if (QLabel* help = helpOf(view()))
-        help->setText(m_lookUps > 0 ? tljira::InterfaceTexts::shared().text("JADownloadBodyViewController", text)
-                                    : m_help);
+    tljira::setText(m_helpLabel, m_lookUps > 0
+                                     ? tljira::InterfaceTexts::shared().text("JADownloadBodyViewController", text)
+                                     : m_help);
 }
 
 void JADownloadBodyViewController::showAttachments(const QString& key, const Attachments& attachments)

@@ -5,6 +5,7 @@
 #include "platform/foundation/Export.h"
 #include "platform/toolkit/ViewController.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
@@ -68,6 +69,7 @@ private:
     std::optional<QString> m_path;
     int m_lookUps = 0;
     QString m_help;
+    QPointer<QLabel> m_helpLabel;
     QPointer<QLineEdit> m_issueKeyTextField;
     QPointer<QPushButton> m_getAttachButton;
     QPointer<QWidget> m_shadow;

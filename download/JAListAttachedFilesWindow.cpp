@@ -162,17 +162,13 @@ void JAListAttachedFilesWindow::setIssueKey(const std::optional<QString>& key)
 
 void JAListAttachedFilesWindow::showIssueKey()
 {
-    if (!m_view)
-        return;
     QString key = m_issueKey->simplified();
     if (key.size() > longestKey)
         key = key.left(longestKey) + QStringLiteral("…");
-    if (auto* title = m_view->findChild<QLabel*>(QStringLiteral("listTitle"))) {
-        title->setText(translated(titleText).arg(key));
-        title->show();
-    }
-    if (auto* label = m_view->findChild<QLabel*>(QStringLiteral("noDataLabel")))
-        label->setText(translated(emptyText).arg(key));
+    auto* title = tljira::findView<QLabel>(m_view, "listTitle");
+    tljira::setText(title, translated(titleText).arg(key));
+    tljira::setHidden(title, false);
+    tljira::setText(tljira::findView<QLabel>(m_view, "noDataLabel"), translated(emptyText).arg(key));
 }
 
 void JAListAttachedFilesWindow::reload()

@@ -167,24 +167,25 @@ void TableView::layOutCells()
     m_isLayingOut = false;
 }
 
-/// What the cells in sight need at this width, and no less than their prototype has. Reused cells may need more than
-/// those before them; rows become lower only when all begins anew. Answers whether anything has changed.
+/// What the cells in sight need, and no less than their prototype has. Reused cells may need more than those before
+/// them, and so may all when a scroll bar takes some of their width; rows become lower only when the table itself has
+/// changed, so that this comes to an end. Answers whether anything is different.
 bool TableView::measure()
 {
-    const bool beginsAnew = m_measuredWidth != viewport()->width();
+    const bool beginsAnew = m_measuredWidth != width();
     const int needed = neededHeight();
     if (needed == 0 || (!beginsAnew && needed <= m_measuredHeight))
         return false;
     const bool changes = needed != m_measuredHeight;
     const qint64 firstInSight = step() > 0 ? offset() / step() : 0;
-    m_measuredWidth = viewport()->width();
+    m_measuredWidth = width();
     m_measuredHeight = needed;
     updateScrollBar();
     if (!changes || m_rowHeight > 0)
         return false;
     // What the user reads stays in sight, and so does what has been selected.
-    verticalScrollBar()->setValue(static_cast<int>(
-        std::min<qint64>(firstInSight * step(), std::numeric_limits<int>::max())));
+    verticalScrollBar()->setValue(
+        static_cast<int>(std::min<qint64>(firstInSight * step(), std::numeric_limits<int>::max())));
     scrollRowToVisible(m_selectedRow);
     return true;
 }
@@ -194,8 +195,7 @@ int TableView::neededHeight() const
     int height = 0;
     for (const auto& [row, cell] : m_cells) {
         const bool wraps = cell->hasHeightForWidth();
-        const int needed =
-            wraps ? cell->heightForWidth(viewport()->width()) : cell->minimumSizeHint().height();
+        const int needed = wraps ? cell->heightForWidth(viewport()->width()) : cell->minimumSizeHint().height();
         height = std::max({height, needed, m_prototypeHeight});
     }
     return height;

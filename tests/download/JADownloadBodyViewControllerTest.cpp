@@ -2,6 +2,7 @@
 
 #include "constants/FrameworkBundle.h"
 #include "platform/toolkit/Application.h"
+#include "platform/toolkit/View.h"
 #include "platform/toolkit/WindowDelegate.h"
 #include "tests/download/DownloadTest.h"
 
@@ -87,6 +88,12 @@ protected:
 
     void close() { tests::ui::click(tests::closeButton(*panel->jaListAttachedWindow()->window())); }
 
+    QString help() const { return tljira::text(QPointer(tljira::findView<QLabel>(panel->view(), "issueKeyHelp"))); }
+    QLabel* listLabel(const char* name) const { return tljira::findView<QLabel>(list().view(), name); }
+    QPushButton* cancelButton() const { return tljira::findView<QPushButton>(panel->view(), "cancelButton"); }
+
+    const QString usualHelp = QStringLiteral("The key stands in the issue's address, for example ABC-123");
+    const QString busyHelp = QStringLiteral("Looking for the issue… The list opens when it is found.");
     std::shared_ptr<JADownloadBodyViewController> panel;
     std::shared_ptr<tljira::Window> window;
 };
@@ -95,6 +102,108 @@ TEST_F(JADownloadBodyViewControllerTest, findsEverythingInItsInterfaceFile)
 {
     EXPECT_THAT(panel->interfaceProblems(), IsEmpty());
     EXPECT_TRUE(panel->getAttachButton()->isDefault());
+}
+
+// What a look-up shows.
+
+TEST_F(JADownloadBodyViewControllerTest, saysInThePressThatItLooks)
+{
+    EXPECT_EQ(help(), usualHelp);
+    server.misbehave(Match::on("*/issue/*").once(), Fault().hold(Point::responseHead(0)));
+    type(QStringLiteral("ABC-1"));
+    press();
+    EXPECT_EQ(help(), busyHelp);
+    waitForHeldExchange();
+    EXPECT_EQ(help(), busyHelp);
+    server.release();
+    ASSERT_TRUE(tests::waitUntil([this] { return isSheetUp(); }));
+    EXPECT_EQ(help(), usualHelp);
+}
+
+TEST_F(JADownloadBodyViewControllerTest, saysThatItLooksUntilTheLastOfTwoHasEnded)
+{
+    server.misbehave(Match::on("*/issue/NO-1").once(), Fault().hold(Point::responseHead(0)));
+    type(QStringLiteral("NO-1"));
+    press();
+    waitForHeldExchange();
+    lookUpInVain(QStringLiteral("NO-2"));
+    EXPECT_EQ(help(), busyHelp);
+    server.release();
+    EXPECT_TRUE(tests::waitUntil([this] { return help() == usualHelp; }));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, looksAsBeforeAfterALookUpInVain)
+{
+    lookUpInVain(QStringLiteral("NO-1"));
+    EXPECT_TRUE(tests::waitUntil([this] { return help() == usualHelp; }));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, saysNothingWhileItAsksForAnEmptyKey)
+{
+    server.misbehave(Match::on("*/issue").once(), Fault().hold(Point::responseHead(0)));
+    press();
+    EXPECT_EQ(help(), usualHelp);
+    waitForHeldExchange();
+    EXPECT_EQ(help(), usualHelp);
+}
+
+TEST_F(JADownloadBodyViewControllerTest, theListNamesTheIssue)
+{
+    add("a.tessaloom", early);
+    lookUp();
+    EXPECT_TRUE(listLabel("listTitle")->isVisible());
+    EXPECT_EQ(listLabel("listTitle")->text(), QStringLiteral("Documents of ABC-1"));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, theEmptyViewNamesTheIssue)
+{
+    server.addIssue("ABC-2");
+    add("a.tessaloom", early);
+    lookUp();
+    close();
+    lookUp(QStringLiteral("ABC-2"));
+    EXPECT_EQ(listLabel("noDataLabel")->text(), QStringLiteral("ABC-2 has no documents of this program"));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, theButtonOpensWhatWasDownloaded)
+{
+    add("a.tessaloom", early);
+    lookUp();
+    download();
+    auto* button = tests::closeButton(*panel->jaListAttachedWindow()->window());
+    EXPECT_EQ(button->text(), QStringLiteral("Open"));
+    EXPECT_EQ(button->accessibleName(), QStringLiteral("Open"));
+    EXPECT_TRUE(button->isDefault());
+    QTest::keyClick(button, Qt::Key_Return);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(tests::contentsOf(panel->path().value_or(QString())), QByteArray("the plan"));
+}
+
+// Cancel.
+
+TEST_F(JADownloadBodyViewControllerTest, cancelClosesTheWindow)
+{
+    tests::click(cancelButton());
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(panel->path(), std::nullopt);
+}
+
+TEST_F(JADownloadBodyViewControllerTest, escapeCancels)
+{
+    QTest::keyClick(panel->issueKeyTextField(), Qt::Key_Escape);
+    EXPECT_TRUE(tests::waitUntil([this] { return !window->isVisible(); }));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, cancelEndsTheSheetThatItsWindowIs)
+{
+    window->orderOut();
+    const auto host = tests::shownWindow();
+    std::optional<int> code;
+    host->beginSheet(window, [&code](int returnCode) { code = returnCode; });
+    tests::drainMainQueue();
+    tests::click(cancelButton());
+    EXPECT_EQ(code, tljira::ModalResponse::Cancel);
+    EXPECT_TRUE(host->isVisible());
 }
 
 // Covering.

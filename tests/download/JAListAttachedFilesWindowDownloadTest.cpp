@@ -3,12 +3,17 @@
 
 #include "platform/foundation/FileManager.h"
 #include "platform/foundation/TemporaryDirectory.h"
+#include "platform/toolkit/PaletteColors.h"
+#include "platform/toolkit/View.h"
 #include "tests/download/DownloadTest.h"
 #include "tests/kit/WithoutPrivileges.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QMouseEvent>
+#include <QRegularExpression>
+#include <QScrollArea>
 #include <QtTest/QTest>
 
 #include <algorithm>
@@ -57,6 +62,11 @@ protected:
     QString error() const { return list->downloadError()->text(); }
     int bar() const { return list->downloadProgressBar()->value(); }
     QString target() const { return list->path().value_or(QString()); }
+    QLabel* label(const char* name) const { return tljira::findView<QLabel>(list->view(), name); }
+    QString title() const { return tljira::text(QPointer(label("downloadTitle"))); }
+    QString details() const { return tljira::text(QPointer(label("downloadDetails"))); }
+    QString closeButtonText() const { return tests::closeButton(*list->window())->text(); }
+    QColor barColor() const { return list->downloadProgressBar()->palette().color(QPalette::Highlight); }
 
     /// The download has ended, and the file is where it is going to be.
     void waitForEnd()
@@ -189,6 +199,142 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, showsTheDownloadingState)
     EXPECT_EQ(list->window()->frame(), QRectF(before.x(), before.bottom() - 200, before.width(), 200));
 }
 
+TEST_F(JAListAttachedFilesWindowDownloadTest, saysInThePressWhatItDoes)
+{
+    showFile("plan.tessaloom", "the plan");
+    server.misbehave(Match::on("*/secure/*").once(), Fault().hold(Point::responseHead(0)));
+    press();
+    EXPECT_EQ(title(), QStringLiteral("Downloading"));
+    EXPECT_EQ(tljira::text(QPointer(label("downloadName"))), QStringLiteral("plan.tessaloom"));
+    EXPECT_EQ(details(), QStringLiteral("Waiting for the server…"));
+    EXPECT_EQ(closeButtonText(), QStringLiteral("Cancel"));
+    EXPECT_EQ(bar(), 0);
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, showsNothingOfAnEarlierDownloadWhileItWaits)
+{
+    showFile("plan.tessaloom", "the plan");
+    for (const bool fails : {true, false}) {
+        if (fails)
+            server.misbehave(Match::on("*/secure/*").once(), Fault().close(Point::responseBody(3)));
+        downloadAndWait();
+        list->reload();
+        tests::drainMainQueue();
+        downloadAndHold(Point::responseHead(0));
+        EXPECT_EQ(percent(), QString());
+        EXPECT_EQ(error(), QString());
+        EXPECT_EQ(bar(), 0);
+        EXPECT_FALSE(label("downloadDoneSize")->isVisible());
+        EXPECT_FALSE(list->downloadError()->isVisible());
+        EXPECT_TRUE(list->downloadPercent()->isVisible());
+        EXPECT_EQ(barColor(), list->view()->palette().color(QPalette::Highlight));
+        server.release();
+        waitForEnd();
+        list->reload();
+        tests::drainMainQueue();
+    }
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, showsHowMuchHasComeHowFastAndHowLongItTakes)
+{
+    showSyntheticFile(40 << 20);
+    server.misbehave(Match::on("*/secure/*"), Fault().drip(1 << 20, 100ms));
+    press();
+    const QRegularExpression all(
+        QStringLiteral("^\\d+\\.\\d of 40\\.00 MB · \\d+(\\.\\d)? [KM]B/s · (about )?\\d+ s left$"));
+    ASSERT_TRUE(tests::waitUntil([&] { return all.match(details()).hasMatch() || list->isDone(); }));
+    EXPECT_FALSE(list->isDone()) << details().toStdString();
+    EXPECT_TRUE(percent().endsWith(u'%'));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, tellsThatNothingComesAnyMore)
+{
+    showSyntheticFile(40 << 20);
+    server.misbehave(Match::on("*/secure/*"), Fault().hold(Point::responseBody(20 << 20)));
+    press();
+    ASSERT_TRUE(tests::waitUntil([this] { return details().contains(QStringLiteral("B/s")); }));
+    const QString before = details();
+    EXPECT_TRUE(before.startsWith(QStringLiteral("20.0 of 40.00 MB · ")));
+    EXPECT_TRUE(tests::waitUntil([&] { return details() != before; }));
+    EXPECT_TRUE(details().startsWith(QStringLiteral("20.0 of 40.00 MB · "))) << details().toStdString();
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, leavesOutOfTheNumbersWhatHasNoRoom)
+{
+    showSyntheticFile(40 << 20);
+    QFont font = list->view()->font();
+    font.setPointSize(20);
+    list->view()->setFont(font);
+    server.misbehave(Match::on("*/secure/*"), Fault().hold(Point::responseBody(20 << 20)));
+    press();
+    ASSERT_TRUE(tests::waitUntil([this] { return details().startsWith(QStringLiteral("20.0 of 40.00 MB")); }));
+    const QLabel* shown = label("downloadDetails");
+    EXPECT_LE(shown->fontMetrics().horizontalAdvance(details()), shown->width());
+    EXPECT_FALSE(details().contains(QStringLiteral("B/s")));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, theEndIsShownWithATickAndTheSize)
+{
+    show(attach({.fileName = "plan.tessaloom", .syntheticSize = 3 << 19}));
+    downloadAndWait();
+    EXPECT_EQ(title(), QStringLiteral("Downloaded"));
+    EXPECT_EQ(percent(), QStringLiteral("DONE"));
+    EXPECT_TRUE(label("downloadDoneSize")->isVisible());
+    EXPECT_EQ(tljira::text(QPointer(label("downloadDoneSize"))), QStringLiteral("1.50 MB"));
+    EXPECT_EQ(details(), QString());
+    EXPECT_EQ(closeButtonText(), QStringLiteral("Close"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, theButtonReadsOpenWhereSomebodyOpensTheDocument)
+{
+    list->setIssueKey(QStringLiteral("ABC-1"));
+    showFile("plan.tessaloom", "the plan");
+    downloadAndHold(Point::responseBody(3));
+    EXPECT_EQ(closeButtonText(), QStringLiteral("Cancel"));
+    server.release();
+    waitForEnd();
+    EXPECT_EQ(closeButtonText(), QStringLiteral("Open"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, AFailureIsShownInTheColourOfErrors)
+{
+    list->setIssueKey(QStringLiteral("ABC-1"));
+    showFile("plan.tessaloom", "the plan");
+    server.misbehave(Match::on("*/secure/*").once(), Fault().close(Point::responseBody(3)));
+    downloadAndWait();
+    EXPECT_EQ(title(), QStringLiteral("Not downloaded"));
+    EXPECT_TRUE(list->downloadError()->isVisible());
+    EXPECT_EQ(barColor(), tljira::errorColor(list->view()->palette()));
+    EXPECT_FALSE(list->downloadPercent()->isVisible());
+    EXPECT_FALSE(label("downloadDetails")->isVisible());
+    EXPECT_EQ(closeButtonText(), QStringLiteral("Close"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, AMessageTakesRoomOnlyWhenThereIsOne)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndHold(Point::responseBody(3));
+    EXPECT_FALSE(list->downloadError()->isVisible());
+    server.release();
+    waitForEnd();
+    EXPECT_FALSE(list->downloadError()->isVisible());
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, everythingHasItsRoomInALargeFont)
+{
+    showFile("plan.tessaloom", "the plan");
+    QFont font = list->view()->font();
+    font.setPointSize(24);
+    list->view()->setFont(font);
+    server.misbehave(Match::on("*/secure/*").once(), Fault().close(Point::responseBody(3)));
+    downloadAndWait();
+    auto* area = tljira::findView<QScrollArea>(list->view(), "downloadScrollArea");
+    EXPECT_EQ(list->window()->frame().height(), 200);
+    EXPECT_FALSE(label("downloadTitle")->isVisible());
+    EXPECT_GE(list->downloadError()->height(), list->downloadError()->heightForWidth(list->downloadError()->width()));
+    EXPECT_GE(area->widget()->height(), area->widget()->heightForWidth(area->widget()->width()));
+}
+
 TEST_F(JAListAttachedFilesWindowDownloadTest, showsHowFarItIs)
 {
     showSyntheticFile(1'000'000);
@@ -299,6 +445,56 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, noKeyThatBeganADownloadTouchesItAg
     EXPECT_THAT(returnCodes, ElementsAre(0));
     EXPECT_EQ(server.requests("*/secure/*").size(), 1U);
     EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, returnDownloadsTheSelectedRow)
+{
+    const auto first = attach({.fileName = "first.txt", .bytes = "first"});
+    const auto second = attach({.fileName = "second.txt", .bytes = "second"});
+    list->setAttachments({first, second});
+    list->reload();
+    ASSERT_TRUE(tests::waitUntil([this] { return list->tableView()->hasFocus(); }));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(log.lines().filter(QStringLiteral("Download Action")), QStringList{QStringLiteral("Download Action 1")});
+    waitForEnd();
+    EXPECT_EQ(contentsOf(target()), QByteArray("second"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, ADoubleClickOnARowDownloadsItOnce)
+{
+    const auto first = attach({.fileName = "first.txt", .bytes = "first"});
+    const auto second = attach({.fileName = "second.txt", .bytes = "second"});
+    list->setAttachments({first, second});
+    list->reload();
+    tests::drainMainQueue();
+    auto* title = tests::cellAtRow(*list, 1)->titleLabel();
+    QTest::mouseClick(title, Qt::LeftButton);
+    EXPECT_TRUE(list->wrapperTableView()->isVisible());
+    QTest::mouseDClick(title, Qt::LeftButton);
+    waitForEnd();
+    EXPECT_EQ(contentsOf(target()), QByteArray("second"));
+    EXPECT_EQ(server.requests("*/secure/*").size(), 1U);
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, theSecondClickOfADoubleClickOnARowsButtonDoesNotCancel)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndHold(Point::responseHead(0));
+    auto* button = tests::closeButton(*list->window());
+    const QPoint middle = button->rect().center();
+    const auto send = [&](QEvent::Type type) {
+        QMouseEvent event(type, middle, button->mapToGlobal(middle), Qt::LeftButton,
+                          type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(button, &event);
+    };
+    // What the window system sends when the first click was on the row's button, in the same place.
+    send(QEvent::MouseButtonDblClick);
+    send(QEvent::MouseButtonRelease);
+    EXPECT_TRUE(returnCodes.empty());
+    // Whoever clicks twice on Cancel means it.
+    tests::click(button);
+    EXPECT_THAT(returnCodes, ElementsAre(0));
 }
 
 // Names and places.

@@ -1,6 +1,7 @@
 #include "download/JAListAttachedFilesWindow.h"
 
 #include "platform/foundation/DateFormatter.h"
+#include "platform/toolkit/View.h"
 #include "tests/download/DownloadTest.h"
 
 #include <QScrollBar>
@@ -130,6 +131,60 @@ TEST_F(JAListAttachedFilesWindowListTest, escapeEndsTheSheet)
     EXPECT_EQ(returnCode, 0);
 }
 
+TEST_F(JAListAttachedFilesWindowListTest, namesNoIssueUnlessItIsToldOne)
+{
+    auto* title = tljira::findView<QLabel>(list->view(), "listTitle");
+    show(numbered(1));
+    EXPECT_FALSE(title->isVisible());
+    show({});
+    EXPECT_EQ(tljira::text(QPointer(tljira::findView<QLabel>(list->view(), "noDataLabel"))),
+              QStringLiteral("This issue has no files to download."));
+    list->setIssueKey(QStringLiteral("ABC-7"));
+    show(numbered(1));
+    EXPECT_TRUE(title->isVisible());
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, cutsOffAKeyThatIsFarTooLong)
+{
+    list->setIssueKey(QStringLiteral("  ABC\n1 ") + QString(500, u'x'));
+    const QString title = tljira::text(QPointer(tljira::findView<QLabel>(list->view(), "listTitle")));
+    EXPECT_TRUE(title.startsWith(QStringLiteral("Documents of ABC 1 xxx")));
+    EXPECT_TRUE(title.endsWith(u'…'));
+    EXPECT_LT(title.size(), 70);
+    EXPECT_EQ(list->issueKey()->size(), 508);
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, thePictureOfTheEmptyViewGivesWayToALargeFont)
+{
+    auto* picture = tljira::findView<QWidget>(list->view(), "noDataPicture");
+    show({});
+    EXPECT_TRUE(picture->isVisible());
+    QFont font = list->view()->font();
+    font.setPointSize(26);
+    list->view()->setFont(font);
+    show({});
+    EXPECT_FALSE(picture->isVisible());
+    EXPECT_EQ(list->window()->frame().height(), 200);
+}
+
+// Keys and the mouse.
+
+TEST_F(JAListAttachedFilesWindowListTest, theFirstRowIsSelectedAndHasTheKeyboard)
+{
+    show(numbered(3));
+    EXPECT_EQ(list->tableView()->selectedRow(), 0);
+    EXPECT_TRUE(tests::waitUntil([this] { return list->tableView()->hasFocus(); }));
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, anotherListBeginsWithItsFirstRow)
+{
+    show(numbered(3));
+    QTest::keyClick(list->tableView(), Qt::Key_Down);
+    EXPECT_EQ(list->tableView()->selectedRow(), 1);
+    show(numbered(4));
+    EXPECT_EQ(list->tableView()->selectedRow(), 0);
+}
+
 // The cells.
 
 TEST_F(JAListAttachedFilesWindowListTest, listsTheAttachmentsInTheirOrder)
@@ -227,6 +282,49 @@ TEST_F(JAListAttachedFilesWindowListTest, linesUpSizesAndButtons)
     EXPECT_EQ(cell(0).sizeLabel()->geometry().right(), cell(1).sizeLabel()->geometry().right());
     EXPECT_EQ(cell(0).downloadButton()->geometry(), cell(1).downloadButton()->geometry());
     EXPECT_TRUE(cell(0).sizeLabel()->alignment().testFlag(Qt::AlignRight));
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, rowsAreAsHighAsTheirTextsInALargeFont)
+{
+    QFont font = list->view()->font();
+    font.setPointSize(22);
+    list->view()->setFont(font);
+    showOne({{QStringLiteral("filename"), QStringLiteral("gyp.tessaloom")},
+             {QStringLiteral("size"), 24 << 20},
+             {QStringLiteral("created"), QStringLiteral("2017-03-14T10:22:33.123+0100")}});
+    for (const QLabel* label : {cell().titleLabel(), cell().sizeLabel(), cell().dateLabel()}) {
+        const int needed =
+            label->hasHeightForWidth() ? label->heightForWidth(label->width()) : label->fontMetrics().height();
+        EXPECT_GE(label->height(), needed) << label->text().toStdString();
+        EXPECT_GE(cell().rect().bottom(), label->mapTo(&cell(), label->rect().bottomLeft()).y());
+    }
+    EXPECT_GE(cell().sizeLabel()->width(),
+              cell().sizeLabel()->fontMetrics().horizontalAdvance(QStringLiteral("24.00 MB")));
+    EXPECT_GE(cell().downloadButton()->height(), cell().downloadButton()->sizeHint().height());
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, sizeAndButtonStandBelowTheNameWhereItWouldHaveNoRoomBesideThem)
+{
+    const auto isBeside = [this] {
+        return cell().sizeLabel()->mapTo(&cell(), QPoint()).x() >= cell().titleLabel()->geometry().right() &&
+               cell().sizeLabel()->mapTo(&cell(), QPoint()).y() < cell().dateLabel()->geometry().bottom();
+    };
+    const QJsonObject json{{QStringLiteral("filename"), QStringLiteral("plan.tessaloom")},
+                           {QStringLiteral("created"), QStringLiteral("2017-03-14T10:22:33.123+0100")}};
+    showOne(json);
+    EXPECT_TRUE(isBeside());
+    QFont font = list->view()->font();
+    font.setPointSize(22);
+    list->view()->setFont(font);
+    showOne(json);
+    EXPECT_FALSE(isBeside());
+    EXPECT_GT(cell().sizeLabel()->mapTo(&cell(), QPoint()).y(), cell().dateLabel()->geometry().bottom());
+}
+
+TEST_F(JAListAttachedFilesWindowListTest, ALongNameTakesASecondLine)
+{
+    show({attachmentNamed(QStringLiteral("twill and herringbone with corrections.tessaloom"))});
+    EXPECT_GT(cell().titleLabel()->height(), cell().titleLabel()->fontMetrics().lineSpacing() * 3 / 2);
 }
 
 // Many rows, and rows of old.

@@ -100,13 +100,13 @@ protected:
     }
 };
 
-TEST_F(LinesOfElidedLabelTest, TakesOneLineForATextThatFits)
+TEST_F(LinesOfElidedLabelTest, takesOneLineForATextThatFits)
 {
     EXPECT_TRUE(label.hasHeightForWidth());
     EXPECT_EQ(label.heightForWidth(widthFor(text)), lineHeight());
 }
 
-TEST_F(LinesOfElidedLabelTest, BreaksBetweenWordsAndTakesTwoLines)
+TEST_F(LinesOfElidedLabelTest, breaksBetweenWordsAndTakesTwoLines)
 {
     const int width = widthFor(QStringLiteral("A rather long name of a <b>document</b>"));
     label.resize(width, label.heightForWidth(width));
@@ -115,7 +115,7 @@ TEST_F(LinesOfElidedLabelTest, BreaksBetweenWordsAndTakesTwoLines)
     EXPECT_EQ(label.shownText(), text);
 }
 
-TEST_F(LinesOfElidedLabelTest, LeavesOutTheMiddleOfATextThatDoesNotFitIntoItsLines)
+TEST_F(LinesOfElidedLabelTest, leavesOutTheMiddleOfATextThatDoesNotFitIntoItsLines)
 {
     const int width = widthFor(QStringLiteral("A rather long"));
     label.resize(width, label.heightForWidth(width));
@@ -125,7 +125,7 @@ TEST_F(LinesOfElidedLabelTest, LeavesOutTheMiddleOfATextThatDoesNotFitIntoItsLin
     EXPECT_THAT(label.shownText().toStdString(), testing::EndsWith("loom"));
 }
 
-TEST_F(LinesOfElidedLabelTest, BreaksANameWithoutBlanksAnywhere)
+TEST_F(LinesOfElidedLabelTest, breaksANameWithoutBlanksAnywhere)
 {
     label.setText(QString(60, u'x'));
     const int width = widthFor(QString(40, u'x'));
@@ -134,7 +134,7 @@ TEST_F(LinesOfElidedLabelTest, BreaksANameWithoutBlanksAnywhere)
     EXPECT_GT(label.height(), lineHeight() * 3 / 2);
 }
 
-TEST_F(LinesOfElidedLabelTest, DrawsBothLines)
+TEST_F(LinesOfElidedLabelTest, drawsBothLines)
 {
     label.setText(QStringLiteral("xxxx xxxx"));
     label.resize(widthFor(QStringLiteral("xxxx ")), 1);
@@ -153,7 +153,7 @@ TEST_F(LinesOfElidedLabelTest, DrawsBothLines)
     EXPECT_TRUE(isWritten(image.height() / 2, image.height()));
 }
 
-TEST_F(LinesOfElidedLabelTest, GetsTheHeightOfItsLinesInALayout)
+TEST_F(LinesOfElidedLabelTest, getsTheHeightOfItsLinesInALayout)
 {
     QWidget around;
     auto* layout = new QVBoxLayout(&around);
