@@ -110,7 +110,7 @@ TEST_F(JADownloadBodyViewControllerTest, saysInThePressThatItLooks)
 {
     EXPECT_EQ(help(), usualHelp);
     server.misbehave(Match::on("*/issue/*").once(), Fault().hold(Point::responseHead(0)));
-    type(QStringLiteral("ABC-1"));
+    typeKey(QStringLiteral("ABC-1"));
     press();
     EXPECT_EQ(help(), busyHelp);
     waitForHeldExchange();
@@ -123,7 +123,7 @@ TEST_F(JADownloadBodyViewControllerTest, saysInThePressThatItLooks)
 TEST_F(JADownloadBodyViewControllerTest, saysThatItLooksUntilTheLastOfTwoHasEnded)
 {
     server.misbehave(Match::on("*/issue/NO-1").once(), Fault().hold(Point::responseHead(0)));
-    type(QStringLiteral("NO-1"));
+    typeKey(QStringLiteral("NO-1"));
     press();
     waitForHeldExchange();
     lookUpInVain(QStringLiteral("NO-2"));
@@ -183,7 +183,7 @@ TEST_F(JADownloadBodyViewControllerTest, theButtonOpensWhatWasDownloaded)
 
 TEST_F(JADownloadBodyViewControllerTest, cancelClosesTheWindow)
 {
-    tests::click(cancelButton());
+    tests::ui::click(cancelButton());
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(panel->path(), std::nullopt);
 }
@@ -201,7 +201,7 @@ TEST_F(JADownloadBodyViewControllerTest, cancelEndsTheSheetThatItsWindowIs)
     std::optional<int> code;
     host->beginSheet(window, [&code](int returnCode) { code = returnCode; });
     tests::drainMainQueue();
-    tests::click(cancelButton());
+    tests::ui::click(cancelButton());
     EXPECT_EQ(code, tljira::ModalResponse::Cancel);
     EXPECT_TRUE(host->isVisible());
 }

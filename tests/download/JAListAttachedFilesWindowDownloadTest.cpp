@@ -493,7 +493,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, theSecondClickOfADoubleClickOnARow
     send(QEvent::MouseButtonRelease);
     EXPECT_TRUE(returnCodes.empty());
     // Whoever clicks twice on Cancel means it.
-    tests::click(button);
+    tests::ui::click(button);
     EXPECT_THAT(returnCodes, ElementsAre(0));
 }
 

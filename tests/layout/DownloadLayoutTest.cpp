@@ -1,8 +1,8 @@
 // Every state of the windows in which a document is fetched, in every look.
 
+#include "tests/kit/JiraTest.h"
 #include "tests/layout/Layout.h"
 #include "tests/layout/Look.h"
-#include "tests/upload/JiraTest.h"
 
 #include "platform/foundation/Error.h"
 #include "shell/JAHeadViewController.h"
@@ -29,7 +29,7 @@ protected:
     DownloadLayoutTest()
     {
         standin::User user;
-        user.name = "jane";
+        user.name = "anna";
         user.password = "secret";
         user.displayName = GetParam().person;
         server.addUser(user);
@@ -66,14 +66,14 @@ protected:
         entry->showWindow();
         const auto* name = entry->headViewController()->displayNameLabel();
         ASSERT_TRUE(waitUntil([&] {
-            return isOnScreen(panel().getAttachButton()) && name->text() == QString::fromUtf8(GetParam().person);
+            return ui::isOnScreen(panel().getAttachButton()) && name->text() == QString::fromUtf8(GetParam().person);
         }));
     }
 
     void lookUp(const QString& key)
     {
-        type(panel().issueKeyTextField(), key);
-        click(panel().getAttachButton());
+        ui::type(panel().issueKeyTextField(), key);
+        ui::click(panel().getAttachButton());
         ASSERT_TRUE(waitUntil([this] { return list().window()->isVisible(); }));
         drainMainQueue();
     }
@@ -81,8 +81,8 @@ protected:
     void closeSheet()
     {
         for (auto* button : list().view()->findChildren<QPushButton*>()) {
-            if (isOnScreen(button) && button->property("action") == QStringLiteral("cancalAction"))
-                return click(button);
+            if (ui::isOnScreen(button) && button->property("action") == QStringLiteral("cancalAction"))
+                return ui::click(button);
         }
         FAIL() << "no button ends the sheet";
     }
@@ -90,7 +90,7 @@ protected:
     void startDownload(const Fault& fault)
     {
         server.misbehave(Match::on("*/secure/*").once(), fault);
-        click(qobject_cast<JAAttachedCell*>(list().tableView()->cellAtRow(0))->downloadButton());
+        ui::click(qobject_cast<JAAttachedCell*>(list().tableView()->cellAtRow(0))->downloadButton());
     }
 
     void walkThroughLists()
@@ -98,8 +98,8 @@ protected:
         openPanel();
         look("download-panel", *entry->window());
         server.misbehave(Match::on("*/issue/*").once(), Fault().hold(Point::responseHead(0)));
-        type(panel().issueKeyTextField(), QStringLiteral("ABC-2"));
-        click(panel().getAttachButton());
+        ui::type(panel().issueKeyTextField(), QStringLiteral("ABC-2"));
+        ui::click(panel().getAttachButton());
         waitForHeldExchange();
         look("download-looking-up", *entry->window());
         server.release();
@@ -129,14 +129,14 @@ protected:
 
         lookUp(QStringLiteral("ABC-1"));
         startDownload(Fault().reset(Point::responseBody(10 << 20)));
-        ASSERT_TRUE(waitUntil([this] { return isOnScreen(list().downloadError()); }));
+        ASSERT_TRUE(waitUntil([this] { return ui::isOnScreen(list().downloadError()); }));
         lookAtSheet("download-failed");
         list().updateDownload(0, 1, tljira::makeError(QString(), 1, QString::fromUtf8(certificateName)), false);
         lookAtSheet("download-failed-at-length");
         closeSheet();
 
         lookUp(QStringLiteral("ABC-1"));
-        click(qobject_cast<JAAttachedCell*>(list().tableView()->cellAtRow(0))->downloadButton());
+        ui::click(qobject_cast<JAAttachedCell*>(list().tableView()->cellAtRow(0))->downloadButton());
         ASSERT_TRUE(waitUntil([this] { return list().isDone(); }));
         drainMainQueue();
         lookAtSheet("downloaded");
