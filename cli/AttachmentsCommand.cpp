@@ -1,9 +1,9 @@
 #include "cli/AttachmentsCommand.h"
 
-#include "cli/AttachmentSelection.h"
 #include "cli/IssueQuestion.h"
 #include "cli/JSONOutput.h"
 #include "cli/TextOutput.h"
+#include "records/Documents.h"
 
 namespace cli {
 

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int fewLetters = 18;
+constexpr int fewLetters = 20;
 constexpr int linesBesides = 2;
 constexpr int narrowSpacing = 4;
 // Of the usual sizes; all rows of a list are arranged alike.

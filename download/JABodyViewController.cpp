@@ -1,6 +1,7 @@
 #include "download/JABodyViewController.h"
 
 #include "client/JAController.h"
+#include "download/LookUpHint.h"
 #include "platform/foundation/Log.h"
 #include "platform/toolkit/Alert.h"
 #include "platform/toolkit/FillingSubview.h"
@@ -9,6 +10,12 @@
 #include "platform/toolkit/View.h"
 
 #include <QApplication>
+
+/// Named here so that the header, which hosts include, names no class that they do not have.
+class JABodyViewController::Hint : public LookUpHint
+{
+    using LookUpHint::LookUpHint;
+};
 
 JABodyViewController::JABodyViewController()
 {
@@ -41,6 +48,7 @@ void JABodyViewController::viewDidLoad()
 {
     ViewController::viewDidLoad();
     m_jaListAttachedWindow = JAListAttachedFilesWindow::init();
+    m_lookUpHint = std::make_shared<Hint>(tljira::findView<QLabel>(m_checkDownloadFiles, "downloadHelp"));
     tljira::addFillingSubview(m_containerView, m_uploadView);
     tljira::addFillingSubview(m_containerView, m_checkFileView);
     tljira::addFillingSubview(m_downloadWrapper, m_checkDownloadFiles);
@@ -113,8 +121,13 @@ void JABodyViewController::uploadAction()
 void JABodyViewController::getListAttachedFilesAction()
 {
     const QString key = tljira::text(m_keyDownloadTextField);
+    if (m_lookUpHint)
+        m_lookUpHint->begin(key);
     JAController::sharedInstance()->getIssueObject(
-        key, [self = sharedFrom(this)](const std::shared_ptr<const JAIssueObject>& issue, const auto&) {
+        key, [self = sharedFrom(this), hint = m_lookUpHint, key](const std::shared_ptr<const JAIssueObject>& issue,
+                                                                 const auto&) {
+            if (hint)
+                hint->end(key);
             if (issue)
                 self->showAttachments(*issue);
         });

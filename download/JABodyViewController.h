@@ -81,6 +81,8 @@ private:
     void followFocus();
     void showAttachments(const JAIssueObject& issue);
 
+    class Hint;
+    std::shared_ptr<Hint> m_lookUpHint;
     QPointer<QLabel> m_pathLabel;
     QPointer<QLineEdit> m_keyTextField;
     QPointer<QPushButton> m_uploadButton;

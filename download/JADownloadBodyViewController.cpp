@@ -1,30 +1,16 @@
 #include "download/JADownloadBodyViewController.h"
 
 #include "client/JAController.h"
-#include "platform/foundation/PathString.h"
+#include "download/LookUpHint.h"
 #include "platform/toolkit/Application.h"
-#include "platform/toolkit/InterfaceTexts.h"
 #include "platform/toolkit/View.h"
+#include "records/Documents.h"
 
-#include <algorithm>
-#include <iterator>
-
-namespace {
-
-using Attachment = std::shared_ptr<const JAAttachmentObject>;
-
-bool isDocument(const Attachment& attachment)
+/// Named here so that the header, which hosts include, names no class that they do not have.
+class JADownloadBodyViewController::Hint : public LookUpHint
 {
-    return attachment->name() && tljira::pathExtension(*attachment->name()) == QLatin1String("tessaloom");
-}
-
-/// An attachment without a date counts as the oldest: std::optional orders nothing before any value.
-bool isNewer(const Attachment& a, const Attachment& b)
-{
-    return a->date() > b->date();
-}
-
-} // namespace
+    using LookUpHint::LookUpHint;
+};
 
 JADownloadBodyViewController::JADownloadBodyViewController()
 {
@@ -47,8 +33,7 @@ void JADownloadBodyViewController::viewDidLoad()
     ViewController::viewDidLoad();
     m_jaListAttachedWindow = JAListAttachedFilesWindow::init();
     jaValidSession();
-    m_helpLabel = tljira::findView<QLabel>(view(), "issueKeyHelp");
-    m_help = tljira::text(m_helpLabel);
+    m_lookUpHint = std::make_shared<Hint>(tljira::findView<QLabel>(view(), "issueKeyHelp"));
     if (auto* button = tljira::findView<QPushButton>(view(), "cancelButton")) {
         QObject::connect(button, &QPushButton::clicked, button, [weak = std::weak_ptr(sharedFrom(this))] {
             if (const auto self = weak.lock())
@@ -69,36 +54,23 @@ void JADownloadBodyViewController::cancel()
 void JADownloadBodyViewController::getAttachAction()
 {
     const QString key = tljira::text(m_issueKeyTextField);
-    // Of an empty key nothing is said.
-    const int counted = key.isEmpty() ? 0 : 1;
-    m_lookUps += counted;
-    showThatItLooks();
+    if (m_lookUpHint)
+        m_lookUpHint->begin(key);
     JAController::sharedInstance()->getIssueObject(
-        key, [self = sharedFrom(this), key, counted](const std::shared_ptr<const JAIssueObject>& issue, const auto&) {
-            self->m_lookUps -= counted;
-            self->showThatItLooks();
+        key, [self = sharedFrom(this), hint = m_lookUpHint, key](const std::shared_ptr<const JAIssueObject>& issue,
+                                                                 const auto&) {
+            if (hint)
+                hint->end(key);
             if (issue)
                 self->showAttachments(key, issue->attachments());
         });
 }
 
-/// In words: a look-up has no indicator, and one that fails leaves the panel as it was.
-void JADownloadBodyViewController::showThatItLooks()
-{
-    const char* text =
-        QT_TRANSLATE_NOOP("JADownloadBodyViewController", "Looking for the issue… The list opens when it is found.");
-    tljira::setText(m_helpLabel, m_lookUps > 0
-                                     ? tljira::InterfaceTexts::shared().text("JADownloadBodyViewController", text)
-                                     : m_help);
-}
-
 void JADownloadBodyViewController::showAttachments(const QString& key, const Attachments& attachments)
 {
-    Attachments documents = filteredAttachments(attachments);
-    std::stable_sort(documents.begin(), documents.end(), isNewer);
     if (!m_jaListAttachedWindow)
         return;
-    m_jaListAttachedWindow->setAttachments(documents);
+    m_jaListAttachedWindow->setAttachments(documentsNewestFirst(attachments));
     m_jaListAttachedWindow->setIssueKey(key);
     if (const auto parent = window())
         parent->beginSheet(m_jaListAttachedWindow->window(), [self = sharedFrom(this)](int) { self->sheetDidEnd(); });
@@ -118,9 +90,7 @@ void JADownloadBodyViewController::sheetDidEnd()
 JADownloadBodyViewController::Attachments
 JADownloadBodyViewController::filteredAttachments(const Attachments& attachments)
 {
-    Attachments documents;
-    std::copy_if(attachments.begin(), attachments.end(), std::back_inserter(documents), isDocument);
-    return documents;
+    return documentsAmong(attachments);
 }
 
 void JADownloadBodyViewController::jaValidSession()

@@ -5,7 +5,6 @@
 #include "platform/foundation/Export.h"
 #include "platform/toolkit/ViewController.h"
 
-#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
@@ -62,14 +61,12 @@ private:
     JADownloadBodyViewController();
 
     void showAttachments(const QString& key, const Attachments& attachments);
-    void showThatItLooks();
     void cancel();
     void sheetDidEnd();
 
     std::optional<QString> m_path;
-    int m_lookUps = 0;
-    QString m_help;
-    QPointer<QLabel> m_helpLabel;
+    class Hint;
+    std::shared_ptr<Hint> m_lookUpHint;
     QPointer<QLineEdit> m_issueKeyTextField;
     QPointer<QPushButton> m_getAttachButton;
     QPointer<QWidget> m_shadow;

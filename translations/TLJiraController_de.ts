@@ -71,6 +71,10 @@
         <source>Receiving the list of files…</source>
         <translation>Dateiliste wird abgerufen&#xa0;…</translation>
     </message>
+    <message>
+        <source>The list opens when the issue is found</source>
+        <translation>Die Liste öffnet sich, wenn der Vorgang gefunden ist</translation>
+    </message>
 </context>
 <context>
     <name>JADownloadBodyViewController</name>
@@ -182,7 +186,7 @@
     </message>
     <message>
         <source>Downloading</source>
-        <translation>Wird heruntergeladen</translation>
+        <translation>Download läuft</translation>
     </message>
     <message>
         <source>Downloaded</source>
@@ -198,7 +202,7 @@
     </message>
     <message>
         <source>Documents of %1</source>
-        <translation>Dokumente von %1</translation>
+        <translation>Dokumente zu %1</translation>
     </message>
     <message>
         <source>%1 has no documents of this program</source>

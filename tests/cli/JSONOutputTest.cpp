@@ -1,6 +1,6 @@
 #include "cli/JSONOutput.h"
 
-#include "tests/cli/RecordMaking.h"
+#include "tests/records/RecordMaking.h"
 #include "tests/kit/Printers.h"
 
 #include <QJsonDocument>

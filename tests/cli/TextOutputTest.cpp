@@ -1,6 +1,6 @@
 #include "cli/TextOutput.h"
 
-#include "tests/cli/RecordMaking.h"
+#include "tests/records/RecordMaking.h"
 #include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>

@@ -261,6 +261,30 @@ TEST_F(JABodyViewControllerTest, saysNothingOfALookUpInVain)
     }
 }
 
+TEST_F(JABodyViewControllerTest, saysWhileALookUpRunsThatItLooks)
+{
+    const auto help = [this] {
+        return tljira::text(QPointer(tljira::findView<QLabel>(panel->view(), "downloadHelp")));
+    };
+    const QString before = help();
+    server.misbehave(Match::on("*/issue/*").once(), Fault().hold(Point::responseHead(0)));
+    press(QStringLiteral("NO-1"));
+    EXPECT_EQ(help(), QStringLiteral("Looking for the issue… The list opens when it is found."));
+    waitForHeldExchange();
+    server.release();
+    EXPECT_TRUE(tests::waitUntil([&] { return help() == before; }));
+}
+
+TEST_F(JABodyViewControllerTest, theListNamesNoIssueAndTheButtonCloses)
+{
+    add("ABC-1", "a.png");
+    lookUp(QStringLiteral("ABC-1"));
+    EXPECT_FALSE(tljira::findView<QLabel>(list().view(), "listTitle")->isVisible());
+    tests::ui::click(tests::cellAtRow(list(), 0)->downloadButton());
+    ASSERT_TRUE(tests::waitUntil([this] { return list().isDone(); }));
+    EXPECT_EQ(tests::closeButton(*panel->jaListAttachedWindow()->window())->text(), QStringLiteral("Close"));
+}
+
 // Errors.
 
 TEST_F(JABodyViewControllerTest, showsAnErrorInAnAlert)
