@@ -47,7 +47,7 @@ TEST(Advice, dependsOnWhatWentWrong)
     for (const int status : {401, 403, 404, 413, 500})
         all.append(QLatin1String(adviceFor(tljira::Error{QStringLiteral("(null)"), status, {}})));
     all.append(QLatin1String(adviceFor(tljira::makeURLError(tljira::URLError::CannotConnectToHost))));
-    EXPECT_EQ(all.removeDuplicates(), 0);
+    ASSERT_EQ(all.removeDuplicates(), 0);
     EXPECT_THAT(all[0].toStdString(), testing::HasSubstr("Log out and in again"));
     EXPECT_THAT(all[2].toStdString(), testing::HasSubstr("issue key"));
     EXPECT_THAT(all[5].toStdString(), testing::HasSubstr("connection"));
