@@ -93,6 +93,7 @@ TEST_F(MessageLineTest, hasItsIconOnTheOtherSideFromRightToLeft)
     form.content->setLayoutDirection(Qt::RightToLeft);
     say("It went wrong.");
     EXPECT_GE(line->width() - label->geometry().right(), label->fontMetrics().ascent());
+    EXPECT_LT(label->x(), label->fontMetrics().ascent());
 }
 
 TEST_F(MessageLineTest, showsASuccessWithoutABackground)
