@@ -167,6 +167,9 @@ void SessionWindowController::setDownloadViews()
 {
     tljira::addFillingSubview(m_bodyView, m_body->view());
     tljira::addFillingSubview(m_headView, m_headViewController->view());
+    // One interface file serves the windows of both jobs; the panel's says which it is.
+    if (const QString title = m_body->view()->windowTitle(); !title.isEmpty())
+        window()->setTitle(title);
     if (m_downloadViewContainer) {
         m_downloadViewContainer->resize(
             tljira::neededSize(m_downloadViewContainer).expandedTo(m_downloadViewContainer->sizeHint()));

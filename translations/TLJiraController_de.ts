@@ -79,6 +79,10 @@
 <context>
     <name>JADownloadBodyViewController</name>
     <message>
+        <source>Open from Jira</source>
+        <translation>Aus Jira öffnen</translation>
+    </message>
+    <message>
         <source>Open a document from Jira</source>
         <translation>Dokument aus Jira öffnen</translation>
     </message>
@@ -262,6 +266,10 @@
 </context>
 <context>
     <name>JAUploadBodyViewController</name>
+    <message>
+        <source>Upload to Jira</source>
+        <translation>Zu Jira hochladen</translation>
+    </message>
     <message>
         <source>Attach to a Jira issue</source>
         <translation>An einen Jira-Vorgang anhängen</translation>

@@ -42,9 +42,9 @@ QWidget* ViewController::view()
     if (m_isLoaded)
         return m_view;
     m_isLoaded = true;
-    m_view = loadNib().view;
-    if (!m_view)
-        m_view = addEmptyView();
+    const LoadedView loaded = loadNib();
+    m_view = loaded.view ? loaded.view.get() : addEmptyView();
+    m_view->setWindowTitle(loaded.windowTitle);
     m_layoutWatch = std::make_unique<LayoutWatch>(*this);
     m_view->installEventFilter(m_layoutWatch.get());
     viewDidLoad();

@@ -22,7 +22,8 @@ public:
     ~ViewController() override;
 
     /// The first call loads the file, then runs viewDidLoad() once. A file that is missing or broken gives an empty
-    /// view. Null if the window that the view was moved into is gone.
+    /// view. Null if the window that the view was moved into is gone. Its windowTitle is the file's: what a window
+    /// around it may be called.
     QWidget* view();
     /// Whether view() has loaded; true already inside viewDidLoad().
     bool isViewLoaded() const { return m_isLoaded; }

@@ -25,7 +25,7 @@ struct Look
     const char* person = "Anna Lindqvist";
     const char* document = "harbour blanket.tessaloom";
     /// Points of the program's font.
-    QList<int> sizes = {9, 12, 16, 20, 24};
+    QList<int> sizes = {9, 15, 24};
 };
 
 void PrintTo(const Look& look, std::ostream* out);

@@ -50,6 +50,13 @@ protected:
     std::vector<std::optional<QString>> paths;
 };
 
+TEST_F(JMWindowControllerTest, isNamedForItsJob)
+{
+    make();
+
+    EXPECT_EQ(controller->window()->title(), QStringLiteral("Open from Jira"));
+}
+
 TEST_F(JMWindowControllerTest, isMadeOfTheLoginFormTheHeaderAndTheDownloadPanel)
 {
     make();

@@ -15,6 +15,13 @@ using namespace testing;
 const QStringList annasNames{QStringLiteral("anna"), QStringLiteral("Anna Lindqvist"),
                              QStringLiteral("anna@example.test")};
 
+TEST_F(TLJiraUploadTest, isNamedForItsJob)
+{
+    open();
+
+    EXPECT_EQ(entry->window()->title(), QStringLiteral("Upload to Jira"));
+}
+
 TEST_F(TLJiraUploadTest, findsEverythingInItsInterfaceFiles)
 {
     open();
