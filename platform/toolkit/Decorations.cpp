@@ -13,10 +13,11 @@ std::optional<QMargins> pretended;
 
 QMargins decorationsOf(const QWidget& widget)
 {
-    if (pretended)
-        return *pretended;
     const QWindow* handle = widget.windowHandle();
-    return handle ? handle->frameMargins() : QMargins();
+    const QMargins margins = pretended ? *pretended : handle ? handle->frameMargins() : QMargins();
+    // Under X11 Qt measures also a frame that the window manager has only begun to make.
+    const bool isFrame = margins.left() >= 0 && margins.top() >= 0 && margins.right() >= 0 && margins.bottom() >= 0;
+    return isFrame ? margins : QMargins();
 }
 
 void pretendDecorations(std::optional<QMargins> margins)

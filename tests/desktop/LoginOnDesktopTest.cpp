@@ -1,8 +1,12 @@
 #include "shell/JAWindowController.h"
 #include "shell/TLJiraUpload.h"
+#include "tests/desktop/DesktopHands.h"
 #include "tests/desktop/DesktopTest.h"
+#include "tests/states/Animations.h"
+#include "tests/states/Scene.h"
 
 #include <QApplication>
+#include <QScreen>
 
 namespace {
 
@@ -37,6 +41,39 @@ TEST_F(LoginOnDesktopTest, takesAWrongPasswordAndThenTheRightOne)
     ASSERT_TRUE(waitUntil([&] { return hasKeyboard(entry->bodyViewController()->taskTextField()); }));
     ASSERT_TRUE(waitUntil([&] { return !entry->headViewController()->avatarImage()->image().isNull(); }));
     picture(QStringLiteral("accepted"));
+}
+
+TEST_F(LoginOnDesktopTest, keepsItsTitleBarOnTheScreenHoweverOftenItsUserLogsOut)
+{
+    constexpr int times = 20;
+    DesktopHands hands(user);
+    Scene scene(hands, server, {});
+    scene.loginForm();
+    const auto entry = scene.upload();
+    const QWidget* window = entry->window()->widget();
+    const auto isTitleBarOnScreen = [&] {
+        const QRect frame = frameOf(window);
+        const QRect screen = window->screen()->geometry();
+        return frame.top() < window->geometry().top() && screen.contains(frame.topLeft()) &&
+               screen.contains(frame.topRight());
+    };
+    auto* const logOut = entry->headViewController()->view()->findChild<QPushButton*>(QStringLiteral("logoutButton"));
+    for (int turn = 1; turn <= times && !HasFailure(); ++turn) {
+        SCOPED_TRACE(turn);
+        scene.fillIn(*entry->jaLoginWindow(), "secret");
+        user.press("Return");
+        ASSERT_TRUE(waitUntil([&] { return hasKeyboard(entry->bodyViewController()->taskTextField()); }));
+        waitForAnimations();
+        EXPECT_TRUE(waitUntil(isTitleBarOnScreen));
+        scene.goTo(logOut);
+        user.press("space");
+        ASSERT_TRUE(
+            waitUntil([&] { return entry->jaLoginWindow()->view()->isAncestorOf(QApplication::focusWidget()); }));
+        waitForAnimations();
+        EXPECT_TRUE(waitUntil(isTitleBarOnScreen));
+    }
+    picture(QStringLiteral("atTheEnd"));
+    closeAndExpectFreeHost(entry->window());
 }
 
 /// The header of the older window offers a login in a sheet.

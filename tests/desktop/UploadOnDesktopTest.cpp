@@ -132,7 +132,7 @@ TEST_F(UploadOnDesktopTest, comesBackWhenItIsCoveredAndAskedForAgain)
     QWidget* window = entry->window()->widget();
     // Not the one that it is a dialog of: that always lies below it.
     QWidget another;
-    another.setGeometry(window->frameGeometry().adjusted(-50, -50, 50, 50));
+    another.setGeometry(frameOf(window).adjusted(-50, -50, 50, 50));
     another.show();
     another.activateWindow();
     ASSERT_TRUE(waitUntil([&] { return isInFront(&another); }));

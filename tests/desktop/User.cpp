@@ -136,9 +136,9 @@ void User::clickClose(const QWidget* window)
 {
     // openbox puts it into the upper right corner of the frame.
     constexpr int insideFrame = 12;
-    const auto hasFrame = [window] { return window->frameGeometry().top() < window->geometry().top(); };
+    const auto hasFrame = [window] { return frameOf(window).top() < window->geometry().top(); };
     ASSERT_TRUE(waitUntil(hasFrame));
-    XServer::instance().movePointer(window->frameGeometry().topRight() + QPoint(-insideFrame, insideFrame));
+    XServer::instance().movePointer(frameOf(window).topRight() + QPoint(-insideFrame, insideFrame));
     XServer::instance().pressButton();
 }
 
@@ -150,17 +150,17 @@ void User::picture(const QString& name)
     EXPECT_TRUE(screen.save(QStringLiteral(SCREENSHOTS "/%1.png").arg(name))) << name.toStdString();
 }
 
+QRect frameOf(const QWidget* window)
+{
+    const QWindow* handle = window->windowHandle();
+    return handle ? handle->frameGeometry() : window->geometry();
+}
+
 bool isInFront(const QWidget* window)
 {
     const QWindow* handle = window->windowHandle();
     return window->isVisible() && !window->isMinimized() && handle && handle->isExposed() && window->isActiveWindow() &&
            XServer::instance().frontWindow() == window->winId();
-}
-
-bool hasKeyboard(const QWidget* view)
-{
-    return view && QApplication::focusWidget() == view && view->isVisible() && view->isEnabled() &&
-           view->window()->isActiveWindow();
 }
 
 } // namespace tests

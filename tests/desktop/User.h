@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/toolkit/Window.h"
+#include "tests/states/InSight.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QLineEdit>
@@ -49,10 +50,11 @@ private:
     int m_buttonReleases = 0;
 };
 
+/// The window with its title bar, in pixels from the upper left corner of the screen. (QWidget keeps what it has
+/// measured while the window manager was making the frame.)
+QRect frameOf(const QWidget* window);
+
 /// Whether the window is on screen, in front of all others, and has the keyboard.
 bool isInFront(const QWidget* window);
-
-/// Whether the keyboard is with that view, and the view can be seen and used.
-bool hasKeyboard(const QWidget* view);
 
 } // namespace tests

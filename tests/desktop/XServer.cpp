@@ -85,13 +85,7 @@ bool XServer::hasWindowManager()
     const Atom answer = XInternAtom(display, "_NET_FRAME_EXTENTS", False);
     if (hasProperty(m_display, m_question, answer))
         return true;
-    XEvent event{};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = m_question;
-    event.xclient.message_type = XInternAtom(display, "_NET_REQUEST_FRAME_EXTENTS", False);
-    event.xclient.format = 32;
-    XSendEvent(display, DefaultRootWindow(display), False, SubstructureNotifyMask | SubstructureRedirectMask, &event);
-    XSync(display, False);
+    ask(m_question, "_NET_REQUEST_FRAME_EXTENTS", {});
     return false;
 }
 
@@ -138,6 +132,42 @@ void XServer::minimise(WId window)
 {
     XIconifyWindow(displayOf(m_display), window, DefaultScreen(displayOf(m_display)));
     XFlush(displayOf(m_display));
+}
+
+void XServer::activate(WId window)
+{
+    // As a pager, which is never refused for what its user is doing.
+    constexpr long fromPager = 2;
+    ask(window, "_NET_ACTIVE_WINDOW", {fromPager, CurrentTime});
+}
+
+void XServer::setMaximised(WId window, bool isMaximised)
+{
+    const auto atom = [this](const char* name) {
+        return static_cast<long>(XInternAtom(displayOf(m_display), name, False));
+    };
+    ask(window, "_NET_WM_STATE",
+        {isMaximised ? 1 : 0, atom("_NET_WM_STATE_MAXIMIZED_VERT"), atom("_NET_WM_STATE_MAXIMIZED_HORZ"), 2});
+}
+
+void XServer::place(WId window, const QPoint& corner, const QSize& size)
+{
+    // All four values hold, and they come from a pager.
+    constexpr long what = NorthWestGravity | 0xf << 8 | 2 << 12;
+    ask(window, "_NET_MOVERESIZE_WINDOW", {what, corner.x(), corner.y(), size.width(), size.height()});
+}
+
+void XServer::ask(WId window, const char* message, const std::array<long, 5>& values)
+{
+    Display* const display = displayOf(m_display);
+    XEvent event{};
+    event.xclient.type = ClientMessage;
+    event.xclient.window = window;
+    event.xclient.message_type = XInternAtom(display, message, False);
+    event.xclient.format = 32;
+    std::copy(values.begin(), values.end(), event.xclient.data.l);
+    XSendEvent(display, DefaultRootWindow(display), False, SubstructureNotifyMask | SubstructureRedirectMask, &event);
+    XSync(display, False);
 }
 
 WId XServer::frontWindow() const

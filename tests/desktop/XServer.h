@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QPoint>
+#include <QSize>
 #include <QWindow>
+
+#include <array>
 
 namespace tests {
 
@@ -27,8 +30,14 @@ public:
     void movePointer(const QPoint& position);
     void pressButton();
 
+    ///@{
     /// What a window list of the desktop asks for.
     void minimise(WId window);
+    void activate(WId window);
+    void setMaximised(WId window, bool isMaximised);
+    /// The upper left corner of the frame, and the size of the content.
+    void place(WId window, const QPoint& corner, const QSize& size);
+    ///@}
     /// The top-level window that is in front of all others.
     WId frontWindow() const;
 
@@ -37,6 +46,8 @@ public:
 
 private:
     XServer();
+
+    void ask(WId window, const char* message, const std::array<long, 5>& values);
 
     /// Xlib's own names are macros that other headers cannot be read with.
     void* m_display;

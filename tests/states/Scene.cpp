@@ -1,7 +1,7 @@
 #include "tests/states/Scene.h"
 
-#include "tests/states/InSight.h"
 #include "tests/kit/WaitUntil.h"
+#include "tests/states/InSight.h"
 
 #include <QApplication>
 
@@ -26,6 +26,7 @@ Scene::Scene(Hands& hands, standin::Server& server, std::function<void()> logIn)
 
 void Scene::goTo(QWidget* control)
 {
+    ASSERT_NE(control, nullptr);
     ASSERT_TRUE(waitUntil([&] { return isInSight(control); })) << control->objectName().toStdString();
     constexpr int mostStops = 30;
     for (int stop = 0; stop < mostStops && !hasKeyboard(control); ++stop)
@@ -198,6 +199,8 @@ void Scene::emptyList()
 void Scene::pressDownload()
 {
     list();
+    if (testing::Test::HasFatalFailure())
+        return;
     goTo(qobject_cast<JAAttachedCell*>(listWindow().tableView()->cellAtRow(0))->downloadButton());
     m_hands.press(Qt::Key_Return);
 }
@@ -266,7 +269,7 @@ void Scene::olderList()
 const std::vector<State>& allStates()
 {
     static const std::vector<State> states{
-        {"sessionCheck", &Scene::checkedSession, true},
+        {"sessionCheck", &Scene::checkedSession},
         {"login", &Scene::loginForm},
         {"loginUnderWay", &Scene::loginUnderWay},
         {"loginRefused", &Scene::loginRefused},

@@ -6,8 +6,8 @@
 #include "shell/JMWindowController.h"
 #include "shell/TLJiraUpload.h"
 #include "standin/Server.h"
-#include "tests/states/Hands.h"
 #include "tests/kit/JiraTest.h"
+#include "tests/states/Hands.h"
 
 #include <functional>
 #include <memory>
@@ -56,6 +56,11 @@ public:
     void olderList();
     ///@}
 
+    /// With Tab, as any user of a keyboard goes.
+    void goTo(QWidget* control);
+    /// Replaces what stands in the fields of the form.
+    void fillIn(JALoginWindow& form, const char* password);
+
     /// The window that is in the state.
     const std::shared_ptr<tljira::Window>& window() const { return m_window; }
 
@@ -66,10 +71,7 @@ public:
 private:
     void openUpload();
     void openDownload();
-    void fillIn(JALoginWindow& form, const char* password);
     void writeInto(QWidget* field, const QString& text);
-    /// With Tab.
-    void goTo(QWidget* control);
     void askFor(const char* key);
     void pressDownload();
     bool isListUp(const JAListAttachedFilesWindow& list) const;
@@ -90,8 +92,6 @@ struct State
 {
     const char* name;
     void (Scene::*reach)();
-    /// A state that shows nothing to use.
-    bool isEmpty = false;
 };
 
 /// All states of all windows.

@@ -44,6 +44,18 @@ INSTANTIATE_TEST_SUITE_P(decorations, WindowFrame,
                          testing::Values(QMargins(), QMargins(0, titleBar, 0, 0), QMargins(3, titleBar, 4, 5)),
                          decorationsName);
 
+TEST(WindowFrameInTheMaking, isTheContentsRectangle)
+{
+    // What Qt measures where a window manager has only begun to make a frame of one pixel.
+    pretendDecorations(QMargins(0, 0, -299, -199));
+    QWidget content;
+    const auto window = Window::create(QStringLiteral("Frames"), &content);
+    window->widget()->setGeometry(100, 150, 300, 200);
+
+    EXPECT_EQ(window->frame(), QRectF(100, screenHeight() - 350, 300, 200));
+    pretendDecorations(std::nullopt);
+}
+
 TEST_P(WindowFrame, isMeasuredFromTheLowerLeftCornerOfTheScreen)
 {
     window->widget()->setGeometry(100, 150, 300, 200);
