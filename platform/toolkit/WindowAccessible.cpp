@@ -1,5 +1,7 @@
 #include "platform/toolkit/WindowAccessible.h"
 
+#include "platform/toolkit/TableCellView.h"
+#include "platform/toolkit/TableView.h"
 #include "platform/toolkit/WindowParts.h"
 
 #include <QAccessible>
@@ -54,7 +56,15 @@ private:
 
 QAccessibleInterface* makeAccessible(const QString& className, QObject* object)
 {
-    if (className != QLatin1String(WindowWidget::staticMetaObject.className()))
+    // Asked for each class of an object, from its own to the most general one.
+    const auto isAskedFor = [&className](const QMetaObject& kind) {
+        return className == QLatin1String(kind.className());
+    };
+    if (isAskedFor(TableView::staticMetaObject))
+        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::List);
+    if (isAskedFor(TableCellView::staticMetaObject))
+        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::ListItem);
+    if (!isAskedFor(WindowWidget::staticMetaObject))
         return nullptr;
     auto* const window = dynamic_cast<WindowWidget*>(object);
     return window ? new WindowAccessible(window) : nullptr;
