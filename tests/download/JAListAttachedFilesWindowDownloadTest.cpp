@@ -296,7 +296,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, theButtonReadsOpenWhereSomebodyOpe
     EXPECT_EQ(closeButtonText(), QStringLiteral("Open"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, AFailureIsShownInTheColourOfErrors)
+TEST_F(JAListAttachedFilesWindowDownloadTest, aFailureIsShownInTheColourOfErrors)
 {
     list->setIssueKey(QStringLiteral("ABC-1"));
     showFile("plan.tessaloom", "the plan");
@@ -310,7 +310,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, AFailureIsShownInTheColourOfErrors
     EXPECT_EQ(closeButtonText(), QStringLiteral("Close"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, AMessageTakesRoomOnlyWhenThereIsOne)
+TEST_F(JAListAttachedFilesWindowDownloadTest, aMessageTakesRoomOnlyWhenThereIsOne)
 {
     showFile("plan.tessaloom", "the plan");
     downloadAndHold(Point::responseBody(3));
@@ -461,7 +461,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, returnDownloadsTheSelectedRow)
     EXPECT_EQ(contentsOf(target()), QByteArray("second"));
 }
 
-TEST_F(JAListAttachedFilesWindowDownloadTest, ADoubleClickOnARowDownloadsItOnce)
+TEST_F(JAListAttachedFilesWindowDownloadTest, aDoubleClickOnARowDownloadsItOnce)
 {
     const auto first = attach({.fileName = "first.txt", .bytes = "first"});
     const auto second = attach({.fileName = "second.txt", .bytes = "second"});

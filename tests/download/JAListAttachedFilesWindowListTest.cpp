@@ -321,7 +321,7 @@ TEST_F(JAListAttachedFilesWindowListTest, sizeAndButtonStandBelowTheNameWhereItW
     EXPECT_GT(cell().sizeLabel()->mapTo(&cell(), QPoint()).y(), cell().dateLabel()->geometry().bottom());
 }
 
-TEST_F(JAListAttachedFilesWindowListTest, ALongNameTakesASecondLine)
+TEST_F(JAListAttachedFilesWindowListTest, aLongNameTakesASecondLine)
 {
     show({attachmentNamed(QStringLiteral("twill and herringbone with corrections.tessaloom"))});
     EXPECT_GT(cell().titleLabel()->height(), cell().titleLabel()->fontMetrics().lineSpacing() * 3 / 2);
