@@ -95,8 +95,9 @@ const QStringList windowFolders = {QStringLiteral("platform/toolkit"), QStringLi
 const QStringList internalNames =
     QStringLiteral(
         "DateFormatter FileLock GlobalQueue MainQueue URL UserDefaults appendingPathComponent appendingPathExtension "
-        "createDirectoryAtPath deletingLastPathComponent deletingPathExtension fileNameFromUntrustedText "
-        "filesBelowPath formatArguments isSameServer lastPathComponent logCategory moveItemAtPath pathExtension "
+        "createDirectoryAtPath deletingLastPathComponent deletingPathExtension documentsAmong documentsNewestFirst "
+        "fileNameFromUntrustedText filesBelowPath formatArguments isNewer isSameServer lastPathComponent logCategory "
+        "moveItemAtPath pathExtension "
         "removeItemAtPath removeLeftovers savedLogin temporaryDirectory writeLog")
         .split(u' ');
 
