@@ -11,6 +11,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QLabel>
 #include <QLoggingCategory>
 #include <QTimer>
 
@@ -25,6 +26,20 @@ void keepTheLogQuiet();
 
 namespace {
 
+/// What its user would tell of it.
+void tellWhatCanBeSeen()
+{
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        if (!window->isVisible())
+            continue;
+        std::printf("there is \"%s\"\n", qPrintable(window->windowTitle()));
+        for (const QLabel* label : window->findChildren<QLabel*>()) {
+            if (label->isVisible() && !label->text().isEmpty())
+                std::printf("  %s\n", qPrintable(label->text()));
+        }
+    }
+}
+
 void waitFor(const char* what, const std::function<bool()>& condition)
 {
     QElapsedTimer time;
@@ -33,6 +48,7 @@ void waitFor(const char* what, const std::function<bool()>& condition)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
         if (time.elapsed() > 60'000) {
             std::printf("waited in vain for %s\n", what);
+            tellWhatCanBeSeen();
             std::exit(1);
         }
     }
