@@ -1,8 +1,8 @@
 #include "bench/Bench.h"
 #include "bench/Comparison.h"
 #include "bench/IssueAnswer.h"
-#include "platform/foundation/DateFormatter.h"
-#include "platform/foundation/JSON.h"
+#include "platform/foundation/values/DateFormatter.h"
+#include "platform/foundation/values/JSON.h"
 #include "records/JAIssueObject.h"
 
 #include <QLoggingCategory>

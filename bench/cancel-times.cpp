@@ -1,7 +1,7 @@
 // How long it takes from a cancel until its task has ended, in each phase of a request, one line each: the median of as
 // many runs as the argument says, in seconds, and the phase.
 
-#include "platform/foundation/URLSession.h"
+#include "platform/foundation/loading/URLSession.h"
 #include "standin/Server.h"
 
 #include <QCoreApplication>

@@ -1,5 +1,5 @@
 #include "client/JAController.h"
-#include "platform/foundation/URLSessionConfiguration.h"
+#include "platform/foundation/loading/URLSessionConfiguration.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>

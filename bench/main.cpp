@@ -2,8 +2,8 @@
 #include "bench/windows/WindowCases.h"
 #include "client/JAController.h"
 #include "constants/JAConstants.h"
-#include "platform/foundation/URLSessionConfiguration.h"
-#include "platform/foundation/UserDefaults.h"
+#include "platform/foundation/loading/URLSessionConfiguration.h"
+#include "platform/foundation/settings/UserDefaults.h"
 #include "standin/Server.h"
 
 #include <QApplication>

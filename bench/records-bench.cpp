@@ -1,5 +1,5 @@
 #include "bench/IssueAnswer.h"
-#include "platform/foundation/JSON.h"
+#include "platform/foundation/values/JSON.h"
 #include "records/JAIssueObject.h"
 
 #include <QLoggingCategory>

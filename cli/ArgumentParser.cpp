@@ -1,7 +1,7 @@
 #include "cli/ArgumentParser.h"
 
 #include "cli/CommandTable.h"
-#include "platform/foundation/URLSessionConfiguration.h"
+#include "platform/foundation/loading/URLSessionConfiguration.h"
 
 namespace cli {
 

@@ -1,9 +1,9 @@
 #include "cli/DownloadPlace.h"
 
-#include "platform/foundation/FileManager.h"
 #include "platform/foundation/MainQueue.h"
-#include "platform/foundation/PathString.h"
-#include "platform/foundation/TemporaryDirectory.h"
+#include "platform/foundation/files/FileManager.h"
+#include "platform/foundation/files/PathString.h"
+#include "platform/foundation/files/TemporaryDirectory.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -2,7 +2,7 @@
 
 #include "cli/IssueKey.h"
 #include "constants/JAConstants.h"
-#include "platform/foundation/Format.h"
+#include "platform/foundation/values/Format.h"
 
 namespace cli {
 

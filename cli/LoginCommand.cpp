@@ -4,8 +4,8 @@
 #include "cli/TerminalPrompt.h"
 #include "cli/TerminalText.h"
 #include "constants/JAConstants.h"
-#include "platform/foundation/HTTPCookieStorage.h"
-#include "platform/foundation/URL.h"
+#include "platform/foundation/loading/HTTPCookieStorage.h"
+#include "platform/foundation/values/URL.h"
 #include "records/SavedLogin.h"
 
 namespace cli {

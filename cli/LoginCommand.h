@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/CommandTable.h"
-#include "platform/foundation/UserDefaults.h"
+#include "platform/foundation/settings/UserDefaults.h"
 
 namespace cli {
 

@@ -1,6 +1,6 @@
 #include "cli/LogoutCommand.h"
 
-#include "platform/foundation/HTTPCookieStorage.h"
+#include "platform/foundation/loading/HTTPCookieStorage.h"
 #include "records/SavedLogin.h"
 
 namespace cli {

@@ -1,8 +1,8 @@
 #include "cli/PrivateFolder.h"
 
-#include "platform/foundation/FileManager.h"
-#include "platform/foundation/Leftovers.h"
-#include "platform/foundation/PathString.h"
+#include "platform/foundation/files/FileManager.h"
+#include "platform/foundation/files/Leftovers.h"
+#include "platform/foundation/files/PathString.h"
 
 #include <QFile>
 #include <QUuid>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/foundation/Error.h"
 #include "platform/foundation/os/FileLock.h"
+#include "platform/foundation/values/Error.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 #include "cli/ServerAddress.h"
 
 #include "client/JAController.h"
-#include "platform/foundation/URL.h"
+#include "platform/foundation/values/URL.h"
 
 #include <QUrl>
 

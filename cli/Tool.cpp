@@ -8,7 +8,7 @@
 #include "cli/TerminalText.h"
 #include "platform/console/StandardStreams.h"
 #include "platform/foundation/MainQueue.h"
-#include "platform/foundation/TemporaryDirectory.h"
+#include "platform/foundation/files/TemporaryDirectory.h"
 
 namespace cli {
 

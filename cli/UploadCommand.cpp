@@ -1,7 +1,7 @@
 #include "cli/UploadCommand.h"
 
 #include "cli/IssueKey.h"
-#include "platform/foundation/PathString.h"
+#include "platform/foundation/files/PathString.h"
 
 #include <QFileInfo>
 

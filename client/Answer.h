@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/foundation/Error.h"
-#include "platform/foundation/HTTPURLResponse.h"
+#include "platform/foundation/loading/HTTPURLResponse.h"
+#include "platform/foundation/values/Error.h"
 
 #include <QByteArray>
 #include <QJsonObject>

@@ -1,10 +1,10 @@
 #include "client/JAControllerState.h"
 #include "constants/JAConstants.h"
-#include "platform/foundation/Format.h"
-#include "platform/foundation/HTTPCookieStorage.h"
-#include "platform/foundation/JSON.h"
-#include "platform/foundation/PathString.h"
-#include "platform/foundation/URL.h"
+#include "platform/foundation/files/PathString.h"
+#include "platform/foundation/loading/HTTPCookieStorage.h"
+#include "platform/foundation/values/Format.h"
+#include "platform/foundation/values/JSON.h"
+#include "platform/foundation/values/URL.h"
 #include "records/SavedLogin.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include "client/JAControllerDelegate.h"
 #include "platform/foundation/Export.h"
-#include "platform/foundation/URLSession.h"
+#include "platform/foundation/loading/URLSession.h"
 #include "records/JAIssueObject.h"
 #include "records/JALoginObject.h"
 #include "records/JAUser.h"

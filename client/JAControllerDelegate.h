@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/foundation/Error.h"
 #include "platform/foundation/Export.h"
+#include "platform/foundation/values/Error.h"
 
 #include <optional>
 

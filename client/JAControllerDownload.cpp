@@ -1,8 +1,8 @@
 #include "client/CallIfSet.h"
 #include "client/JAController.h"
 #include "client/SessionRequest.h"
-#include "platform/foundation/FileManager.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/files/FileManager.h"
 
 void JAController::downloadFile(const std::optional<QString>& url, const DownloadCallBack& callBack,
                                 const QString& path)

@@ -1,8 +1,8 @@
 #include "client/CallIfSet.h"
 #include "client/JAController.h"
 #include "client/SessionRequest.h"
-#include "platform/foundation/JSON.h"
 #include "platform/foundation/MainQueue.h"
+#include "platform/foundation/values/JSON.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 #include "client/CallIfSet.h"
 #include "client/JAControllerState.h"
 #include "constants/JAConstants.h"
-#include "platform/foundation/HTTPCookieStorage.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/loading/HTTPCookieStorage.h"
 #include "records/SavedLogin.h"
 
 using client::Answer;

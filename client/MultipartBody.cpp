@@ -1,6 +1,6 @@
 #include "client/MultipartBody.h"
 
-#include "platform/foundation/Format.h"
+#include "platform/foundation/values/Format.h"
 
 namespace client {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/foundation/URLRequest.h"
+#include "platform/foundation/loading/URLRequest.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #include "download/DownloadFileName.h"
 
-#include "platform/foundation/PathString.h"
+#include "platform/foundation/files/PathString.h"
 
 QString downloadFileName(const std::optional<QString>& attachmentName)
 {

@@ -1,11 +1,11 @@
 #include "download/DownloadFolder.h"
 
 #include "constants/JAConstants.h"
-#include "platform/foundation/FileManager.h"
 #include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/Log.h"
-#include "platform/foundation/PathString.h"
-#include "platform/foundation/TemporaryDirectory.h"
+#include "platform/foundation/files/FileManager.h"
+#include "platform/foundation/files/PathString.h"
+#include "platform/foundation/files/TemporaryDirectory.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 #include "download/DownloadSizes.h"
 
-#include "platform/foundation/Format.h"
-#include "platform/toolkit/InterfaceTexts.h"
+#include "platform/foundation/values/Format.h"
+#include "platform/toolkit/nib/InterfaceTexts.h"
 
 namespace {
 

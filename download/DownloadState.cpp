@@ -3,10 +3,10 @@
 #include "download/DownloadSizes.h"
 #include "download/SecondClick.h"
 #include "download/TightLayout.h"
-#include "platform/toolkit/InterfaceTexts.h"
-#include "platform/toolkit/MessageLine.h"
-#include "platform/toolkit/PaletteColors.h"
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/nib/InterfaceTexts.h"
+#include "platform/toolkit/views/MessageLine.h"
+#include "platform/toolkit/views/PaletteColors.h"
+#include "platform/toolkit/views/View.h"
 
 #include <algorithm>
 

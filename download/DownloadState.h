@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/toolkit/TransferRate.h"
+#include "platform/toolkit/views/TransferRate.h"
 
 #include <QLabel>
 #include <QPointer>

@@ -1,6 +1,6 @@
 #include "download/JAAttachedCell.h"
 
-#include "platform/toolkit/ElidedLabel.h"
+#include "platform/toolkit/views/ElidedLabel.h"
 
 #include <QBoxLayout>
 #include <QResizeEvent>
@@ -18,25 +18,21 @@ constexpr char16_t sizeText[] = u"000.00 MB";
 JAAttachedCell::JAAttachedCell(QWidget* parent)
     : TableCellView(parent)
 {
-    outlets.bind("dateLabel", &m_dateLabel);
-    outlets.bind("titleLabel", &m_titleLabel);
-    outlets.bind("sizeLabel", &m_sizeLabel);
-    outlets.bind("downloadButton", &m_downloadButton);
 }
 
 void JAAttachedCell::awakeFromNib()
 {
-    for (QLabel* label : {m_dateLabel.get(), m_sizeLabel.get()}) {
+    for (QLabel* label : {dateLabel(), sizeLabel()}) {
         if (label)
             label->setForegroundRole(QPalette::PlaceholderText);
     }
-    if (!m_downloadButton)
+    if (!downloadButton())
         return;
-    connect(m_downloadButton, &QPushButton::clicked, this, [this] {
+    connect(downloadButton(), &QPushButton::clicked, this, [this] {
         // The action may give the cell to another row.
         const auto action = m_downloadAction;
         if (action)
-            action(m_downloadButton);
+            action(downloadButton());
     });
 }
 
@@ -61,19 +57,19 @@ void JAAttachedCell::resizeEvent(QResizeEvent* event)
 void JAAttachedCell::arrange(int width) const
 {
     auto* const row = qobject_cast<QBoxLayout*>(layout());
-    if (!row || !m_titleLabel || !m_sizeLabel || !m_downloadButton)
+    if (!row || !titleLabel() || !sizeLabel() || !downloadButton())
         return;
-    const int besides = m_sizeLabel->fontMetrics().horizontalAdvance(QString::fromUtf16(sizeText)) +
-                        m_downloadButton->sizeHint().width() + 3 * row->spacing();
+    const int besides = sizeLabel()->fontMetrics().horizontalAdvance(QString::fromUtf16(sizeText)) +
+                        downloadButton()->sizeHint().width() + 3 * row->spacing();
     const QMargins margins = row->contentsMargins();
     const int left = width - margins.left() - margins.right() - besides;
-    const bool isNarrow = left < fewLetters * m_titleLabel->fontMetrics().averageCharWidth();
+    const bool isNarrow = left < fewLetters * titleLabel()->fontMetrics().averageCharWidth();
     const auto direction = isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight;
     if (row->direction() == direction)
         return;
     row->setDirection(direction);
     if (QLayout* besideName = row->itemAt(row->count() - 1)->layout())
         besideName->setSpacing(isNarrow ? narrowSpacing : row->spacing());
-    if (auto* title = qobject_cast<tljira::ElidedLabel*>(m_titleLabel))
+    if (auto* title = qobject_cast<tljira::ElidedLabel*>(titleLabel()))
         title->setMaximumLines(isNarrow ? 1 : linesBesides);
 }

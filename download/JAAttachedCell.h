@@ -1,11 +1,11 @@
 #pragma once
 
 #include "platform/foundation/Export.h"
-#include "platform/toolkit/TableCellView.h"
+#include "platform/toolkit/nib/Outlet.h"
+#include "platform/toolkit/tables/TableCellView.h"
 #include "records/JAAttachmentObject.h"
 
 #include <QLabel>
-#include <QPointer>
 #include <QPushButton>
 #include <QWidget>
 
@@ -23,10 +23,10 @@ public:
 
     ///@{
     /// An outlet; null until the cell is awake.
-    QLabel* dateLabel() const { return m_dateLabel; }
-    QLabel* titleLabel() const { return m_titleLabel; }
-    QLabel* sizeLabel() const { return m_sizeLabel; }
-    QPushButton* downloadButton() const { return m_downloadButton; }
+    tljira::Outlet<QLabel> dateLabel{outlets, "dateLabel"};
+    tljira::Outlet<QLabel> titleLabel{outlets, "titleLabel"};
+    tljira::Outlet<QLabel> sizeLabel{outlets, "sizeLabel"};
+    tljira::Outlet<QPushButton> downloadButton{outlets, "downloadButton"};
     ///@}
 
     ///@{
@@ -60,10 +60,6 @@ protected:
 private:
     void arrange(int width) const;
 
-    QPointer<QLabel> m_dateLabel;
-    QPointer<QLabel> m_titleLabel;
-    QPointer<QLabel> m_sizeLabel;
-    QPointer<QPushButton> m_downloadButton;
     std::shared_ptr<const JAAttachmentObject> m_attachmetn;
     qint64 m_row = 0;
     std::function<void(QWidget*)> m_downloadAction;

@@ -3,11 +3,11 @@
 #include "client/JAController.h"
 #include "download/LookUpHint.h"
 #include "platform/foundation/Log.h"
-#include "platform/toolkit/Alert.h"
-#include "platform/toolkit/FillingSubview.h"
-#include "platform/toolkit/Layer.h"
-#include "platform/toolkit/OpenPanel.h"
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/views/FillingSubview.h"
+#include "platform/toolkit/views/Layer.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/Alert.h"
+#include "platform/toolkit/windows/OpenPanel.h"
 
 #include <QApplication>
 
@@ -19,18 +19,6 @@ class JABodyViewController::Hint : public LookUpHint
 
 JABodyViewController::JABodyViewController()
 {
-    outlets.bind("pathLabel", &m_pathLabel);
-    outlets.bind("keyTextField", &m_keyTextField);
-    outlets.bind("uploadButton", &m_uploadButton);
-    outlets.bind("openFileButton", &m_openFileButton);
-    outlets.bind("spinerView", &m_spinerView);
-    outlets.bind("uploadView", &m_uploadView);
-    outlets.bind("checkFileView", &m_checkFileView);
-    outlets.bind("containerView", &m_containerView);
-    outlets.bind("keyDownloadTextField", &m_keyDownloadTextField);
-    outlets.bind("checkDownloadFiles", &m_checkDownloadFiles);
-    outlets.bind("downloadWrapper", &m_downloadWrapper);
-    outlets.bind("receivingAttachmentsView", &m_receivingAttachmentsView);
     actions.bind("openFileAction", [this] { openFileAction(); });
     actions.bind("uploadAction", [this] { uploadAction(); });
     actions.bind("getListAttachedFilesAction", [this] { getListAttachedFilesAction(); });
@@ -48,28 +36,28 @@ void JABodyViewController::viewDidLoad()
 {
     ViewController::viewDidLoad();
     m_jaListAttachedWindow = JAListAttachedFilesWindow::init();
-    m_lookUpHint = std::make_shared<Hint>(tljira::findView<QLabel>(m_checkDownloadFiles, "downloadHelp"));
-    tljira::addFillingSubview(m_containerView, m_uploadView);
-    tljira::addFillingSubview(m_containerView, m_checkFileView);
-    tljira::addFillingSubview(m_downloadWrapper, m_checkDownloadFiles);
-    tljira::addFillingSubview(m_downloadWrapper, m_receivingAttachmentsView);
-    if (m_spinerView)
-        m_spinerView->startAnimation();
-    setUploadActualView(m_checkFileView);
-    setDownloadActualView(m_checkDownloadFiles);
+    m_lookUpHint = std::make_shared<Hint>(tljira::findView<QLabel>(checkDownloadFiles(), "downloadHelp"));
+    tljira::addFillingSubview(containerView(), uploadView());
+    tljira::addFillingSubview(containerView(), checkFileView());
+    tljira::addFillingSubview(downloadWrapper(), checkDownloadFiles());
+    tljira::addFillingSubview(downloadWrapper(), receivingAttachmentsView());
+    if (spinerView())
+        spinerView()->startAnimation();
+    setUploadActualView(checkFileView());
+    setDownloadActualView(checkDownloadFiles());
     if (auto* layer = tljira::Layer::wantLayer(view()))
         layer->setBackgroundColor(QColor::fromRgbF(0, 0, 0, 0.4F));
     followFocus();
     m_pathFile = JAController::sharedInstance()->pathFile();
-    tljira::setText(m_pathLabel, JAController::sharedInstance()->pathFile().value_or(QString()));
+    tljira::setText(pathLabel(), JAController::sharedInstance()->pathFile().value_or(QString()));
 }
 
 // Return presses the button of the area that the keyboard is in.
 void JABodyViewController::followFocus()
 {
-    auto* download = tljira::findView<QPushButton>(m_checkDownloadFiles, "getListAttachedFilesButton");
-    const auto choose = [upload = m_uploadButton, download = QPointer(download),
-                         area = m_containerView](QWidget*, const QWidget* focused) {
+    auto* download = tljira::findView<QPushButton>(checkDownloadFiles(), "getListAttachedFilesButton");
+    const auto choose = [upload = uploadButton(), download = QPointer(download),
+                         area = containerView()](QWidget*, const QWidget* focused) {
         if (!upload || !download || !focused || focused->window() != download->window())
             return;
         const bool isUpload = area && area->isAncestorOf(focused);
@@ -81,15 +69,15 @@ void JABodyViewController::followFocus()
 
 void JABodyViewController::setUploadActualView(QWidget* view)
 {
-    tljira::setHidden(m_uploadView, true);
-    tljira::setHidden(m_checkFileView, true);
+    tljira::setHidden(uploadView(), true);
+    tljira::setHidden(checkFileView(), true);
     tljira::setHidden(view, false);
 }
 
 void JABodyViewController::setDownloadActualView(QWidget* view)
 {
-    tljira::setHidden(m_receivingAttachmentsView, true);
-    tljira::setHidden(m_checkDownloadFiles, true);
+    tljira::setHidden(receivingAttachmentsView(), true);
+    tljira::setHidden(checkDownloadFiles(), true);
     tljira::setHidden(view, false);
 }
 
@@ -108,19 +96,19 @@ void JABodyViewController::openFileAction()
 
 void JABodyViewController::setPathfile(const std::optional<QString>& path)
 {
-    tljira::setText(m_pathLabel, path.value_or(QString()));
+    tljira::setText(pathLabel(), path.value_or(QString()));
     JAController::sharedInstance()->setPathFile(path);
     setPathFile(path);
 }
 
 void JABodyViewController::uploadAction()
 {
-    setUploadActualView(m_uploadView);
+    setUploadActualView(uploadView());
 }
 
 void JABodyViewController::getListAttachedFilesAction()
 {
-    const QString key = tljira::text(m_keyDownloadTextField);
+    const QString key = tljira::text(keyDownloadTextField());
     if (m_lookUpHint)
         m_lookUpHint->begin(key);
     JAController::sharedInstance()->getIssueObject(
@@ -153,10 +141,10 @@ void JABodyViewController::errorMessage(const QString& text)
 
 void JABodyViewController::jaValidSession()
 {
-    tljira::setEnabled(m_uploadButton, true);
+    tljira::setEnabled(uploadButton(), true);
 }
 
 void JABodyViewController::jaInvalidSession()
 {
-    tljira::setEnabled(m_uploadButton, false);
+    tljira::setEnabled(uploadButton(), false);
 }

@@ -3,12 +3,12 @@
 #include "client/JAControllerDelegate.h"
 #include "download/JAListAttachedFilesWindow.h"
 #include "platform/foundation/Export.h"
-#include "platform/toolkit/ProgressIndicator.h"
-#include "platform/toolkit/ViewController.h"
+#include "platform/toolkit/nib/Outlet.h"
+#include "platform/toolkit/views/ProgressIndicator.h"
+#include "platform/toolkit/windows/ViewController.h"
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QString>
 #include <QWidget>
@@ -56,18 +56,18 @@ public:
 
     ///@{
     /// An outlet; null until the view is loaded.
-    QLabel* pathLabel() const { return m_pathLabel; }
-    QLineEdit* keyTextField() const { return m_keyTextField; }
-    QPushButton* uploadButton() const { return m_uploadButton; }
-    QPushButton* openFileButton() const { return m_openFileButton; }
-    tljira::ProgressIndicator* spinerView() const { return m_spinerView; }
-    QWidget* uploadView() const { return m_uploadView; }
-    QWidget* checkFileView() const { return m_checkFileView; }
-    QWidget* containerView() const { return m_containerView; }
-    QLineEdit* keyDownloadTextField() const { return m_keyDownloadTextField; }
-    QWidget* checkDownloadFiles() const { return m_checkDownloadFiles; }
-    QWidget* downloadWrapper() const { return m_downloadWrapper; }
-    QWidget* receivingAttachmentsView() const { return m_receivingAttachmentsView; }
+    tljira::Outlet<QLabel> pathLabel{outlets, "pathLabel"};
+    tljira::Outlet<QLineEdit> keyTextField{outlets, "keyTextField"};
+    tljira::Outlet<QPushButton> uploadButton{outlets, "uploadButton"};
+    tljira::Outlet<QPushButton> openFileButton{outlets, "openFileButton"};
+    tljira::Outlet<tljira::ProgressIndicator> spinerView{outlets, "spinerView"};
+    tljira::Outlet<QWidget> uploadView{outlets, "uploadView"};
+    tljira::Outlet<QWidget> checkFileView{outlets, "checkFileView"};
+    tljira::Outlet<QWidget> containerView{outlets, "containerView"};
+    tljira::Outlet<QLineEdit> keyDownloadTextField{outlets, "keyDownloadTextField"};
+    tljira::Outlet<QWidget> checkDownloadFiles{outlets, "checkDownloadFiles"};
+    tljira::Outlet<QWidget> downloadWrapper{outlets, "downloadWrapper"};
+    tljira::Outlet<QWidget> receivingAttachmentsView{outlets, "receivingAttachmentsView"};
     ///@}
     /// Made when the view is loaded; null before.
     std::shared_ptr<JAListAttachedFilesWindow> jaListAttachedWindow() const { return m_jaListAttachedWindow; }
@@ -83,18 +83,6 @@ private:
 
     class Hint;
     std::shared_ptr<Hint> m_lookUpHint;
-    QPointer<QLabel> m_pathLabel;
-    QPointer<QLineEdit> m_keyTextField;
-    QPointer<QPushButton> m_uploadButton;
-    QPointer<QPushButton> m_openFileButton;
-    QPointer<tljira::ProgressIndicator> m_spinerView;
-    QPointer<QWidget> m_uploadView;
-    QPointer<QWidget> m_checkFileView;
-    QPointer<QWidget> m_containerView;
-    QPointer<QLineEdit> m_keyDownloadTextField;
-    QPointer<QWidget> m_checkDownloadFiles;
-    QPointer<QWidget> m_downloadWrapper;
-    QPointer<QWidget> m_receivingAttachmentsView;
     std::optional<QString> m_pathFile;
     std::shared_ptr<JAListAttachedFilesWindow> m_jaListAttachedWindow;
 };

@@ -2,8 +2,8 @@
 
 #include "client/JAController.h"
 #include "download/LookUpHint.h"
-#include "platform/toolkit/Application.h"
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/Application.h"
 #include "records/Documents.h"
 
 /// Named here so that the header, which hosts include, names no class that they do not have.
@@ -14,9 +14,6 @@ class JADownloadBodyViewController::Hint : public LookUpHint
 
 JADownloadBodyViewController::JADownloadBodyViewController()
 {
-    outlets.bind("issueKeyTextField", &m_issueKeyTextField);
-    outlets.bind("getAttachButton", &m_getAttachButton);
-    outlets.bind("shadow", &m_shadow);
     actions.bind("getAttachAction", [this] { getAttachAction(); });
 }
 
@@ -53,7 +50,7 @@ void JADownloadBodyViewController::cancel()
 
 void JADownloadBodyViewController::getAttachAction()
 {
-    const QString key = tljira::text(m_issueKeyTextField);
+    const QString key = tljira::text(issueKeyTextField());
     if (m_lookUpHint)
         m_lookUpHint->begin(key);
     JAController::sharedInstance()->getIssueObject(
@@ -95,14 +92,14 @@ JADownloadBodyViewController::filteredAttachments(const Attachments& attachments
 
 void JADownloadBodyViewController::jaValidSession()
 {
-    tljira::setHidden(m_shadow, true);
-    tljira::setEnabled(m_getAttachButton, true);
-    tljira::setEnabled(m_issueKeyTextField, true);
+    tljira::setHidden(shadow(), true);
+    tljira::setEnabled(getAttachButton(), true);
+    tljira::setEnabled(issueKeyTextField(), true);
 }
 
 void JADownloadBodyViewController::jaInvalidSession()
 {
-    tljira::setHidden(m_shadow, false);
-    tljira::setEnabled(m_getAttachButton, false);
-    tljira::setEnabled(m_issueKeyTextField, false);
+    tljira::setHidden(shadow(), false);
+    tljira::setEnabled(getAttachButton(), false);
+    tljira::setEnabled(issueKeyTextField(), false);
 }

@@ -3,10 +3,10 @@
 #include "client/JAControllerDelegate.h"
 #include "download/JAListAttachedFilesWindow.h"
 #include "platform/foundation/Export.h"
-#include "platform/toolkit/ViewController.h"
+#include "platform/toolkit/nib/Outlet.h"
+#include "platform/toolkit/windows/ViewController.h"
 
 #include <QLineEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QString>
 #include <QWidget>
@@ -46,10 +46,10 @@ public:
 
     ///@{
     /// An outlet; null until the view is loaded.
-    QLineEdit* issueKeyTextField() const { return m_issueKeyTextField; }
-    QPushButton* getAttachButton() const { return m_getAttachButton; }
+    tljira::Outlet<QLineEdit> issueKeyTextField{outlets, "issueKeyTextField"};
+    tljira::Outlet<QPushButton> getAttachButton{outlets, "getAttachButton"};
     /// Covers the panel while it cannot be used.
-    QWidget* shadow() const { return m_shadow; }
+    tljira::Outlet<QWidget> shadow{outlets, "shadow"};
     ///@}
     /// Made when the view is loaded; null before.
     std::shared_ptr<JAListAttachedFilesWindow> jaListAttachedWindow() const { return m_jaListAttachedWindow; }
@@ -67,8 +67,5 @@ private:
     std::optional<QString> m_path;
     class Hint;
     std::shared_ptr<Hint> m_lookUpHint;
-    QPointer<QLineEdit> m_issueKeyTextField;
-    QPointer<QPushButton> m_getAttachButton;
-    QPointer<QWidget> m_shadow;
     std::shared_ptr<JAListAttachedFilesWindow> m_jaListAttachedWindow;
 };

@@ -1,7 +1,6 @@
 #include "download/JAListAttachedFilesWindow.h"
 
 #include "client/JAController.h"
-#include "constants/FrameworkBundle.h"
 #include "download/DownloadFileName.h"
 #include "download/DownloadFolder.h"
 #include "download/DownloadSizes.h"
@@ -9,15 +8,16 @@
 #include "download/DownloadTurn.h"
 #include "download/PaletteOnWhite.h"
 #include "download/TightLayout.h"
-#include "platform/foundation/DateFormatter.h"
 #include "platform/foundation/Log.h"
-#include "platform/foundation/Numbers.h"
-#include "platform/foundation/PathString.h"
-#include "platform/toolkit/InterfaceTexts.h"
-#include "platform/toolkit/Layer.h"
-#include "platform/toolkit/MessageLine.h"
-#include "platform/toolkit/View.h"
-#include "platform/toolkit/ViewClasses.h"
+#include "platform/foundation/files/PathString.h"
+#include "platform/foundation/values/DateFormatter.h"
+#include "platform/foundation/values/Numbers.h"
+#include "platform/toolkit/nib/FrameworkBundle.h"
+#include "platform/toolkit/nib/InterfaceTexts.h"
+#include "platform/toolkit/nib/ViewClasses.h"
+#include "platform/toolkit/views/Layer.h"
+#include "platform/toolkit/views/MessageLine.h"
+#include "platform/toolkit/views/View.h"
 
 #include <QApplication>
 #include <QPushButton>
@@ -53,21 +53,21 @@ class HeldUpdates
 {
 public:
     explicit HeldUpdates(QWidget* view)
-        : m_view(view)
+        : m_held(view)
     {
-        if (m_view)
-            m_view->setUpdatesEnabled(false);
+        if (m_held)
+            m_held->setUpdatesEnabled(false);
     }
     ~HeldUpdates()
     {
-        if (m_view)
-            m_view->setUpdatesEnabled(true);
+        if (m_held)
+            m_held->setUpdatesEnabled(true);
     }
     HeldUpdates(const HeldUpdates&) = delete;
     HeldUpdates& operator=(const HeldUpdates&) = delete;
 
 private:
-    QPointer<QWidget> m_view;
+    QPointer<QWidget> m_held;
 };
 
 } // namespace
@@ -91,14 +91,6 @@ JAListAttachedFilesWindow::JAListAttachedFilesWindow()
     : m_turn(std::make_unique<Turn>())
     , m_state(std::make_unique<State>())
 {
-    outlets.bind("view", &m_view);
-    outlets.bind("wrapperTableView", &m_wrapperTableView);
-    outlets.bind("tableView", &m_tableView);
-    outlets.bind("noDataView", &m_noDataView);
-    outlets.bind("downloadPercent", &m_downloadPercent);
-    outlets.bind("downloadError", &m_downloadError);
-    outlets.bind("downloadProgressBar", &m_downloadProgressBar);
-    outlets.bind("downloadView", &m_downloadView);
     actions.bind("cancalAction", [this](QWidget* sender) { cancalAction(sender); });
 }
 
@@ -106,16 +98,15 @@ std::shared_ptr<JAListAttachedFilesWindow> JAListAttachedFilesWindow::init()
 {
     tljira::registerViewClass<JAAttachedCell>(QStringLiteral("JAAttachedCell"));
     const std::shared_ptr<JAListAttachedFilesWindow> self(new JAListAttachedFilesWindow);
-    self->initWithWindowNibName(QStringLiteral("JAListAttachedFilesWindow"),
-                                tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    self->initWithWindowNibName(QStringLiteral("JAListAttachedFilesWindow"), tljira::frameworkBundle());
     self->window()->setDelegate(self);
     return self;
 }
 
 JAListAttachedFilesWindow::~JAListAttachedFilesWindow()
 {
-    if (m_tableView)
-        m_tableView->setDataSource(nullptr);
+    if (tableView())
+        tableView()->setDataSource(nullptr);
 }
 
 void JAListAttachedFilesWindow::windowWillLoad()
@@ -128,20 +119,20 @@ void JAListAttachedFilesWindow::windowDidLoad()
 {
     WindowController::windowDidLoad();
     m_isDone = false;
-    if (auto* layer = tljira::Layer::wantLayer(m_view)) {
+    if (auto* layer = tljira::Layer::wantLayer(view())) {
         layer->setBackgroundColor(QColor(Qt::white));
-        m_view->setPalette(paletteOnWhite(QApplication::palette()));
+        view()->setPalette(paletteOnWhite(QApplication::palette()));
     }
     tljira::log(u"JAListAttachedFilesWindow windowDidLoad");
-    if (m_tableView) {
-        m_tableView->setDataSource(this);
-        QObject::connect(m_tableView, &tljira::TableView::rowActivated, m_tableView,
+    if (tableView()) {
+        tableView()->setDataSource(this);
+        QObject::connect(tableView(), &tljira::TableView::rowActivated, tableView(),
                          [weak = std::weak_ptr(sharedFrom(this))](qint64 row) {
                              if (const auto self = weak.lock())
                                  self->downloadRow(row);
                          });
     }
-    m_state->setViews(m_downloadView, m_downloadProgressBar, m_downloadPercent);
+    m_state->setViews(downloadView(), downloadProgressBar(), downloadPercent());
 }
 
 void JAListAttachedFilesWindow::showWindow()
@@ -165,16 +156,16 @@ void JAListAttachedFilesWindow::showIssueKey()
     QString key = m_issueKey->simplified();
     if (key.size() > longestKey)
         key = key.left(longestKey) + QStringLiteral("…");
-    auto* title = tljira::findView<QLabel>(m_view, "listTitle");
+    auto* title = tljira::findView<QLabel>(view(), "listTitle");
     tljira::setText(title, translated(titleText).arg(key));
     tljira::setHidden(title, false);
-    tljira::setText(tljira::findView<QLabel>(m_view, "noDataLabel"), translated(emptyText).arg(key));
+    tljira::setText(tljira::findView<QLabel>(view(), "noDataLabel"), translated(emptyText).arg(key));
 }
 
 void JAListAttachedFilesWindow::reload()
 {
-    if (m_tableView)
-        m_tableView->reloadData();
+    if (tableView())
+        tableView()->reloadData();
 }
 
 qint64 JAListAttachedFilesWindow::numberOfRowsInTableView(tljira::TableView&)
@@ -183,7 +174,7 @@ qint64 JAListAttachedFilesWindow::numberOfRowsInTableView(tljira::TableView&)
     tljira::log(u"self.attachments.count ::: %ld", count);
     // A list begins with the user's locale and time zone of this moment.
     m_dates.reset();
-    setActualView(count > 0 ? m_wrapperTableView : m_noDataView);
+    setActualView(count > 0 ? wrapperTableView() : noDataView());
     return count;
 }
 
@@ -192,10 +183,10 @@ tljira::TableCellView* JAListAttachedFilesWindow::viewForTableColumn(tljira::Tab
     const auto attachment = attachmentAtRow(row);
     if (!attachment)
         return nullptr;
-    tljira::TableCellView* view = table.makeViewWithIdentifier(QStringLiteral("jaAttachedCell"));
-    if (auto* cell = qobject_cast<JAAttachedCell*>(view))
+    tljira::TableCellView* cellView = table.makeViewWithIdentifier(QStringLiteral("jaAttachedCell"));
+    if (auto* cell = qobject_cast<JAAttachedCell*>(cellView))
         fillCell(*cell, attachment, row);
-    return view;
+    return cellView;
 }
 
 std::shared_ptr<const JAAttachmentObject> JAListAttachedFilesWindow::attachmentAtRow(qint64 row) const
@@ -259,7 +250,7 @@ void JAListAttachedFilesWindow::downloadRow(qint64 row)
         self->download(attachment, target, number);
     });
     showStart(*attachment);
-    setActualView(m_downloadView);
+    setActualView(downloadView());
     setIsRunning(true);
 }
 
@@ -267,24 +258,24 @@ void JAListAttachedFilesWindow::downloadRow(qint64 row)
 void JAListAttachedFilesWindow::showStart(const JAAttachmentObject& attachment)
 {
     setError(QString());
-    if (m_downloadProgressBar)
-        m_downloadProgressBar->setValue(0);
+    if (downloadProgressBar())
+        downloadProgressBar()->setValue(0);
     m_state->begin(attachment.name().value_or(QString()), attachment.size());
 }
 
 void JAListAttachedFilesWindow::setIsRunning(bool isRunning)
 {
-    QPushButton* cancelButton = cancelButtonOf(m_downloadView);
+    QPushButton* cancelButton = cancelButtonOf(downloadView());
     if (!cancelButton)
         return;
     // Return, which may have begun the download, does not cancel it.
     cancelButton->setDefault(!isRunning);
-    if (!m_downloadView->isVisibleTo(m_downloadView->window()))
+    if (!downloadView()->isVisibleTo(downloadView()->window()))
         return;
     if (!isRunning)
         cancelButton->setFocus();
-    else if (m_downloadProgressBar && !m_downloadView->isAncestorOf(m_downloadView->window()->focusWidget()))
-        m_downloadProgressBar->setFocus();
+    else if (downloadProgressBar() && !downloadView()->isAncestorOf(downloadView()->window()->focusWidget()))
+        downloadProgressBar()->setFocus();
 }
 
 void JAListAttachedFilesWindow::download(const std::shared_ptr<const JAAttachmentObject>& attachment,
@@ -302,7 +293,7 @@ void JAListAttachedFilesWindow::download(const std::shared_ptr<const JAAttachmen
 void JAListAttachedFilesWindow::updateDownload(qint64 bytes, qint64 total, const std::optional<tljira::Error>& error,
                                                bool completion)
 {
-    const HeldUpdates held(m_downloadView);
+    const HeldUpdates held(downloadView());
     const auto task = JAController::sharedInstance()->downloadTask();
     setIsRunning(task && !task->hasEnded());
     const qint64 divisor = total == 0 ? 1 : total;
@@ -315,7 +306,7 @@ void JAListAttachedFilesWindow::updateDownload(qint64 bytes, qint64 total, const
     }
     tljira::log(u"percent:%f total:%lld bytes: %lld %hhd", percent, total, bytes, completion);
     if (completion) {
-        tljira::setText(m_downloadPercent, QStringLiteral("DONE"));
+        tljira::setText(downloadPercent(), QStringLiteral("DONE"));
         m_isDone = true;
         m_state->finish();
     } else {
@@ -326,34 +317,34 @@ void JAListAttachedFilesWindow::updateDownload(qint64 bytes, qint64 total, const
 
 void JAListAttachedFilesWindow::incrementProgressBar(qint64 percent)
 {
-    if (m_downloadProgressBar) {
-        const qint64 least = m_downloadProgressBar->minimum();
-        const qint64 most = m_downloadProgressBar->maximum();
-        m_downloadProgressBar->setValue(static_cast<int>(std::clamp(percent, least, most)));
+    if (downloadProgressBar()) {
+        const qint64 least = downloadProgressBar()->minimum();
+        const qint64 most = downloadProgressBar()->maximum();
+        downloadProgressBar()->setValue(static_cast<int>(std::clamp(percent, least, most)));
     }
-    tljira::setText(m_downloadPercent, tljira::format(QStringLiteral("%ld %@"), percent, QStringLiteral("%")));
+    tljira::setText(downloadPercent(), tljira::format(QStringLiteral("%ld %@"), percent, QStringLiteral("%")));
 }
 
 void JAListAttachedFilesWindow::setError(const QString& text)
 {
     incrementProgressBar(100);
-    tljira::setText(m_downloadPercent, QString());
-    tljira::MessageLine::show(m_downloadError, text);
+    tljira::setText(downloadPercent(), QString());
+    tljira::MessageLine::show(downloadError(), text);
 }
 
-void JAListAttachedFilesWindow::setActualView(QWidget* view)
+void JAListAttachedFilesWindow::setActualView(QWidget* state)
 {
     if (const auto shown = window()) {
         QRectF frame = shown->frame();
-        frame.setHeight(view && view == m_wrapperTableView ? listHeight : otherHeight);
+        frame.setHeight(state && state == wrapperTableView() ? listHeight : otherHeight);
         shown->setFrame(frame, true, true);
     }
-    tljira::setHidden(m_downloadView, true);
-    tljira::setHidden(m_wrapperTableView, true);
-    tljira::setHidden(m_noDataView, true);
-    tljira::setHidden(view, false);
-    if (view && view == m_noDataView && m_view)
-        fitIntoHeight(view, m_view->width(), static_cast<int>(otherHeight));
+    tljira::setHidden(downloadView(), true);
+    tljira::setHidden(wrapperTableView(), true);
+    tljira::setHidden(noDataView(), true);
+    tljira::setHidden(state, false);
+    if (state && state == noDataView() && view())
+        fitIntoHeight(state, view()->width(), static_cast<int>(otherHeight));
     m_state->fit();
 }
 
@@ -366,11 +357,11 @@ void JAListAttachedFilesWindow::cancalAction(QWidget*)
         parent->endSheet(sheet, tljira::ModalResponse::Cancel);
 }
 
-void JAListAttachedFilesWindow::printSubView(QWidget* view, const QString& offset)
+void JAListAttachedFilesWindow::printSubView(QWidget* root, const QString& offset)
 {
-    if (!view)
+    if (!root)
         return;
-    tljira::log(u"%@ %@", offset, view);
-    for (QWidget* subview : tljira::subviews(view))
+    tljira::log(u"%@ %@", offset, root);
+    for (QWidget* subview : tljira::subviews(root))
         printSubView(subview, tljira::format(QStringLiteral("-%@"), offset));
 }

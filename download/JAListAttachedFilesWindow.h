@@ -1,14 +1,14 @@
 #pragma once
 
 #include "download/JAAttachedCell.h"
-#include "platform/foundation/Error.h"
 #include "platform/foundation/Export.h"
-#include "platform/toolkit/TableView.h"
-#include "platform/toolkit/WindowController.h"
+#include "platform/foundation/values/Error.h"
+#include "platform/toolkit/nib/Outlet.h"
+#include "platform/toolkit/tables/TableView.h"
+#include "platform/toolkit/windows/WindowController.h"
 #include "records/JAIssueObject.h"
 
 #include <QLabel>
-#include <QPointer>
 #include <QProgressBar>
 #include <QString>
 #include <QWidget>
@@ -83,24 +83,24 @@ public:
     void setError(const QString& text);
 
     /// Shows one of the three state views, and gives the window the height for it.
-    void setActualView(QWidget* view);
+    void setActualView(QWidget* state);
 
     /// Cancels the download, if one is running or waits for its turn, and ends the sheet with ModalResponse::Cancel.
     void cancalAction(QWidget* sender);
 
     /// Writes a view and everything below it to the log, a line each.
-    void printSubView(QWidget* view, const QString& offset);
+    void printSubView(QWidget* root, const QString& offset);
 
     ///@{
     /// An outlet; null until the window is loaded.
-    QWidget* view() const { return m_view; }
-    QWidget* wrapperTableView() const { return m_wrapperTableView; }
-    tljira::TableView* tableView() const { return m_tableView; }
-    QWidget* noDataView() const { return m_noDataView; }
-    QLabel* downloadPercent() const { return m_downloadPercent; }
-    QLabel* downloadError() const { return m_downloadError; }
-    QProgressBar* downloadProgressBar() const { return m_downloadProgressBar; }
-    QWidget* downloadView() const { return m_downloadView; }
+    tljira::Outlet<QWidget> view{outlets, "view"};
+    tljira::Outlet<QWidget> wrapperTableView{outlets, "wrapperTableView"};
+    tljira::Outlet<tljira::TableView> tableView{outlets, "tableView"};
+    tljira::Outlet<QWidget> noDataView{outlets, "noDataView"};
+    tljira::Outlet<QLabel> downloadPercent{outlets, "downloadPercent"};
+    tljira::Outlet<QLabel> downloadError{outlets, "downloadError"};
+    tljira::Outlet<QProgressBar> downloadProgressBar{outlets, "downloadProgressBar"};
+    tljira::Outlet<QWidget> downloadView{outlets, "downloadView"};
     ///@}
 
 protected:
@@ -119,15 +119,6 @@ private:
     /// Where the keyboard is, and what Return does, while a download runs and after it.
     void setIsRunning(bool isRunning);
     QString dateText(const JAAttachmentObject& attachment);
-
-    QPointer<QWidget> m_view;
-    QPointer<QWidget> m_wrapperTableView;
-    QPointer<tljira::TableView> m_tableView;
-    QPointer<QWidget> m_noDataView;
-    QPointer<QLabel> m_downloadPercent;
-    QPointer<QLabel> m_downloadError;
-    QPointer<QProgressBar> m_downloadProgressBar;
-    QPointer<QWidget> m_downloadView;
 
     Attachments m_attachments;
     std::optional<QString> m_issueKey;

@@ -1,7 +1,7 @@
 #include "download/LookUpHint.h"
 
-#include "platform/toolkit/InterfaceTexts.h"
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/nib/InterfaceTexts.h"
+#include "platform/toolkit/views/View.h"
 
 LookUpHint::LookUpHint(QLabel* line)
     : m_line(line)

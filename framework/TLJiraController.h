@@ -21,7 +21,7 @@
 #include "download/JAListAttachedFilesWindow.h"
 #include "framework/Version.h"
 #include "platform/foundation/LogSwitch.h"
-#include "platform/toolkit/Application.h"
+#include "platform/toolkit/windows/Application.h"
 #include "records/JAAttachmentObject.h"
 #include "records/JAIssueObject.h"
 #include "records/JALoginObject.h"

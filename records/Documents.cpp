@@ -1,6 +1,6 @@
 #include "records/Documents.h"
 
-#include "platform/foundation/PathString.h"
+#include "platform/foundation/files/PathString.h"
 
 #include <algorithm>
 #include <iterator>

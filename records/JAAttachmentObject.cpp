@@ -1,7 +1,7 @@
 #include "records/JAAttachmentObject.h"
 
-#include "platform/foundation/DateFormatter.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/values/DateFormatter.h"
 #include "records/JSONReading.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include "records/JALoginObject.h"
 
 #include "constants/JAConstants.h"
-#include "platform/foundation/Format.h"
+#include "platform/foundation/values/Format.h"
 #include "records/JSONReading.h"
 #include "records/SavedLogin.h"
 

@@ -1,7 +1,7 @@
 #include "records/JSONReading.h"
 
-#include "platform/foundation/Format.h"
-#include "platform/foundation/Numbers.h"
+#include "platform/foundation/values/Format.h"
+#include "platform/foundation/values/Numbers.h"
 
 #include <limits>
 

@@ -1,7 +1,7 @@
 #include "records/SavedLogin.h"
 
 #include "constants/JAConstants.h"
-#include "platform/foundation/URL.h"
+#include "platform/foundation/values/URL.h"
 
 namespace records {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/foundation/Export.h"
-#include "platform/foundation/UserDefaults.h"
+#include "platform/foundation/settings/UserDefaults.h"
 
 /// The server's address and the session of a login, which the user defaults keep together: see
 /// tljira::UserDefaults::keepTogether. Every reader and writer of them comes here for the defaults.

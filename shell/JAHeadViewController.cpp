@@ -4,9 +4,9 @@
 #include "client/ServerName.h"
 #include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/MainQueue.h"
-#include "platform/toolkit/FitContent.h"
-#include "platform/toolkit/View.h"
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/views/FitContent.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/Window.h"
 #include "shell/JALoginWindow.h"
 #include "shell/UIViewStyle.h"
 
@@ -28,12 +28,6 @@ std::shared_ptr<JAHeadViewController> JAHeadViewController::initWithNibName(cons
 
 JAHeadViewController::JAHeadViewController()
 {
-    outlets.bind("okSessionView", &m_okSessionView);
-    outlets.bind("findSessionProgressIndicator", &m_findSessionProgressIndicator);
-    outlets.bind("avatarImage", &m_avatarImage);
-    outlets.bind("nameLabel", &m_nameLabel);
-    outlets.bind("displayNameLabel", &m_displayNameLabel);
-    outlets.bind("emailLabel", &m_emailLabel);
     actions.bind("loginAction", [this] { loginAction(); });
     actions.bind("logOutAction", [this] { logOutAction(); });
 }
@@ -41,44 +35,44 @@ JAHeadViewController::JAHeadViewController()
 void JAHeadViewController::viewDidLoad()
 {
     ViewController::viewDidLoad();
-    tljira::addSubview(view(), m_okSessionView);
+    tljira::addSubview(view(), okSessionView());
     makeRoomForPanel();
     showPlaceholder();
-    if (m_findSessionProgressIndicator)
-        m_findSessionProgressIndicator->startAnimation();
+    if (findSessionProgressIndicator())
+        findSessionProgressIndicator()->startAnimation();
     m_jaLoginWindow = JALoginWindow::init();
 }
 
 void JAHeadViewController::viewWillLayout()
 {
     ViewController::viewWillLayout();
-    if (!m_okSessionView)
+    if (!okSessionView())
         return;
     makeRoomForPanel();
-    m_okSessionView->setGeometry(view()->rect());
+    okSessionView()->setGeometry(view()->rect());
 }
 
 // The panel lies above the header's own layout, which knows nothing of its height.
 void JAHeadViewController::makeRoomForPanel()
 {
-    if (m_okSessionView)
-        view()->setMinimumHeight(tljira::neededSize(m_okSessionView).height());
+    if (okSessionView())
+        view()->setMinimumHeight(tljira::neededSize(okSessionView()).height());
 }
 
 void JAHeadViewController::setActualView(QWidget* view)
 {
-    tljira::setHidden(m_okSessionView, true);
+    tljira::setHidden(okSessionView(), true);
     tljira::setHidden(view, false);
     // The panel covers them; nobody is to come upon them with the keyboard or a screen reader.
-    tljira::setHidden(tljira::findView<QWidget>(this->view(), "waitingView"), view && view == m_okSessionView);
+    tljira::setHidden(tljira::findView<QWidget>(this->view(), "waitingView"), view && view == okSessionView());
     for (QPushButton* button : buttonsBelowPanel())
-        tljira::setHidden(button, view && view == m_okSessionView);
+        tljira::setHidden(button, view && view == okSessionView());
 }
 
 QList<QPushButton*> JAHeadViewController::buttonsBelowPanel()
 {
     QList<QPushButton*> buttons = view() ? view()->findChildren<QPushButton*>() : QList<QPushButton*>();
-    buttons.removeIf([this](const QPushButton* button) { return m_okSessionView->isAncestorOf(button); });
+    buttons.removeIf([this](const QPushButton* button) { return okSessionView()->isAncestorOf(button); });
     return buttons;
 }
 
@@ -87,7 +81,7 @@ void JAHeadViewController::setOkSessionView()
     const auto& client = JAController::sharedInstance();
     if (!client->jaSession())
         return;
-    setActualView(m_okSessionView);
+    setActualView(okSessionView());
     ++m_lookUps;
     showServer();
     showLookUp();
@@ -101,9 +95,9 @@ void JAHeadViewController::setOkSessionView()
 void JAHeadViewController::showLookUp()
 {
     const bool isUnderWay = m_lookUps > 0;
-    const bool isNobodyKnown = tljira::text(m_displayNameLabel).isEmpty() && tljira::text(m_nameLabel).isEmpty();
-    tljira::setHidden(tljira::findView<QWidget>(m_okSessionView, "lookupLabel"), !isUnderWay || !isNobodyKnown);
-    auto* indicator = tljira::findView<tljira::ProgressIndicator>(m_okSessionView, "lookupIndicator");
+    const bool isNobodyKnown = tljira::text(displayNameLabel()).isEmpty() && tljira::text(nameLabel()).isEmpty();
+    tljira::setHidden(tljira::findView<QWidget>(okSessionView(), "lookupLabel"), !isUnderWay || !isNobodyKnown);
+    auto* indicator = tljira::findView<tljira::ProgressIndicator>(okSessionView(), "lookupIndicator");
     tljira::setHidden(indicator, !isUnderWay);
     if (indicator && isUnderWay)
         indicator->startAnimation();
@@ -114,9 +108,9 @@ void JAHeadViewController::showLookUp()
 // The picture of nobody in particular, where there is none of the user.
 void JAHeadViewController::showPlaceholder()
 {
-    const bool hasPicture = m_avatarImage && !m_avatarImage->image().isNull();
-    tljira::setHidden(m_avatarImage, !hasPicture);
-    tljira::setHidden(tljira::findView<QWidget>(m_okSessionView, "avatarPlaceholder"), hasPicture);
+    const bool hasPicture = avatarImage() && !avatarImage()->image().isNull();
+    tljira::setHidden(avatarImage(), !hasPicture);
+    tljira::setHidden(tljira::findView<QWidget>(okSessionView(), "avatarPlaceholder"), hasPicture);
 }
 
 void JAHeadViewController::showUser(const std::shared_ptr<const JAUser>& user)
@@ -124,9 +118,9 @@ void JAHeadViewController::showUser(const std::shared_ptr<const JAUser>& user)
     const auto text = [&user](auto property) {
         return user ? (user.get()->*property)().value_or(QString()) : QString();
     };
-    tljira::setText(m_emailLabel, text(&JAUser::email));
-    tljira::setText(m_displayNameLabel, text(&JAUser::displayName));
-    tljira::setText(m_nameLabel, text(&JAUser::name));
+    tljira::setText(emailLabel(), text(&JAUser::email));
+    tljira::setText(displayNameLabel(), text(&JAUser::displayName));
+    tljira::setText(nameLabel(), text(&JAUser::name));
     showServer();
     // Some scripts are higher than others.
     makeRoomForPanel();
@@ -137,8 +131,8 @@ void JAHeadViewController::showUser(const std::shared_ptr<const JAUser>& user)
 void JAHeadViewController::showServer()
 {
     const QString server = client::serverName();
-    const bool standsAlone = server.isEmpty() || tljira::text(m_nameLabel).isEmpty();
-    tljira::setText(tljira::findView<QLabel>(m_okSessionView, "serverLabel"),
+    const bool standsAlone = server.isEmpty() || tljira::text(nameLabel()).isEmpty();
+    tljira::setText(tljira::findView<QLabel>(okSessionView(), "serverLabel"),
                     standsAlone ? server : QStringLiteral("· ") + server);
 }
 
@@ -158,9 +152,9 @@ void JAHeadViewController::showAvatar(const QByteArray& bytes)
     tljira::GlobalQueue::instance().addOperation([self = sharedFrom(this), number, bytes]() mutable {
         const QImage image = tljira::ImageView::decode(bytes, largestAvatarSide);
         tljira::MainQueue::instance().addOperation([self = std::move(self), number, image] {
-            if (!self->m_avatarImage || number != self->m_newestAvatar)
+            if (!self->avatarImage() || number != self->m_newestAvatar)
                 return;
-            self->m_avatarImage->setImage(image);
+            self->avatarImage()->setImage(image);
             self->showPlaceholder();
         });
     });

@@ -1,15 +1,15 @@
 #pragma once
 
 #include "platform/foundation/Export.h"
-#include "platform/toolkit/ImageView.h"
-#include "platform/toolkit/ProgressIndicator.h"
-#include "platform/toolkit/ViewController.h"
+#include "platform/toolkit/nib/Outlet.h"
+#include "platform/toolkit/views/ImageView.h"
+#include "platform/toolkit/views/ProgressIndicator.h"
+#include "platform/toolkit/windows/ViewController.h"
 #include "records/JAUser.h"
 
 #include <QByteArray>
 #include <QLabel>
 #include <QList>
-#include <QPointer>
 #include <QPushButton>
 #include <QString>
 #include <QWidget>
@@ -31,12 +31,12 @@ public:
     ///@{
     /// An outlet; null until the view is loaded.
     /// Shown while somebody is logged in; holds labels and avatar, and fills the header.
-    QWidget* okSessionView() const { return m_okSessionView; }
-    tljira::ProgressIndicator* findSessionProgressIndicator() const { return m_findSessionProgressIndicator; }
-    tljira::ImageView* avatarImage() const { return m_avatarImage; }
-    QLabel* nameLabel() const { return m_nameLabel; }
-    QLabel* displayNameLabel() const { return m_displayNameLabel; }
-    QLabel* emailLabel() const { return m_emailLabel; }
+    tljira::Outlet<QWidget> okSessionView{outlets, "okSessionView"};
+    tljira::Outlet<tljira::ProgressIndicator> findSessionProgressIndicator{outlets, "findSessionProgressIndicator"};
+    tljira::Outlet<tljira::ImageView> avatarImage{outlets, "avatarImage"};
+    tljira::Outlet<QLabel> nameLabel{outlets, "nameLabel"};
+    tljira::Outlet<QLabel> displayNameLabel{outlets, "displayNameLabel"};
+    tljira::Outlet<QLabel> emailLabel{outlets, "emailLabel"};
     ///@}
 
     /// The form of the login sheet; null until the view is loaded.
@@ -75,12 +75,6 @@ private:
     QList<QPushButton*> buttonsBelowPanel();
     void endSheetAtCancel();
 
-    QPointer<QWidget> m_okSessionView;
-    QPointer<tljira::ProgressIndicator> m_findSessionProgressIndicator;
-    QPointer<tljira::ImageView> m_avatarImage;
-    QPointer<QLabel> m_nameLabel;
-    QPointer<QLabel> m_displayNameLabel;
-    QPointer<QLabel> m_emailLabel;
     std::shared_ptr<JALoginWindow> m_jaLoginWindow;
     QMetaObject::Connection m_cancelConnection;
     /// Counts the answers with avatars, so that one that takes long to decode does not cover a later one.

@@ -1,14 +1,14 @@
 #include "shell/JALoginWindow.h"
 
 #include "client/JAController.h"
-#include "constants/FrameworkBundle.h"
 #include "constants/JAConstants.h"
 #include "platform/foundation/Log.h"
-#include "platform/foundation/UserDefaults.h"
-#include "platform/toolkit/FitContent.h"
-#include "platform/toolkit/MessageLine.h"
-#include "platform/toolkit/PaletteColors.h"
-#include "platform/toolkit/View.h"
+#include "platform/foundation/settings/UserDefaults.h"
+#include "platform/toolkit/nib/FrameworkBundle.h"
+#include "platform/toolkit/views/FitContent.h"
+#include "platform/toolkit/views/MessageLine.h"
+#include "platform/toolkit/views/PaletteColors.h"
+#include "platform/toolkit/views/View.h"
 #include "shell/UIViewStyle.h"
 
 #include <algorithm>
@@ -56,21 +56,12 @@ std::shared_ptr<JALoginWindow> JALoginWindow::init()
 {
     UIViewStyle::styleLoadedViews();
     const std::shared_ptr<JALoginWindow> self(new JALoginWindow);
-    self->initWithWindowNibName(QStringLiteral("JALoginWindow"),
-                                tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    self->initWithWindowNibName(QStringLiteral("JALoginWindow"), tljira::frameworkBundle());
     return self;
 }
 
 JALoginWindow::JALoginWindow()
 {
-    outlets.bind("view", &m_view);
-    outlets.bind("hostTextField", &m_hostTextField);
-    outlets.bind("emailTextField", &m_emailTextField);
-    outlets.bind("passwordTextField", &m_passwordTextField);
-    outlets.bind("errorLabel", &m_errorLabel);
-    outlets.bind("loginButton", &m_loginButton);
-    outlets.bind("cancelButton", &m_cancelButton);
-    outlets.bind("spiner", &m_spiner);
     actions.bind("loginButtonAction", [this] { loginButtonAction(); });
     actions.bind("cancelAction", [this] { cancelAction(); });
 }
@@ -78,11 +69,11 @@ JALoginWindow::JALoginWindow()
 void JALoginWindow::windowDidLoad()
 {
     WindowController::windowDidLoad();
-    if (m_loginButton)
-        m_loginButton->setFlat(false);
-    tljira::setHidden(m_spiner, true);
-    if (m_hostTextField)
-        QObject::connect(m_hostTextField, &QLineEdit::textEdited, m_hostTextField, trimOuterBlanks(m_hostTextField));
+    if (loginButton())
+        loginButton()->setFlat(false);
+    tljira::setHidden(spiner(), true);
+    if (hostTextField())
+        QObject::connect(hostTextField(), &QLineEdit::textEdited, hostTextField(), trimOuterBlanks(hostTextField()));
     fillInAddress();
 }
 
@@ -91,31 +82,31 @@ void JALoginWindow::fillInAddress()
     const QString saved = tljira::UserDefaults::standardUserDefaults().stringForKey(kJiraURL).value_or(QString());
     if (saved.isEmpty())
         return;
-    tljira::setText(m_hostTextField, saved);
-    if (m_emailTextField)
-        m_emailTextField->setFocus();
+    tljira::setText(hostTextField(), saved);
+    if (emailTextField())
+        emailTextField()->setFocus();
 }
 
 void JALoginWindow::setIsLoggingIn(bool isLoggingIn)
 {
-    tljira::setEnabled(m_loginButton, !isLoggingIn);
-    tljira::setHidden(m_spiner, !isLoggingIn);
-    for (QLineEdit* field : {m_hostTextField.get(), m_emailTextField.get(), m_passwordTextField.get()})
+    tljira::setEnabled(loginButton(), !isLoggingIn);
+    tljira::setHidden(spiner(), !isLoggingIn);
+    for (QLineEdit* field : {hostTextField(), emailTextField(), passwordTextField()})
         setReadOnly(field, isLoggingIn);
 }
 
 void JALoginWindow::loginButtonAction()
 {
     // The keyboard waits where a refused login is mended, not wherever it goes when the button is disabled.
-    if (m_loginButton && m_loginButton->window()->focusWidget() == m_loginButton && m_passwordTextField)
-        m_passwordTextField->setFocus();
+    if (loginButton() && loginButton()->window()->focusWidget() == loginButton() && passwordTextField())
+        passwordTextField()->setFocus();
     setIsLoggingIn(true);
-    if (m_spiner)
-        m_spiner->startAnimation();
+    if (spiner())
+        spiner()->startAnimation();
 
-    const QString email = tljira::text(m_emailTextField);
-    const QString password = tljira::text(m_passwordTextField);
-    const QString host = tljira::text(m_hostTextField);
+    const QString email = tljira::text(emailTextField());
+    const QString password = tljira::text(passwordTextField());
+    const QString host = tljira::text(hostTextField());
     const auto& client = JAController::sharedInstance();
     client->setHost(host);
     tljira::log(u"host: %@", host);
@@ -138,11 +129,11 @@ void JALoginWindow::loginEnded(const std::shared_ptr<const JALoginObject>& resul
 
 void JALoginWindow::showError(const tljira::Error& error)
 {
-    const QWidget* label = m_errorLabel;
+    const QWidget* label = errorLabel();
     tljira::log(u"error: %@ %@", label, error.localizedDescription());
-    tljira::MessageLine::show(m_errorLabel, error.code == unauthorized ? QStringLiteral("Incorrect login or password")
+    tljira::MessageLine::show(errorLabel(), error.code == unauthorized ? QStringLiteral("Incorrect login or password")
                                                                        : error.localizedDescription());
-    tljira::growToFit(tljira::Window::windowOf(m_view), true);
+    tljira::growToFit(tljira::Window::windowOf(view()), true);
     // The code of a refusal is a status; those of the transport are negative.
     if (error.code > 0)
         askForPasswordAgain();
@@ -151,10 +142,10 @@ void JALoginWindow::showError(const tljira::Error& error)
 // What is typed after a refusal is a password, and no other field may show one.
 void JALoginWindow::askForPasswordAgain()
 {
-    if (!m_passwordTextField)
+    if (!passwordTextField())
         return;
-    m_passwordTextField->setFocus();
-    m_passwordTextField->selectAll();
+    passwordTextField()->setFocus();
+    passwordTextField()->selectAll();
 }
 
 void JALoginWindow::cancelAction()

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "platform/foundation/Error.h"
 #include "platform/foundation/Export.h"
-#include "platform/toolkit/ProgressIndicator.h"
-#include "platform/toolkit/WindowController.h"
+#include "platform/foundation/values/Error.h"
+#include "platform/toolkit/nib/Outlet.h"
+#include "platform/toolkit/views/ProgressIndicator.h"
+#include "platform/toolkit/windows/WindowController.h"
 #include "records/JALoginObject.h"
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QWidget>
 
@@ -28,15 +28,15 @@ public:
 
     ///@{
     /// An outlet; null until the window is loaded.
-    QWidget* view() const { return m_view; }
-    QLineEdit* hostTextField() const { return m_hostTextField; }
-    QLineEdit* emailTextField() const { return m_emailTextField; }
-    QLineEdit* passwordTextField() const { return m_passwordTextField; }
+    tljira::Outlet<QWidget> view{outlets, "view"};
+    tljira::Outlet<QLineEdit> hostTextField{outlets, "hostTextField"};
+    tljira::Outlet<QLineEdit> emailTextField{outlets, "emailTextField"};
+    tljira::Outlet<QLineEdit> passwordTextField{outlets, "passwordTextField"};
     /// Why the last login failed. Stays until the next failure, through successes as well.
-    QLabel* errorLabel() const { return m_errorLabel; }
-    QPushButton* loginButton() const { return m_loginButton; }
-    QPushButton* cancelButton() const { return m_cancelButton; }
-    tljira::ProgressIndicator* spiner() const { return m_spiner; }
+    tljira::Outlet<QLabel> errorLabel{outlets, "errorLabel"};
+    tljira::Outlet<QPushButton> loginButton{outlets, "loginButton"};
+    tljira::Outlet<QPushButton> cancelButton{outlets, "cancelButton"};
+    tljira::Outlet<tljira::ProgressIndicator> spiner{outlets, "spiner"};
     ///@}
 
     /// Takes what stands in the fields, unchecked, saves the server's address and logs in.
@@ -57,13 +57,4 @@ private:
     void loginEnded(const std::shared_ptr<const JALoginObject>& result, const std::optional<tljira::Error>& error);
     void showError(const tljira::Error& error);
     void askForPasswordAgain();
-
-    QPointer<QWidget> m_view;
-    QPointer<QLineEdit> m_hostTextField;
-    QPointer<QLineEdit> m_emailTextField;
-    QPointer<QLineEdit> m_passwordTextField;
-    QPointer<QLabel> m_errorLabel;
-    QPointer<QPushButton> m_loginButton;
-    QPointer<QPushButton> m_cancelButton;
-    QPointer<tljira::ProgressIndicator> m_spiner;
 };

@@ -1,14 +1,16 @@
 #include "shell/JAWindowController.h"
 
 #include "client/JAController.h"
-#include "constants/FrameworkBundle.h"
 #include "platform/foundation/Log.h"
-#include "platform/foundation/VariantDescription.h"
-#include "platform/toolkit/Application.h"
-#include "platform/toolkit/FillingSubview.h"
-#include "platform/toolkit/FitContent.h"
-#include "platform/toolkit/View.h"
+#include "platform/foundation/values/VariantDescription.h"
+#include "platform/toolkit/nib/FrameworkBundle.h"
+#include "platform/toolkit/views/FillingSubview.h"
+#include "platform/toolkit/views/FitContent.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/Application.h"
 #include "shell/UIViewStyle.h"
+
+#include "shell/SubviewCount.h"
 
 #include <QVariantList>
 
@@ -19,25 +21,15 @@ QString className(const QObject* object)
     return object ? QString::fromLatin1(object->metaObject()->className()) : tljira::describe(std::nullopt);
 }
 
-void countSubviews(tljira::ViewController& controller)
-{
-    controller.setRepresentedObject(QVariant::fromValue<qint64>(tljira::subviews(controller.view()).size()));
-}
-
 } // namespace
 
-JAWindowController::JAWindowController()
-{
-    outlets.bind("headView", &m_headView);
-    outlets.bind("bodyView", &m_bodyView);
-}
+JAWindowController::JAWindowController() {}
 
 std::shared_ptr<JAWindowController> JAWindowController::make()
 {
     UIViewStyle::styleLoadedViews();
     const std::shared_ptr<JAWindowController> self(new JAWindowController);
-    self->initWithWindowNibName(QStringLiteral("JAWindowController"),
-                                tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    self->initWithWindowNibName(QStringLiteral("JAWindowController"), tljira::frameworkBundle());
     return self;
 }
 
@@ -63,10 +55,10 @@ void JAWindowController::windowDidLoad()
     logPages();
     m_bodyViewController = JABodyViewController::initWithNibName(QStringLiteral("JABodyViewController"), std::nullopt);
     m_headViewController = JAHeadViewController::initWithNibName(QStringLiteral("JAHeadViewController"), std::nullopt);
-    tljira::addFillingSubview(m_bodyView, m_bodyViewController->view());
-    tljira::addFillingSubview(m_headView, m_headViewController->view());
-    countSubviews(*m_bodyViewController);
-    countSubviews(*m_headViewController);
+    tljira::addFillingSubview(bodyView(), m_bodyViewController->view());
+    tljira::addFillingSubview(headView(), m_headViewController->view());
+    noteSubviewCount(*m_bodyViewController);
+    noteSubviewCount(*m_headViewController);
     tljira::growToFit(window(), false);
 }
 

@@ -2,7 +2,8 @@
 
 #include "download/JABodyViewController.h"
 #include "platform/foundation/Export.h"
-#include "platform/toolkit/WindowController.h"
+#include "platform/toolkit/nib/Outlet.h"
+#include "platform/toolkit/windows/WindowController.h"
 #include "shell/JAHeadViewController.h"
 
 #include <QObject>
@@ -38,8 +39,8 @@ public:
 
     ///@{
     /// An outlet; null until the window is loaded.
-    QWidget* headView() const { return m_headView; }
-    QWidget* bodyView() const { return m_bodyView; }
+    tljira::Outlet<QWidget> headView{outlets, "headView"};
+    tljira::Outlet<QWidget> bodyView{outlets, "bodyView"};
     ///@}
 
     ///@{
@@ -68,8 +69,6 @@ private:
 
     void logPages() const;
 
-    QPointer<QWidget> m_headView;
-    QPointer<QWidget> m_bodyView;
     std::shared_ptr<JAHeadViewController> m_headViewController;
     std::shared_ptr<JABodyViewController> m_bodyViewController;
     std::optional<QString> m_pathFile;

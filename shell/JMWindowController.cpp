@@ -1,6 +1,6 @@
 #include "shell/JMWindowController.h"
 
-#include "platform/toolkit/Application.h"
+#include "platform/toolkit/windows/Application.h"
 
 std::shared_ptr<JMWindowController> JMWindowController::init()
 {

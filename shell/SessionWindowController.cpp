@@ -2,17 +2,19 @@
 
 #include "client/JAController.h"
 #include "client/ServerName.h"
-#include "constants/FrameworkBundle.h"
 #include "platform/foundation/Log.h"
-#include "platform/toolkit/Application.h"
-#include "platform/toolkit/FillingSubview.h"
-#include "platform/toolkit/FitContent.h"
-#include "platform/toolkit/InterfaceTexts.h"
-#include "platform/toolkit/ProgressIndicator.h"
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/nib/FrameworkBundle.h"
+#include "platform/toolkit/nib/InterfaceTexts.h"
+#include "platform/toolkit/views/FillingSubview.h"
+#include "platform/toolkit/views/FitContent.h"
+#include "platform/toolkit/views/ProgressIndicator.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/Application.h"
 #include "shell/JAHeadViewController.h"
 #include "shell/JALoginWindow.h"
 #include "shell/UIViewStyle.h"
+
+#include "shell/SubviewCount.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -21,16 +23,6 @@
 #include <algorithm>
 
 namespace {
-
-std::optional<tljira::Bundle> frameworkBundle()
-{
-    return tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier));
-}
-
-void countSubviews(tljira::ViewController& controller)
-{
-    controller.setRepresentedObject(QVariant::fromValue<qint64>(tljira::subviews(controller.view()).size()));
-}
 
 /// What the interface file put there for the time before the first container is of no more use. A container that is
 /// there already stays in its place: it would give up the keyboard otherwise.
@@ -76,11 +68,6 @@ QList<QPushButton*> cancelButtons(const QWidget* view)
 
 SessionWindowController::SessionWindowController()
 {
-    outlets.bind("view", &m_view);
-    outlets.bind("headView", &m_headView);
-    outlets.bind("bodyView", &m_bodyView);
-    outlets.bind("downloadViewContainer", &m_downloadViewContainer);
-    outlets.bind("loginViewContainer", &m_loginViewContainer);
     actions.bind("cancelAction", [this] { cancelAction(); });
 }
 
@@ -89,7 +76,7 @@ SessionWindowController::~SessionWindowController() = default;
 void SessionWindowController::initWithNib()
 {
     UIViewStyle::styleLoadedViews();
-    initWithWindowNibName(QStringLiteral("JMWindowController"), frameworkBundle());
+    initWithWindowNibName(QStringLiteral("JMWindowController"), tljira::frameworkBundle());
 }
 
 void SessionWindowController::initSession(const BodyMaker& makeBody)
@@ -98,7 +85,7 @@ void SessionWindowController::initSession(const BodyMaker& makeBody)
     const auto& client = JAController::sharedInstance();
     client->setPathFile(QString());
     client->setDelegate(sharedFrom(this));
-    const auto bundle = frameworkBundle();
+    const auto bundle = tljira::frameworkBundle();
     m_body = makeBody(bundle);
     m_headViewController = JAHeadViewController::initWithNibName(QStringLiteral("JAHeadViewController"), bundle);
     tljira::log(u"?? %@", m_body);
@@ -116,17 +103,17 @@ void SessionWindowController::windowDidLoad()
 
 void SessionWindowController::showThatSessionIsLookedFor()
 {
-    if (auto* indicator = tljira::findView<tljira::ProgressIndicator>(m_view, "connectingIndicator"))
+    if (auto* indicator = tljira::findView<tljira::ProgressIndicator>(view(), "connectingIndicator"))
         indicator->startAnimation();
-    const int initialWidth = m_view ? m_view->width() : 0;
+    const int initialWidth = view() ? view()->width() : 0;
     const QString host = client::serverName();
-    auto* label = tljira::findView<QLabel>(m_view, "connectingLabel");
+    auto* label = tljira::findView<QLabel>(view(), "connectingLabel");
     if (!label)
         return;
     if (!host.isEmpty())
         label->setText(text(QT_TRANSLATE_NOOP("JMWindowController", "Looking for your session on %1…")).arg(host));
     // On several lines only where one is too short: a text that may wrap does so early.
-    label->setWordWrap(tljira::neededSize(m_view).width() > initialWidth);
+    label->setWordWrap(tljira::neededSize(view()).width() > initialWidth);
 }
 
 void SessionWindowController::cancelAction()
@@ -142,12 +129,12 @@ void SessionWindowController::cancelAction()
 void SessionWindowController::useOneWidth()
 {
     int width = 0;
-    const QList<QWidget*> views{m_view, m_loginViewContainer, m_downloadViewContainer};
-    for (QWidget* view : views)
-        width = std::max(width, view ? tljira::neededSize(view).width() : 0);
-    for (QWidget* view : views) {
-        if (view)
-            view->resize(width, std::max(view->height(), tljira::neededSize(view).height()));
+    const QList<QWidget*> views{view(), loginViewContainer(), downloadViewContainer()};
+    for (QWidget* state : views)
+        width = std::max(width, state ? tljira::neededSize(state).width() : 0);
+    for (QWidget* state : views) {
+        if (state)
+            state->resize(width, std::max(state->height(), tljira::neededSize(state).height()));
     }
     tljira::growToFit(window(), false);
 }
@@ -156,27 +143,27 @@ void SessionWindowController::setLoginViews()
 {
     window()->addChildWindow(m_jaLoginWindow->window(), tljira::Window::Ordered::Below);
     QWidget* form = m_jaLoginWindow->view();
-    if (!m_loginViewContainer || !form)
+    if (!loginViewContainer() || !form)
         return;
     const QRect frame = form->geometry();
-    tljira::addFillingSubview(m_loginViewContainer, form);
-    m_loginViewContainer->setGeometry(frame);
+    tljira::addFillingSubview(loginViewContainer(), form);
+    loginViewContainer()->setGeometry(frame);
 }
 
 void SessionWindowController::setDownloadViews()
 {
-    tljira::addFillingSubview(m_bodyView, m_body->view());
-    tljira::addFillingSubview(m_headView, m_headViewController->view());
+    tljira::addFillingSubview(bodyView(), m_body->view());
+    tljira::addFillingSubview(headView(), m_headViewController->view());
     // One interface file serves the windows of both jobs; the panel's says which it is.
     if (const QString title = m_body->view()->windowTitle(); !title.isEmpty())
         window()->setTitle(title);
-    if (m_downloadViewContainer) {
-        m_downloadViewContainer->resize(
-            tljira::neededSize(m_downloadViewContainer).expandedTo(m_downloadViewContainer->sizeHint()));
-        tljira::layoutSubtreeIfNeeded(m_downloadViewContainer);
+    if (downloadViewContainer()) {
+        downloadViewContainer()->resize(
+            tljira::neededSize(downloadViewContainer()).expandedTo(downloadViewContainer()->sizeHint()));
+        tljira::layoutSubtreeIfNeeded(downloadViewContainer());
     }
-    countSubviews(*m_body);
-    countSubviews(*m_headViewController);
+    noteSubviewCount(*m_body);
+    noteSubviewCount(*m_headViewController);
 }
 
 // Whoever watches the window sees its upper right corner move by the size of the decorations: the place is worked out
@@ -184,24 +171,24 @@ void SessionWindowController::setDownloadViews()
 void SessionWindowController::setActualView(QWidget* container)
 {
     const auto ownWindow = windowIfLoaded();
-    if (!ownWindow || !m_view || !container)
+    if (!ownWindow || !view() || !container)
         return;
     tljira::layoutSubtreeIfNeeded(container);
     const QSize size = container->size();
-    removeSubviews(m_view, container, {m_downloadViewContainer, m_loginViewContainer});
-    tljira::addSubview(m_view, container);
+    removeSubviews(view(), container, {downloadViewContainer(), loginViewContainer()});
+    tljira::addSubview(view(), container);
 
     const QRectF before = ownWindow->frame();
     const QRectF frame(before.x() + before.width() - size.width(), before.y() + before.height() - size.height(),
-                       before.width() - m_view->width() + size.width(),
-                       before.height() - m_view->height() + size.height());
-    tljira::log(u" %@", QRectF(m_view->geometry()));
+                       before.width() - view()->width() + size.width(),
+                       before.height() - view()->height() + size.height());
+    tljira::log(u" %@", QRectF(view()->geometry()));
     tljira::log(u" %@", before);
     tljira::log(u" %@", frame);
 
     ownWindow->setFrame(frame, true, true);
-    tljira::addFillingSubview(m_view, container);
-    container->setGeometry(QRect(m_view->pos(), size));
+    tljira::addFillingSubview(view(), container);
+    container->setGeometry(QRect(view()->pos(), size));
     tljira::setHidden(container, false);
     focusFirstField(container);
 }
@@ -218,13 +205,13 @@ void SessionWindowController::closeOnCancel()
 
 void SessionWindowController::jaValidSession()
 {
-    setActualView(m_downloadViewContainer);
+    setActualView(downloadViewContainer());
     m_headViewController->setOkSessionView();
 }
 
 void SessionWindowController::jaInvalidSession()
 {
-    setActualView(m_loginViewContainer);
+    setActualView(loginViewContainer());
 }
 
 void SessionWindowController::windowWillClose(tljira::Window&)

@@ -2,10 +2,10 @@
 
 #include "client/JAControllerDelegate.h"
 #include "platform/foundation/Export.h"
-#include "platform/toolkit/ViewController.h"
-#include "platform/toolkit/WindowController.h"
+#include "platform/toolkit/nib/Outlet.h"
+#include "platform/toolkit/windows/ViewController.h"
+#include "platform/toolkit/windows/WindowController.h"
 
-#include <QPointer>
 #include <QString>
 #include <QWidget>
 
@@ -35,13 +35,13 @@ public:
 
     ///@{
     /// An outlet; null until the window is loaded.
-    QWidget* headView() const { return m_headView; }
-    QWidget* bodyView() const { return m_bodyView; }
-    QWidget* loginViewContainer() const { return m_loginViewContainer; }
+    tljira::Outlet<QWidget> headView{outlets, "headView"};
+    tljira::Outlet<QWidget> bodyView{outlets, "bodyView"};
+    tljira::Outlet<QWidget> loginViewContainer{outlets, "loginViewContainer"};
     /// The window's content: holds one of the two containers at a time.
-    QWidget* view() const { return m_view; }
+    tljira::Outlet<QWidget> view{outlets, "view"};
     /// Holds `headView` and `bodyView`.
-    QWidget* downloadViewContainer() const { return m_downloadViewContainer; }
+    tljira::Outlet<QWidget> downloadViewContainer{outlets, "downloadViewContainer"};
     ///@}
 
     ///@{
@@ -100,11 +100,6 @@ private:
     void showThatSessionIsLookedFor();
     void useOneWidth();
 
-    QPointer<QWidget> m_view;
-    QPointer<QWidget> m_headView;
-    QPointer<QWidget> m_bodyView;
-    QPointer<QWidget> m_downloadViewContainer;
-    QPointer<QWidget> m_loginViewContainer;
     std::shared_ptr<JALoginWindow> m_jaLoginWindow;
     std::shared_ptr<tljira::ViewController> m_body;
     std::shared_ptr<JAHeadViewController> m_headViewController;

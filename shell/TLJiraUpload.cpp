@@ -2,7 +2,7 @@
 
 #include "client/JAController.h"
 #include "constants/JAConstants.h"
-#include "platform/foundation/UserDefaults.h"
+#include "platform/foundation/settings/UserDefaults.h"
 
 namespace {
 

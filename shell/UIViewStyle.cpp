@@ -1,7 +1,7 @@
 #include "shell/UIViewStyle.h"
 
-#include "platform/toolkit/Layer.h"
-#include "platform/toolkit/ViewClasses.h"
+#include "platform/toolkit/nib/ViewClasses.h"
+#include "platform/toolkit/views/Layer.h"
 
 #include <QVariant>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/foundation/PathString.h"
+#include "platform/foundation/files/PathString.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -2,20 +2,20 @@
 
 #include "client/Guarded.h"
 #include "client/JAController.h"
-#include "platform/foundation/FileManager.h"
 #include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/MainQueue.h"
-#include "platform/foundation/Numbers.h"
-#include "platform/foundation/PathString.h"
-#include "platform/toolkit/Alert.h"
-#include "platform/toolkit/FitContent.h"
-#include "platform/toolkit/InterfaceTexts.h"
-#include "platform/toolkit/Layer.h"
-#include "platform/toolkit/MessageLine.h"
-#include "platform/toolkit/OpenPanel.h"
-#include "platform/toolkit/RenameButton.h"
-#include "platform/toolkit/View.h"
+#include "platform/foundation/files/FileManager.h"
+#include "platform/foundation/files/PathString.h"
+#include "platform/foundation/values/Numbers.h"
+#include "platform/toolkit/nib/InterfaceTexts.h"
+#include "platform/toolkit/views/FitContent.h"
+#include "platform/toolkit/views/Layer.h"
+#include "platform/toolkit/views/MessageLine.h"
+#include "platform/toolkit/views/RenameButton.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/Alert.h"
+#include "platform/toolkit/windows/OpenPanel.h"
 #include "upload/DocumentFolder.h"
 
 #include <QFileInfo>
@@ -81,17 +81,6 @@ JAUploadBodyViewController::initWithNibName(const QString& name, const std::opti
 JAUploadBodyViewController::JAUploadBodyViewController()
     : m_document(std::make_unique<Document>())
 {
-    outlets.bind("cancelButton", &m_cancelButton);
-    outlets.bind("containerView", &m_containerView);
-    outlets.bind("checkFileView", &m_checkFileView);
-    outlets.bind("uploadView", &m_uploadView);
-    outlets.bind("openFileButton", &m_openFileButton);
-    outlets.bind("uploadFileButton", &m_uploadFileButton);
-    outlets.bind("pathLabel", &m_pathLabel);
-    outlets.bind("taskTextField", &m_taskTextField);
-    outlets.bind("percentLabel", &m_percentLabel);
-    outlets.bind("indication", &m_indication);
-    outlets.bind("shadow", &m_shadow);
     actions.bind("openFileAction", [this] { openFileAction(); });
     actions.bind("uploadFileAction", [this] { uploadFileAction(); });
     actions.bind("cancelAction", [this] { cancelAction(); });
@@ -132,21 +121,21 @@ void JAUploadBodyViewController::setZipFilePath(const std::optional<QString>& pa
 void JAUploadBodyViewController::viewDidLoad()
 {
     ViewController::viewDidLoad();
-    tljira::addSubview(view(), m_shadow);
-    if (m_uploadFileButton)
-        m_uploadFileButton->setFlat(false);
-    if (auto* layer = tljira::Layer::wantLayer(m_shadow))
+    tljira::addSubview(view(), shadow());
+    if (uploadFileButton())
+        uploadFileButton()->setFlat(false);
+    if (auto* layer = tljira::Layer::wantLayer(shadow()))
         layer->setBackgroundColor(QColor::fromRgbF(0, 0, 0, shadowOpacity));
-    tljira::setEnabled(m_taskTextField, false);
-    tljira::setHidden(m_shadow, false);
+    tljira::setEnabled(taskTextField(), false);
+    tljira::setHidden(shadow(), false);
     jaValidSession();
 }
 
 void JAUploadBodyViewController::viewWillLayout()
 {
     ViewController::viewWillLayout();
-    if (m_shadow)
-        m_shadow->setGeometry(view()->rect());
+    if (shadow())
+        shadow()->setGeometry(view()->rect());
 }
 
 void JAUploadBodyViewController::setNewPathFile(const std::optional<QString>& path,
@@ -154,7 +143,7 @@ void JAUploadBodyViewController::setNewPathFile(const std::optional<QString>& pa
 {
     setFilePath(path);
     setFileName(fileName);
-    tljira::setText(m_pathLabel, fileName.value_or(QString()));
+    tljira::setText(pathLabel(), fileName.value_or(QString()));
     showDocumentIs(DocumentIs::There);
     lookForDocument();
 }
@@ -180,7 +169,7 @@ void JAUploadBodyViewController::showDocumentSize(const std::optional<qint64>& s
     if (m_documentIs == DocumentIs::Attached)
         return;
     showDocumentIs(size ? DocumentIs::There : DocumentIs::Gone);
-    auto* label = tljira::findView<QLabel>(m_uploadView, "documentSize");
+    auto* label = tljira::findView<QLabel>(uploadView(), "documentSize");
     tljira::setText(label,
                     size ? QLocale().formattedDataSize(*size, 1, QLocale::DataSizeTraditionalFormat) : QString());
     tljira::setHidden(label, !size);
@@ -192,18 +181,18 @@ void JAUploadBodyViewController::showDocumentIs(DocumentIs state, const QString&
         return;
     const bool isGone = state == DocumentIs::Gone;
     const bool isAttached = state == DocumentIs::Attached;
-    for (QWidget* view : {static_cast<QWidget*>(m_pathLabel), tljira::findView<QWidget>(m_uploadView, "documentIcon")})
+    for (QWidget* view : {static_cast<QWidget*>(pathLabel()), tljira::findView<QWidget>(uploadView(), "documentIcon")})
         tljira::setHidden(view, isGone);
-    tljira::setHidden(tljira::findView<QWidget>(m_uploadView, "documentSize"), state != DocumentIs::There);
+    tljira::setHidden(tljira::findView<QWidget>(uploadView(), "documentSize"), state != DocumentIs::There);
     tljira::MessageLine::show(
-        tljira::findView<QLabel>(m_uploadView, "goneLabel"),
+        tljira::findView<QLabel>(uploadView(), "goneLabel"),
         isGone ? text(QT_TRANSLATE_NOOP("JAUploadBodyViewController",
                                         "The document is gone. Close this window and attach the document again."))
                : QString());
     tljira::MessageLine::show(
-        tljira::findView<QLabel>(m_uploadView, "attachedLabel"),
+        tljira::findView<QLabel>(uploadView(), "attachedLabel"),
         isAttached ? text(QT_TRANSLATE_NOOP("JAUploadBodyViewController", "Attached to %1")).arg(key) : QString());
-    tljira::renameButton(m_cancelButton,
+    tljira::renameButton(cancelButton(),
                          text(isGone || isAttached ? QT_TRANSLATE_NOOP("JAUploadBodyViewController", "Close")
                                                    : QT_TRANSLATE_NOOP("JAUploadBodyViewController", "Cancel")));
     if (isViewLoaded())
@@ -212,8 +201,8 @@ void JAUploadBodyViewController::showDocumentIs(DocumentIs state, const QString&
 
 void JAUploadBodyViewController::setUploadActualView(QWidget* view)
 {
-    tljira::setHidden(m_uploadView, true);
-    tljira::setHidden(m_checkFileView, true);
+    tljira::setHidden(uploadView(), true);
+    tljira::setHidden(checkFileView(), true);
     tljira::setHidden(view, false);
 }
 
@@ -237,13 +226,13 @@ bool JAUploadBodyViewController::isUploading() const
 
 void JAUploadBodyViewController::uploadFileAction()
 {
-    if (tljira::text(m_taskTextField).isEmpty())
+    if (tljira::text(taskTextField()).isEmpty())
         return;
-    const auto upload = std::make_shared<Upload>(Upload{tljira::text(m_taskTextField), filePath(), fileName()});
+    const auto upload = std::make_shared<Upload>(Upload{tljira::text(taskTextField()), filePath(), fileName()});
     m_uploads.push_back(upload);
     showUploadingWindow(upload);
-    tljira::setHidden(m_shadow, false);
-    tljira::setEnabled(m_taskTextField, false);
+    tljira::setHidden(shadow(), false);
+    tljira::setEnabled(taskTextField(), false);
     if (m_uploads.size() == 1)
         beginNextUpload();
 }
@@ -271,11 +260,11 @@ void JAUploadBodyViewController::sheetDidEnd(const std::shared_ptr<Upload>& uplo
     const bool isWaiting = !m_uploads.empty() && upload != m_uploads.front();
     if (upload->isCancelled && isWaiting)
         std::erase(m_uploads, upload);
-    tljira::setHidden(m_shadow, true);
-    tljira::setEnabled(m_taskTextField, true);
+    tljira::setHidden(shadow(), true);
+    tljira::setEnabled(taskTextField(), true);
     // The keyboard left the field when it was disabled.
-    if (m_taskTextField && m_taskTextField->isVisibleTo(m_taskTextField->window()))
-        m_taskTextField->setFocus();
+    if (taskTextField() && taskTextField()->isVisibleTo(taskTextField()->window()))
+        taskTextField()->setFocus();
 }
 
 void JAUploadBodyViewController::beginNextUpload()
@@ -376,16 +365,16 @@ void JAUploadBodyViewController::alert(const QString& title, const QString& mess
 
 void JAUploadBodyViewController::jaValidSession()
 {
-    tljira::setEnabled(m_uploadFileButton, true);
-    tljira::setEnabled(m_taskTextField, true);
-    tljira::setHidden(m_shadow, true);
+    tljira::setEnabled(uploadFileButton(), true);
+    tljira::setEnabled(taskTextField(), true);
+    tljira::setHidden(shadow(), true);
 }
 
 void JAUploadBodyViewController::jaInvalidSession()
 {
-    tljira::setEnabled(m_uploadFileButton, false);
-    tljira::setEnabled(m_taskTextField, false);
-    tljira::setHidden(m_shadow, false);
+    tljira::setEnabled(uploadFileButton(), false);
+    tljira::setEnabled(taskTextField(), false);
+    tljira::setHidden(shadow(), false);
 }
 
 QStringList JAUploadBodyViewController::getRelativePath(const QString& folder) const

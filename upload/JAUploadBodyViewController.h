@@ -2,12 +2,12 @@
 
 #include "client/JAControllerDelegate.h"
 #include "platform/foundation/Export.h"
-#include "platform/toolkit/ViewController.h"
+#include "platform/toolkit/nib/Outlet.h"
+#include "platform/toolkit/windows/ViewController.h"
 #include "upload/JAUploadingWindow.h"
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QString>
@@ -37,22 +37,22 @@ public:
 
     ///@{
     /// An outlet; null until the view is loaded.
-    QPushButton* cancelButton() const { return m_cancelButton; }
-    QWidget* containerView() const { return m_containerView; }
+    tljira::Outlet<QPushButton> cancelButton{outlets, "cancelButton"};
+    tljira::Outlet<QWidget> containerView{outlets, "containerView"};
     /// Where the user chooses a file.
-    QWidget* checkFileView() const { return m_checkFileView; }
+    tljira::Outlet<QWidget> checkFileView{outlets, "checkFileView"};
     /// Where the user names the issue; what is shown first.
-    QWidget* uploadView() const { return m_uploadView; }
-    QPushButton* openFileButton() const { return m_openFileButton; }
-    QPushButton* uploadFileButton() const { return m_uploadFileButton; }
+    tljira::Outlet<QWidget> uploadView{outlets, "uploadView"};
+    tljira::Outlet<QPushButton> openFileButton{outlets, "openFileButton"};
+    tljira::Outlet<QPushButton> uploadFileButton{outlets, "uploadFileButton"};
     /// Shows the file's name.
-    QLabel* pathLabel() const { return m_pathLabel; }
+    tljira::Outlet<QLabel> pathLabel{outlets, "pathLabel"};
     /// The issue's key.
-    QLineEdit* taskTextField() const { return m_taskTextField; }
-    QLabel* percentLabel() const { return m_percentLabel; }
-    QProgressBar* indication() const { return m_indication; }
+    tljira::Outlet<QLineEdit> taskTextField{outlets, "taskTextField"};
+    tljira::Outlet<QLabel> percentLabel{outlets, "percentLabel"};
+    tljira::Outlet<QProgressBar> indication{outlets, "indication"};
     /// Dims the panel while it cannot be used.
-    QWidget* shadow() const { return m_shadow; }
+    tljira::Outlet<QWidget> shadow{outlets, "shadow"};
     ///@}
 
     ///@{
@@ -127,17 +127,6 @@ private:
     void showProgress(qint64 bytesSent, qint64 bytesExpected);
     void uploadEnded(Upload& upload, const std::optional<tljira::Error>& error);
 
-    QPointer<QPushButton> m_cancelButton;
-    QPointer<QWidget> m_containerView;
-    QPointer<QWidget> m_checkFileView;
-    QPointer<QWidget> m_uploadView;
-    QPointer<QPushButton> m_openFileButton;
-    QPointer<QPushButton> m_uploadFileButton;
-    QPointer<QLabel> m_pathLabel;
-    QPointer<QLineEdit> m_taskTextField;
-    QPointer<QLabel> m_percentLabel;
-    QPointer<QProgressBar> m_indication;
-    QPointer<QWidget> m_shadow;
     std::shared_ptr<JAUploadingWindow> m_jaUploadingWindow;
     /// In the order in which they were asked for. The first is under way.
     std::deque<std::shared_ptr<Upload>> m_uploads;

@@ -2,14 +2,14 @@
 
 #include "client/JAController.h"
 #include "client/ServerName.h"
-#include "constants/FrameworkBundle.h"
-#include "platform/toolkit/FillingSubview.h"
-#include "platform/toolkit/FitContent.h"
-#include "platform/toolkit/InterfaceTexts.h"
-#include "platform/toolkit/MessageLine.h"
-#include "platform/toolkit/RenameButton.h"
-#include "platform/toolkit/TransferRate.h"
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/nib/FrameworkBundle.h"
+#include "platform/toolkit/nib/InterfaceTexts.h"
+#include "platform/toolkit/views/FillingSubview.h"
+#include "platform/toolkit/views/FitContent.h"
+#include "platform/toolkit/views/MessageLine.h"
+#include "platform/toolkit/views/RenameButton.h"
+#include "platform/toolkit/views/TransferRate.h"
+#include "platform/toolkit/views/View.h"
 #include "upload/UploadTrouble.h"
 
 #include <QBoxLayout>
@@ -62,8 +62,7 @@ struct JAUploadingWindow::Progress
 std::shared_ptr<JAUploadingWindow> JAUploadingWindow::init()
 {
     const std::shared_ptr<JAUploadingWindow> self(new JAUploadingWindow);
-    self->initWithWindowNibName(QStringLiteral("JAUploadingWindow"),
-                                tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    self->initWithWindowNibName(QStringLiteral("JAUploadingWindow"), tljira::frameworkBundle());
     return self;
 }
 
@@ -72,15 +71,6 @@ JAUploadingWindow::JAUploadingWindow()
 {
     m_progress->clock.setInterval(std::chrono::seconds(1));
     QObject::connect(&m_progress->clock, &QTimer::timeout, [this] { setSent(m_progress->sent, m_progress->expected); });
-    outlets.bind("containerView", &m_containerView);
-    outlets.bind("uploadingView", &m_uploadingView);
-    outlets.bind("errorView", &m_errorView);
-    outlets.bind("successView", &m_successView);
-    outlets.bind("errortitle", &m_errortitle);
-    outlets.bind("errorMessage", &m_errorMessage);
-    outlets.bind("uploadingProgressBar", &m_uploadingProgressBar);
-    outlets.bind("sizeLabel", &m_sizeLabel);
-    outlets.bind("cancelButton", &m_cancelButton);
     actions.bind("cancelAction", [this] { cancelAction(); });
 }
 
@@ -89,20 +79,20 @@ JAUploadingWindow::~JAUploadingWindow() = default;
 void JAUploadingWindow::windowDidLoad()
 {
     WindowController::windowDidLoad();
-    if (auto* scroll = findView<QScrollArea>(m_errorView, "errorScroll"))
+    if (auto* scroll = findView<QScrollArea>(errorView(), "errorScroll"))
         scroll->setMinimumHeight(linesInSight * scroll->fontMetrics().lineSpacing());
-    for (QWidget* view : {m_uploadingView.get(), m_errorView.get(), m_successView.get()})
-        tljira::addFillingSubview(m_containerView, view);
+    for (QWidget* view : {uploadingView(), errorView(), successView()})
+        tljira::addFillingSubview(containerView(), view);
     // One size for all states, with room for the largest.
     tljira::growToFit(window(), false);
-    setActualView(m_uploadingView);
+    setActualView(uploadingView());
 }
 
 void JAUploadingWindow::setActualView(QWidget* view)
 {
     // What is hidden gives up the keyboard, also when it is shown again at once.
     const QPointer<QWidget> focused = view ? view->window()->focusWidget() : nullptr;
-    for (QWidget* other : {m_uploadingView.get(), m_errorView.get(), m_successView.get()})
+    for (QWidget* other : {uploadingView(), errorView(), successView()})
         tljira::setHidden(other, true);
     tljira::setHidden(view, false);
     if (focused && view->isAncestorOf(focused))
@@ -115,7 +105,7 @@ void JAUploadingWindow::setDocument(const QString& name, const QString& key)
     m_progress->sent = 0;
     m_progress->expected = 0;
     m_progress->rate.begin();
-    tljira::setText(findView<QLabel>(m_uploadingView, "documentLabel"),
+    tljira::setText(findView<QLabel>(uploadingView(), "documentLabel"),
                     text(QT_TRANSLATE_NOOP("JAUploadingWindow", "%1 to %2")).arg(name, key));
     showRateBesideSize();
     showRate(QString());
@@ -141,14 +131,14 @@ void JAUploadingWindow::setSent(qint64 sent, qint64 expected)
 
 void JAUploadingWindow::showRate(const QString& words)
 {
-    auto* label = findView<QLabel>(m_uploadingView, "rateLabel");
+    auto* label = findView<QLabel>(uploadingView(), "rateLabel");
     showText(label, words);
-    auto* row = m_uploadingView ? m_uploadingView->findChild<QBoxLayout*>(QStringLiteral("sizeLayout")) : nullptr;
-    if (!label || !row || !m_sizeLabel)
+    auto* row = uploadingView() ? uploadingView()->findChild<QBoxLayout*>(QStringLiteral("sizeLayout")) : nullptr;
+    if (!label || !row || !sizeLabel())
         return;
     // Below each other until the end of the upload once they do not fit beside each other: numbers change all the time.
-    const int needed = m_sizeLabel->sizeHint().width() + row->spacing() + label->sizeHint().width();
-    if (words.isEmpty() || needed <= m_uploadingView->width())
+    const int needed = sizeLabel()->sizeHint().width() + row->spacing() + label->sizeHint().width();
+    if (words.isEmpty() || needed <= uploadingView()->width())
         return;
     row->setDirection(QBoxLayout::TopToBottom);
     label->setWordWrap(true);
@@ -157,66 +147,66 @@ void JAUploadingWindow::showRate(const QString& words)
 
 void JAUploadingWindow::showRateBesideSize()
 {
-    if (auto* row = m_uploadingView ? m_uploadingView->findChild<QBoxLayout*>(QStringLiteral("sizeLayout")) : nullptr)
+    if (auto* row = uploadingView() ? uploadingView()->findChild<QBoxLayout*>(QStringLiteral("sizeLayout")) : nullptr)
         row->setDirection(QBoxLayout::LeftToRight);
-    if (auto* label = findView<QLabel>(m_uploadingView, "rateLabel"))
+    if (auto* label = findView<QLabel>(uploadingView(), "rateLabel"))
         label->setWordWrap(false);
 }
 
 void JAUploadingWindow::setUploadingState(qint64 percent, const QString& otherInfo)
 {
-    tljira::setText(m_sizeLabel, otherInfo);
-    if (m_uploadingProgressBar)
-        m_uploadingProgressBar->setValue(
-            static_cast<int>(std::clamp<qint64>(percent, 1, m_uploadingProgressBar->maximum())));
-    setActualView(m_uploadingView);
+    tljira::setText(sizeLabel(), otherInfo);
+    if (uploadingProgressBar())
+        uploadingProgressBar()->setValue(
+            static_cast<int>(std::clamp<qint64>(percent, 1, uploadingProgressBar()->maximum())));
+    setActualView(uploadingView());
     nameView(QT_TRANSLATE_NOOP("JAUploadingWindow", "Uploading"));
-    tljira::MessageLine::show(findView<QLabel>(m_uploadingView, "doneLabel"), QString());
+    tljira::MessageLine::show(findView<QLabel>(uploadingView(), "doneLabel"), QString());
     setIsRunning(true);
 }
 
 void JAUploadingWindow::setErrorState(const tljira::Error& error)
 {
-    tljira::setText(m_errortitle, QStringLiteral("Error"));
-    tljira::setText(m_errorMessage, error.localizedDescription());
-    showText(findView<QLabel>(m_errorView, "serverSentence"), saysOf(client::serverName(), serverSentence(error)));
-    showText(findView<QLabel>(m_errorView, "advice"), text(adviceFor(error)));
-    setActualView(m_errorView);
+    tljira::setText(errortitle(), QStringLiteral("Error"));
+    tljira::setText(errorMessage(), error.localizedDescription());
+    showText(findView<QLabel>(errorView(), "serverSentence"), saysOf(client::serverName(), serverSentence(error)));
+    showText(findView<QLabel>(errorView(), "advice"), text(adviceFor(error)));
+    setActualView(errorView());
     setIsRunning(false);
 }
 
 void JAUploadingWindow::setSuccessState()
 {
-    tljira::setText(m_sizeLabel, QStringLiteral("DONE"));
+    tljira::setText(sizeLabel(), QStringLiteral("DONE"));
     setIsRunning(false);
     // After an error the rest stays as it is.
-    if (!m_uploadingView || m_uploadingView->isHidden())
+    if (!uploadingView() || uploadingView()->isHidden())
         return;
     nameView(QT_TRANSLATE_NOOP("JAUploadingWindow", "Uploaded"));
     showRate(QString());
     if (!m_progress->key.isEmpty())
-        tljira::MessageLine::show(findView<QLabel>(m_uploadingView, "doneLabel"),
+        tljira::MessageLine::show(findView<QLabel>(uploadingView(), "doneLabel"),
                                   text(QT_TRANSLATE_NOOP("JAUploadingWindow", "Attached to %1")).arg(m_progress->key));
     tljira::growToFit(windowIfLoaded(), true);
 }
 
 void JAUploadingWindow::nameView(const char* name)
 {
-    tljira::setText(findView<QLabel>(m_uploadingView, "uploadingTitle"), text(name));
+    tljira::setText(findView<QLabel>(uploadingView(), "uploadingTitle"), text(name));
 }
 
 void JAUploadingWindow::setIsRunning(bool isRunning)
 {
     if (!isRunning)
         m_progress->clock.stop();
-    if (!m_cancelButton || m_isRunning == isRunning)
+    if (!cancelButton() || m_isRunning == isRunning)
         return;
     m_isRunning = isRunning;
-    tljira::renameButton(m_cancelButton, text(isRunning ? QT_TRANSLATE_NOOP("JAUploadingWindow", "Cancel")
+    tljira::renameButton(cancelButton(), text(isRunning ? QT_TRANSLATE_NOOP("JAUploadingWindow", "Cancel")
                                                         : QT_TRANSLATE_NOOP("JAUploadingWindow", "Close")));
     // Return, which began the upload, does not cancel it.
-    m_cancelButton->setDefault(!isRunning);
-    QWidget* next = isRunning ? static_cast<QWidget*>(m_uploadingProgressBar) : m_cancelButton;
+    cancelButton()->setDefault(!isRunning);
+    QWidget* next = isRunning ? static_cast<QWidget*>(uploadingProgressBar()) : cancelButton();
     if (next)
         next->setFocus();
 }

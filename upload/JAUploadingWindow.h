@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/foundation/Error.h"
 #include "platform/foundation/Export.h"
-#include "platform/toolkit/WindowController.h"
+#include "platform/foundation/values/Error.h"
+#include "platform/toolkit/nib/Outlet.h"
+#include "platform/toolkit/windows/WindowController.h"
 
 #include <QLabel>
-#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QString>
@@ -25,17 +25,17 @@ public:
 
     ///@{
     /// An outlet; null until the window is loaded.
-    QWidget* containerView() const { return m_containerView; }
-    QWidget* uploadingView() const { return m_uploadingView; }
-    QWidget* errorView() const { return m_errorView; }
+    tljira::Outlet<QWidget> containerView{outlets, "containerView"};
+    tljira::Outlet<QWidget> uploadingView{outlets, "uploadingView"};
+    tljira::Outlet<QWidget> errorView{outlets, "errorView"};
     /// Laid out, but never shown.
-    QWidget* successView() const { return m_successView; }
-    QLabel* errortitle() const { return m_errortitle; }
-    QLabel* errorMessage() const { return m_errorMessage; }
-    QProgressBar* uploadingProgressBar() const { return m_uploadingProgressBar; }
-    QLabel* sizeLabel() const { return m_sizeLabel; }
+    tljira::Outlet<QWidget> successView{outlets, "successView"};
+    tljira::Outlet<QLabel> errortitle{outlets, "errortitle"};
+    tljira::Outlet<QLabel> errorMessage{outlets, "errorMessage"};
+    tljira::Outlet<QProgressBar> uploadingProgressBar{outlets, "uploadingProgressBar"};
+    tljira::Outlet<QLabel> sizeLabel{outlets, "sizeLabel"};
     /// "Cancel" while an upload is going; "Close", and the default button, after it.
-    QPushButton* cancelButton() const { return m_cancelButton; }
+    tljira::Outlet<QPushButton> cancelButton{outlets, "cancelButton"};
     ///@}
 
     /// Shows one of the three views and hides the others.
@@ -72,15 +72,6 @@ private:
     void showRate(const QString& words);
     void showRateBesideSize();
 
-    QPointer<QWidget> m_containerView;
-    QPointer<QWidget> m_uploadingView;
-    QPointer<QWidget> m_errorView;
-    QPointer<QWidget> m_successView;
-    QPointer<QLabel> m_errortitle;
-    QPointer<QLabel> m_errorMessage;
-    QPointer<QProgressBar> m_uploadingProgressBar;
-    QPointer<QLabel> m_sizeLabel;
-    QPointer<QPushButton> m_cancelButton;
     std::optional<bool> m_isRunning;
     const std::unique_ptr<Progress> m_progress;
 };

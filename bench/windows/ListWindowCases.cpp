@@ -6,7 +6,7 @@
 #include "download/JAAttachedCell.h"
 #include "download/JADownloadBodyViewController.h"
 #include "download/JAListAttachedFilesWindow.h"
-#include "platform/foundation/JSON.h"
+#include "platform/foundation/values/JSON.h"
 #include "shell/JMWindowController.h"
 #include "standin/Server.h"
 

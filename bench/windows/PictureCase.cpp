@@ -1,8 +1,8 @@
 #include "bench/windows/FirstFrame.h"
 #include "bench/windows/LoopWatch.h"
 #include "bench/windows/WindowCases.h"
-#include "constants/FrameworkBundle.h"
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/nib/FrameworkBundle.h"
+#include "platform/toolkit/windows/Window.h"
 #include "shell/JAHeadViewController.h"
 #include "standin/Server.h"
 
@@ -42,9 +42,8 @@ Row pictureCase(const Bench& bench)
     const std::string path = "/secure/slow-avatar";
     bench.server.misbehave(standin::Match::on(path),
                            standin::Fault().status(200, slowPicture().toStdString(), "image/jpeg"));
-    const auto header = JAHeadViewController::initWithNibName(
-        QStringLiteral("JAHeadViewController"),
-        tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    const auto header =
+        JAHeadViewController::initWithNibName(QStringLiteral("JAHeadViewController"), tljira::frameworkBundle());
     const auto window = tljira::Window::create(QStringLiteral("Header"), header->view());
     window->makeKeyAndOrderFront();
 

@@ -1,7 +1,7 @@
 #include "framework/plugin/TLJiraControllerPlugin.h"
 
 #include "framework/TLJiraController.h"
-#include "platform/foundation/URLSessionConfiguration.h"
+#include "platform/foundation/loading/URLSessionConfiguration.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/foundation/Export.h"
-#include "platform/foundation/Format.h"
 #include "platform/foundation/LogSwitch.h"
+#include "platform/foundation/values/Format.h"
 
 #include <QLoggingCategory>
 

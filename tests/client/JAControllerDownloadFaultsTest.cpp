@@ -1,4 +1,4 @@
-#include "platform/foundation/FileManager.h"
+#include "platform/foundation/files/FileManager.h"
 #include "tests/client/ClientTest.h"
 #include "tests/client/SmallVolume.h"
 #include "tests/kit/WithoutPrivileges.h"

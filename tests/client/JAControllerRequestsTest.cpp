@@ -1,6 +1,6 @@
 #include "constants/JAConstants.h"
-#include "platform/foundation/HTTPCookieStorage.h"
-#include "platform/foundation/URLSessionDelegate.h"
+#include "platform/foundation/loading/HTTPCookieStorage.h"
+#include "platform/foundation/loading/URLSessionDelegate.h"
 #include "tests/client/ClientTest.h"
 
 #include <QCoreApplication>

@@ -1,6 +1,6 @@
 #include "constants/JAConstants.h"
-#include "platform/foundation/HTTPCookieStorage.h"
-#include "platform/foundation/UserDefaults.h"
+#include "platform/foundation/loading/HTTPCookieStorage.h"
+#include "platform/foundation/settings/UserDefaults.h"
 #include "tests/client/ClientTest.h"
 
 #include <QJsonArray>

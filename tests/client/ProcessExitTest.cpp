@@ -1,5 +1,5 @@
-#include "platform/foundation/FileManager.h"
-#include "platform/foundation/UserDefaults.h"
+#include "platform/foundation/files/FileManager.h"
+#include "platform/foundation/settings/UserDefaults.h"
 #include "tests/client/ClientTest.h"
 
 #include <QDir>

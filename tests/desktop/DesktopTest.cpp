@@ -1,7 +1,7 @@
 #include "tests/desktop/DesktopTest.h"
 
 #include "constants/JAConstants.h"
-#include "platform/foundation/UserDefaults.h"
+#include "platform/foundation/settings/UserDefaults.h"
 
 #include <QApplication>
 

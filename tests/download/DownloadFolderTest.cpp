@@ -1,7 +1,7 @@
 #include "download/DownloadFolder.h"
 
-#include "platform/foundation/FileManager.h"
-#include "platform/foundation/TemporaryDirectory.h"
+#include "platform/foundation/files/FileManager.h"
+#include "platform/foundation/files/TemporaryDirectory.h"
 #include "tests/download/DownloadTest.h"
 #include "tests/kit/WithoutPrivileges.h"
 

@@ -3,8 +3,8 @@
 //     download_host PORT NAME         until the download has ended; prints "DONE" or the error, and the path
 //     download_host PORT NAME quit    quits in the middle
 
-#include "constants/FrameworkBundle.h"
 #include "download/JADownloadBodyViewController.h"
+#include "platform/toolkit/nib/FrameworkBundle.h"
 #include "tests/download/DownloadTest.h"
 
 #include <QApplication>
@@ -45,9 +45,8 @@ int main(int argc, char** argv)
     const QString name = arguments.value(2);
     const bool quits = arguments.size() > 3;
 
-    const auto panel = JADownloadBodyViewController::initWithNibName(
-        QStringLiteral("JADownloadBodyViewController"),
-        tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    const auto panel = JADownloadBodyViewController::initWithNibName(QStringLiteral("JADownloadBodyViewController"),
+                                                                     tljira::frameworkBundle());
     const auto window = tests::shownWindow(panel->view());
     panel->issueKeyTextField()->setText(QStringLiteral("ABC-1"));
     panel->getAttachButton()->click();

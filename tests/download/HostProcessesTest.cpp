@@ -1,6 +1,6 @@
 #include "download/DownloadFolder.h"
 
-#include "platform/foundation/TemporaryDirectory.h"
+#include "platform/foundation/files/TemporaryDirectory.h"
 #include "tests/download/DownloadTest.h"
 
 #include <QDir>

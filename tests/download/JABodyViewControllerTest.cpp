@@ -1,9 +1,9 @@
 #include "download/JABodyViewController.h"
 
-#include "platform/toolkit/Alert.h"
-#include "platform/toolkit/Layer.h"
-#include "platform/toolkit/OpenPanel.h"
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/views/Layer.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/Alert.h"
+#include "platform/toolkit/windows/OpenPanel.h"
 #include "tests/download/DownloadTest.h"
 
 #include <QFileDialog>

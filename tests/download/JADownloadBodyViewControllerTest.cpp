@@ -1,9 +1,9 @@
 #include "download/JADownloadBodyViewController.h"
 
-#include "constants/FrameworkBundle.h"
-#include "platform/toolkit/Application.h"
-#include "platform/toolkit/View.h"
-#include "platform/toolkit/WindowDelegate.h"
+#include "platform/toolkit/nib/FrameworkBundle.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/Application.h"
+#include "platform/toolkit/windows/WindowDelegate.h"
 #include "tests/download/DownloadTest.h"
 
 #include <QApplication>
@@ -28,9 +28,8 @@ protected:
     void SetUp() override
     {
         DownloadTest::SetUp();
-        panel = JADownloadBodyViewController::initWithNibName(
-            QStringLiteral("JADownloadBodyViewController"),
-            tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+        panel = JADownloadBodyViewController::initWithNibName(QStringLiteral("JADownloadBodyViewController"),
+                                                              tljira::frameworkBundle());
         window = tests::shownWindow(panel->view());
         tests::drainMainQueue();
         log.clear();
@@ -226,9 +225,8 @@ protected:
 TEST_F(WithoutSessionTest, isUsableFromTheStartAlsoWithoutASession)
 {
     ASSERT_EQ(client->jaSession(), nullptr);
-    const auto panel = JADownloadBodyViewController::initWithNibName(
-        QStringLiteral("JADownloadBodyViewController"),
-        tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    const auto panel = JADownloadBodyViewController::initWithNibName(QStringLiteral("JADownloadBodyViewController"),
+                                                                     tljira::frameworkBundle());
     const auto window = tests::shownWindow(panel->view());
     tests::drainMainQueue();
     EXPECT_FALSE(panel->shadow()->isVisible());

@@ -1,10 +1,10 @@
 #include "download/DownloadFolder.h"
 #include "download/JAListAttachedFilesWindow.h"
 
-#include "platform/foundation/FileManager.h"
-#include "platform/foundation/TemporaryDirectory.h"
-#include "platform/toolkit/PaletteColors.h"
-#include "platform/toolkit/View.h"
+#include "platform/foundation/files/FileManager.h"
+#include "platform/foundation/files/TemporaryDirectory.h"
+#include "platform/toolkit/views/PaletteColors.h"
+#include "platform/toolkit/views/View.h"
 #include "tests/download/DownloadTest.h"
 #include "tests/kit/WithoutPrivileges.h"
 
@@ -853,8 +853,11 @@ TEST_F(TwoDownloadsTest, theEndOfTheFirstIsNotShownAsTheSeconds)
     tests::drainMainQueue();
     EXPECT_EQ(error(), QString());
     EXPECT_NE(percent(), QStringLiteral("DONE"));
-    server.release();
-    ASSERT_TRUE(tests::waitUntil([this] { return isSecondThere(); }));
+    // The second is held a moment after its request has been noted.
+    ASSERT_TRUE(tests::waitUntil([this] {
+        server.release();
+        return isSecondThere();
+    }));
     expectTheSecondAlone();
 }
 

@@ -1,7 +1,7 @@
 #include "download/JAListAttachedFilesWindow.h"
 
-#include "platform/foundation/DateFormatter.h"
-#include "platform/toolkit/View.h"
+#include "platform/foundation/values/DateFormatter.h"
+#include "platform/toolkit/views/View.h"
 #include "tests/download/DownloadTest.h"
 
 #include <QScrollBar>

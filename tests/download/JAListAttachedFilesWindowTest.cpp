@@ -1,8 +1,8 @@
 #include "download/JAListAttachedFilesWindow.h"
 
-#include "platform/toolkit/Layer.h"
-#include "platform/toolkit/MessageLine.h"
-#include "platform/toolkit/PaletteColors.h"
+#include "platform/toolkit/views/Layer.h"
+#include "platform/toolkit/views/MessageLine.h"
+#include "platform/toolkit/views/PaletteColors.h"
 #include "tests/download/DownloadTest.h"
 
 #include <QApplication>

@@ -48,7 +48,8 @@ QSet<QString> publicNames(const QStringList& folders)
         QStringLiteral("TL_EXPORT (?:extern )?const [\\w&]+(?: [\\w&]+)*? (\\w+)(?:\\[\\])?;"));
     QSet<QString> names;
     for (const QString& folder : folders) {
-        QDirIterator header(QStringLiteral(HEADER_FOLDER "/") + folder, {QStringLiteral("*.h")}, QDir::Files);
+        QDirIterator header(QStringLiteral(HEADER_FOLDER "/") + folder, {QStringLiteral("*.h")}, QDir::Files,
+                            QDirIterator::Subdirectories);
         EXPECT_TRUE(header.hasNext()) << folder.toStdString();
         while (header.hasNext()) {
             const QString text = textOf(header.next());

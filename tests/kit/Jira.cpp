@@ -1,6 +1,6 @@
 #include "tests/kit/Jira.h"
 
-#include "platform/foundation/URLSessionConfiguration.h"
+#include "platform/foundation/loading/URLSessionConfiguration.h"
 
 namespace tests {
 
@@ -22,9 +22,9 @@ Jira::Jira(const standin::Options& options)
 
 void Jira::routeTo(int port)
 {
-    tljira::URLSessionConfiguration::setDefaultRoutes(
-        {QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(port),
-         QStringLiteral("other.example.test:80:127.0.0.1:%1").arg(port), QStringLiteral("dead.example.test:80:127.0.0.1:1")});
+    tljira::URLSessionConfiguration::setDefaultRoutes({QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(port),
+                                                       QStringLiteral("other.example.test:80:127.0.0.1:%1").arg(port),
+                                                       QStringLiteral("dead.example.test:80:127.0.0.1:1")});
 }
 
 } // namespace tests

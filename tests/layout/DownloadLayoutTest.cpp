@@ -4,7 +4,7 @@
 #include "tests/layout/Layout.h"
 #include "tests/layout/Look.h"
 
-#include "platform/foundation/Error.h"
+#include "platform/foundation/values/Error.h"
 #include "shell/JAHeadViewController.h"
 #include "shell/JMWindowController.h"
 

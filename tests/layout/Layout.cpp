@@ -1,10 +1,10 @@
 #include "tests/layout/Layout.h"
 
-#include "platform/toolkit/ElidedLabel.h"
-#include "platform/toolkit/Glyph.h"
-#include "platform/toolkit/ImageView.h"
-#include "platform/toolkit/ProgressIndicator.h"
-#include "platform/toolkit/TableCellView.h"
+#include "platform/toolkit/tables/TableCellView.h"
+#include "platform/toolkit/views/ElidedLabel.h"
+#include "platform/toolkit/views/Glyph.h"
+#include "platform/toolkit/views/ImageView.h"
+#include "platform/toolkit/views/ProgressIndicator.h"
 #include "tests/kit/WaitUntil.h"
 
 #include <QAbstractButton>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/windows/Window.h"
 #include "tests/kit/Printers.h"
 
 #include <QString>

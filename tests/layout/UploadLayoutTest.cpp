@@ -4,7 +4,7 @@
 #include "tests/layout/Look.h"
 #include "tests/shell/TLJiraUploadTest.h"
 
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/views/View.h"
 #include "shell/JAWindowController.h"
 
 namespace {

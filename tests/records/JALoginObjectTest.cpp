@@ -1,7 +1,7 @@
 #include "records/JALoginObject.h"
-#include "platform/foundation/UserDefaults.h"
-#include "tests/records/Json.h"
+#include "platform/foundation/settings/UserDefaults.h"
 #include "tests/kit/Printers.h"
+#include "tests/records/Json.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include "tests/shell/HostFiles.h"
 
-#include "platform/toolkit/View.h"
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/Window.h"
 #include "shell/JAHeadViewController.h"
 #include "shell/JALoginWindow.h"
 #include "shell/JAWindowController.h"
@@ -178,16 +178,25 @@ struct Lack
     QString complaint;
 };
 
-QStringList boundNames(const QString& source, const char* kind)
+QStringList namesIn(const QString& source, const QString& expression)
 {
-    QFile file(QStringLiteral(SOURCE_DIR "/%1.cpp").arg(source));
+    QFile file(QStringLiteral(SOURCE_DIR "/") + source);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << file.fileName().toStdString();
-    const QRegularExpression binding(QLatin1String(kind) + QStringLiteral("\\.bind\\(\"(\\w+)\""));
     QStringList names;
-    auto found = binding.globalMatch(QString::fromUtf8(file.readAll()));
+    auto found = QRegularExpression(expression).globalMatch(QString::fromUtf8(file.readAll()));
     while (found.hasNext())
         names.append(found.next().captured(1));
     return names;
+}
+
+QStringList outletsOf(const QString& source)
+{
+    return namesIn(source + QStringLiteral(".h"), QStringLiteral("\\{outlets, \"(\\w+)\"\\}"));
+}
+
+QStringList actionsOf(const QString& source)
+{
+    return namesIn(source + QStringLiteral(".cpp"), QStringLiteral("actions\\.bind\\(\"(\\w+)\""));
 }
 
 std::vector<File> files()
@@ -223,9 +232,9 @@ std::vector<Lack> lacks()
         const QString beginning =
             QStringLiteral("interface file %1 (the host's own) of %2: ").arg(file.name(), file.owner);
         for (const QString& source : file.sources) {
-            for (const QString& outlet : boundNames(source, "outlets"))
+            for (const QString& outlet : outletsOf(source))
                 all.push_back({file, outlet, {}, beginning + QStringLiteral("outlets missing: ") + outlet + place});
-            for (const QString& action : boundNames(source, "actions"))
+            for (const QString& action : actionsOf(source))
                 all.push_back({file, {}, action, beginning + QStringLiteral("actions missing: ") + action});
         }
     }

@@ -1,9 +1,9 @@
 #include "shell/JAHeadViewController.h"
 
-#include "constants/FrameworkBundle.h"
 #include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/MainQueue.h"
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/nib/FrameworkBundle.h"
+#include "platform/toolkit/views/View.h"
 #include "shell/JALoginWindow.h"
 #include "standin/Avatar.h"
 #include "tests/kit/HeldGlobalQueue.h"
@@ -28,9 +28,8 @@ class JAHeadViewControllerTest : public JiraTest
 protected:
     explicit JAHeadViewControllerTest(const standin::Options& options = {})
         : JiraTest(options)
-        , header(JAHeadViewController::initWithNibName(
-              QStringLiteral("JAHeadViewController"),
-              tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier))))
+        , header(
+              JAHeadViewController::initWithNibName(QStringLiteral("JAHeadViewController"), tljira::frameworkBundle()))
         , window(tljira::Window::create(QStringLiteral("Header"), header->view()))
     {
         window->makeKeyAndOrderFront();

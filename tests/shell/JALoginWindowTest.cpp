@@ -1,10 +1,10 @@
 #include "shell/JALoginWindow.h"
 
 #include "constants/JAConstants.h"
-#include "platform/foundation/UserDefaults.h"
-#include "platform/toolkit/MessageLine.h"
-#include "platform/toolkit/View.h"
-#include "platform/toolkit/ViewClasses.h"
+#include "platform/foundation/settings/UserDefaults.h"
+#include "platform/toolkit/nib/ViewClasses.h"
+#include "platform/toolkit/views/MessageLine.h"
+#include "platform/toolkit/views/View.h"
 #include "tests/kit/JiraTest.h"
 
 #include <QClipboard>

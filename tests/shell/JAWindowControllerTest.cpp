@@ -1,9 +1,9 @@
 #include "shell/JAWindowController.h"
 
 #include "client/JAController.h"
-#include "platform/foundation/VariantDescription.h"
-#include "platform/toolkit/Application.h"
-#include "platform/toolkit/View.h"
+#include "platform/foundation/values/VariantDescription.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/Application.h"
 #include "tests/kit/LogCapture.h"
 #include "tests/kit/Printers.h"
 #include "tests/kit/WaitUntil.h"

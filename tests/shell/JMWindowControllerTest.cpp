@@ -1,8 +1,8 @@
 #include "shell/JMWindowController.h"
 
 #include "constants/JAConstants.h"
-#include "platform/foundation/UserDefaults.h"
-#include "platform/toolkit/Application.h"
+#include "platform/foundation/settings/UserDefaults.h"
+#include "platform/toolkit/windows/Application.h"
 #include "shell/JAHeadViewController.h"
 #include "tests/download/DownloadTest.h"
 

@@ -1,7 +1,7 @@
-#include "platform/toolkit/Application.h"
-#include "platform/toolkit/Decorations.h"
-#include "platform/toolkit/ProgressIndicator.h"
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/views/ProgressIndicator.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/Application.h"
+#include "platform/toolkit/windows/Decorations.h"
 #include "tests/shell/TLJiraUploadTest.h"
 
 #include <QTimer>

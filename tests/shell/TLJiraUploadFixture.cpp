@@ -1,7 +1,7 @@
 #include "tests/shell/TLJiraUploadTest.h"
 
 #include "constants/JAConstants.h"
-#include "platform/foundation/UserDefaults.h"
+#include "platform/foundation/settings/UserDefaults.h"
 
 namespace tests {
 

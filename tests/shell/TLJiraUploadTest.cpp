@@ -1,8 +1,8 @@
 #include "tests/shell/TLJiraUploadTest.h"
 
 #include "constants/JAConstants.h"
-#include "platform/foundation/HTTPCookieStorage.h"
-#include "platform/foundation/UserDefaults.h"
+#include "platform/foundation/loading/HTTPCookieStorage.h"
+#include "platform/foundation/settings/UserDefaults.h"
 
 #include <QFileInfo>
 #include <QtTest/QTest>

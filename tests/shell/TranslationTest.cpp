@@ -1,10 +1,10 @@
 // The German windows.
 
-#include "constants/FrameworkBundle.h"
-#include "platform/toolkit/InterfaceTexts.h"
-#include "platform/toolkit/Nib.h"
-#include "platform/toolkit/TableCellView.h"
-#include "platform/toolkit/ViewClasses.h"
+#include "platform/toolkit/nib/FrameworkBundle.h"
+#include "platform/toolkit/nib/InterfaceTexts.h"
+#include "platform/toolkit/nib/Nib.h"
+#include "platform/toolkit/nib/ViewClasses.h"
+#include "platform/toolkit/tables/TableCellView.h"
 #include "tests/shell/FormTexts.h"
 #include "tests/shell/TLJiraUploadTest.h"
 
@@ -85,7 +85,7 @@ TEST_F(TranslationTest, showsInEveryPropertyOfEveryInterfaceFile)
 {
     tljira::registerViewClass<JAAttachedCell>(QStringLiteral("JAAttachedCell"));
     const auto translations = translationsInto(german);
-    const auto bundle = tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier));
+    const auto bundle = tljira::frameworkBundle();
     QHash<QString, QList<QPointer<QWidget>>> viewsOfForms;
     for (const FormProperty& property : shippedTexts()) {
         QList<QPointer<QWidget>>& views = viewsOfForms[property.text.context];

@@ -1,7 +1,7 @@
 #include "shell/UIViewStyle.h"
 
-#include "platform/toolkit/Layer.h"
-#include "platform/toolkit/Nib.h"
+#include "platform/toolkit/nib/Nib.h"
+#include "platform/toolkit/views/Layer.h"
 
 #include <gmock/gmock.h>
 

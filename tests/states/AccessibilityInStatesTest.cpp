@@ -1,6 +1,6 @@
 #include "constants/JAConstants.h"
-#include "platform/foundation/UserDefaults.h"
-#include "platform/toolkit/TableView.h"
+#include "platform/foundation/settings/UserDefaults.h"
+#include "platform/toolkit/tables/TableView.h"
 #include "tests/states/Animations.h"
 #include "tests/states/InSight.h"
 #include "tests/states/Scene.h"

@@ -1,5 +1,5 @@
 #include "constants/JAConstants.h"
-#include "platform/foundation/UserDefaults.h"
+#include "platform/foundation/settings/UserDefaults.h"
 #include "tests/states/InSight.h"
 #include "tests/states/PressWatch.h"
 #include "tests/states/Scene.h"

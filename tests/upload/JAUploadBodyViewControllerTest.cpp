@@ -1,11 +1,11 @@
 #include "upload/JAUploadBodyViewController.h"
 
-#include "constants/FrameworkBundle.h"
-#include "platform/toolkit/Alert.h"
-#include "platform/toolkit/Layer.h"
-#include "platform/toolkit/OpenPanel.h"
-#include "platform/toolkit/View.h"
-#include "platform/toolkit/ViewClasses.h"
+#include "platform/toolkit/nib/FrameworkBundle.h"
+#include "platform/toolkit/nib/ViewClasses.h"
+#include "platform/toolkit/views/Layer.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/Alert.h"
+#include "platform/toolkit/windows/OpenPanel.h"
 #include "tests/kit/HeldGlobalQueue.h"
 #include "tests/upload/UploadTest.h"
 
@@ -45,9 +45,8 @@ TEST_F(JAUploadBodyViewControllerTest, givesItsButtonAnEdgeWhateverTheInterfaceF
         if (auto* button = qobject_cast<QPushButton*>(view))
             button->setFlat(true);
     });
-    const auto other = JAUploadBodyViewController::initWithNibName(
-        QStringLiteral("JAUploadBodyViewController"),
-        tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    const auto other = JAUploadBodyViewController::initWithNibName(QStringLiteral("JAUploadBodyViewController"),
+                                                                   tljira::frameworkBundle());
     ASSERT_NE(other->view(), nullptr);
 
     EXPECT_TRUE(other->cancelButton()->isFlat());

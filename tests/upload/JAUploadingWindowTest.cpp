@@ -1,7 +1,7 @@
 #include "upload/JAUploadingWindow.h"
 
-#include "platform/toolkit/AlertView.h"
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/AlertView.h"
 #include "tests/kit/JiraTest.h"
 
 #include <QJsonArray>

@@ -2,8 +2,8 @@
 // line on its standard input, quits once, or leaves the process, whatever is going on.
 
 #include "client/JAController.h"
-#include "constants/FrameworkBundle.h"
-#include "platform/foundation/URLSessionConfiguration.h"
+#include "platform/foundation/loading/URLSessionConfiguration.h"
+#include "platform/toolkit/nib/FrameworkBundle.h"
 #include "upload/JAUploadBodyViewController.h"
 
 #include <QApplication>
@@ -19,9 +19,8 @@ int main(int argc, char** argv)
     tljira::URLSessionConfiguration::setDefaultRoutes(
         {QStringLiteral("jira.example.test:80:127.0.0.1:") + arguments.at(1)});
 
-    const auto panel = JAUploadBodyViewController::initWithNibName(
-        QStringLiteral("JAUploadBodyViewController"),
-        tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    const auto panel = JAUploadBodyViewController::initWithNibName(QStringLiteral("JAUploadBodyViewController"),
+                                                                   tljira::frameworkBundle());
     const auto window = tljira::Window::create(QStringLiteral("Upload"), panel->view());
     window->makeKeyAndOrderFront();
     panel->setNewPathFile(arguments.at(2), QStringLiteral("Plan.tessaloom"));

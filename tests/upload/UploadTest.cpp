@@ -1,15 +1,14 @@
 #include "tests/upload/UploadTest.h"
 
-#include "constants/FrameworkBundle.h"
+#include "platform/toolkit/nib/FrameworkBundle.h"
 
 namespace tests {
 
 UploadTest::UploadTest(const standin::Options& options)
     : JiraTest(options)
 {
-    panel = JAUploadBodyViewController::initWithNibName(
-        QStringLiteral("JAUploadBodyViewController"),
-        tljira::Bundle::bundleWithIdentifier(QLatin1String(frameworkBundleIdentifier)));
+    panel = JAUploadBodyViewController::initWithNibName(QStringLiteral("JAUploadBodyViewController"),
+                                                        tljira::frameworkBundle());
     m_sheet = panel->jaUploadingWindow();
     window = tljira::Window::create(QStringLiteral("Upload"), panel->view());
     panel->setNewPathFile(document.path(), LoneDocument::name());

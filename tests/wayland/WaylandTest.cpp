@@ -1,7 +1,7 @@
 #include "tests/wayland/WaylandTest.h"
 
 #include "constants/JAConstants.h"
-#include "platform/foundation/UserDefaults.h"
+#include "platform/foundation/settings/UserDefaults.h"
 #include "tests/states/Animations.h"
 #include "tests/states/InSight.h"
 

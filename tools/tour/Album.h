@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/windows/Window.h"
 
 #include <QImage>
 
@@ -16,8 +16,8 @@ public:
     QString folder() const { return m_folder; }
     int pictures() const { return m_pictures; }
 
-    /// Saves a picture of a window, with the sheet in it if there is one. Answers the file's name, or nothing if it could not be
-    /// saved.
+    /// Saves a picture of a window, with the sheet in it if there is one. Answers the file's name, or nothing if it
+    /// could not be saved.
     QString add(const QString& what, const tljira::Window& window);
     QString add(const QString& what, QWidget& window);
 

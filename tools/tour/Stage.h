@@ -2,11 +2,11 @@
 
 #include "host/EditorWindow.h"
 #include "host/JiraJobs.h"
+#include "platform/toolkit/windows/Window.h"
+#include "standin/Server.h"
 #include "tools/tour/Album.h"
 #include "tools/tour/Journal.h"
 #include "tools/tour/Step.h"
-#include "platform/toolkit/Window.h"
-#include "standin/Server.h"
 
 #include <QTemporaryDir>
 

@@ -1,4 +1,4 @@
-#include "platform/foundation/BackgroundWriter.h"
+#include "platform/foundation/settings/BackgroundWriter.h"
 
 #include "tests/kit/WaitUntil.h"
 

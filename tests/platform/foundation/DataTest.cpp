@@ -1,4 +1,4 @@
-#include "platform/foundation/Data.h"
+#include "platform/foundation/values/Data.h"
 
 #include "tests/kit/Printers.h"
 

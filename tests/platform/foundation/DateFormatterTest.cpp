@@ -1,4 +1,4 @@
-#include "platform/foundation/DateFormatter.h"
+#include "platform/foundation/values/DateFormatter.h"
 
 #include "tests/kit/Printers.h"
 

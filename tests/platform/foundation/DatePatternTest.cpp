@@ -1,4 +1,4 @@
-#include "platform/foundation/DatePattern.h"
+#include "platform/foundation/values/DatePattern.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/foundation/Error.h"
+#include "platform/foundation/values/Error.h"
 
 #include "tests/kit/Printers.h"
 

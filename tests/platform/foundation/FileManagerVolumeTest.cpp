@@ -1,4 +1,4 @@
-#include "platform/foundation/FileManager.h"
+#include "platform/foundation/files/FileManager.h"
 
 #include "tests/kit/Printers.h"
 

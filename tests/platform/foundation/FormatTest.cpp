@@ -1,4 +1,4 @@
-#include "platform/foundation/Format.h"
+#include "platform/foundation/values/Format.h"
 
 #include "tests/kit/Printers.h"
 

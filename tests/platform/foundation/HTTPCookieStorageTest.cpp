@@ -1,11 +1,11 @@
-#include "platform/foundation/HTTPCookieStorage.h"
+#include "platform/foundation/loading/HTTPCookieStorage.h"
 
 #include "platform/foundation/os/FileLock.h"
-#include "tests/platform/foundation/FailingSync.h"
-#include "tests/platform/foundation/RoomFor.h"
 #include "tests/kit/LogCapture.h"
 #include "tests/kit/Printers.h"
 #include "tests/kit/WaitUntil.h"
+#include "tests/platform/foundation/FailingSync.h"
+#include "tests/platform/foundation/RoomFor.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-#include "platform/foundation/HTTPCookie.h"
+#include "platform/foundation/loading/HTTPCookie.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/foundation/HTTPURLResponse.h"
+#include "platform/foundation/loading/HTTPURLResponse.h"
 
 #include "tests/kit/Printers.h"
 

@@ -1,4 +1,4 @@
-#include "platform/foundation/JSON.h"
+#include "platform/foundation/values/JSON.h"
 
 #include "tests/kit/Printers.h"
 

@@ -1,6 +1,6 @@
-#include "platform/foundation/KeyGroup.h"
+#include "platform/foundation/settings/KeyGroup.h"
 
-#include "platform/foundation/JSON.h"
+#include "platform/foundation/values/JSON.h"
 #include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>

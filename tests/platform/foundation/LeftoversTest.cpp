@@ -1,4 +1,4 @@
-#include "platform/foundation/Leftovers.h"
+#include "platform/foundation/files/Leftovers.h"
 
 #include "platform/foundation/os/FileLock.h"
 #include "tests/kit/LogCapture.h"

@@ -1,4 +1,4 @@
-#include "platform/foundation/Numbers.h"
+#include "platform/foundation/values/Numbers.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "platform/foundation/PathString.h"
+#include "platform/foundation/files/PathString.h"
 
 #include "tests/kit/Printers.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/foundation/URLSession.h"
+#include "platform/foundation/loading/URLSession.h"
 #include "standin/Server.h"
 #include "tests/kit/LogCapture.h"
 #include "tests/kit/Printers.h"

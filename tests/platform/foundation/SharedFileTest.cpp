@@ -1,13 +1,13 @@
-#include "platform/foundation/SharedFile.h"
+#include "platform/foundation/settings/SharedFile.h"
 
 #include "platform/foundation/os/FileLock.h"
-#include "tests/platform/foundation/FailingSync.h"
-#include "tests/platform/foundation/RoomFor.h"
 #include "tests/kit/LogCapture.h"
 #include "tests/kit/OldFiles.h"
 #include "tests/kit/Printers.h"
 #include "tests/kit/WaitUntil.h"
 #include "tests/kit/WithoutPrivileges.h"
+#include "tests/platform/foundation/FailingSync.h"
+#include "tests/platform/foundation/RoomFor.h"
 
 #include <QDir>
 #include <QFileInfo>

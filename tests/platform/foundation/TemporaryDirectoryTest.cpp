@@ -1,4 +1,4 @@
-#include "platform/foundation/TemporaryDirectory.h"
+#include "platform/foundation/files/TemporaryDirectory.h"
 
 #include "tests/kit/Printers.h"
 

@@ -1,4 +1,4 @@
-#include "platform/foundation/URLRequest.h"
+#include "platform/foundation/loading/URLRequest.h"
 
 #include "tests/kit/Printers.h"
 

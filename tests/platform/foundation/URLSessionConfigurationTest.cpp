@@ -1,6 +1,6 @@
-#include "platform/foundation/URLSessionConfiguration.h"
+#include "platform/foundation/loading/URLSessionConfiguration.h"
 
-#include "platform/foundation/HTTPCookieStorage.h"
+#include "platform/foundation/loading/HTTPCookieStorage.h"
 
 #include <gtest/gtest.h>
 

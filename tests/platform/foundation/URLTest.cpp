@@ -1,4 +1,4 @@
-#include "platform/foundation/URL.h"
+#include "platform/foundation/values/URL.h"
 
 #include "tests/kit/Printers.h"
 

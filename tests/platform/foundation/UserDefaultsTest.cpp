@@ -1,12 +1,12 @@
-#include "platform/foundation/UserDefaults.h"
+#include "platform/foundation/settings/UserDefaults.h"
 
-#include "platform/foundation/JSON.h"
 #include "platform/foundation/os/FileLock.h"
-#include "tests/platform/foundation/FailingSync.h"
-#include "tests/platform/foundation/RoomFor.h"
+#include "platform/foundation/values/JSON.h"
 #include "tests/kit/LogCapture.h"
 #include "tests/kit/Printers.h"
 #include "tests/kit/WaitUntil.h"
+#include "tests/platform/foundation/FailingSync.h"
+#include "tests/platform/foundation/RoomFor.h"
 
 #include <QDir>
 #include <QFileInfo>

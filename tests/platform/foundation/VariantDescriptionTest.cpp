@@ -1,4 +1,4 @@
-#include "platform/foundation/VariantDescription.h"
+#include "platform/foundation/values/VariantDescription.h"
 
 #include "tests/kit/Printers.h"
 

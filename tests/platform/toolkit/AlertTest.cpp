@@ -1,6 +1,6 @@
-#include "platform/toolkit/Alert.h"
+#include "platform/toolkit/windows/Alert.h"
 
-#include "platform/toolkit/ModalResponse.h"
+#include "platform/toolkit/windows/ModalResponse.h"
 
 #include <QMessageBox>
 #include <QPushButton>

@@ -1,8 +1,8 @@
-#include "platform/toolkit/Application.h"
+#include "platform/toolkit/windows/Application.h"
 
-#include "platform/toolkit/Decorations.h"
-#include "platform/toolkit/Window.h"
-#include "platform/toolkit/WindowDelegate.h"
+#include "platform/toolkit/windows/Decorations.h"
+#include "platform/toolkit/windows/Window.h"
+#include "platform/toolkit/windows/WindowDelegate.h"
 #include "tests/kit/WaitUntil.h"
 
 #include <QApplication>

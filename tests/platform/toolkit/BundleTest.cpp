@@ -1,4 +1,4 @@
-#include "platform/toolkit/Bundle.h"
+#include "platform/toolkit/nib/Bundle.h"
 
 #include <QFile>
 

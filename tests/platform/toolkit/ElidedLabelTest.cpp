@@ -1,4 +1,4 @@
-#include "platform/toolkit/ElidedLabel.h"
+#include "platform/toolkit/views/ElidedLabel.h"
 
 #include "tests/kit/Printers.h"
 

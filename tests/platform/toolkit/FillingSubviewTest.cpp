@@ -1,6 +1,6 @@
-#include "platform/toolkit/FillingSubview.h"
+#include "platform/toolkit/views/FillingSubview.h"
 
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/views/View.h"
 
 #include <QVBoxLayout>
 

@@ -1,7 +1,7 @@
-#include "platform/toolkit/FitContent.h"
+#include "platform/toolkit/views/FitContent.h"
 
-#include "platform/toolkit/Decorations.h"
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/windows/Decorations.h"
+#include "platform/toolkit/windows/Window.h"
 
 #include <QLabel>
 #include <QVBoxLayout>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/toolkit/Bundle.h"
+#include "platform/toolkit/nib/Bundle.h"
 
 namespace tests {
 

@@ -1,4 +1,4 @@
-#include "platform/toolkit/Glyph.h"
+#include "platform/toolkit/views/Glyph.h"
 
 #include "tests/platform/toolkit/RolesForm.h"
 

@@ -1,8 +1,8 @@
-#include "platform/toolkit/HostWindow.h"
+#include "platform/toolkit/windows/HostWindow.h"
 
-#include "platform/toolkit/Alert.h"
-#include "platform/toolkit/OpenPanel.h"
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/windows/Alert.h"
+#include "platform/toolkit/windows/OpenPanel.h"
+#include "platform/toolkit/windows/Window.h"
 #include "tests/kit/WaitUntil.h"
 
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "platform/toolkit/ImageView.h"
+#include "platform/toolkit/views/ImageView.h"
 
 #include <QBuffer>
 #include <QImageWriter>

@@ -1,4 +1,4 @@
-#include "platform/toolkit/Layer.h"
+#include "platform/toolkit/views/Layer.h"
 
 #include <QImage>
 #include <QPushButton>

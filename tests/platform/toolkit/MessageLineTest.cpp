@@ -1,8 +1,8 @@
-#include "platform/toolkit/MessageLine.h"
+#include "platform/toolkit/views/MessageLine.h"
 
-#include "platform/toolkit/PaletteColors.h"
-#include "tests/platform/toolkit/RolesForm.h"
+#include "platform/toolkit/views/PaletteColors.h"
 #include "tests/kit/WaitUntil.h"
+#include "tests/platform/toolkit/RolesForm.h"
 
 #include <QAccessible>
 #include <QColor>

@@ -1,11 +1,11 @@
-#include "platform/toolkit/Nib.h"
+#include "platform/toolkit/nib/Nib.h"
 
-#include "platform/toolkit/ProgressIndicator.h"
-#include "platform/toolkit/ViewClasses.h"
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/nib/ViewClasses.h"
+#include "platform/toolkit/views/ProgressIndicator.h"
+#include "platform/toolkit/windows/Window.h"
+#include "tests/kit/LogCapture.h"
 #include "tests/platform/toolkit/Forms.h"
 #include "tests/platform/toolkit/TestCell.h"
-#include "tests/kit/LogCapture.h"
 
 #include <QLabel>
 

@@ -1,6 +1,6 @@
-#include "platform/toolkit/OpenPanel.h"
+#include "platform/toolkit/windows/OpenPanel.h"
 
-#include "platform/toolkit/ModalResponse.h"
+#include "platform/toolkit/windows/ModalResponse.h"
 #include "tests/kit/WaitUntil.h"
 
 #include <QDialogButtonBox>

@@ -1,4 +1,4 @@
-#include "platform/toolkit/PaletteColors.h"
+#include "platform/toolkit/views/PaletteColors.h"
 
 #include <gtest/gtest.h>
 

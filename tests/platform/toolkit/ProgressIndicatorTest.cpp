@@ -1,4 +1,4 @@
-#include "platform/toolkit/ProgressIndicator.h"
+#include "platform/toolkit/views/ProgressIndicator.h"
 
 #include "tests/kit/WaitUntil.h"
 

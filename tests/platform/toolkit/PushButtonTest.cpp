@@ -1,7 +1,7 @@
-#include "platform/toolkit/PushButton.h"
+#include "platform/toolkit/views/PushButton.h"
 
-#include "platform/toolkit/PaletteColors.h"
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/views/PaletteColors.h"
+#include "platform/toolkit/views/View.h"
 #include "tests/platform/toolkit/RolesForm.h"
 
 #include <gtest/gtest.h>

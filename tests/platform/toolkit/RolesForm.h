@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/toolkit/Nib.h"
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/nib/Nib.h"
+#include "platform/toolkit/windows/Window.h"
 #include "tests/platform/toolkit/Forms.h"
 
 #include <QWidget>

@@ -1,4 +1,4 @@
-#include "platform/toolkit/SheetCover.h"
+#include "platform/toolkit/windows/SheetCover.h"
 
 #include "tests/kit/WaitUntil.h"
 #include "tests/platform/toolkit/TestForm.h"

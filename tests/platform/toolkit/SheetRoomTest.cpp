@@ -1,7 +1,7 @@
-#include "platform/toolkit/SheetRoom.h"
+#include "platform/toolkit/windows/SheetRoom.h"
 
-#include "platform/toolkit/Decorations.h"
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/windows/Decorations.h"
+#include "platform/toolkit/windows/Window.h"
 #include "tests/kit/WaitUntil.h"
 
 #include <QGuiApplication>

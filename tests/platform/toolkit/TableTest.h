@@ -1,13 +1,13 @@
 #pragma once
 
-#include "platform/toolkit/Decorations.h"
-#include "platform/toolkit/Nib.h"
-#include "platform/toolkit/TableView.h"
-#include "platform/toolkit/ViewClasses.h"
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/nib/Nib.h"
+#include "platform/toolkit/nib/ViewClasses.h"
+#include "platform/toolkit/tables/TableView.h"
+#include "platform/toolkit/windows/Decorations.h"
+#include "platform/toolkit/windows/Window.h"
+#include "tests/kit/WaitUntil.h"
 #include "tests/platform/toolkit/Forms.h"
 #include "tests/platform/toolkit/TestCell.h"
-#include "tests/kit/WaitUntil.h"
 
 #include <QPointer>
 #include <QScrollBar>

@@ -1,4 +1,4 @@
-#include "platform/toolkit/TableView.h"
+#include "platform/toolkit/tables/TableView.h"
 
 #include "tests/platform/toolkit/TableTest.h"
 

@@ -1,7 +1,7 @@
-#include "platform/toolkit/TableView.h"
+#include "platform/toolkit/tables/TableView.h"
 
-#include "tests/platform/toolkit/TableTest.h"
 #include "tests/kit/WaitUntil.h"
+#include "tests/platform/toolkit/TableTest.h"
 
 #include <QElapsedTimer>
 #include <QScrollBar>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/toolkit/TableCellView.h"
+#include "platform/toolkit/tables/TableCellView.h"
 
 #include <QLabel>
 #include <QPointer>

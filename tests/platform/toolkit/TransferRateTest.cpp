@@ -1,4 +1,4 @@
-#include "platform/toolkit/TransferRate.h"
+#include "platform/toolkit/views/TransferRate.h"
 
 #include "tests/kit/Printers.h"
 

@@ -1,8 +1,8 @@
-#include "platform/toolkit/ViewController.h"
+#include "platform/toolkit/windows/ViewController.h"
 
-#include "platform/toolkit/View.h"
-#include "tests/platform/toolkit/Forms.h"
+#include "platform/toolkit/views/View.h"
 #include "tests/kit/LogCapture.h"
+#include "tests/platform/toolkit/Forms.h"
 
 #include <QLabel>
 

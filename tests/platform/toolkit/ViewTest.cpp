@@ -1,7 +1,7 @@
-#include "platform/toolkit/View.h"
+#include "platform/toolkit/views/View.h"
 
 #include "platform/foundation/Log.h"
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/windows/Window.h"
 #include "tests/kit/LogCapture.h"
 
 #include <QLabel>

@@ -1,6 +1,6 @@
-#include "platform/toolkit/Decorations.h"
-#include "platform/toolkit/View.h"
-#include "platform/toolkit/Window.h"
+#include "platform/toolkit/views/View.h"
+#include "platform/toolkit/windows/Decorations.h"
+#include "platform/toolkit/windows/Window.h"
 
 #include <QWidget>
 #include <QWindow>

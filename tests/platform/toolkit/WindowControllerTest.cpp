@@ -1,10 +1,10 @@
-#include "platform/toolkit/WindowController.h"
+#include "platform/toolkit/windows/WindowController.h"
 
 #include "platform/foundation/Log.h"
-#include "platform/toolkit/View.h"
-#include "tests/platform/toolkit/Forms.h"
+#include "platform/toolkit/views/View.h"
 #include "tests/kit/LogCapture.h"
 #include "tests/kit/WaitUntil.h"
+#include "tests/platform/toolkit/Forms.h"
 
 #include <QCheckBox>
 #include <QLabel>

@@ -1,8 +1,8 @@
-#include "platform/toolkit/WindowFocus.h"
+#include "platform/toolkit/windows/WindowFocus.h"
 
+#include "tests/kit/WaitUntil.h"
 #include "tests/platform/toolkit/Keyboard.h"
 #include "tests/platform/toolkit/TestForm.h"
-#include "tests/kit/WaitUntil.h"
 
 #include <QApplication>
 #include <QVBoxLayout>

@@ -1,6 +1,6 @@
-#include "platform/foundation/Format.h"
-#include "platform/toolkit/Decorations.h"
-#include "platform/toolkit/Window.h"
+#include "platform/foundation/values/Format.h"
+#include "platform/toolkit/windows/Decorations.h"
+#include "platform/toolkit/windows/Window.h"
 #include "tests/kit/WaitUntil.h"
 
 #include <QGuiApplication>

@@ -1,6 +1,6 @@
-#include "platform/toolkit/Decorations.h"
-#include "platform/toolkit/Window.h"
-#include "platform/toolkit/WindowDelegate.h"
+#include "platform/toolkit/windows/Decorations.h"
+#include "platform/toolkit/windows/Window.h"
+#include "platform/toolkit/windows/WindowDelegate.h"
 #include "tests/kit/LogCapture.h"
 #include "tests/kit/WaitUntil.h"
 

@@ -1,6 +1,6 @@
-#include "platform/foundation/curl/AnswerBody.h"
+#include "platform/foundation/loading/curl/AnswerBody.h"
 
-#include "platform/foundation/TemporaryDirectory.h"
+#include "platform/foundation/files/TemporaryDirectory.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "platform/foundation/curl/AnswerHead.h"
+#include "platform/foundation/loading/curl/AnswerHead.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/foundation/curl/GzipDecoder.h"
+#include "platform/foundation/loading/curl/GzipDecoder.h"
 
 #include <gtest/gtest.h>
 

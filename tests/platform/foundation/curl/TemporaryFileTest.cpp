@@ -1,6 +1,6 @@
-#include "platform/foundation/curl/TemporaryFile.h"
+#include "platform/foundation/loading/curl/TemporaryFile.h"
 
-#include "platform/foundation/TemporaryDirectory.h"
+#include "platform/foundation/files/TemporaryDirectory.h"
 #include "tests/kit/LogCapture.h"
 #include "tests/kit/OldFiles.h"
 
