@@ -1,5 +1,6 @@
 #include "platform/foundation/MainQueue.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QObject>
@@ -48,6 +49,10 @@ void MainQueue::runNext()
             return;
         operation = std::move(m_operations.front());
         m_operations.pop_front();
+        // Qt's event dispatcher for GLib sends events in batches, and an event loop that is run inside a batch takes the
+        // rest of it for sent until somebody wakes the dispatcher.
+        if (!m_operations.empty())
+            QAbstractEventDispatcher::instance()->wakeUp();
     }
     if (operation)
         operation();

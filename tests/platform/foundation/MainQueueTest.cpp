@@ -109,6 +109,28 @@ TEST(MainQueue, goesOnInsideAnEventLoopThatAnOperationRuns)
     EXPECT_THAT(order, ElementsAre(QStringLiteral("next"), QStringLiteral("inner"), QStringLiteral("outer")));
 }
 
+TEST(MainQueue, whatWaitsAlreadyRunsInsideAnEventLoopThatAnOperationRuns)
+{
+    std::vector<QString> order;
+    QEventLoop loop;
+    QTimer patience;
+    patience.setSingleShot(true);
+    QObject::connect(&patience, &QTimer::timeout, &loop, [&] { loop.exit(1); });
+    int code = -1;
+    add([&] {
+        patience.start(20'000);
+        code = loop.exec();
+        order.push_back(QStringLiteral("outer"));
+    });
+    add([&] {
+        order.push_back(QStringLiteral("next"));
+        loop.quit();
+    });
+    ASSERT_TRUE(tests::waitUntil([&] { return order.size() == 2; }));
+    EXPECT_THAT(order, ElementsAre(QStringLiteral("next"), QStringLiteral("outer")));
+    EXPECT_EQ(code, 0);
+}
+
 TEST(MainQueue, letsOtherEventsHaveTheirTurn)
 {
     int ran = 0;
