@@ -69,16 +69,12 @@ void JABodyViewController::followFocus()
 
 void JABodyViewController::setUploadActualView(QWidget* view)
 {
-    tljira::setHidden(uploadView(), true);
-    tljira::setHidden(checkFileView(), true);
-    tljira::setHidden(view, false);
+    tljira::showOnly(view, {uploadView(), checkFileView()});
 }
 
 void JABodyViewController::setDownloadActualView(QWidget* view)
 {
-    tljira::setHidden(receivingAttachmentsView(), true);
-    tljira::setHidden(checkDownloadFiles(), true);
-    tljira::setHidden(view, false);
+    tljira::showOnly(view, {receivingAttachmentsView(), checkDownloadFiles()});
 }
 
 void JABodyViewController::openFileAction()

@@ -339,10 +339,7 @@ void JAListAttachedFilesWindow::setActualView(QWidget* state)
         frame.setHeight(state && state == wrapperTableView() ? listHeight : otherHeight);
         shown->setFrame(frame, true, true);
     }
-    tljira::setHidden(downloadView(), true);
-    tljira::setHidden(wrapperTableView(), true);
-    tljira::setHidden(noDataView(), true);
-    tljira::setHidden(state, false);
+    tljira::showOnly(state, {downloadView(), wrapperTableView(), noDataView()});
     if (state && state == noDataView() && view())
         fitIntoHeight(state, view()->width(), static_cast<int>(otherHeight));
     m_state->fit();

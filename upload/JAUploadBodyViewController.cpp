@@ -201,9 +201,7 @@ void JAUploadBodyViewController::showDocumentIs(DocumentIs state, const QString&
 
 void JAUploadBodyViewController::setUploadActualView(QWidget* view)
 {
-    tljira::setHidden(uploadView(), true);
-    tljira::setHidden(checkFileView(), true);
-    tljira::setHidden(view, false);
+    tljira::showOnly(view, {uploadView(), checkFileView()});
 }
 
 void JAUploadBodyViewController::openFileAction()

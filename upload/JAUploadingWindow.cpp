@@ -90,13 +90,7 @@ void JAUploadingWindow::windowDidLoad()
 
 void JAUploadingWindow::setActualView(QWidget* view)
 {
-    // What is hidden gives up the keyboard, also when it is shown again at once.
-    const QPointer<QWidget> focused = view ? view->window()->focusWidget() : nullptr;
-    for (QWidget* other : {uploadingView(), errorView(), successView()})
-        tljira::setHidden(other, true);
-    tljira::setHidden(view, false);
-    if (focused && view->isAncestorOf(focused))
-        focused->setFocus();
+    tljira::showOnly(view, {uploadingView(), errorView(), successView()});
 }
 
 void JAUploadingWindow::setDocument(const QString& name, const QString& key)

@@ -65,6 +65,17 @@ void layoutSubtreeIfNeeded(QWidget* view)
         layoutSubtreeIfNeeded(subview);
 }
 
+void showOnly(QWidget* shown, std::initializer_list<QWidget*> views)
+{
+    // What is hidden gives up the keyboard, also when it is shown again at once.
+    const QPointer<QWidget> focused = shown ? shown->window()->focusWidget() : nullptr;
+    for (QWidget* view : views)
+        setHidden(view, true);
+    setHidden(shown, false);
+    if (focused && shown->isAncestorOf(focused))
+        focused->setFocus();
+}
+
 } // namespace tljira
 
 QString describe(const QWidget* view)

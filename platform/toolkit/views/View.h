@@ -5,6 +5,8 @@
 #include <QString>
 #include <QWidget>
 
+#include <initializer_list>
+
 namespace tljira {
 
 // What plain widgets lack beside the platform's views. A null view is a quiet no-op everywhere; rectangles of views are
@@ -27,6 +29,9 @@ inline void setHidden(QWidget* view, bool hidden)
     if (view)
         view->setHidden(hidden);
 }
+
+/// Hides all of these and then shows `shown`, which may be one of them. A view with the keyboard in it keeps that.
+void showOnly(QWidget* shown, std::initializer_list<QWidget*> views);
 
 inline void setEnabled(QWidget* view, bool enabled)
 {
