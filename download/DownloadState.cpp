@@ -6,6 +6,7 @@
 #include "platform/toolkit/nib/InterfaceTexts.h"
 #include "platform/toolkit/views/MessageLine.h"
 #include "platform/toolkit/views/PaletteColors.h"
+#include "platform/toolkit/views/Progress.h"
 #include "platform/toolkit/views/View.h"
 
 #include <algorithm>
@@ -123,13 +124,13 @@ void DownloadState::showDetails()
     }
     if (m_bytes == 0) {
         const char* waiting = QT_TRANSLATE_NOOP("JAListAttachedFilesWindow", "Waiting for the server…");
-        m_details->setText(fitting(*m_details, {translated(waiting)}));
+        tljira::showProgress(m_details, fitting(*m_details, {translated(waiting)}));
         return;
     }
     const QString arrived = arrivedText(m_bytes, m_size);
     const QString left = m_rate.timeLeftText();
-    m_details->setText(
-        fitting(*m_details, {joined({arrived, m_rate.rateText(), left}), joined({arrived, left}), arrived, left}));
+    tljira::showProgress(m_details, fitting(*m_details, {joined({arrived, m_rate.rateText(), left}),
+                                                         joined({arrived, left}), arrived, left}));
 }
 
 void DownloadState::nameButton(const char* name)

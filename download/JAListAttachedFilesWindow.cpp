@@ -17,6 +17,7 @@
 #include "platform/toolkit/nib/ViewClasses.h"
 #include "platform/toolkit/views/Layer.h"
 #include "platform/toolkit/views/MessageLine.h"
+#include "platform/toolkit/views/Progress.h"
 #include "platform/toolkit/views/View.h"
 
 #include <QApplication>
@@ -258,8 +259,7 @@ void JAListAttachedFilesWindow::downloadRow(qint64 row)
 void JAListAttachedFilesWindow::showStart(const JAAttachmentObject& attachment)
 {
     setError(QString());
-    if (downloadProgressBar())
-        downloadProgressBar()->setValue(0);
+    tljira::showProgress(downloadProgressBar(), 0);
     m_state->begin(attachment.name().value_or(QString()), attachment.size());
 }
 
@@ -320,15 +320,15 @@ void JAListAttachedFilesWindow::incrementProgressBar(qint64 percent)
     if (downloadProgressBar()) {
         const qint64 least = downloadProgressBar()->minimum();
         const qint64 most = downloadProgressBar()->maximum();
-        downloadProgressBar()->setValue(static_cast<int>(std::clamp(percent, least, most)));
+        tljira::showProgress(downloadProgressBar(), static_cast<int>(std::clamp(percent, least, most)));
     }
-    tljira::setText(downloadPercent(), tljira::format(QStringLiteral("%ld %@"), percent, QStringLiteral("%")));
+    tljira::showProgress(downloadPercent(), tljira::format(QStringLiteral("%ld %@"), percent, QStringLiteral("%")));
 }
 
 void JAListAttachedFilesWindow::setError(const QString& text)
 {
     incrementProgressBar(100);
-    tljira::setText(downloadPercent(), QString());
+    tljira::showProgress(downloadPercent(), QString());
     tljira::MessageLine::show(downloadError(), text);
 }
 

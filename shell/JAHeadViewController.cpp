@@ -134,6 +134,8 @@ void JAHeadViewController::showServer()
     const bool standsAlone = server.isEmpty() || tljira::text(nameLabel()).isEmpty();
     tljira::setText(tljira::findView<QLabel>(okSessionView(), "serverLabel"),
                     standsAlone ? server : QStringLiteral("· ") + server);
+    // An empty one would keep the server's name from the beginning of the line; without the server it keeps the line.
+    tljira::setHidden(nameLabel(), standsAlone && !server.isEmpty());
 }
 
 void JAHeadViewController::setAvatarByURL(const std::optional<QString>& url)

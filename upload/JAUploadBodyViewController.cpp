@@ -124,8 +124,10 @@ void JAUploadBodyViewController::viewDidLoad()
     tljira::addSubview(view(), shadow());
     if (uploadFileButton())
         uploadFileButton()->setFlat(false);
-    if (auto* layer = tljira::Layer::wantLayer(shadow()))
+    if (auto* layer = tljira::Layer::wantLayer(shadow())) {
         layer->setBackgroundColor(QColor::fromRgbF(0, 0, 0, shadowOpacity));
+        layer->setIsShade(true);
+    }
     tljira::setEnabled(taskTextField(), false);
     tljira::setHidden(shadow(), false);
     jaValidSession();

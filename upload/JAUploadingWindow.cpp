@@ -7,6 +7,7 @@
 #include "platform/toolkit/views/FillingSubview.h"
 #include "platform/toolkit/views/FitContent.h"
 #include "platform/toolkit/views/MessageLine.h"
+#include "platform/toolkit/views/Progress.h"
 #include "platform/toolkit/views/RenameButton.h"
 #include "platform/toolkit/views/TransferRate.h"
 #include "platform/toolkit/views/View.h"
@@ -126,7 +127,8 @@ void JAUploadingWindow::setSent(qint64 sent, qint64 expected)
 void JAUploadingWindow::showRate(const QString& words)
 {
     auto* label = findView<QLabel>(uploadingView(), "rateLabel");
-    showText(label, words);
+    tljira::showProgress(label, words);
+    tljira::setHidden(label, words.isEmpty());
     auto* row = uploadingView() ? uploadingView()->findChild<QBoxLayout*>(QStringLiteral("sizeLayout")) : nullptr;
     if (!label || !row || !sizeLabel())
         return;
@@ -149,10 +151,10 @@ void JAUploadingWindow::showRateBesideSize()
 
 void JAUploadingWindow::setUploadingState(qint64 percent, const QString& otherInfo)
 {
-    tljira::setText(sizeLabel(), otherInfo);
+    tljira::showProgress(sizeLabel(), otherInfo);
     if (uploadingProgressBar())
-        uploadingProgressBar()->setValue(
-            static_cast<int>(std::clamp<qint64>(percent, 1, uploadingProgressBar()->maximum())));
+        tljira::showProgress(uploadingProgressBar(),
+                             static_cast<int>(std::clamp<qint64>(percent, 1, uploadingProgressBar()->maximum())));
     setActualView(uploadingView());
     nameView(QT_TRANSLATE_NOOP("JAUploadingWindow", "Uploading"));
     tljira::MessageLine::show(findView<QLabel>(uploadingView(), "doneLabel"), QString());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/kit/PrivateHome.h"
+
 #include <QProcess>
 #include <QString>
 
@@ -22,6 +24,7 @@ private:
     bool startScreen();
     bool startWindowManager();
 
+    const PrivateHome m_home;
     QProcess m_screen;
     QProcess m_windowManager;
     QString m_error;

@@ -3,6 +3,7 @@
 #include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/toolkit/nib/FrameworkBundle.h"
+#include "platform/toolkit/views/ElidedLabel.h"
 #include "platform/toolkit/views/View.h"
 #include "shell/JALoginWindow.h"
 #include "standin/Avatar.h"
@@ -435,6 +436,43 @@ TEST_F(JAHeadViewControllerTest, ignoresASheetThatEndsWithAnotherCode)
 
     EXPECT_TRUE(server.requests().empty());
     EXPECT_FALSE(ui::isShown(header->okSessionView()));
+}
+
+TEST_F(JAHeadViewControllerTest, beginsTheLineWithTheServerWhileTheUserIsNotKnown)
+{
+    logIn();
+    server.misbehave(Match::on(userPath), Fault().hold(Point::responseHead(0)));
+    header->setOkSessionView();
+    waitForHeldExchange();
+    drainMainQueue();
+    const auto left = [this](const char* name) {
+        const auto* label = tljira::findView<QLabel>(header->view(), name);
+        return label->mapTo(header->view(), QPoint(0, 0)).x();
+    };
+    EXPECT_EQ(left("serverLabel"), left("lookupLabel"));
+    server.release();
+    ASSERT_TRUE(waitUntil([this] { return !header->nameLabel()->text().isEmpty(); }));
+    drainMainQueue();
+    EXPECT_EQ(header->nameLabel()->mapTo(header->view(), QPoint(0, 0)).x(), left("displayNameLabel"));
+    EXPECT_GT(left("serverLabel"), left("nameLabel"));
+}
+
+TEST_F(JAHeadViewControllerTest, keepsNamesLongerThanAddresses)
+{
+    fill();
+    const auto shown = [](QLabel* label) { return qobject_cast<tljira::ElidedLabel*>(label)->shownText(); };
+    auto* serverLabel = tljira::findView<QLabel>(header->view(), "serverLabel");
+    for (int points = 10;
+         shown(header->emailLabel()) == header->emailLabel()->text() || shown(serverLabel) == serverLabel->text();
+         points += 2) {
+        ASSERT_LT(points, 60);
+        QFont font;
+        font.setPointSize(points);
+        header->view()->window()->setFont(font);
+        drainMainQueue();
+        EXPECT_EQ(shown(header->displayNameLabel()), header->displayNameLabel()->text()) << points;
+        EXPECT_EQ(shown(header->nameLabel()), header->nameLabel()->text()) << points;
+    }
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "tests/wayland/Compositor.h"
 
+#include "tests/wayland/Seat.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -64,6 +66,8 @@ Compositor::Compositor()
         qputenv("QT_QPA_PLATFORM", "wayland");
         for (const char* variable : {"DISPLAY", "QT_QPA_PLATFORMTHEME", "XDG_CURRENT_DESKTOP", "SESSION_MANAGER"})
             qunsetenv(variable);
+        // There before the windows: they come to know of a keyboard that is plugged in later only in a while.
+        Seat::instance();
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/kit/PrivateHome.h"
+
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
@@ -27,7 +29,9 @@ private:
     bool waitForSockets();
     QString socket(const QString& pattern) const;
 
+    /// In the folder that all users may enter: the compositor runs as another one.
     QTemporaryDir m_folder;
+    const PrivateHome m_home;
     QProcess m_sway;
     QString m_error;
 };

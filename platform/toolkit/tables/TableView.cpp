@@ -1,5 +1,6 @@
 #include "platform/toolkit/tables/TableView.h"
 
+#include "platform/toolkit/tables/TableAccessible.h"
 #include "platform/toolkit/tables/TableCellView.h"
 
 #include <QApplication>
@@ -38,6 +39,7 @@ QList<QWidget*> tabStops(TableCellView* cell)
 TableView::TableView(QWidget* parent)
     : QAbstractScrollArea(parent)
 {
+    makeTablesAccessible();
     setFocusPolicy(Qt::StrongFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { followFocus(now); });

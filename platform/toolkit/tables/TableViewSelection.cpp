@@ -1,5 +1,7 @@
 #include "platform/toolkit/tables/TableView.h"
 
+#include "platform/toolkit/tables/TableAccessible.h"
+
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -33,6 +35,7 @@ void TableView::selectRow(qint64 row)
     m_selectedRow = row;
     scrollRowToVisible(row);
     viewport()->update();
+    tellOfSelection(*this);
 }
 
 qint64 TableView::rowAt(const QPoint& point) const
@@ -106,6 +109,7 @@ void TableView::focusInEvent(QFocusEvent* event)
 {
     QAbstractScrollArea::focusInEvent(event);
     viewport()->update();
+    tellOfSelection(*this);
 }
 
 void TableView::focusOutEvent(QFocusEvent* event)

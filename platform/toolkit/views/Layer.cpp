@@ -1,5 +1,7 @@
 #include "platform/toolkit/views/Layer.h"
 
+#include "platform/toolkit/windows/WindowFocus.h"
+
 #include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -49,6 +51,12 @@ void Layer::setBorderWidth(double width)
     update();
 }
 
+void Layer::setIsShade(bool isShade)
+{
+    m_isShade = isShade;
+    update();
+}
+
 void Layer::update()
 {
     static_cast<QWidget*>(parent())->update();
@@ -64,6 +72,8 @@ bool Layer::eventFilter(QObject* watched, QEvent* event)
 
 void Layer::paint(QWidget* view) const
 {
+    if (m_isShade && WindowFocus::isCovered(view))
+        return;
     QPainter painter(view);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF bounds = view->rect();

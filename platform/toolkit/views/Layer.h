@@ -26,6 +26,7 @@ public:
     std::optional<QColor> borderColor() const { return m_borderColor; }
     double cornerRadius() const { return m_cornerRadius; }
     double borderWidth() const { return m_borderWidth; }
+    bool isShade() const { return m_isShade; }
 
     /// Without a colour nothing is drawn.
     void setBackgroundColor(const std::optional<QColor>& color);
@@ -34,6 +35,10 @@ public:
     /// Points; negative values count as 0.
     void setCornerRadius(double radius);
     void setBorderWidth(double width);
+
+    /// A shade dims what its view lies on. It is not drawn while a sheet covers the view, which dims the window itself:
+    /// nothing is dimmed twice.
+    void setIsShade(bool isShade);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -48,6 +53,7 @@ private:
     std::optional<QColor> m_borderColor;
     double m_cornerRadius = 0;
     double m_borderWidth = 0;
+    bool m_isShade = false;
 };
 
 } // namespace tljira

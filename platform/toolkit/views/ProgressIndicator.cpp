@@ -1,5 +1,7 @@
 #include "platform/toolkit/views/ProgressIndicator.h"
 
+#include "platform/toolkit/views/Accessible.h"
+
 #include <QPainter>
 #include <QTimerEvent>
 
@@ -12,11 +14,21 @@ constexpr int millisecondsPerStep = 80;
 constexpr QSize smallest(16, 16);
 constexpr QSize usual(20, 20);
 
+class IndicatorAccessible : public QAccessibleWidget
+{
+public:
+    explicit IndicatorAccessible(ProgressIndicator* indicator)
+        : QAccessibleWidget(indicator, QAccessible::Animation)
+    {
+    }
+};
+
 } // namespace
 
 ProgressIndicator::ProgressIndicator(QWidget* parent)
     : QWidget(parent)
 {
+    installAccessible<ProgressIndicator, IndicatorAccessible>();
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 

@@ -1,9 +1,13 @@
 #include "platform/toolkit/windows/AlertView.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
+#include "platform/toolkit/views/Accessible.h"
+#include "platform/toolkit/views/Silence.h"
+#include "platform/toolkit/windows/WindowFocus.h"
+
 #include <QLabel>
 #include <QShowEvent>
+
+#include <optional>
 
 namespace tljira {
 
@@ -23,23 +27,6 @@ public:
     }
 };
 
-QAccessibleInterface* makeAccessible(const QString& className, QObject* object)
-{
-    if (className != QLatin1String(AlertView::staticMetaObject.className()))
-        return nullptr;
-    auto* const view = qobject_cast<AlertView*>(object);
-    return view ? new AlertAccessible(view) : nullptr;
-}
-
-void makeAlertsAccessible()
-{
-    static const bool once = [] {
-        QAccessible::installFactory(makeAccessible);
-        return true;
-    }();
-    Q_UNUSED(once)
-}
-
 void tell(AlertView* view, QAccessible::Event what)
 {
     QAccessibleEvent event(view, what);
@@ -51,7 +38,7 @@ void tell(AlertView* view, QAccessible::Event what)
 AlertView::AlertView(QWidget* parent)
     : QWidget(parent)
 {
-    makeAlertsAccessible();
+    installAccessible<AlertView, AlertAccessible>();
 }
 
 QString AlertView::words() const
@@ -69,21 +56,42 @@ QString AlertView::words() const
 // AT-SPI knows no alert but a view of that kind which comes in sight.
 void AlertView::announce()
 {
-    if (!isVisible() || words().isEmpty())
-        return;
-    tell(this, QAccessible::ObjectShow);
-    tell(this, QAccessible::Alert);
-    Q_EMIT announced(words());
+    if (isVisible() && !words().isEmpty() && !WindowFocus::isCovered(this))
+        tell(this, QAccessible::ObjectShow);
+    tellWords();
+}
+
+void AlertView::setVisible(bool visible)
+{
+    std::optional<Silence> silence;
+    if (visible && WindowFocus::isCovered(this))
+        silence.emplace(this);
+    QWidget::setVisible(visible);
 }
 
 // Qt says itself that a view has come in sight.
 void AlertView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    if (event->spontaneous() || words().isEmpty())
+    if (!event->spontaneous())
+        tellWords();
+}
+
+void AlertView::tellWords()
+{
+    if (!isVisible() || words().isEmpty())
+        return;
+    m_isWaiting = WindowFocus::isCovered(this);
+    if (m_isWaiting)
         return;
     tell(this, QAccessible::Alert);
     Q_EMIT announced(words());
+}
+
+void AlertView::sheetHasGone()
+{
+    if (m_isWaiting)
+        announce();
 }
 
 } // namespace tljira

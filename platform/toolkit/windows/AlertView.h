@@ -6,7 +6,8 @@
 namespace tljira {
 
 /// Holds texts that matter when they appear: an error, an end. Screen readers are told of them as of an alert whenever
-/// the view comes in sight, and when announce() is called. In Designer: a QWidget promoted to tljira::AlertView.
+/// the view comes in sight, and when announce() is called; of what a sheet covers, once that has gone. In Designer: a
+/// QWidget promoted to tljira::AlertView.
 class AlertView : public QWidget
 {
     Q_OBJECT
@@ -21,11 +22,22 @@ public:
     /// Tells of the words, also of those that were told already. Out of sight it does nothing.
     void announce();
 
+    /// To be called when no sheet covers the view any more.
+    void sheetHasGone();
+
+    /// Qt's own.
+    void setVisible(bool visible) override;
+
 Q_SIGNALS:
     void announced(const QString& words);
 
 protected:
     void showEvent(QShowEvent* event) override;
+
+private:
+    void tellWords();
+
+    bool m_isWaiting = false;
 };
 
 } // namespace tljira

@@ -1,11 +1,7 @@
 #include "platform/toolkit/windows/WindowAccessible.h"
 
-#include "platform/toolkit/tables/TableCellView.h"
-#include "platform/toolkit/tables/TableView.h"
+#include "platform/toolkit/views/Accessible.h"
 #include "platform/toolkit/windows/WindowParts.h"
-
-#include <QAccessible>
-#include <QAccessibleWidget>
 
 namespace tljira {
 
@@ -54,31 +50,11 @@ private:
     }
 };
 
-QAccessibleInterface* makeAccessible(const QString& className, QObject* object)
-{
-    // Asked for each class of an object, from its own to the most general one.
-    const auto isAskedFor = [&className](const QMetaObject& kind) {
-        return className == QLatin1String(kind.className());
-    };
-    if (isAskedFor(TableView::staticMetaObject))
-        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::List);
-    if (isAskedFor(TableCellView::staticMetaObject))
-        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::ListItem);
-    if (!isAskedFor(WindowWidget::staticMetaObject))
-        return nullptr;
-    auto* const window = dynamic_cast<WindowWidget*>(object);
-    return window ? new WindowAccessible(window) : nullptr;
-}
-
 } // namespace
 
 void makeWindowsAccessible()
 {
-    static const bool once = [] {
-        QAccessible::installFactory(makeAccessible);
-        return true;
-    }();
-    static_cast<void>(once);
+    installAccessible<WindowWidget, WindowAccessible>();
 }
 
 } // namespace tljira

@@ -1,3 +1,4 @@
+#include "platform/toolkit/windows/AlertView.h"
 #include "platform/toolkit/windows/InputGuard.h"
 #include "platform/toolkit/windows/WindowParts.h"
 
@@ -177,8 +178,12 @@ void WindowParts::coverContent()
         return;
     content->overrideWindowFlags(isCovered ? Qt::SubWindow : Qt::Widget);
     tellScreenReaders(content, !isCovered);
-    if (isCovered)
+    if (isCovered) {
         releaseButtons(*content);
+        return;
+    }
+    for (auto* alert : content->findChildren<AlertView*>())
+        alert->sheetHasGone();
 }
 
 void WindowParts::drawSheetEdge()

@@ -2,6 +2,7 @@
 
 #include "tests/kit/WaitUntil.h"
 
+#include <QAccessible>
 #include <QImage>
 #include <QProgressBar>
 
@@ -88,6 +89,12 @@ TEST(ProgressBar, keepsItsLastValueWhenGivenOneOutsideItsRangeUnlessClamped)
     bar.setValue(50);
     bar.setValue(150);
     EXPECT_EQ(bar.value(), 50);
+}
+
+TEST(ProgressIndicator, isAnAnimationForScreenReaders)
+{
+    ProgressIndicator indicator;
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&indicator)->role(), QAccessible::Animation);
 }
 
 } // namespace

@@ -1,6 +1,8 @@
+#include "platform/toolkit/views/Layer.h"
+#include "platform/toolkit/windows/AlertView.h"
+#include "tests/kit/WaitUntil.h"
 #include "tests/platform/toolkit/Keyboard.h"
 #include "tests/platform/toolkit/TestForm.h"
-#include "tests/kit/WaitUntil.h"
 
 #include <QAccessible>
 #include <QWindow>
@@ -262,6 +264,43 @@ TEST_F(SheetReach, screenReadersFindTheSheetAndNothingBelowIt)
     below.window->endSheet(sheet.window);
     ASSERT_EQ(window->childCount(), 1);
     EXPECT_EQ(window->child(0)->object(), &below.content);
+}
+
+TEST_F(SheetReach, screenReadersHearOfAnAlertOnceNothingCoversIt)
+{
+    auto* alert = new tljira::AlertView(below.window->contentView());
+    alert->setAccessibleName(QStringLiteral("It went wrong."));
+    alert->hide();
+    QStringList heard;
+    QObject::connect(alert, &tljira::AlertView::announced, alert, [&](const QString& words) { heard.append(words); });
+    begin();
+    alert->show();
+    alert->announce();
+    drainMainQueue();
+    EXPECT_THAT(heard, testing::IsEmpty());
+
+    below.window->endSheet(sheet.window);
+    EXPECT_THAT(heard, testing::ElementsAre(QStringLiteral("It went wrong.")));
+    begin();
+    below.window->endSheet(sheet.window);
+    EXPECT_THAT(heard, testing::SizeIs(1));
+}
+
+TEST_F(SheetReach, nothingIsDimmedTwice)
+{
+    QWidget* const content = below.window->contentView();
+    QWidget shade(content);
+    shade.setGeometry(0, 350, 100, 50);
+    tljira::Layer::wantLayer(&shade)->setBackgroundColor(QColor(0, 0, 0, 100));
+    shade.show();
+    const auto colorOf = [&](int x) { return content->grab().toImage().pixelColor(x, 380); };
+    EXPECT_NE(colorOf(20), colorOf(140));
+    tljira::Layer::layerOf(&shade)->setIsShade(true);
+    EXPECT_NE(colorOf(20), colorOf(140));
+    begin();
+    EXPECT_EQ(colorOf(20), colorOf(140));
+    below.window->endSheet(sheet.window);
+    EXPECT_NE(colorOf(20), colorOf(140));
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include "tests/platform/toolkit/TableTest.h"
 
+#include <QAccessible>
+#include <QLabel>
 #include <QtTest/QTest>
 
 #include <gmock/gmock.h>
@@ -261,6 +263,22 @@ TEST_F(TableViewSelectionTest, aRowThatNeedsMoreThanTheFirstMakesAllHigher)
     EXPECT_GE(table->cellAtRow(0)->height(), 120);
     EXPECT_EQ(table->cellAtRow(0)->height(), table->cellAtRow(1)->height());
     EXPECT_EQ(bar()->maximum(), 10 * table->cellAtRow(0)->height() - table->viewport()->height());
+}
+
+TEST_F(TableViewSelectionTest, screenReadersMeetRowsThatCanBeSelectedAndChosen)
+{
+    showWithFocus(10);
+    const auto row = [this](qint64 index) { return QAccessible::queryAccessibleInterface(table->cellAtRow(index)); };
+    table->cellAtRow(1)->findChild<QLabel*>()->setText(QStringLiteral("second"));
+    EXPECT_EQ(row(1)->role(), QAccessible::ListItem);
+    EXPECT_EQ(row(1)->text(QAccessible::Name), QStringLiteral("second"));
+    EXPECT_TRUE(row(0)->state().selected);
+    EXPECT_TRUE(row(0)->state().focused);
+    EXPECT_FALSE(row(1)->state().selected);
+    row(1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(row(1)->state().selected);
+    EXPECT_FALSE(row(0)->state().focused);
+    EXPECT_THAT(activated, ElementsAre(1));
 }
 
 } // namespace
