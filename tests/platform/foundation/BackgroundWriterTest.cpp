@@ -46,7 +46,8 @@ TEST_F(BackgroundWriterTest, worksOnAThreadOfItsOwnOnceForManyRequests)
     ASSERT_TRUE(tests::waitUntil([this] { return begun == 1; }));
     for (int count = 0; count < 10; ++count)
         writer.ask();
-    mayEnd.release(3);
+    // One for the first, one for the ten, one for the finish, one for the writer's own end.
+    mayEnd.release(4);
     EXPECT_TRUE(writer.finish());
     EXPECT_LE(begun, 3);
     EXPECT_EQ(begun, done);
