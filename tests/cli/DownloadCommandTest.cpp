@@ -1,8 +1,9 @@
 #include "tests/cli/CommandTest.h"
-#include "tests/cli/SmallDisk.h"
 #include "tests/kit/OldFiles.h"
+#include "tests/kit/SmallDisk.h"
 
 #include <QDir>
+#include <QTemporaryDir>
 
 #include <unistd.h>
 
@@ -176,25 +177,27 @@ TEST_F(DownloadCommand, failsBeforeTheTransferWhereTheFolderIsMissing)
 
 TEST_F(DownloadCommand, failsWhenTheDestinationsDiskIsFull)
 {
-    const tests::SmallDisk disk;
+    const QTemporaryDir small;
+    const tests::SmallDisk disk(small.path(), 1024);
     if (!disk.isThere())
         GTEST_SKIP() << "no file system may be mounted here";
     attachSynthetic("plan", 3'000'000);
-    const Result result = run({u"download"_s, u"ABC-1"_s, u"plan"_s, u"--to"_s, disk.path()});
+    const Result result = run({u"download"_s, u"ABC-1"_s, u"plan"_s, u"--to"_s, small.path()});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "");
     EXPECT_TRUE(result.error.endsWith("because there isn’t enough space.\n")) << result.error.toStdString();
     EXPECT_FALSE(result.error.contains(".tljira-")) << result.error.toStdString();
-    EXPECT_EQ(QDir(disk.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+    EXPECT_EQ(QDir(small.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
     expectNothingLeft();
 }
 
 TEST_F(DownloadCommand, failsWhenTheTemporaryDiskIsFull)
 {
-    const tests::SmallDisk disk;
+    const QTemporaryDir small;
+    const tests::SmallDisk disk(small.path(), 1024);
     if (!disk.isThere())
         GTEST_SKIP() << "no file system may be mounted here";
-    environment.insert(u"TMPDIR"_s, disk.path());
+    environment.insert(u"TMPDIR"_s, small.path());
     attachSynthetic("plan", 3'000'000);
     EXPECT_EQ(run(words("download ABC-1 plan")),
               Result({1, {}, "The download couldn’t be saved because the disk is full.\n"}));

@@ -1,6 +1,6 @@
 #include "platform/foundation/files/FileManager.h"
 #include "tests/client/ClientTest.h"
-#include "tests/client/SmallVolume.h"
+#include "tests/kit/SmallDisk.h"
 #include "tests/kit/WithoutPrivileges.h"
 
 #include <QDir>
@@ -291,8 +291,8 @@ TEST_F(JAControllerDownloadFaultsTest, aFileThatMayNotGrowSoLargeFailsTheDownloa
 
 TEST_F(JAControllerDownloadFaultsTest, aDiskThatIsFullFailsTheDownload)
 {
-    const tests::SmallVolume volume(path("temporary"));
-    if (!volume.isMounted())
+    const tests::SmallDisk disk(path("temporary"), 1024);
+    if (!disk.isThere())
         GTEST_SKIP() << "this process may not mount a file system";
     client = JAController::init();
     start();
@@ -303,8 +303,8 @@ TEST_F(JAControllerDownloadFaultsTest, aDiskThatIsFullFailsTheDownload)
 
 TEST_F(JAControllerDownloadFaultsTest, aDestinationOnADiskThatIsFullShowsOnlyInTheLog)
 {
-    const tests::SmallVolume volume(path("volume"));
-    if (!volume.isMounted())
+    const tests::SmallDisk disk(path("volume"), 1024);
+    if (!disk.isThere())
         GTEST_SKIP() << "this process may not mount a file system";
     client->downloadFile(link, downloadCallBack(), path("volume/saved"));
     ASSERT_TRUE(waitForEvents(1));

@@ -1,41 +1,24 @@
 #include "platform/foundation/files/FileManager.h"
 
 #include "tests/kit/Printers.h"
+#include "tests/kit/SmallDisk.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
-#include <sched.h>
-#include <sys/mount.h>
-
 namespace {
 
 using namespace tljira;
 
-/// A volume of 256 KiB that only this process sees. The system grants it to root.
 class SmallVolume : public testing::Test
 {
 protected:
     void SetUp() override
     {
-        if (unshare(CLONE_NEWNS) != 0 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-            mount("tmpfs", m_volumePath.constData(), "tmpfs", 0, "size=256k") != 0)
+        if (!m_disk.isThere())
             GTEST_SKIP() << "volumes cannot be mounted here";
-        m_isMounted = true;
-    }
-
-    void TearDown() override
-    {
-        if (m_isMounted) {
-            EXPECT_EQ(umount(m_volumePath.constData()), 0);
-        }
-    }
-
-    void makeReadOnly()
-    {
-        ASSERT_EQ(mount(nullptr, m_volumePath.constData(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
     }
 
     QString makeFile(const QString& path, qsizetype size) const
@@ -48,8 +31,7 @@ protected:
 
     QTemporaryDir m_folder;
     QTemporaryDir m_volume;
-    QByteArray m_volumePath = QFile::encodeName(m_volume.path());
-    bool m_isMounted = false;
+    tests::SmallDisk m_disk{m_volume.path(), 256};
 };
 
 TEST_F(SmallVolume, aFileThatDoesNotFitStaysWhereItWas)
@@ -81,7 +63,7 @@ TEST_F(SmallVolume, nothingIsChangedWhereItIsReadOnly)
 {
     const QString present = makeFile(m_volume.filePath(QStringLiteral("x")), 10);
     const QString source = makeFile(m_folder.filePath(QStringLiteral("old")), 10);
-    makeReadOnly();
+    ASSERT_TRUE(m_disk.makeReadOnly());
     const auto removal = FileManager::removeItemAtPath(present);
     ASSERT_TRUE(removal);
     EXPECT_EQ(removal->code, 642);
