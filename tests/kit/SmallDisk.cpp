@@ -14,7 +14,7 @@ namespace {
 /// What is mounted from now on belongs to this thread and those that it starts.
 bool beginPrivateMounts()
 {
-    if (unshare(CLONE_NEWNS) != 0 && unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
+    if (unshare(CLONE_NEWNS) != 0)
         return false;
     // The root of a chroot is no mount; what is mounted below it is as private as what it stands in.
     return mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 || errno == EINVAL;

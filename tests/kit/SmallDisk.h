@@ -5,8 +5,8 @@
 
 namespace tests {
 
-/// A file system of its own, seen by nobody but this process and those that it starts. Root may have one, and others
-/// where the system grants them a namespace; elsewhere `isThere` is false.
+/// A file system of its own, seen by nobody but this process and those that it starts. Root alone may have
+/// one, and not in every container; elsewhere `isThere` is false.
 class SmallDisk
 {
 public:
