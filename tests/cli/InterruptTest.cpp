@@ -63,6 +63,22 @@ TEST_F(Interrupt, cancelsAnUpload)
     EXPECT_EQ(temporaryFiles(), QStringList());
 }
 
+TEST_F(Interrupt, endsALoginAndKeepsTheSessionThatThereIs)
+{
+    const QString settings = environment.value(u"XDG_CONFIG_HOME"_s) + u"/tljira/userdefaults.json"_s;
+    const QByteArray before = readFile(settings);
+    ASSERT_TRUE(before.contains("jira.example.test"));
+    server.misbehave(Match::on("POST", "*/session"), Fault().hold(Point::responseBody(10)));
+    const auto tool = start(words("login http://other.example.test/ anna --password-stdin"));
+    tool->sendInput("secret\n");
+    ASSERT_TRUE(waitUntilHeld());
+    tool->sendSignal(SIGINT);
+    EXPECT_EQ(tool->status(), 130);
+    expectSilence(*tool);
+    EXPECT_EQ(readFile(settings), before);
+    EXPECT_EQ(run(words("whoami")).status, 0);
+}
+
 TEST_F(Interrupt, endsALookUpAtOnce)
 {
     server.misbehave(Match::on("/rest/api/2/issue/*"), Fault().hold(Point::responseHead(0)));
