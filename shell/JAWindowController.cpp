@@ -8,9 +8,8 @@
 #include "platform/toolkit/views/FitContent.h"
 #include "platform/toolkit/views/View.h"
 #include "platform/toolkit/windows/Application.h"
-#include "shell/UIViewStyle.h"
-
 #include "shell/SubviewCount.h"
+#include "shell/UIViewStyle.h"
 
 #include <QVariantList>
 

@@ -12,9 +12,8 @@
 #include "platform/toolkit/windows/Application.h"
 #include "shell/JAHeadViewController.h"
 #include "shell/JALoginWindow.h"
-#include "shell/UIViewStyle.h"
-
 #include "shell/SubviewCount.h"
+#include "shell/UIViewStyle.h"
 
 #include <QLabel>
 #include <QLineEdit>
