@@ -1,5 +1,6 @@
 #include "records/Documents.h"
 
+#include "constants/DocumentExtension.h"
 #include "platform/foundation/files/PathString.h"
 
 #include <algorithm>
@@ -9,7 +10,7 @@ JAIssueObject::Attachments documentsAmong(const JAIssueObject::Attachments& atta
 {
     JAIssueObject::Attachments documents;
     std::copy_if(attachments.begin(), attachments.end(), std::back_inserter(documents), [](const auto& attachment) {
-        return attachment->name() && tljira::pathExtension(*attachment->name()) == u"tessaloom";
+        return attachment->name() && tljira::pathExtension(*attachment->name()) == documentExtension;
     });
     return documents;
 }
