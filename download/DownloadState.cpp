@@ -9,6 +9,8 @@
 #include "platform/toolkit/views/Progress.h"
 #include "platform/toolkit/views/View.h"
 
+#include <QLayout>
+
 #include <algorithm>
 
 namespace {
@@ -122,6 +124,9 @@ void DownloadState::showDetails()
         m_details->clear();
         return;
     }
+    // The percents beside it may have become wider at this moment.
+    if (QLayout* layout = m_details->parentWidget() ? m_details->parentWidget()->layout() : nullptr)
+        layout->activate();
     if (m_bytes == 0) {
         const char* waiting = QT_TRANSLATE_NOOP("JAListAttachedFilesWindow", "Waiting for the server…");
         tljira::showProgress(m_details, fitting(*m_details, {translated(waiting)}));

@@ -1,10 +1,10 @@
 // Every state of the windows in which a document is fetched, in every look.
 
 #include "tests/kit/JiraTest.h"
-#include "tests/layout/Layout.h"
-#include "tests/layout/Look.h"
+#include "tests/layout/LookTest.h"
 
 #include "platform/foundation/values/Error.h"
+#include "platform/toolkit/views/TransferRate.h"
 #include "shell/JAHeadViewController.h"
 #include "shell/JMWindowController.h"
 
@@ -17,41 +17,33 @@ using namespace std::chrono_literals;
 using standin::Fault;
 using standin::Match;
 using standin::Point;
-using testing::IsEmpty;
+
+constexpr qint64 size = 24 << 20;
+constexpr qint64 arrived = 13 << 20;
 
 constexpr char certificateName[] =
     "The certificate for this server is invalid. You might be connecting to a server that is pretending to be "
     "“jira.example.test” which could put your confidential information at risk.";
 
-class DownloadLayoutTest : public JiraTest, public testing::WithParamInterface<Look>
+class DownloadLayoutTest : public LookTest<JiraTest>
 {
 protected:
     DownloadLayoutTest()
     {
-        standin::User user;
-        user.name = "anna";
-        user.password = "secret";
-        user.displayName = GetParam().person;
-        server.addUser(user);
+        tljira::TransferRate::setUsualClock([this] { return time; });
         server.addIssue("ABC-2");
-        add(GetParam().document, 24 << 20, "2026-03-11T09:06:29.000+0000");
+        add(GetParam().document, size, "2026-03-11T09:06:29.000+0000");
         add(("a name that is far too long for one line or even for two of them, " + std::string(GetParam().document))
                 .c_str(),
             1000, "2026-03-05T09:06:29.000+0000");
         add("sampler.tessaloom", 1234567, "2026-03-03T09:06:29.000+0000");
     }
 
+    ~DownloadLayoutTest() override { tljira::TransferRate::setUsualClock({}); }
+
     void add(const char* name, qint64 size, const char* created)
     {
         server.addAttachment("ABC-1", {.fileName = name, .created = created, .syntheticSize = size});
-    }
-
-    void look(const char* state, tljira::Window& window)
-    {
-        const QString name =
-            QStringLiteral("%1-%2-%3").arg(QLatin1String(state), QLatin1String(GetParam().name)).arg(points);
-        EXPECT_THAT(layoutFlaws(window), IsEmpty()) << name.toStdString();
-        keepPicture(window, name);
     }
 
     void lookAtSheet(const char* state) { look(state, *list().window()); }
@@ -122,8 +114,11 @@ protected:
         closeSheet();
 
         lookUp(QStringLiteral("ABC-1"));
-        startDownload(Fault().drip(1 << 20, 100ms));
+        startDownload(Fault().hold(Point::responseBody(arrived)));
         ASSERT_TRUE(waitUntil([this] { return list().downloadProgressBar()->value() > 50; }));
+        // With all the words that there are after some seconds.
+        time += 3s;
+        list().updateDownload(arrived, size, std::nullopt, false);
         lookAtSheet("downloading");
         closeSheet();
 
@@ -144,24 +139,18 @@ protected:
     }
 
     std::shared_ptr<JMWindowController> entry;
-    const Desktop desktop{GetParam()};
-    int points = 0;
+    /// What the user sees of it.
+    std::chrono::milliseconds time{};
 };
 
 TEST_P(DownloadLayoutTest, hasRoomForEverythingInThePanelAndTheLists)
 {
-    for (const int size : GetParam().sizes) {
-        desktop.setFontSize(points = size);
-        walkThroughLists();
-    }
+    walkInAllSizes([this] { walkThroughLists(); });
 }
 
 TEST_P(DownloadLayoutTest, hasRoomForEverythingInADownload)
 {
-    for (const int size : GetParam().sizes) {
-        desktop.setFontSize(points = size);
-        walkThroughDownloads();
-    }
+    walkInAllSizes([this] { walkThroughDownloads(); });
 }
 
 INSTANTIATE_TEST_SUITE_P(looks, DownloadLayoutTest, testing::ValuesIn(allLooks()),

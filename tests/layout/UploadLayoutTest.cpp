@@ -1,7 +1,6 @@
 // Every state of the windows in which a document is attached, in every look.
 
-#include "tests/layout/Layout.h"
-#include "tests/layout/Look.h"
+#include "tests/layout/LookTest.h"
 #include "tests/shell/TLJiraUploadTest.h"
 
 #include "platform/toolkit/views/View.h"
@@ -13,7 +12,6 @@ using namespace tests;
 using standin::Fault;
 using standin::Match;
 using standin::Point;
-using testing::IsEmpty;
 
 /// Defines showRate(), which only a real upload that takes its time can bring about. The names of private members may
 /// be used where a template is instantiated explicitly.
@@ -25,28 +23,9 @@ struct Rate
 template struct Rate<&JAUploadingWindow::showRate>;
 void showRate(JAUploadingWindow& sheet, const QString& words);
 
-class UploadLayoutTest : public TLJiraUploadTest, public testing::WithParamInterface<Look>
+class UploadLayoutTest : public LookTest<TLJiraUploadTest>
 {
 protected:
-    UploadLayoutTest() { addPerson(); }
-
-    void addPerson()
-    {
-        standin::User user;
-        user.name = "anna";
-        user.password = "secret";
-        user.displayName = GetParam().person;
-        server.addUser(user);
-    }
-
-    void look(const char* state, tljira::Window& window)
-    {
-        const QString name =
-            QStringLiteral("%1-%2-%3").arg(QLatin1String(state), QLatin1String(GetParam().name)).arg(points);
-        EXPECT_THAT(layoutFlaws(window), IsEmpty()) << name.toStdString();
-        keepPicture(window, name);
-    }
-
     /// The entry window with its panel, for a new document.
     void openPanel()
     {
@@ -114,14 +93,11 @@ protected:
     }
 
     std::optional<LoneDocument> document;
-    const Desktop desktop{GetParam()};
-    int points = 0;
 };
 
 TEST_P(UploadLayoutTest, hasRoomForEverythingWhileItLooksForTheSession)
 {
-    for (const int size : GetParam().sizes) {
-        desktop.setFontSize(points = size);
+    walkInAllSizes([this] {
         logIn();
         server.misbehave(Match::on("GET", "/rest/auth/1/session"), Fault().hold(Point::responseHead(0)));
         open();
@@ -131,13 +107,12 @@ TEST_P(UploadLayoutTest, hasRoomForEverythingWhileItLooksForTheSession)
         server.release();
         ASSERT_TRUE(waitForBody());
         entry->window()->close();
-    }
+    });
 }
 
 TEST_P(UploadLayoutTest, hasRoomForEverythingInTheLoginForm)
 {
-    for (const int size : GetParam().sizes) {
-        desktop.setFontSize(points = size);
+    walkInAllSizes([this] {
         client->setHost(std::nullopt);
         open();
         ASSERT_TRUE(waitForLoginForm());
@@ -152,29 +127,22 @@ TEST_P(UploadLayoutTest, hasRoomForEverythingInTheLoginForm)
         server.release();
         ASSERT_TRUE(waitUntil([this] { return entry->jaLoginWindow()->loginButton()->isEnabled(); }));
         entry->window()->close();
-    }
+    });
 }
 
 TEST_P(UploadLayoutTest, hasRoomForEverythingInThePanelAndItsSheet)
 {
-    for (const int size : GetParam().sizes) {
-        desktop.setFontSize(points = size);
-        walkThroughPanel();
-    }
+    walkInAllSizes([this] { walkThroughPanel(); });
 }
 
 TEST_P(UploadLayoutTest, hasRoomForEverythingInAFailedUpload)
 {
-    for (const int size : GetParam().sizes) {
-        desktop.setFontSize(points = size);
-        walkThroughFailure();
-    }
+    walkInAllSizes([this] { walkThroughFailure(); });
 }
 
 TEST_P(UploadLayoutTest, hasRoomForEverythingInTheOlderWindow)
 {
-    for (const int size : GetParam().sizes) {
-        desktop.setFontSize(points = size);
+    walkInAllSizes([this] {
         const auto older = JAWindowController::initWithPath(QStringLiteral("/home/anna/plan.tessaloom"));
         older->showWindow();
         look("older", *older->window());
@@ -183,7 +151,7 @@ TEST_P(UploadLayoutTest, hasRoomForEverythingInTheOlderWindow)
         ui::click(tljira::findView<QPushButton>(older->headViewController()->view(), "loginButton"));
         look("older-login", *older->headViewController()->jaLoginWindow()->window());
         older->window()->close();
-    }
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(looks, UploadLayoutTest, testing::ValuesIn(allLooks()),

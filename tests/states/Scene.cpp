@@ -40,7 +40,9 @@ void Scene::writeInto(QWidget* field, const QString& text)
     m_hands.press(Qt::Key_Tab);
     goTo(field);
     m_hands.write(text);
-    ASSERT_TRUE(waitUntil([&] { return qobject_cast<QLineEdit*>(field)->text() == text; })) << text.toStdString();
+    const auto* line = qobject_cast<QLineEdit*>(field);
+    ASSERT_TRUE(waitUntil([&] { return line->text() == text; }))
+        << line->text().toStdString() << " instead of " << text.toStdString();
 }
 
 // The upload window.

@@ -35,6 +35,12 @@ std::chrono::milliseconds steadyTime()
     return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
 }
 
+TransferRate::Clock& usualClock()
+{
+    static TransferRate::Clock clock = steadyTime;
+    return clock;
+}
+
 double inSeconds(std::chrono::milliseconds time)
 {
     return std::chrono::duration<double>(time).count();
@@ -48,9 +54,14 @@ qint64 roundedUp(qint64 seconds, qint64 unit)
 } // namespace
 
 TransferRate::TransferRate(Clock clock)
-    : m_clock(clock ? std::move(clock) : steadyTime)
+    : m_clock(clock ? std::move(clock) : [] { return usualClock()(); })
 {
     begin();
+}
+
+void TransferRate::setUsualClock(Clock clock)
+{
+    usualClock() = clock ? std::move(clock) : steadyTime;
 }
 
 void TransferRate::begin()

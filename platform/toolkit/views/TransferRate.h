@@ -20,8 +20,12 @@ public:
     /// The time since whenever; never goes back.
     using Clock = std::function<std::chrono::milliseconds()>;
 
-    /// Without a clock of its own: the system's steady one.
+    /// Without a clock of its own: the usual one.
     explicit TransferRate(Clock clock = {});
+
+    /// The clock of all that have none of their own, from now on. At first it is the system's steady one, which an
+    /// empty one brings back.
+    static void setUsualClock(Clock clock);
 
     /// A transfer begins at this moment. What was known of another is forgotten.
     void begin();
