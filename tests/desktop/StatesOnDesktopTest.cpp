@@ -142,4 +142,11 @@ TEST_P(StatesOnDesktopTest, quitsAtOnce)
     server.release();
 }
 
+TEST_P(StatesOnDesktopTest, asksForATitleBarWithoutMaximise)
+{
+    reach();
+    EXPECT_FALSE(XServer::instance().mayBeMaximised(widget()->winId()));
+    EXPECT_TRUE(XServer::instance().mayBeMaximised(host.winId()));
+}
+
 } // namespace

@@ -170,6 +170,28 @@ void XServer::ask(WId window, const char* message, const std::array<long, 5>& va
     XSync(display, False);
 }
 
+bool XServer::mayBeMaximised(WId window) const
+{
+    // Of the hints' five numbers the first says which of the others hold, the second what may be done.
+    constexpr unsigned long functionsHold = 1;
+    constexpr unsigned long everything = 1;
+    constexpr unsigned long maximise = 1 << 4;
+    Atom type = 0;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long rest = 0;
+    unsigned char* data = nullptr;
+    const Atom hints = XInternAtom(displayOf(m_display), "_MOTIF_WM_HINTS", False);
+    XGetWindowProperty(displayOf(m_display), window, hints, 0, 5, False, AnyPropertyType, &type, &format, &count, &rest,
+                       &data);
+    const auto* numbers = reinterpret_cast<const unsigned long*>(data);
+    const bool isRestricted = numbers && count >= 2 && (numbers[0] & functionsHold) && !(numbers[1] & everything);
+    const bool mayBe = !isRestricted || (numbers[1] & maximise);
+    if (data)
+        XFree(data);
+    return mayBe;
+}
+
 WId XServer::frontWindow() const
 {
     return lastWindowIn(m_display, "_NET_CLIENT_LIST_STACKING");

@@ -38,6 +38,8 @@ public:
     /// The upper left corner of the frame, and the size of the content.
     void place(WId window, const QPoint& corner, const QSize& size);
     ///@}
+    /// Whether the window lets the window manager offer to maximise it. (Some offer it all the same.)
+    bool mayBeMaximised(WId window) const;
     /// The top-level window that is in front of all others.
     WId frontWindow() const;
 

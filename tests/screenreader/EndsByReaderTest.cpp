@@ -1,4 +1,4 @@
-#include "tests/desktop/DesktopHands.h"
+#include "tests/screenreader/ReaderHands.h"
 #include "tests/screenreader/ReaderTest.h"
 #include "tests/states/Scene.h"
 
@@ -19,7 +19,7 @@ class EndsByReaderTest : public ReaderTest
 protected:
     EndsByReaderTest() { reader.windows(); }
 
-    DesktopHands hands{user};
+    ReaderHands hands{user};
     Scene scene{hands, server, [this] { logIn(); }};
 };
 

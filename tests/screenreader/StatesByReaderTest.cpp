@@ -1,4 +1,4 @@
-#include "tests/desktop/DesktopHands.h"
+#include "tests/screenreader/ReaderHands.h"
 #include "tests/screenreader/ReaderTest.h"
 #include "tests/states/Animations.h"
 #include "tests/states/Scene.h"
@@ -110,7 +110,7 @@ protected:
         }
     }
 
-    DesktopHands hands{user};
+    ReaderHands hands{user};
     Scene scene{hands, server, [this] { logIn(); }};
     Told window;
 };
