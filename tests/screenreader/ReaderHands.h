@@ -19,6 +19,8 @@ public:
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
 private:
+    /// Whoever comes before may keep a key.
+    void goFirst();
     void waitForReleasesAfter(int before) const;
 
     int m_releases = 0;
