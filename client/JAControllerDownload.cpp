@@ -1,6 +1,7 @@
 #include "client/CallIfSet.h"
 #include "client/JAController.h"
 #include "client/SessionRequest.h"
+#include "client/TransferListener.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/files/FileManager.h"
 
@@ -28,7 +29,7 @@ void JAController::didWriteData(const std::shared_ptr<tljira::URLSessionDownload
     client::callIfSet(downloadCallBack(), bytesWritten, totalBytesWritten, std::nullopt, false);
 }
 
-void JAController::didFinishDownloadingToURL(const std::shared_ptr<tljira::URLSessionDownloadTask>&,
+void JAController::didFinishDownloadingToURL(const std::shared_ptr<tljira::URLSessionDownloadTask>& task,
                                              const QString& location)
 {
     tljira::log(u"didFinishDownloadingToURL: %@", location);
@@ -43,6 +44,9 @@ void JAController::didFinishDownloadingToURL(const std::shared_ptr<tljira::URLSe
     tljira::log(u"New location: %@", destination);
     const auto description = removeError ? std::optional(removeError->localizedDescription()) : std::nullopt;
     tljira::log(u"Move downloaded path error: %@", description);
+    if (task)
+        client::TransferListener::tell(
+            [&](client::TransferListener& listener) { listener.downloadArrived(*task, destination); });
 }
 
 void JAController::didResumeAtOffset(const std::shared_ptr<tljira::URLSessionDownloadTask>&, qint64 fileOffset,
@@ -56,4 +60,6 @@ void JAController::didCompleteWithError(const std::shared_ptr<tljira::URLSession
 {
     tljira::log(u"Error task: %@", task ? task->hash() : 0);
     client::callIfSet(downloadCallBack(), 0, 0, error, false);
+    if (task)
+        client::TransferListener::tell([&](client::TransferListener& listener) { listener.taskEnded(*task, error); });
 }

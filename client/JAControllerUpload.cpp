@@ -3,6 +3,7 @@
 #include "client/JAController.h"
 #include "client/MultipartBody.h"
 #include "client/SessionRequest.h"
+#include "client/TransferListener.h"
 #include "constants/JAConstants.h"
 #include "platform/foundation/Log.h"
 
@@ -66,8 +67,11 @@ void JAController::uploadFileInIssue(const std::optional<QString>& path, const s
     setUploadCallBack(updateCallBack);
     tljira::log(u"uploadFileInIssue path file: %@", path);
     uploadImageDouble2(url(tljira::format(kAttachFilePath, keyIssue)), path, name, contentsOfFile(path),
-                       [callBack](const auto& body, const auto& error, const auto& response) {
+                       [path, callBack](const auto& body, const auto& error, const auto& response) {
                            tljira::log(u" %@ \n%@ \n%@", TextOfAnswer{body}, error, response);
+                           client::TransferListener::tell([&](client::TransferListener& listener) {
+                               listener.uploadAnswered(path.value_or(QString()), jsonSerialization(body));
+                           });
                            if (error)
                                client::callIfSet(callBack, error);
                            else

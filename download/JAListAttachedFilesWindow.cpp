@@ -1,6 +1,7 @@
 #include "download/JAListAttachedFilesWindow.h"
 
 #include "client/JAController.h"
+#include "download/DownloadCompanion.h"
 #include "download/DownloadFileName.h"
 #include "download/DownloadFolder.h"
 #include "download/DownloadSizes.h"
@@ -287,7 +288,10 @@ void JAListAttachedFilesWindow::download(const std::shared_ptr<const JAAttachmen
         if (number == self->m_newestDownload)
             self->updateDownload(bytes, attachment->size(), error, finished);
     };
-    JAController::sharedInstance()->downloadFile(attachment->downloadLink(), showProgress, path);
+    const auto& client = JAController::sharedInstance();
+    client->downloadFile(attachment->downloadLink(), showProgress, path);
+    if (const auto companion = DownloadCompanion::of(*this))
+        companion->downloadBegan(*attachment, client->downloadTask());
 }
 
 void JAListAttachedFilesWindow::updateDownload(qint64 bytes, qint64 total, const std::optional<tljira::Error>& error,

@@ -19,6 +19,7 @@
 #include "download/JABodyViewController.h"
 #include "download/JADownloadBodyViewController.h"
 #include "download/JAListAttachedFilesWindow.h"
+#include "framework/TLJiraJobs.h"
 #include "framework/Version.h"
 #include "platform/foundation/LogSwitch.h"
 #include "platform/toolkit/windows/Application.h"

@@ -1,6 +1,9 @@
 #include "host/EditorWindow.h"
 
+#include "framework/TLJiraController.h"
+
 #include <QCloseEvent>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDatabase>
@@ -8,10 +11,10 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QSaveFile>
 #include <QStatusBar>
 #include <QStyle>
-#include <QTemporaryDir>
 #include <QTextBlock>
 #include <QToolBar>
 
@@ -33,9 +36,8 @@ QString untitled()
 
 } // namespace
 
-EditorWindow::EditorWindow(JiraJobs& jira)
-    : m_jira(jira)
-    , m_textEdit(new QPlainTextEdit)
+EditorWindow::EditorWindow()
+    : m_textEdit(new QPlainTextEdit)
     , m_status(new QLabel)
     , m_position(new QLabel)
 {
@@ -282,29 +284,39 @@ void EditorWindow::closeEvent(QCloseEvent* event)
     event->setAccepted(mayLeaveDocument());
 }
 
+void EditorWindow::tell(const QString& text)
+{
+    constexpr int longEnoughToRead = 10000;
+    statusBar()->showMessage(text, longEnoughToRead);
+}
+
 void EditorWindow::uploadToJira()
 {
-    if (const auto problem = m_jira.upload(m_name, documentBytes()))
-        report(tr("“%1” cannot be copied for the upload.").arg(m_name), *problem);
+    TLJiraJobs::attach({m_name, documentBytes()}, this, [editor = QPointer(this)](const TLJiraJobs::Result& result) {
+        if (editor && result.isDone())
+            editor->tell(tr("“%1” is attached to %2.").arg(result.attachmentName, result.issueKey));
+    });
 }
 
 void EditorWindow::openFromJira()
 {
-    // Only for reading: the document has no place of its own until the user saves it.
-    const QTemporaryDir folder;
-    const auto path = m_jira.download(folder.path());
-    if (!path)
-        return;
-    // A download adds the extension to whatever the attachment is called.
-    QString name = QFileInfo(*path).fileName();
-    if (name.chopped(extension.size()).endsWith(extension))
-        name.chop(extension.size());
-    openAsNew(*path, name);
+    TLJiraJobs::fetch(this, [editor = QPointer(this)](const TLJiraJobs::Result& result) {
+        if (!result.isDone())
+            return;
+        // Only for reading: the document has no place of its own until the user saves it.
+        const QFileInfo file(result.path);
+        if (editor)
+            editor->openAsNew(file.filePath(), file.fileName());
+        file.dir().removeRecursively();
+    });
 }
 
 void EditorWindow::showClassicJira()
 {
-    m_jira.showClassic(m_path, m_textEdit->toPlainText().split(QLatin1Char('\f')));
+    m_documentForClassicJira.setProperty("pages", m_textEdit->toPlainText().split(QLatin1Char('\f')));
+    m_classicJira = JAWindowController::initWithPath(m_path);
+    m_classicJira->setTmpFile(&m_documentForClassicJira);
+    m_classicJira->showWindow();
 }
 
 } // namespace tessaloom

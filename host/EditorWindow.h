@@ -1,10 +1,12 @@
 #pragma once
 
 #include "host/DocumentText.h"
-#include "host/JiraJobs.h"
 
 #include <QMainWindow>
 
+#include <memory>
+
+class JAWindowController;
 class QLabel;
 class QPlainTextEdit;
 class QToolBar;
@@ -15,7 +17,7 @@ namespace tessaloom {
 class EditorWindow : public QMainWindow
 {
 public:
-    explicit EditorWindow(JiraJobs& jira);
+    EditorWindow();
 
     /// Shown in the status line for as long as the window lives.
     void setStatus(const QString& text);
@@ -52,6 +54,7 @@ private:
     bool write(const QString& path);
     bool mayLeaveDocument();
     void report(const QString& what, const QString& why);
+    void tell(const QString& text);
     void showTitle();
     void showPosition();
 
@@ -60,7 +63,9 @@ private:
     void openFromJira();
     void showClassicJira();
 
-    JiraJobs& m_jira;
+    std::shared_ptr<JAWindowController> m_classicJira;
+    /// What the older window knows of the document: its property "pages".
+    QObject m_documentForClassicJira;
     QPlainTextEdit* m_textEdit;
     QLabel* m_status;
     QLabel* m_position;

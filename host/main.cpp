@@ -2,7 +2,6 @@
 #include "host/DarkPalette.h"
 #include "host/EditorWindow.h"
 #include "host/HostOptions.h"
-#include "host/JiraJobs.h"
 
 #include <QApplication>
 #include <QStyleFactory>
@@ -18,8 +17,7 @@ namespace {
 int edit(const HostOptions& options)
 {
     tljira::URLSessionConfiguration::setDefaultRoutes(options.routes);
-    JiraJobs jira;
-    EditorWindow editor(jira);
+    EditorWindow editor;
     editor.setStatus(options.status);
     editor.QMainWindow::show();
     if (!options.file.isEmpty())

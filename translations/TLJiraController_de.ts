@@ -409,6 +409,26 @@
         <source>Attach the document again, now or later.</source>
         <translation>Hängen Sie das Dokument jetzt oder später erneut an.</translation>
     </message>
+    <message>
+        <source>Log out and in again, then press Upload again.</source>
+        <translation>Melden Sie sich ab und wieder an und drücken Sie dann noch einmal auf Hochladen.</translation>
+    </message>
+    <message>
+        <source>Check the issue key, then press Upload again.</source>
+        <translation>Prüfen Sie den Vorgangsschlüssel und drücken Sie dann noch einmal auf Hochladen.</translation>
+    </message>
+    <message>
+        <source>Check the connection, then press Upload again.</source>
+        <translation>Prüfen Sie die Verbindung und drücken Sie dann noch einmal auf Hochladen.</translation>
+    </message>
+    <message>
+        <source>Nothing was sent. Press Upload to try again.</source>
+        <translation>Es wurde nichts gesendet. Drücken Sie auf Hochladen, um es noch einmal zu versuchen.</translation>
+    </message>
+    <message>
+        <source>Press Upload again, now or later.</source>
+        <translation>Drücken Sie jetzt oder später noch einmal auf Hochladen.</translation>
+    </message>
 </context>
 <context>
     <name>JMWindowController</name>
@@ -423,6 +443,25 @@
     <message>
         <source>Looking for your session on %1…</source>
         <translation>Ihre Sitzung auf %1 wird gesucht&#xa0;…</translation>
+    </message>
+</context>
+<context>
+    <name>TLJiraJobs</name>
+    <message>
+        <source>The document could not be copied: %1</source>
+        <translation>Das Dokument konnte nicht kopiert werden: %1</translation>
+    </message>
+    <message>
+        <source>The program could not write it.</source>
+        <translation>Das Programm konnte es nicht schreiben.</translation>
+    </message>
+    <message>
+        <source>The server sent something else than the document: %1 bytes instead of %2.</source>
+        <translation>Der Server hat etwas anderes als das Dokument gesendet: %1 Byte statt %2.</translation>
+    </message>
+    <message>
+        <source>The document could not be put in its place: %1</source>
+        <translation>Das Dokument konnte nicht an seinen Platz gelegt werden: %1</translation>
     </message>
 </context>
 <context>

@@ -17,10 +17,13 @@
 #include "platform/toolkit/windows/Alert.h"
 #include "platform/toolkit/windows/OpenPanel.h"
 #include "upload/DocumentFolder.h"
+#include "upload/UploadCompanion.h"
+#include "upload/UploadTrouble.h"
 
 #include <QFileInfo>
 #include <QLocale>
 
+#include <atomic>
 #include <utility>
 
 namespace {
@@ -50,15 +53,23 @@ void useWidthOf(const tljira::Window& window, tljira::Window& sheet)
 
 } // namespace
 
-/// One press of the button, with what the panel showed then. Its marks are the main thread's own.
+/// One press of the button, with what the panel showed then. Its marks are set by the main thread.
 struct JAUploadBodyViewController::Upload
 {
     const QString key;
     const std::optional<QString> filePath;
     const std::optional<QString> fileName;
-    bool isCancelled = false;
-    bool hasFailed = false;
+    const std::shared_ptr<UploadCompanion> companion;
+    std::atomic<bool> isCancelled = false;
     bool hasEnded = false;
+    /// The first that was reported.
+    std::optional<tljira::Error> error = {};
+};
+
+/// Named here so that the header, which hosts include, names no class that they do not have.
+struct JAUploadBodyViewController::Provider
+{
+    UploadCompanion::Provider file;
 };
 
 /// An upload begins on another thread.
@@ -154,6 +165,9 @@ void JAUploadBodyViewController::setNewPathFile(const std::optional<QString>& pa
 void JAUploadBodyViewController::lookForDocument()
 {
     const std::optional<QString> path = filePath();
+    const auto companion = UploadCompanion::of(*this);
+    if (const auto size = companion ? companion->documentSize() : std::nullopt)
+        showDocumentSize(size);
     if (!path)
         return;
     tljira::GlobalQueue::instance().addOperation([self = sharedFrom(this), path]() mutable {
@@ -228,7 +242,8 @@ void JAUploadBodyViewController::uploadFileAction()
 {
     if (tljira::text(taskTextField()).isEmpty())
         return;
-    const auto upload = std::make_shared<Upload>(Upload{tljira::text(taskTextField()), filePath(), fileName()});
+    const auto upload = std::shared_ptr<Upload>(
+        new Upload{tljira::text(taskTextField()), filePath(), fileName(), UploadCompanion::of(*this)});
     m_uploads.push_back(upload);
     showUploadingWindow(upload);
     tljira::setHidden(shadow(), false);
@@ -271,24 +286,36 @@ void JAUploadBodyViewController::beginNextUpload()
 {
     if (m_uploads.empty())
         return;
+    const auto& companion = m_uploads.front()->companion;
     // The thread hands its references back when it is done: views must not go on another thread than the main one.
-    tljira::GlobalQueue::instance().addOperation([self = sharedFrom(this), upload = m_uploads.front()]() mutable {
-        self->startUpload(upload);
-        const auto task = JAController::sharedInstance()->upladTask();
-        tljira::MainQueue::instance().addOperation([self = std::move(self), upload = std::move(upload), task] {
-            // The user was faster than the disk: at that time there was nothing to cancel yet.
-            if (upload->isCancelled && task)
-                task->cancel();
+    tljira::GlobalQueue::instance().addOperation(
+        [self = sharedFrom(this), upload = m_uploads.front(),
+         provider = Provider{companion ? companion->uploadBegins(m_uploads.front()->key) : nullptr}]() mutable {
+            const auto task =
+                self->startUpload(upload, provider) ? JAController::sharedInstance()->upladTask() : nullptr;
+            tljira::MainQueue::instance().addOperation([self = std::move(self), upload = std::move(upload), task] {
+                // The user was faster than the disk: at that time there was nothing to cancel yet.
+                if (upload->isCancelled && task)
+                    task->cancel();
+            });
         });
-    });
 }
 
-void JAUploadBodyViewController::startUpload(const std::shared_ptr<Upload>& upload)
+/// Answers whether something is on its way to the server.
+bool JAUploadBodyViewController::startUpload(const std::shared_ptr<Upload>& upload, const Provider& provider)
 {
-    setZipFilePath(upload->filePath);
     const auto self = sharedFrom(this);
+    const UploadCompanion::File file =
+        provider.file ? provider.file() : UploadCompanion::File{upload->filePath, std::nullopt, nullptr};
+    setZipFilePath(file.path);
+    // Without a file an empty form would go out, and a small one has arrived before it could be cancelled.
+    if (provider.file && (file.error || upload->isCancelled)) {
+        const auto error = file.error ? *file.error : tljira::makeURLError(tljira::URLError::Cancelled);
+        tljira::MainQueue::instance().addOperation([self, upload, error] { self->uploadEnded(*upload, error); });
+        return false;
+    }
     JAController::sharedInstance()->uploadFileInIssue(
-        upload->filePath, upload->fileName, upload->key,
+        file.path, upload->fileName, upload->key,
         [self, upload](const auto& error) {
             tljira::MainQueue::instance().addOperation([self, upload, error] { self->uploadEnded(*upload, error); });
         },
@@ -299,6 +326,7 @@ void JAUploadBodyViewController::startUpload(const std::shared_ptr<Upload>& uplo
                     panel->showProgress(bytesSent, bytesExpected);
             });
         });
+    return true;
 }
 
 void JAUploadBodyViewController::showProgress(qint64 bytesSent, qint64 bytesExpected)
@@ -314,16 +342,14 @@ void JAUploadBodyViewController::showProgress(qint64 bytesSent, qint64 bytesExpe
 
 void JAUploadBodyViewController::uploadEnded(Upload& upload, const std::optional<tljira::Error>& error)
 {
-    const std::optional<QString> path = zipFilePath();
-    const std::optional<QString> folder = path ? std::optional(tljira::deletingLastPathComponent(*path)) : std::nullopt;
-    tljira::log(u"before delete src -> p1 = %@, p2 = %@", path, folder);
-    if (const auto removeError = tljira::FileManager::removeItemAtPath(folderToRemove(path).value_or(QString())))
-        tljira::log(u"delete src rError -> %@", *removeError);
+    if (!upload.companion)
+        removeFolder();
     if (error)
-        m_jaUploadingWindow->setErrorState(*error);
+        showError(upload, *error);
     else
         m_jaUploadingWindow->setSuccessState();
-    upload.hasFailed = upload.hasFailed || error;
+    if (!upload.error)
+        upload.error = error;
     showWhatIsLeftOf(upload);
     if (m_uploads.size() > 1)
         showStart(*m_uploads[1]);
@@ -331,9 +357,30 @@ void JAUploadBodyViewController::uploadEnded(Upload& upload, const std::optional
         return;
     // An end may be reported twice; what waits begins after the second report.
     tljira::MainQueue::instance().addOperation([self = sharedFrom(this)] {
+        const auto ended = self->m_uploads.front();
         self->m_uploads.pop_front();
+        if (ended->companion)
+            ended->companion->uploadEnded({ended->key, self->zipFilePath(), ended->error});
         self->beginNextUpload();
     });
+}
+
+void JAUploadBodyViewController::removeFolder()
+{
+    const std::optional<QString> path = zipFilePath();
+    const std::optional<QString> folder = path ? std::optional(tljira::deletingLastPathComponent(*path)) : std::nullopt;
+    tljira::log(u"before delete src -> p1 = %@, p2 = %@", path, folder);
+    if (const auto removeError = tljira::FileManager::removeItemAtPath(folderToRemove(path).value_or(QString())))
+        tljira::log(u"delete src rError -> %@", *removeError);
+}
+
+void JAUploadBodyViewController::showError(const Upload& upload, const tljira::Error& error)
+{
+    m_jaUploadingWindow->setErrorState(error);
+    // With a companion the document is still there.
+    if (upload.companion)
+        tljira::setText(tljira::findView<QLabel>(m_jaUploadingWindow->errorView(), "advice"),
+                        tljira::InterfaceTexts::shared().text("JAUploadingWindow", adviceToTryAgain(error)));
 }
 
 void JAUploadBodyViewController::showWhatIsLeftOf(const Upload& upload)
@@ -341,7 +388,7 @@ void JAUploadBodyViewController::showWhatIsLeftOf(const Upload& upload)
     // The panel may show another one by now.
     if (filePath() != upload.filePath)
         return;
-    if (upload.hasFailed)
+    if (upload.error)
         lookForDocument();
     else
         showDocumentIs(DocumentIs::Attached, upload.key);

@@ -113,6 +113,7 @@ private:
     JAUploadBodyViewController();
 
     struct Upload;
+    struct Provider;
     enum class DocumentIs { There, Gone, Attached };
 
     void lookForDocument();
@@ -121,11 +122,13 @@ private:
     void showUploadingWindow(const std::shared_ptr<Upload>& upload);
     void sheetDidEnd(const std::shared_ptr<Upload>& upload, int returnCode);
     void beginNextUpload();
-    void startUpload(const std::shared_ptr<Upload>& upload);
+    bool startUpload(const std::shared_ptr<Upload>& upload, const Provider& provider);
     void showStart(const Upload& upload);
     void showWhatIsLeftOf(const Upload& upload);
     void showProgress(qint64 bytesSent, qint64 bytesExpected);
     void uploadEnded(Upload& upload, const std::optional<tljira::Error>& error);
+    void removeFolder();
+    void showError(const Upload& upload, const tljira::Error& error);
 
     std::shared_ptr<JAUploadingWindow> m_jaUploadingWindow;
     /// In the order in which they were asked for. The first is under way.

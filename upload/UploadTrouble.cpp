@@ -46,3 +46,23 @@ const char* adviceFor(const tljira::Error& error)
         return QT_TRANSLATE_NOOP("JAUploadingWindow", "Check the connection, then attach the document again.");
     return QT_TRANSLATE_NOOP("JAUploadingWindow", "Attach the document again, now or later.");
 }
+
+const char* adviceToTryAgain(const tljira::Error& error)
+{
+    switch (error.code) {
+    case 401:
+        return QT_TRANSLATE_NOOP("JAUploadingWindow", "Log out and in again, then press Upload again.");
+    case 403:
+    case 413:
+        return adviceFor(error);
+    case 404:
+        return QT_TRANSLATE_NOOP("JAUploadingWindow", "Check the issue key, then press Upload again.");
+    default:
+        break;
+    }
+    if (error.domain == QLatin1String(tljira::URLErrorDomain))
+        return QT_TRANSLATE_NOOP("JAUploadingWindow", "Check the connection, then press Upload again.");
+    if (error.domain == QLatin1String(tljira::CocoaErrorDomain))
+        return QT_TRANSLATE_NOOP("JAUploadingWindow", "Nothing was sent. Press Upload to try again.");
+    return QT_TRANSLATE_NOOP("JAUploadingWindow", "Press Upload again, now or later.");
+}

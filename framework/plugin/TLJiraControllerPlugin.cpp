@@ -1,52 +1,67 @@
 #include "framework/plugin/TLJiraControllerPlugin.h"
 
 #include "framework/TLJiraController.h"
+#include "platform/foundation/files/FileManager.h"
 #include "platform/foundation/loading/URLSessionConfiguration.h"
+#include "upload/DocumentFolder.h"
 
-#include <QCoreApplication>
-#include <QFileInfo>
+#include <QFile>
+
+#include <memory>
+#include <stdexcept>
 
 namespace {
 
-/// Goes before the application object does; Qt deletes the plug-in's own object only after that.
-std::shared_ptr<TLJiraUpload>& currentUpload()
+/// A file that the host has handed over. When the window has gone, so has the folder that holds it, unless its user
+/// never pressed Upload.
+class HandedOver
 {
-    static std::shared_ptr<TLJiraUpload> upload;
-    [[maybe_unused]] static const bool endsWithApplication = [] {
-        qAddPostRoutine([] { currentUpload().reset(); });
-        return true;
-    }();
-    return upload;
-}
+public:
+    explicit HandedOver(const QString& path)
+        : m_path(path)
+    {
+    }
+
+    bool writeInto(QIODevice& device)
+    {
+        m_wasSent = true;
+        QFile file(m_path);
+        if (!file.open(QFile::ReadOnly))
+            throw std::runtime_error(file.errorString().toLocal8Bit().toStdString());
+        constexpr qint64 pieceSize = 1 << 20;
+        while (!file.atEnd()) {
+            const QByteArray piece = file.read(pieceSize);
+            if (piece.isEmpty() || device.write(piece) != piece.size())
+                return false;
+        }
+        return file.error() == QFile::NoError;
+    }
+
+    void jobHasEnded() const
+    {
+        const auto folder = m_wasSent ? folderToRemove(m_path) : std::nullopt;
+        if (folder)
+            tljira::FileManager::removeItemAtPath(*folder);
+    }
+
+private:
+    const QString m_path;
+    bool m_wasSent = false;
+};
 
 } // namespace
 
 bool TLJiraControllerPlugin::attach(const QString& name, const QString& path)
 {
-    std::shared_ptr<TLJiraUpload>& upload = currentUpload();
-    if (upload && upload->bodyViewController()->isUploading()) {
-        upload->showWindow();
-        return false;
-    }
-    if (upload)
-        upload->window()->close();
-    upload = TLJiraUpload::initWithName(name, path);
-    upload->closeOnCancel();
-    upload->showWindow();
-    return true;
+    const auto file = std::make_shared<HandedOver>(path);
+    const auto write = [file](QIODevice& device) { return file->writeInto(device); };
+    return TLJiraJobs::attach({name, write}, nullptr, [file](const TLJiraJobs::Result&) { file->jobHasEnded(); });
 }
 
 QString TLJiraControllerPlugin::fetch()
 {
-    const auto entry = JMWindowController::init();
-    entry->closeOnCancel();
-    QString document;
-    entry->run([&](const std::optional<QString>& path) {
-        // A download that was cancelled leaves the name of a file that is not there.
-        if (path && QFileInfo::exists(*path))
-            document = *path;
-    });
-    return document;
+    const auto result = TLJiraJobs::fetchAndWait(nullptr);
+    return result ? result->path : QString();
 }
 
 void TLJiraControllerPlugin::setRoutes(const QStringList& routes)

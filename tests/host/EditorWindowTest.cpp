@@ -1,5 +1,13 @@
 #include "host/EditorWindow.h"
+#include "constants/JAConstants.h"
+#include "framework/TLJiraController.h"
+#include "platform/foundation/files/TemporaryDirectory.h"
+#include "platform/foundation/settings/UserDefaults.h"
+#include "standin/Server.h"
+#include "tests/kit/LogCapture.h"
 #include "tests/kit/Printers.h"
+#include "tests/kit/Ui.h"
+#include "tests/kit/WaitUntil.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -8,17 +16,18 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 using tessaloom::EditorWindow;
-using tessaloom::JiraJobs;
 
 namespace {
 
@@ -37,11 +46,7 @@ void whenUp(std::function<void(Dialog&)> handle)
 class EditorWindowTest : public testing::Test
 {
 protected:
-    EditorWindowTest()
-        : editor(jira)
-    {
-        editor.QMainWindow::show();
-    }
+    EditorWindowTest() { editor.QMainWindow::show(); }
 
     QString pathOf(const char* name) const { return folder.filePath(QLatin1String(name)); }
 
@@ -74,7 +79,6 @@ protected:
     }
 
     QTemporaryDir folder;
-    JiraJobs jira;
     EditorWindow editor;
     QString question;
 };
@@ -239,6 +243,106 @@ TEST_F(EditorWindowTest, opensACopyAsADocumentThatIsSavedNowhereYet)
     EXPECT_EQ(editor.documentName(), QStringLiteral("plan.tessaloom"));
     EXPECT_EQ(editor.documentPath(), QString());
     EXPECT_TRUE(editor.isWindowModified());
+}
+
+/// An editor with a server, and a user who is logged in.
+class EditorWindowWithJira : public testing::Test
+{
+protected:
+    EditorWindowWithJira()
+    {
+        const QString route = QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(server.port());
+        tljira::URLSessionConfiguration::setDefaultRoutes({route});
+        tljira::UserDefaults::standardUserDefaults().setObject(true, kClearCache);
+        server.addUser("anna", "secret");
+        server.addIssue("ABC-1");
+        client = JAController::sharedInstance();
+    }
+
+    void SetUp() override
+    {
+        client->setHost(QStringLiteral("http://jira.example.test"));
+        bool isLoggedIn = false;
+        client->login(QStringLiteral("anna"), QStringLiteral("secret"),
+                      [&](const auto& session, const auto&) { isLoggedIn = session != nullptr; });
+        ASSERT_TRUE(tests::waitUntil([&] { return isLoggedIn; }));
+        editor.QMainWindow::show();
+    }
+
+    void choose(const QString& text)
+    {
+        const QList<QAction*> actions = editor.menuBar()->actions().first()->menu()->actions();
+        const auto found = std::find_if(actions.begin(), actions.end(), [&](const QAction* action) {
+            return action->text().remove(QLatin1Char('&')) == text;
+        });
+        ASSERT_NE(found, actions.end());
+        (*found)->trigger();
+    }
+
+    template <class Entry>
+    std::shared_ptr<Entry> newest() const
+    {
+        return std::dynamic_pointer_cast<Entry>(client->delegate());
+    }
+
+    tests::LogCapture log;
+    standin::Server server;
+    std::shared_ptr<JAController> client;
+    EditorWindow editor;
+};
+
+TEST_F(EditorWindowWithJira, attachesWhatIsInTheWindowAndSaysSo)
+{
+    QTest::keyClicks(editor.textEdit(), QStringLiteral("silk"));
+    choose(QStringLiteral("Upload to Jira…"));
+    const auto upload = newest<TLJiraUpload>();
+    ASSERT_NE(upload, nullptr);
+    const auto panel = upload->bodyViewController();
+    ASSERT_TRUE(tests::waitUntil([&] { return tests::ui::isOnScreen(panel->uploadView()); }));
+    tests::ui::type(panel->taskTextField(), QStringLiteral("ABC-1"));
+    tests::ui::click(panel->uploadFileButton());
+    ASSERT_TRUE(tests::waitUntil([&] { return !panel->isUploading(); }));
+    upload->window()->widget()->close();
+
+    ASSERT_TRUE(tests::waitUntil([&] {
+        return editor.statusBar()->currentMessage() == QStringLiteral("“Untitled.tessaloom” is attached to ABC-1.");
+    }));
+    ASSERT_EQ(server.attachments("ABC-1").size(), 1U);
+    EXPECT_EQ(server.content(server.attachments("ABC-1")[0].id), "silk");
+}
+
+TEST_F(EditorWindowWithJira, opensWhatWasFetchedAndLeavesNoFile)
+{
+    server.addAttachment("ABC-1", {.fileName = "plan.tessaloom", .bytes = "wool"});
+    choose(QStringLiteral("Open from Jira…"));
+    const auto entry = newest<JMWindowController>();
+    ASSERT_NE(entry, nullptr);
+    const auto panel = entry->bodyViewController();
+    ASSERT_TRUE(tests::waitUntil([&] { return tests::ui::isOnScreen(panel->getAttachButton()); }));
+    tests::ui::type(panel->issueKeyTextField(), QStringLiteral("ABC-1"));
+    tests::ui::click(panel->getAttachButton());
+    const auto list = panel->jaListAttachedWindow();
+    const auto cell = [&] { return dynamic_cast<JAAttachedCell*>(list->tableView()->cellAtRow(0)); };
+    ASSERT_TRUE(tests::waitUntil([&] { return cell() && tests::ui::isOnScreen(cell()->downloadButton()); }));
+    tests::ui::click(cell()->downloadButton());
+    ASSERT_TRUE(tests::waitUntil([&] { return list->isDone(); }));
+    tests::ui::press(entry->window()->widget(), Qt::Key_Escape);
+
+    ASSERT_TRUE(tests::waitUntil([&] { return editor.documentBytes() == QByteArray("wool"); }));
+    EXPECT_EQ(editor.documentName(), QStringLiteral("plan.tessaloom"));
+    EXPECT_EQ(editor.documentPath(), QString());
+    EXPECT_TRUE(editor.isWindowModified());
+    EXPECT_EQ(QDir(tljira::temporaryDirectory()).entryList({QStringLiteral("Fetched-*")}), QStringList());
+}
+
+TEST_F(EditorWindowWithJira, tellsTheOlderWindowOfTheDocumentAndItsPages)
+{
+    editor.textEdit()->setPlainText(QStringLiteral("warp\fweft"));
+    choose(QStringLiteral("Jira (classic)…"));
+
+    EXPECT_EQ(client->pathFile(), QString());
+    EXPECT_THAT(log.lines(), testing::IsSupersetOf({QStringLiteral("self.tmpFile: QObject"), QStringLiteral("warp"),
+                                                    QStringLiteral("weft")}));
 }
 
 } // namespace

@@ -67,7 +67,7 @@ QString markedNameOf(const QString& symbol)
 {
     static const QRegularExpression form(QStringLiteral("^(?:vtable for |typeinfo for |typeinfo name for |VTT for "
                                                         "|guard variable for |(?:non-virtual|virtual) thunk to )?"
-                                                        "(?:(?:tljira|UIViewStyle|FileManager|os|records)::)*(\\w+)"));
+                                                        "(?:(?:tljira|UIViewStyle|FileManager|client|os|records)::)*(\\w+)"));
     return form.match(symbol).captured(1);
 }
 
@@ -95,7 +95,7 @@ const QStringList windowFolders = {QStringLiteral("platform/toolkit"), QStringLi
 /// What the window library and the command-line tool share with the client library, and nobody else.
 const QStringList internalNames =
     QStringLiteral(
-        "DateFormatter FileLock GlobalQueue MainQueue URL UserDefaults appendingPathComponent appendingPathExtension "
+        "DateFormatter FileLock GlobalQueue MainQueue TransferListener URL UserDefaults appendingPathComponent appendingPathExtension "
         "createDirectoryAtPath deletingLastPathComponent deletingPathExtension documentsAmong documentsNewestFirst "
         "fileNameFromUntrustedText filesBelowPath formatArguments isNewer isSameServer lastPathComponent logCategory "
         "moveItemAtPath pathExtension "

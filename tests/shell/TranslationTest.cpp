@@ -43,7 +43,10 @@ TEST_F(TranslationTest, hasExactlyTheTextsOfTheInterfaceFilesAndThoseSetInCode)
           "%1 says: “%2”", "Log out and in again, then attach the document again.",
           "Ask whoever runs the server for the right to attach files to this issue.",
           "Attach the document again, and check the issue key.", "The server does not take a document of this size.",
-          "Check the connection, then attach the document again.", "Attach the document again, now or later."})
+          "Check the connection, then attach the document again.", "Attach the document again, now or later.",
+          "Log out and in again, then press Upload again.", "Check the issue key, then press Upload again.",
+          "Check the connection, then press Upload again.", "Nothing was sent. Press Upload to try again.",
+          "Press Upload again, now or later."})
         needed.insert({QStringLiteral("JAUploadingWindow"), QString::fromUtf8(text)});
     for (const char* text : {"Cancel", "Close", "Open", "Downloading", "Downloaded", "Not downloaded", "%1 of %2",
                              "Documents of %1", "%1 has no documents of this program", "Waiting for the server…"})
@@ -53,6 +56,10 @@ TEST_F(TranslationTest, hasExactlyTheTextsOfTheInterfaceFilesAndThoseSetInCode)
     for (const char* text :
          {"%1 KB/s", "%1 MB/s", "about %1 h left", "about %1 min left", "about %1 s left", "%1 s left"})
         needed.insert({QStringLiteral("TransferRate"), QString::fromUtf8(text)});
+    for (const char* text : {"The document could not be copied: %1", "The program could not write it.",
+                             "The server sent something else than the document: %1 bytes instead of %2.",
+                             "The document could not be put in its place: %1"})
+        needed.insert({QStringLiteral("TLJiraJobs"), QString::fromUtf8(text)});
     for (const FormProperty& property : shippedTexts()) {
         if (property.isTranslatable)
             needed.insert(property.text);

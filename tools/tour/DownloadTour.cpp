@@ -186,7 +186,6 @@ Step downloadTour(Stage& stage)
 {
     co_await stage.chooseInFileMenu(QStringLiteral("New"));
     co_await stage.chooseInFileMenu(QStringLiteral("Open from Jira…"));
-    co_await stage.until(QStringLiteral("a window runs"), [] { return tljira::Application::modalWindow() != nullptr; });
     const auto entry = std::dynamic_pointer_cast<JMWindowController>(JAController::sharedInstance()->delegate());
     Visit visit(stage, *entry);
     co_await visit.logIn();

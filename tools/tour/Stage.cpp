@@ -69,7 +69,6 @@ PrivateFolders::PrivateFolders()
 Stage::Stage(const QString& albumFolder)
     : album(albumFolder)
     , server(serverOptions())
-    , editor(jira)
 {
     const QString route = QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(server.port());
     tljira::URLSessionConfiguration::setDefaultRoutes({route});

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "host/EditorWindow.h"
-#include "host/JiraJobs.h"
 #include "platform/toolkit/windows/Window.h"
 #include "standin/Server.h"
 #include "tools/tour/Album.h"
@@ -41,7 +40,6 @@ public:
     Album album;
     PrivateFolders folders;
     standin::Server server;
-    JiraJobs jira;
     EditorWindow editor;
 
     /// The document as its user saved it.

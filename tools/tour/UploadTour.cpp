@@ -1,4 +1,5 @@
 #include "framework/TLJiraController.h"
+#include "platform/foundation/files/TemporaryDirectory.h"
 #include "tools/tour/Scenes.h"
 #include "tools/tour/Stage.h"
 #include "tools/tour/User.h"
@@ -39,11 +40,11 @@ void expectOwnFileUntouched(Stage& stage)
                          bytesOf(stage.documentPath()) == stage.documentBytes());
 }
 
-void expectCopyGone(Stage& stage, const TLJiraUpload& upload)
+void expectCopyGone(Stage& stage)
 {
-    const QString path = upload.path().value_or(QString());
+    const QDir temporary(tljira::temporaryDirectory());
     stage.journal.expect(QStringLiteral("the copy and its folder are gone"),
-                         !path.isEmpty() && !QFileInfo::exists(QFileInfo(path).path()));
+                         temporary.entryList({QStringLiteral("Upload-*")}, QDir::Dirs).isEmpty());
     expectOwnFileUntouched(stage);
 }
 
@@ -141,7 +142,7 @@ Step upload(Stage& stage, TLJiraUpload& upload)
                              stage.documentName());
     stage.journal.expect(QStringLiteral("with exactly the document's bytes"),
                          stage.server.content(stored.back().id).value_or("") == stage.documentBytes().toStdString());
-    expectCopyGone(stage, upload);
+    expectCopyGone(stage);
 
     co_await user::click(Stage::button(sheet->window()->widget(), "cancelAction"));
     co_await stage.until(QStringLiteral("the sheet closes"), [&] { return !upload.window()->attachedSheet(); });
@@ -163,7 +164,7 @@ Step failingUpload(Stage& stage, TLJiraUpload& upload)
                              QStringLiteral("The network connection was lost."));
     stage.journal.expect(QStringLiteral("the issue has no attachment more"),
                          stage.server.attachments("LOOM-9").size() == attachmentsBefore);
-    expectCopyGone(stage, upload);
+    expectCopyGone(stage);
     co_await stage.picture(QStringLiteral("upload-failed"), upload.window());
     co_await user::press(sheet->window()->widget(), Qt::Key_Escape);
     co_await stage.until(QStringLiteral("Escape closes the sheet"), [&] { return !upload.window()->attachedSheet(); });

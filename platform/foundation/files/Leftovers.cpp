@@ -6,7 +6,6 @@
 
 #include <QFile>
 
-#include <chrono>
 #include <filesystem>
 #include <vector>
 
@@ -16,8 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Time = fs::file_time_type;
-
-constexpr auto LongestLife = std::chrono::hours(24);
 
 /// The newest time of the item and of everything in it; the present where that cannot be known.
 Time lastWrite(const fs::path& path)
@@ -35,14 +32,16 @@ Time lastWrite(const fs::path& path)
     return failure ? Time::clock::now() : newest;
 }
 
-void removeIfNobodys(const fs::path& path)
+void removeIfNobodys(const fs::path& path, std::chrono::hours age)
 {
     std::error_code failure;
     const fs::file_type type = fs::symlink_status(path, failure).type();
     if (failure || (type != fs::file_type::regular && type != fs::file_type::directory))
         return;
     os::FileLock lock;
-    if (!os::belongsToUser(path) || lock.lockExisting(path) || Time::clock::now() - lastWrite(path) <= LongestLife)
+    if (!os::belongsToUser(path) || lock.lockExisting(path))
+        return;
+    if (age > age.zero() && Time::clock::now() - lastWrite(path) <= age)
         return;
     fs::remove_all(path, failure);
     log(failure ? u"%@, which an earlier run left, could not be removed"
@@ -52,7 +51,8 @@ void removeIfNobodys(const fs::path& path)
 
 } // namespace
 
-void removeLeftovers(const QString& folder, const std::function<bool(const QString& name)>& isOurs)
+void removeLeftovers(const QString& folder, const std::function<bool(const QString& name)>& isOurs,
+                     std::chrono::hours age)
 {
     std::error_code failure;
     std::vector<fs::path> candidates;
@@ -62,7 +62,7 @@ void removeLeftovers(const QString& folder, const std::function<bool(const QStri
             candidates.push_back(entry->path());
     }
     for (const fs::path& candidate : candidates)
-        removeIfNobodys(candidate);
+        removeIfNobodys(candidate, age);
 }
 
 } // namespace tljira

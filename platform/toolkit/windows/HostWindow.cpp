@@ -26,6 +26,11 @@ QWindow* ownerOfWhatComesNow(const QWidget* newcomer)
     return isOurs ? nullptr : owner;
 }
 
+QWindow* windowAround(const QWidget* view)
+{
+    return view && view->window()->isVisible() ? view->window()->windowHandle() : nullptr;
+}
+
 } // namespace
 
 void HostWindow::adopt()
@@ -33,7 +38,8 @@ void HostWindow::adopt()
     QObject::disconnect(m_departure);
     m_window->winId();
     QWindow* const handle = m_window->windowHandle();
-    QWindow* const owner = ownerOfWhatComesNow(m_window);
+    QWindow* const asked = windowAround(m_view);
+    QWindow* const owner = asked ? asked : ownerOfWhatComesNow(m_window);
     handle->setTransientParent(owner);
     if (!owner)
         return;

@@ -16,6 +16,10 @@ public:
     {
     }
 
+    /// Whose dialog the window becomes from the next adopt() on, whatever window is active then: that of `view`, while
+    /// it is on screen. Null for the active one.
+    void setView(QWidget* view) { m_view = view; }
+
     /// To be called before the window is shown: it belongs to the window that is active at this moment, or to the one
     /// that the active window itself belongs to. That lasts until the host's window goes off screen. Then this one
     /// stands alone and keeps the application from quitting with the last window.
@@ -23,6 +27,7 @@ public:
 
 private:
     QPointer<QWidget> m_window;
+    QPointer<QWidget> m_view;
     QMetaObject::Connection m_departure;
 };
 

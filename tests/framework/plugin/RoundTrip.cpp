@@ -37,7 +37,7 @@ Outcome PluginHost::expectRoundTrip(const QString& folder) const
                            work.filePath(QStringLiteral("copy")), fetched,
                            isLogEnabled ? QStringLiteral("log") : QStringLiteral("no-log")});
 
-    EXPECT_EQ(host.output, "fetched plan.tessaloom.tessaloom\n");
+    EXPECT_EQ(host.output, "fetched plan.tessaloom\n");
     EXPECT_EQ(host.status, 0);
     const auto stored = server.attachments("ABC-1");
     EXPECT_EQ(stored.size(), 1u);

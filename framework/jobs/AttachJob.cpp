@@ -1,0 +1,166 @@
+#include "framework/jobs/AttachJob.h"
+
+#include "framework/jobs/CloseFilter.h"
+#include "framework/jobs/DocumentCopy.h"
+#include "framework/jobs/JobTexts.h"
+#include "platform/toolkit/windows/Application.h"
+#include "platform/toolkit/windows/WindowParts.h"
+
+#include <QJsonArray>
+#include <QTimer>
+
+namespace jobs {
+
+namespace {
+
+std::weak_ptr<AttachJob>& newest()
+{
+    static std::weak_ptr<AttachJob> job;
+    return job;
+}
+
+UploadCompanion::File fileOf(const std::shared_ptr<DocumentCopy>& copy, const QString& reason, const QString& text)
+{
+    if (reason.isEmpty())
+        return {copy->path(), std::nullopt, copy};
+    const auto code = static_cast<qint64>(tljira::FileError::WriteUnknown);
+    return {std::nullopt, tljira::makeError(QLatin1String(tljira::CocoaErrorDomain), code, text.arg(reason)), nullptr};
+}
+
+} // namespace
+
+AttachJob::AttachJob(const TLJiraJobs::Document& document, const Order& order)
+    : Job(order)
+    , m_document(document)
+{
+}
+
+bool AttachJob::begin(const TLJiraJobs::Document& document, const Order& order)
+{
+    if (const auto earlier = newest().lock(); earlier && !earlier->makesRoom())
+        return false;
+    const std::shared_ptr<AttachJob> job(new AttachJob(document, order));
+    newest() = job;
+    job->Job::begin();
+    job->open();
+    return true;
+}
+
+void AttachJob::open()
+{
+    const auto self = std::static_pointer_cast<AttachJob>(shared_from_this());
+    m_entry = TLJiraUpload::initWithName(m_document.name, std::nullopt);
+    UploadCompanion::join(*m_entry->bodyViewController(), self);
+    client::TransferListener::add(self);
+    const auto window = m_entry->window();
+    m_watch = std::make_shared<ClosingWatch>(window->delegate(), [this] { windowCloses(); });
+    window->setDelegate(m_watch);
+    if (has(TLJiraJobs::UploadOutlivesWindow)) {
+        const auto hidesInstead = [weak = std::weak_ptr(self)] {
+            const auto job = weak.lock();
+            return job && !job->isOver() && job->isUploading();
+        };
+        window->widget()->installEventFilter(new CloseFilter(window->widget(), hidesInstead));
+    }
+    tljira::WindowParts::of(*window).host.setView(parent());
+    m_entry->closeOnCancel();
+    m_entry->showWindow();
+}
+
+bool AttachJob::isUploading() const
+{
+    return m_entry->bodyViewController()->isUploading();
+}
+
+bool AttachJob::makesRoom()
+{
+    if (isOver() || m_isClosed)
+        return true;
+    if (isUploading()) {
+        m_entry->showWindow();
+        return false;
+    }
+    m_entry->window()->close();
+    return true;
+}
+
+std::optional<qint64> AttachJob::documentSize() const
+{
+    return m_document.writer ? std::nullopt : std::optional<qint64>(m_document.bytes.size());
+}
+
+UploadCompanion::Provider AttachJob::uploadBegins(const QString& key)
+{
+    if (!m_result.isDone()) {
+        m_result = {};
+        m_result.issueKey = key;
+    }
+    const auto copy = std::make_shared<DocumentCopy>();
+    const QString text = JobTexts::noCopy();
+    // The host's code runs on the main thread, the disk is waited for on another.
+    if (m_document.writer)
+        return [file = fileOf(copy, copy->write(m_document), text)] { return file; };
+    return [copy, text, document = m_document] { return fileOf(copy, copy->write(document), text); };
+}
+
+void AttachJob::uploadAnswered(const QString& path, const std::optional<QJsonValue>& answer)
+{
+    m_answeredPath = path;
+    m_attachment = answer.value_or(QJsonValue()).toArray().first().toObject();
+}
+
+void AttachJob::uploadEnded(const Ending& ending)
+{
+    if (isOver())
+        return;
+    if (!ending.error) {
+        const QJsonObject attachment = ending.path == m_answeredPath ? m_attachment : QJsonObject();
+        m_result = {};
+        m_result.outcome = TLJiraJobs::Outcome::Done;
+        m_result.issueKey = ending.key;
+        m_result.attachmentId = attachment.value(QLatin1String("id")).toVariant().toString();
+        m_result.attachmentName = attachment.value(QLatin1String("filename")).toString();
+        m_result.size = attachment.value(QLatin1String("size")).toInteger();
+    } else if (!m_result.isDone()) {
+        m_result = failure(*ending.error);
+        m_result.issueKey = ending.key;
+    }
+    if (isUploading())
+        return;
+    if (m_isClosed)
+        finish();
+    else if (!m_entry->window()->isVisible())
+        m_entry->window()->close();
+    else if (!ending.error && has(TLJiraJobs::CloseWhenDone))
+        closeSoon();
+}
+
+void AttachJob::closeSoon()
+{
+    QTimer::singleShot(doneIsInSight, context(), [this] {
+        // A window that closes ends the innermost modal run.
+        if (tljira::Application::modalWindow())
+            closeSoon();
+        else if (!isUploading())
+            m_entry->window()->close();
+    });
+}
+
+void AttachJob::windowCloses()
+{
+    m_isClosed = true;
+    if (!isUploading())
+        finish();
+}
+
+void AttachJob::closeWindow()
+{
+    m_entry->window()->widget()->close();
+}
+
+TLJiraJobs::Result AttachJob::result() const
+{
+    return m_result;
+}
+
+} // namespace jobs

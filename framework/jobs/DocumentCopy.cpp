@@ -1,0 +1,122 @@
+#include "framework/jobs/DocumentCopy.h"
+
+#include "framework/jobs/JobTexts.h"
+#include "platform/foundation/files/FileManager.h"
+#include "platform/foundation/files/Leftovers.h"
+#include "platform/foundation/files/PathString.h"
+#include "platform/foundation/files/TemporaryDirectory.h"
+
+#include <QDir>
+#include <QUuid>
+
+#include <exception>
+
+namespace jobs {
+
+namespace {
+
+const QLatin1String prefix("Upload-");
+/// Of a folder that nobody has locked yet.
+const QLatin1String newPrefix("NewUpload-");
+
+constexpr auto readAndWrite = QFile::ReadOwner | QFile::WriteOwner;
+
+/// Where a disk has room for a part of what is written, QFile writes that, and reports it in the count alone.
+class WholeFile : public QFile
+{
+public:
+    using QFile::QFile;
+
+    bool hasFailed() const { return m_hasFailed || error() != NoError; }
+
+protected:
+    qint64 writeData(const char* data, qint64 length) override
+    {
+        qint64 written = 0;
+        while (written < length) {
+            const qint64 part = QFile::writeData(data + written, length - written);
+            if (part <= 0) {
+                m_hasFailed = true;
+                return written > 0 ? written : -1;
+            }
+            written += part;
+        }
+        return written;
+    }
+
+private:
+    bool m_hasFailed = false;
+};
+
+/// Answers what went wrong, in the words of who knows best.
+QString contentsInto(WholeFile& file, const TLJiraJobs::Document& document)
+{
+    bool isWritten = false;
+    QString reason;
+    try {
+        isWritten = document.writer ? document.writer(file) : file.write(document.bytes) == document.bytes.size();
+    } catch (const std::exception& exception) {
+        reason = QString::fromLocal8Bit(exception.what());
+    } catch (...) {
+    }
+    if (file.hasFailed() || (file.isOpen() && !file.flush()))
+        return file.errorString();
+    if (!isWritten && reason.isEmpty())
+        return JobTexts::notWritten();
+    return reason;
+}
+
+} // namespace
+
+DocumentCopy::~DocumentCopy()
+{
+    if (!m_folder.isEmpty())
+        tljira::FileManager::removeItemAtPath(m_folder);
+}
+
+QString DocumentCopy::path() const
+{
+    return tljira::appendingPathComponent(m_folder, QStringLiteral("document"));
+}
+
+QString DocumentCopy::write(const TLJiraJobs::Document& document)
+{
+    if (const QString reason = makeFolder(); !reason.isEmpty())
+        return reason;
+    WholeFile file(path());
+    if (!file.open(QFile::ReadWrite | QFile::NewOnly))
+        return file.errorString();
+    file.setPermissions(readAndWrite);
+    return contentsInto(file, document);
+}
+
+// A process that looks for what others left takes no folder that is locked, and this one is from the moment on at which
+// it has its name.
+QString DocumentCopy::makeFolder()
+{
+    const QString parent = tljira::temporaryDirectory();
+    if (parent.isEmpty())
+        return QDir::tempPath();
+    const QString id = QUuid::createUuid().toString(QUuid::Id128);
+    const QString fresh = tljira::appendingPathComponent(parent, newPrefix + id);
+    if (const auto error = tljira::FileManager::createDirectoryAtPath(fresh, false))
+        return error->localizedDescription();
+    m_folder = fresh;
+    QFile::setPermissions(fresh, readAndWrite | QFile::ExeOwner);
+    static_cast<void>(m_sign.lockExisting(QFile::encodeName(fresh).toStdString()));
+    const QString named = tljira::appendingPathComponent(parent, prefix + id);
+    if (const auto error = tljira::FileManager::moveItemAtPath(fresh, named))
+        return error->localizedDescription();
+    m_folder = named;
+    return QString();
+}
+
+void DocumentCopy::removeLeftovers()
+{
+    const QString parent = tljira::temporaryDirectory();
+    tljira::removeLeftovers(
+        parent, [](const QString& name) { return name.startsWith(prefix); }, std::chrono::hours(0));
+    tljira::removeLeftovers(parent, [](const QString& name) { return name.startsWith(newPrefix); });
+}
+
+} // namespace jobs
