@@ -1,6 +1,11 @@
 #pragma once
 
-// What a host includes. It opens a window with one of the three entry controllers:
+// What a host includes. It does each of the two jobs with one call:
+//
+//     TLJiraJobs::attach({name, bytes}, window, [](const TLJiraJobs::Result& result) { … });
+//     TLJiraJobs::fetch(window, [](const TLJiraJobs::Result& result) { … });
+//
+// or opens a window with one of the three entry controllers:
 //
 //     TLJiraUpload::initWithName(name, copy)->showWindow();          // attach a document to an issue
 //     JMWindowController::init()->run([](const auto& path) { … });   // fetch a document from one

@@ -23,17 +23,19 @@ public:
     virtual int interfaceVersion() const = 0;
 
     /// Opens the window in which the user attaches the file at `path`, as `name`, to an issue, and returns at once.
-    /// When the upload ends, well or not, the folder that holds the file is removed with everything in it: hand in a
-    /// copy that lies alone in a temporary folder of its own, never the user's file. Where the user sends nothing the
-    /// copy stays the caller's, who removes it when another call answers true or the program ends.
+    /// Once an upload has been tried, the folder that holds the file is removed with everything in it, as soon as the
+    /// window is closed at the latest: hand in a copy that lies alone in a temporary folder of its own, never the user's
+    /// file. Where the user sends nothing the copy stays the caller's, who removes it when another call answers true or
+    /// the program ends.
     ///
     /// One window at a time: the one before is closed, unless its upload is still under way. Then it is brought
     /// to the front instead, nothing is done with `path`, and the answer is false.
     virtual bool attach(const QString& name, const QString& path) = 0;
 
     /// Runs the window in which the user fetches a document from an issue, and returns when it is closed: the path of
-    /// the document, or a null string if there is none. The next fetch of any program of this user removes the file:
-    /// move it to a place of its own at once.
+    /// the document, or a null string if there is none. The file is the caller's. Some plug-ins leave it
+    /// where the next fetch of any program of this user removes it: a host that may meet one moves it to a place of its
+    /// own at once.
     virtual QString fetch() = 0;
 
     /// For demonstrations and tests: connects elsewhere than addresses say, "HOST:PORT:TO-HOST:TO-PORT" each. Before

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 namespace {
 
 using namespace Qt::StringLiterals;
@@ -178,16 +180,12 @@ QString left(const Workshop& workshop, const QString& folder)
     return workshop.shell(u"cd "_s + folder + u" && find . -type f -o -mindepth 1 -type d -empty | sort"_s).output;
 }
 
-/// The functions of the README in a host, with a user whose own rules for logs ask for all there is.
-TEST(Jobs, ofTheReadmeLoseNothingAndLeaveNothingBehind)
+/// Makes "host" of the functions in the documents and of a driver that uses them.
+void buildHost(const Workshop& workshop, const QString& driverName)
 {
-    const Workshop workshop;
-    workshop.writeFilesOf(documents().front());
-    QFile driver(QStringLiteral(TESTS_SOURCE_DIR "/JobsDriver.cpp"));
+    QFile driver(QStringLiteral(TESTS_SOURCE_DIR "/") + driverName);
     ASSERT_TRUE(driver.open(QFile::ReadOnly));
     workshop.write(u"main.cpp"_s, QString::fromUtf8(driver.readAll()));
-    const QString ownFile = u"the user's own\n"_s;
-    workshop.write(u"documents/plan.tessaloom.tessaloom"_s, ownFile);
     // One by one, for a machine that is busy.
     for (const char* source : {"main", "attach", "fetch", "quiet"}) {
         const Outcome compiled =
@@ -195,9 +193,42 @@ TEST(Jobs, ofTheReadmeLoseNothingAndLeaveNothingBehind)
                            u".cpp $(pkg-config --cflags TLJiraController)"_s);
         ASSERT_EQ(compiled.status, 0) << compiled.output.toStdString();
     }
-    const Outcome built =
-        workshop.shell(QStringLiteral(CXX_COMPILER) + u" *.o -o host $(pkg-config --libs TLJiraController)"_s);
+    const Outcome built = workshop.shell(QStringLiteral(CXX_COMPILER) + u" main.o attach.o fetch.o quiet.o -o host "
+                                                                        "$(pkg-config --libs TLJiraController)"_s);
     ASSERT_EQ(built.status, 0) << built.output.toStdString();
+}
+
+TEST(Jobs, ofTheReadmeLoseNothingAndLeaveNothingBehind)
+{
+    const Workshop workshop;
+    workshop.writeFilesOf(documents().front());
+    ASSERT_NO_FATAL_FAILURE(buildHost(workshop, u"JobsDriver.cpp"_s));
+
+    const Outcome run = workshop.shell(u"./host \"$ROUTE\" 2>log"_s);
+    EXPECT_EQ(run.output, u"upload to DEMO-99: an error\n"
+                          "upload to DEMO-1: DONE\n"
+                          "fetched plan.tessaloom: silk\n"
+                          "fetched plan.tessaloom: silk\n"_s);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(left(workshop, u"tmp"_s).replace(QRegularExpression(u"-\\d+/"_s), u"-UID/"_s),
+              u"./TLJiraController-UID/com.tessalooom.JAController\n"_s);
+    EXPECT_THAT(workshop.shell(u"cat log"_s).output.toStdString(),
+                testing::HasSubstr("\"plan.tessaloom\" is attached to \"DEMO-1\""));
+}
+
+/// In a host whose user's own rules for logs ask for all there is.
+TEST(Jobs, withTheControllersThemselvesLoseNothingAndLeaveNothingBehind)
+{
+    const Workshop workshop;
+    workshop.writeFilesOf(documents().front());
+    const auto integration = std::find_if(documents().begin(), documents().end(), [](const Document& document) {
+        return document.name == u"docs/integration.md"_s;
+    });
+    ASSERT_NE(integration, documents().end());
+    workshop.writeFilesOf(*integration);
+    ASSERT_NO_FATAL_FAILURE(buildHost(workshop, u"ControllersDriver.cpp"_s));
+    const QString ownFile = u"the user's own\n"_s;
+    workshop.write(u"documents/plan.tessaloom.tessaloom"_s, ownFile);
     const QString withRules = u"QT_LOGGING_RULES='*.info=true' ./host \"$ROUTE\" documents "_s;
 
     const Outcome run = workshop.shell(withRules + u"quiet 2>log"_s);

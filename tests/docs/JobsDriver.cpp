@@ -1,8 +1,8 @@
 // A host that has the functions of the README, and a user that does the jobs in the windows:
 //
-//     host ROUTE FOLDER quiet|loud
+//     host ROUTE
 //
-// What is fetched comes into the folder. Without the README's call for silence, "loud", only a document is attached.
+// It attaches a document twice, with a wrong key at first, fetches it twice, and says what came of it.
 
 #include <TLJiraController/TLJiraController.h>
 
@@ -12,34 +12,16 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <QLabel>
 #include <QLoggingCategory>
-#include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <functional>
 
-[[nodiscard]] std::shared_ptr<TLJiraUpload> attach(const QString& name, const QByteArray& bytes);
-std::optional<QString> fetch(const QDir& folder);
+void attach(const QString& name, const QByteArray& bytes, QWidget* window);
+void fetch(QWidget* window, const std::function<void(const QString& path)>& open);
 void keepTheLogQuiet();
 
 namespace {
-
-/// What its user would tell of it.
-void tellWhatCanBeSeen()
-{
-    for (const QWidget* window : QApplication::topLevelWidgets()) {
-        if (!window->isVisible())
-            continue;
-        std::printf("there is \"%s\"\n", qPrintable(window->windowTitle()));
-        for (const QLabel* label : window->findChildren<QLabel*>()) {
-            if (label->isVisible() && !label->text().isEmpty())
-                std::printf("  %s\n", qPrintable(label->text()));
-        }
-    }
-}
 
 void waitFor(const char* what, const std::function<bool()>& condition)
 {
@@ -51,7 +33,6 @@ void waitFor(const char* what, const std::function<bool()>& condition)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
         if (time.elapsed() > 60'000) {
             std::printf("waited in vain for %s\n", what);
-            tellWhatCanBeSeen();
             std::exit(1);
         }
     }
@@ -77,108 +58,53 @@ void logIn(JALoginWindow& form)
     form.loginButton()->click();
 }
 
-std::shared_ptr<TLJiraUpload> attached(const QByteArray& bytes)
+/// Sends it, and says what the sheet shows at the end.
+void pressUpload(JAUploadBodyViewController& body, const QString& key)
 {
-    auto upload = attach(QStringLiteral("plan.tessaloom"), bytes);
-    if (!upload)
-        std::exit(1);
-    return upload;
-}
-
-QString folderOfCopy(const TLJiraUpload& upload)
-{
-    return QFileInfo(upload.path().value_or(QString())).path();
-}
-
-void tellWhetherGone(const char* what, const QString& folder)
-{
-    std::printf("%s is %s\n", what, QFileInfo::exists(folder) ? "still there" : "gone");
-}
-
-void pressUpload(const TLJiraUpload& upload)
-{
-    const auto body = upload.bodyViewController();
-    waitFor("the upload panel", [&] { return isUsable(body->taskTextField()); });
-    body->taskTextField()->setText(QStringLiteral("DEMO-1"));
-    body->uploadFileButton()->click();
-}
-
-/// With the panel alone, which is all that is left where the host has let go of the window.
-void waitForTheEnd(const JAUploadBodyViewController& body)
-{
+    waitFor("the upload panel", [&] { return isUsable(body.taskTextField()); });
+    body.taskTextField()->setText(key);
+    body.uploadFileButton()->click();
+    waitFor("the end of the upload", [&] { return !body.isUploading(); });
     const auto sheet = body.jaUploadingWindow();
-    waitFor("the end of the upload", [&] { return sheet->cancelButton()->text() == QStringLiteral("Close"); });
-    std::printf("upload: %s\n", qPrintable(sheet->sizeLabel()->text()));
+    std::printf("upload to %s: %s\n", qPrintable(key),
+                sheet->errorView()->isVisible() ? "an error" : qPrintable(sheet->sizeLabel()->text()));
     sheet->cancelButton()->click();
 }
 
-void attachAsUser()
+void attachAsUser(QWidget& window)
 {
-    const auto upload = attached("wool");
+    attach(QStringLiteral("plan.tessaloom"), "silk", &window);
+    const auto upload = openWindow<TLJiraUpload>();
     logIn(*upload->jaLoginWindow());
-    pressUpload(*upload);
-    waitForTheEnd(*upload->bodyViewController());
-    tellWhetherGone("the copy", folderOfCopy(*upload));
+    pressUpload(*upload->bodyViewController(), QStringLiteral("DEMO-99"));
+    pressUpload(*upload->bodyViewController(), QStringLiteral("DEMO-1"));
     upload->window()->close();
 }
 
-void cancelAsUser()
+QString fetchAsUser(QWidget& window)
 {
-    auto upload = attached("wool");
-    const QString folder = folderOfCopy(*upload);
-    waitFor("the upload panel", [&] { return isUsable(upload->bodyViewController()->cancelButton()); });
-    upload->bodyViewController()->cancelButton()->click();
-    waitFor("the end of the window", [&] { return !upload->window()->isVisible(); });
-    upload.reset();
-    tellWhetherGone("the copy that was not sent", folder);
-}
-
-void letGoOfTheUploadUnderWay()
-{
-    auto upload = attached("silk");
-    const auto body = upload->bodyViewController();
-    pressUpload(*upload);
-    upload.reset();
-    waitForTheEnd(*body);
-}
-
-void fetchAsUser()
-{
-    const auto window = openWindow<JMWindowController>();
-    const auto body = window->bodyViewController();
+    QString document;
+    fetch(&window, [&document](const QString& path) { document = path; });
+    const auto entry = openWindow<JMWindowController>();
+    const auto body = entry->bodyViewController();
     waitFor("the download panel", [&] { return isUsable(body->getAttachButton()); });
     body->issueKeyTextField()->setText(QStringLiteral("DEMO-1"));
     body->getAttachButton()->click();
     const auto list = body->jaListAttachedWindow();
-    waitFor("the list", [&] { return list->tableView()->isVisible() && !list->attachments().empty(); });
     const auto cell = [&] { return dynamic_cast<JAAttachedCell*>(list->tableView()->cellAtRow(0)); };
     waitFor("the first row", [&] { return cell() && isUsable(cell()->downloadButton()); });
     cell()->downloadButton()->click();
-    waitFor("the end of the download",
-            [&] { return list->isDone() && QFile::exists(list->path().value_or(QString())); });
+    waitFor("the end of the download", [&] { return list->isDone(); });
     list->cancalAction(nullptr);
+    waitFor("the document", [&] { return !document.isEmpty(); });
+    return document;
 }
 
-/// Where it came to, and what is in it.
-void tellOf(const std::optional<QString>& document)
+void tellOf(const QString& document)
 {
-    QFile file(document.value_or(QString()));
+    QFile file(document);
     const QByteArray bytes = file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("nothing");
-    std::printf("fetched %s: %s\n", qPrintable(QFileInfo(file.fileName()).fileName()), bytes.constData());
-}
-
-void runAllJobs(const QString& folder)
-{
-    attachAsUser();
-    cancelAsUser();
-    letGoOfTheUploadUnderWay();
-    std::vector<std::optional<QString>> documents;
-    for (int time = 0; time < 2; ++time) {
-        QTimer::singleShot(0, qApp, fetchAsUser);
-        documents.push_back(fetch(QDir(folder)));
-    }
-    for (const auto& document : documents)
-        tellOf(document);
+    std::printf("fetched %s: %s\n", qPrintable(QFileInfo(document).fileName()), bytes.constData());
 }
 
 } // namespace
@@ -189,16 +115,15 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("docs-host"));
     QApplication::setQuitOnLastWindowClosed(false);
     tljira::URLSessionConfiguration::setDefaultRoutes({QString::fromLocal8Bit(argv[1])});
-    if (std::strcmp(argv[3], "loud") == 0) {
-        attachAsUser();
-        return 0;
-    }
-
-    const QLoggingCategory own("host.own", QtInfoMsg);
-    QLoggingCategory::setFilterRules(QStringLiteral("host.own.debug=true"));
     keepTheLogQuiet();
-    if (own.isDebugEnabled())
-        std::puts("the host's own rules hold");
-    runAllJobs(QString::fromLocal8Bit(argv[2]));
+    QWidget window;
+    window.show();
+    attachAsUser(window);
+    const QString first = fetchAsUser(window);
+    const QString second = fetchAsUser(window);
+    for (const QString& document : {first, second}) {
+        tellOf(document);
+        QFileInfo(document).dir().removeRecursively();
+    }
     return 0;
 }

@@ -49,6 +49,17 @@ TEST_F(LeftoversTest, goAfterADayWhenTheyAreOurs)
     EXPECT_THAT(remaining(), ElementsAre(QStringLiteral("left-new"), QStringLiteral("other-old")));
 }
 
+TEST_F(LeftoversTest, goAtOnceWhereOnlyTheLockCounts)
+{
+    makeFile("left-new", 0h);
+    makeFile("left-locked", 0h);
+    tljira::os::FileLock owner;
+    ASSERT_FALSE(owner.lockExisting(path("left-locked").toStdString()));
+    tljira::removeLeftovers(
+        m_folder.path(), [](const QString& name) { return name.startsWith(u"left"); }, 0h);
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files), QStringList(QStringLiteral("left-locked")));
+}
+
 TEST_F(LeftoversTest, stayWhileTheirOwnerLives)
 {
     makeFile("left", 100h);
