@@ -34,8 +34,13 @@ tljira::Error notTheDocument(const QString& path, qint64 size, qint64 expected)
     QJsonObject answer;
     if (size <= longestAnswer && file.open(QFile::ReadOnly))
         answer = QJsonDocument::fromJson(file.readAll()).object();
-    answer.insert(QLatin1String(tljira::Error::localizedDescriptionKey), text);
-    return {QLatin1String(tljira::URLErrorDomain), static_cast<qint64>(tljira::URLError::CannotParseResponse), answer};
+    auto error = tljira::makeError(QLatin1String(tljira::URLErrorDomain),
+                                   static_cast<qint64>(tljira::URLError::CannotParseResponse), text);
+    const QJsonObject own = error.userInfo.value_or(QJsonValue()).toObject();
+    for (auto field = own.begin(); field != own.end(); ++field)
+        answer.insert(field.key(), field.value());
+    error.userInfo = answer;
+    return error;
 }
 
 } // namespace
