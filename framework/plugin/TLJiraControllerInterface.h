@@ -24,9 +24,9 @@ public:
 
     /// Opens the window in which the user attaches the file at `path`, as `name`, to an issue, and returns at once.
     /// Once an upload has been tried, the folder that holds the file is removed with everything in it, as soon as the
-    /// window is closed at the latest: hand in a copy that lies alone in a temporary folder of its own, never the user's
-    /// file. Where the user sends nothing the copy stays the caller's, who removes it when another call answers true or
-    /// the program ends.
+    /// window is closed at the latest: hand in a copy that lies alone in a temporary folder of its own, never the
+    /// user's file. Where the user sends nothing the copy stays the caller's, who removes it when another call answers
+    /// true or the program ends.
     ///
     /// One window at a time: the one before is closed, unless its upload is still under way. Then it is brought
     /// to the front instead, nothing is done with `path`, and the answer is false.
