@@ -41,9 +41,9 @@ protected:
 
     ~DownloadLayoutTest() override { tljira::TransferRate::setUsualClock({}); }
 
-    void add(const char* name, qint64 size, const char* created)
+    void add(const char* name, qint64 bytes, const char* created)
     {
-        server.addAttachment("ABC-1", {.fileName = name, .created = created, .syntheticSize = size});
+        server.addAttachment("ABC-1", {.fileName = name, .created = created, .syntheticSize = bytes});
     }
 
     void lookAtSheet(const char* state) { look(state, *list().window()); }

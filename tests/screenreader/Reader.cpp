@@ -164,7 +164,7 @@ Told Reader::read(const QString& path)
         return told;
     const auto bits = qdbus_cast<QList<quint32>>(state.first());
     const quint64 states = quint64(bits.value(0)) | quint64(bits.value(1)) << 32;
-    const auto has = [states](State state) { return (states >> state & 1) != 0; };
+    const auto has = [states](State which) { return (states >> which & 1) != 0; };
     told.isShowing = has(Showing) && has(Visible);
     told.isModal = has(Modal);
     told.isUsable = has(Enabled) && has(Sensitive);
