@@ -169,6 +169,7 @@ void JAUploadingWindow::setErrorState(const tljira::Error& error)
     showText(findView<QLabel>(errorView(), "advice"), text(adviceFor(error)));
     setActualView(errorView());
     setIsRunning(false);
+    tljira::growToFit(windowIfLoaded(), true);
 }
 
 void JAUploadingWindow::setSuccessState()

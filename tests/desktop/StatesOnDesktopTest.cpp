@@ -1,6 +1,7 @@
 #include "tests/desktop/DesktopHands.h"
 #include "tests/desktop/DesktopTest.h"
 #include "tests/desktop/XServer.h"
+#include "tests/layout/Layout.h"
 #include "tests/states/Animations.h"
 #include "tests/states/Scene.h"
 
@@ -97,6 +98,9 @@ TEST_P(StatesOnDesktopTest, isMovedAndResized)
     XServer::instance().place(widget()->winId(), corner, QSize(100, 50));
     ASSERT_TRUE(waitUntil([&] { return widget()->width() < large.width() && widget()->height() < large.height(); }));
     expectInOrder("made as small as it gets");
+    EXPECT_THAT(layoutFlaws(*scene.window()), testing::IsEmpty());
+    if (const auto sheet = scene.window()->attachedSheet())
+        EXPECT_THAT(layoutFlaws(*sheet), testing::IsEmpty());
     picture("smaller");
 }
 

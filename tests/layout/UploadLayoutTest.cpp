@@ -6,6 +6,8 @@
 #include "platform/toolkit/views/View.h"
 #include "shell/JAWindowController.h"
 
+#include <QScrollArea>
+
 namespace {
 
 using namespace tests;
@@ -85,6 +87,8 @@ protected:
         const auto sheet = entry->bodyViewController()->jaUploadingWindow();
         ASSERT_TRUE(waitUntil([&] { return ui::isShown(sheet->errorView()); }));
         look("failed", *sheet->window());
+        const auto* scroll = tljira::findView<QScrollArea>(sheet->errorView(), "errorScroll");
+        EXPECT_GE(scroll->viewport()->height(), scroll->widget()->height());
         ui::click(sheet->cancelButton());
         const auto* gone = tljira::findView<QLabel>(entry->bodyViewController()->view(), "goneLabel");
         ASSERT_TRUE(waitUntil([&] { return ui::isOnScreen(gone); }));

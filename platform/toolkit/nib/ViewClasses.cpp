@@ -9,6 +9,7 @@
 #include "platform/toolkit/views/MessageLine.h"
 #include "platform/toolkit/views/ProgressIndicator.h"
 #include "platform/toolkit/views/PushButton.h"
+#include "platform/toolkit/views/TextScroll.h"
 #include "platform/toolkit/windows/AlertView.h"
 
 #include <QHash>
@@ -37,6 +38,7 @@ QHash<QString, ViewMaker>& makers()
         {QStringLiteral("tljira::ProgressIndicator"), make<ProgressIndicator>},
         {QStringLiteral("tljira::TableCellView"), make<TableCellView>},
         {QStringLiteral("tljira::TableView"), make<TableView>},
+        {QStringLiteral("tljira::TextScroll"), make<TextScroll>},
     };
     return all;
 }

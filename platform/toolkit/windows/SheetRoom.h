@@ -18,6 +18,9 @@ public:
     /// The content of a window that has this rectangle.
     QRect contentIn(const QRect& window) const;
 
+    /// Whether a window of this rectangle has another size than it was given.
+    bool isResizedByUser(const QRect& window) const { return window.size() != m_window.size(); }
+
     /// Where the content belongs once the sheet has gone.
     QRect contentAfter(const QRect& window) const;
 

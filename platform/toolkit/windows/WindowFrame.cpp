@@ -1,8 +1,10 @@
+#include "platform/toolkit/views/FitContent.h"
 #include "platform/toolkit/views/View.h"
 #include "platform/toolkit/windows/Decorations.h"
 #include "platform/toolkit/windows/WindowParts.h"
 
 #include <QGuiApplication>
+#include <QLayout>
 #include <QScreen>
 
 namespace tljira {
@@ -174,8 +176,16 @@ void WindowParts::limitUserToContent()
 {
     if (!content || animation.target() || drawnIn())
         return;
-    const QSize least = content->minimumSizeHint().expandedTo(sheetSize()).expandedTo(QSize(0, 0));
-    widget.setMinimumSize(least.boundedTo(widget.size()));
+    QSize least = content->minimumSizeHint().expandedTo(QSize(0, 0));
+    // Texts that wrap need more of it the narrower they are.
+    if (const QLayout* layout = content->layout(); layout && layout->hasHeightForWidth())
+        least.setHeight(layout->totalMinimumHeightForWidth(content->width()));
+    least = least.expandedTo(sheetSize());
+    const bool isItsUsers = !fillsScreen() && room.isResizedByUser(widget.geometry());
+    if (isItsUsers)
+        least.setHeight(std::min(least.height(), std::max(roomArea().height(), widget.height())));
+    widget.setMinimumSize(isItsUsers ? QSize(std::min(least.width(), widget.width()), least.height())
+                                     : least.boundedTo(widget.size()));
 }
 
 void WindowParts::takeAlong()
@@ -198,6 +208,18 @@ void WindowParts::geometryChanged()
         sheet->parts().fitInside(*this, false);
     limitUserToContent();
     takeAlong();
+}
+
+// In a later turn, when all that is inside has heard of it.
+void WindowParts::fontChanged()
+{
+    QMetaObject::invokeMethod(
+        &widget,
+        [this] {
+            if (widget.isVisible())
+                growToFit(window.shared_from_this(), false);
+        },
+        Qt::QueuedConnection);
 }
 
 void WindowParts::contentWantsLayout()

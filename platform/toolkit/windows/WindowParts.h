@@ -35,6 +35,7 @@ struct WindowParts
     bool userWantsToClose();
     void geometryChanged();
     void contentWantsLayout();
+    void fontChanged();
     void contentLeft(const QObject* view);
     void visibilityChanged(bool visible);
     void keyChanged();

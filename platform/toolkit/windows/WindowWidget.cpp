@@ -64,6 +64,8 @@ bool WindowWidget::event(QEvent* event)
         m_parts.keyChanged();
     else if (event->type() == QEvent::LayoutRequest)
         m_parts.contentWantsLayout();
+    else if (event->type() == QEvent::FontChange)
+        m_parts.fontChanged();
     return QWidget::event(event);
 }
 

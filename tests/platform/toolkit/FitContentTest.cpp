@@ -2,7 +2,9 @@
 
 #include "platform/toolkit/windows/Decorations.h"
 #include "platform/toolkit/windows/Window.h"
+#include "tests/kit/WaitUntil.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -82,6 +84,35 @@ TEST_F(FitContentTest, leavesAWindowThatIsLargeEnough)
     growToFit(window, false);
     EXPECT_EQ(window->frame(), QRectF(100, 200, 300, 100));
     growToFit(nullptr, false);
+}
+
+TEST_F(FitContentTest, keepsRoomForTextsThatWrapWhenItsUserMakesTheWindowNarrower)
+{
+    say(20);
+    growToFit(window, false);
+    tests::drainMainQueue();
+    const int before = window->widget()->height();
+    window->widget()->resize(150, before);
+    tests::drainMainQueue();
+    EXPECT_LT(content.width(), 300);
+    EXPECT_GT(window->widget()->height(), before);
+    EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+}
+
+TEST_F(FitContentTest, growsTheWindowWithTheFont)
+{
+    say(20);
+    growToFit(window, false);
+    const QRectF before = window->frame();
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSize(24);
+    QApplication::setFont(large);
+    tests::drainMainQueue();
+    EXPECT_GT(window->frame().height(), before.height());
+    EXPECT_EQ(window->frame().y() + window->frame().height(), before.y() + before.height());
+    EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+    QApplication::setFont(usual);
 }
 
 } // namespace

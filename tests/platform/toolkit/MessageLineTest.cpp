@@ -7,6 +7,7 @@
 #include <QAccessible>
 #include <QColor>
 #include <QImage>
+#include <QLayout>
 
 #include <gmock/gmock.h>
 
@@ -111,6 +112,15 @@ TEST_F(MessageLineTest, isNotNeededForALabel)
     MessageLine::show(&alone, QStringLiteral("text"));
     EXPECT_EQ(alone.text(), QStringLiteral("text"));
     MessageLine::show(nullptr, QStringLiteral("text"));
+}
+
+TEST_F(MessageLineTest, hasRoomForAllLinesOfAText)
+{
+    say("It went wrong, and what can be said of that needs many more words than have room in one line of a window.");
+    form.content->resize(200, form.content->layout()->totalHeightForWidth(200));
+    tests::drainMainQueue();
+    EXPECT_GT(label->height(), 3 * label->fontMetrics().height());
+    EXPECT_GE(label->height(), label->heightForWidth(label->width()));
 }
 
 } // namespace
