@@ -1,6 +1,6 @@
+#include "tests/kit/WaitUntil.h"
 #include "tests/platform/toolkit/Keyboard.h"
 #include "tests/platform/toolkit/TestForm.h"
-#include "tests/kit/WaitUntil.h"
 
 #include <QApplication>
 #include <QPlainTextEdit>
@@ -25,6 +25,14 @@ protected:
     }
 
     void begin() { form.window->beginSheet(sheet.window, {}); }
+    void beginsSheet(const QPushButton* button)
+    {
+        QObject::connect(button, &QPushButton::clicked, [this] { begin(); });
+    }
+    void endsSheet(const QPushButton* button)
+    {
+        QObject::connect(button, &QPushButton::clicked, [this] { form.window->endSheet(sheet.window); });
+    }
 
     TestForm form{"Form"};
     TestForm sheet{"Sheet", QSize(200, 200)};
@@ -135,7 +143,7 @@ TEST_F(InputGuardTest, aHeldMnemonicThatIsNotMarkedAsRepeatedIsNoShortcut)
 TEST_F(InputGuardTest, aKeyThatIsNotMarkedAsRepeatedMeansNothingInASheetThatItBrought)
 {
     const WithoutDoubledKeys noDoubledKeys;
-    QObject::connect(form.primary, &QPushButton::clicked, [this] { begin(); });
+    beginsSheet(form.primary);
 
     keyboard.press(Qt::Key_Return);
     ASSERT_EQ(form.window->attachedSheet(), sheet.window);
@@ -162,7 +170,7 @@ TEST_F(InputGuardTest, neitherDoesALetterThatIsNotMarked)
 TEST_F(InputGuardTest, aHeldEscapeThatIsNotMarkedEndsTheSheetAlone)
 {
     begin();
-    QObject::connect(sheet.cancel, &QPushButton::clicked, [this] { form.window->endSheet(sheet.window); });
+    endsSheet(sheet.cancel);
 
     keyboard.press(Qt::Key_Escape);
     ASSERT_TRUE(waitUntil([this] { return form.window->attachedSheet() == nullptr; }));
@@ -227,7 +235,7 @@ TEST_F(InputGuardTest, aHeldReturnWritesLinesInATextOfManyLines)
 TEST_F(InputGuardTest, aKeyThatWasPressedBeforeASheetCameMeansNothingInIt)
 {
     const WithoutDoubledKeys noDoubledKeys;
-    QObject::connect(form.primary, &QPushButton::clicked, [this] { begin(); });
+    beginsSheet(form.primary);
 
     keyboard.press(Qt::Key_Return);
     ASSERT_EQ(form.window->attachedSheet(), sheet.window);
@@ -268,7 +276,7 @@ TEST_F(InputGuardTest, neitherDoesTheReleaseOfSpace)
 TEST_F(InputGuardTest, aShortcutsKeyThatBroughtTheSheetMeansNothingInIt)
 {
     const WithoutDoubledKeys noDoubledKeys;
-    QObject::connect(form.plain, &QPushButton::clicked, [this] { begin(); });
+    beginsSheet(form.plain);
 
     keyboard.press(Qt::Key_P, Qt::AltModifier);
     ASSERT_TRUE(waitUntil([this] { return form.window->attachedSheet() != nullptr; }));
@@ -284,7 +292,7 @@ TEST_F(InputGuardTest, aShortcutsKeyThatBroughtTheSheetMeansNothingInIt)
 TEST_F(InputGuardTest, aKeyThatEndedASheetMeansNothingInTheWindowBelow)
 {
     begin();
-    QObject::connect(sheet.primary, &QPushButton::clicked, [this] { form.window->endSheet(sheet.window); });
+    endsSheet(sheet.primary);
 
     keyboard.press(Qt::Key_Return);
     ASSERT_EQ(form.window->attachedSheet(), nullptr);
@@ -297,7 +305,7 @@ TEST_F(InputGuardTest, aKeyThatEndedASheetMeansNothingInTheWindowBelow)
 TEST_F(InputGuardTest, returnPressedTwiceInARowIsForTheWindowAloneThatHadTheFirst)
 {
     QApplication::setDoubleClickInterval(60'000);
-    QObject::connect(form.primary, &QPushButton::clicked, [this] { begin(); });
+    beginsSheet(form.primary);
 
     keyboard.click(Qt::Key_Return);
     ASSERT_EQ(form.window->attachedSheet(), sheet.window);
