@@ -99,8 +99,9 @@ TEST_P(StatesOnDesktopTest, isMovedAndResized)
     ASSERT_TRUE(waitUntil([&] { return widget()->width() < large.width() && widget()->height() < large.height(); }));
     expectInOrder("made as small as it gets");
     EXPECT_THAT(layoutFlaws(*scene.window()), testing::IsEmpty());
-    if (const auto sheet = scene.window()->attachedSheet())
+    if (const auto sheet = scene.window()->attachedSheet()) {
         EXPECT_THAT(layoutFlaws(*sheet), testing::IsEmpty());
+    }
     picture("smaller");
 }
 
