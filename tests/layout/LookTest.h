@@ -5,6 +5,9 @@
 #include "tests/layout/Layout.h"
 #include "tests/layout/Look.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+
 #include <gmock/gmock.h>
 
 #include <functional>
@@ -41,6 +44,8 @@ protected:
     {
         const QString name =
             QStringLiteral("%1-%2-%3").arg(QLatin1String(state), QLatin1String(GetParam().name)).arg(m_points);
+        // A text that has just changed gets its room in a later turn of the event loop, before it is painted.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
         EXPECT_THAT(layoutFlaws(window), testing::IsEmpty()) << name.toStdString();
         keepPicture(window, name);
     }

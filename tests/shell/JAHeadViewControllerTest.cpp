@@ -457,6 +457,16 @@ TEST_F(JAHeadViewControllerTest, beginsTheLineWithTheServerWhileTheUserIsNotKnow
     EXPECT_GT(left("serverLabel"), left("nameLabel"));
 }
 
+TEST_F(JAHeadViewControllerTest, givesTheUserTheRoomBesideLogOutWhichStandsAtTheEdge)
+{
+    fill();
+    drainMainQueue();
+    for (QLabel* label : {header->displayNameLabel(), header->emailLabel(), header->nameLabel()})
+        EXPECT_EQ(qobject_cast<tljira::ElidedLabel*>(label)->shownText(), label->text());
+    const auto* logOut = tljira::findView<QPushButton>(header->view(), "logoutButton");
+    EXPECT_EQ(header->view()->width() - logOut->mapTo(header->view(), QPoint(logOut->width(), 0)).x(), 20);
+}
+
 TEST_F(JAHeadViewControllerTest, keepsNamesLongerThanAddresses)
 {
     fill();
