@@ -7,6 +7,7 @@
 
 #include <TLJiraController/TLJiraController.h>
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -46,6 +47,8 @@ void waitFor(const char* what, const std::function<bool()>& condition)
     QElapsedTimer time;
     time.start();
     while (!condition()) {
+        // The user acts inside an event, whose batch the event dispatcher for GLib takes for sent until it is woken.
+        QAbstractEventDispatcher::instance()->wakeUp();
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
         if (time.elapsed() > 60'000) {
             std::printf("waited in vain for %s\n", what);

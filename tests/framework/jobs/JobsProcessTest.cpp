@@ -1,5 +1,7 @@
 #include "tests/framework/jobs/JobsTest.h"
+#include "tests/kit/SmallDisk.h"
 
+#include <QDir>
 #include <QProcess>
 
 namespace {
@@ -73,14 +75,11 @@ TEST_F(JobsProcessTest, aCopyThatAnotherProcessIsWritingStays)
 
 TEST_F(JobsProcessTest, aFullDiskSendsNothing)
 {
-    if (QProcess::execute(QStringLiteral("unshare"), {QStringLiteral("-rm"), QStringLiteral("true")}) != 0)
+    const SmallDisk disk(QDir::tempPath(), 256);
+    if (!disk.isThere())
         GTEST_SKIP() << "this system lets nobody mount a small disk";
-    const QString script = QStringLiteral("mount -t tmpfs -o size=256k tmpfs \"$TMPDIR\" && exec \"$@\"");
     QProcess process;
-    process.start(QStringLiteral("unshare"),
-                  QStringList{QStringLiteral("-rm"), QStringLiteral("sh"), QStringLiteral("-c"), script,
-                              QStringLiteral("sh"), QStringLiteral(JOBS_HOST)} +
-                      arguments(QStringLiteral("attach")));
+    process.start(QStringLiteral(JOBS_HOST), arguments(QStringLiteral("attach")));
     ASSERT_TRUE(waitUntil([&] { return process.state() == QProcess::NotRunning; }));
 
     EXPECT_EQ(process.readAllStandardOutput(),
