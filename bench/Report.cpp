@@ -48,8 +48,8 @@ std::string times(double ratio)
 std::string report(const std::vector<Row>& rows, int runs)
 {
     std::string text = "# Benchmarks\n\n";
-    text +=
-        "Medians of " + std::to_string(runs) + " runs, ours and the peer's in turn, over loopback. Quote the ratios: ";
+    text += "Medians of " + std::to_string(runs) +
+            " runs at least, ours and the peer's in turn, over loopback. Quote the ratios: ";
     text += "the times depend on the machine.\n\n";
     text += "- machine: " + QSysInfo::prettyProductName().toStdString() + ", " +
             std::to_string(QThread::idealThreadCount()) + " cores\n";

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <dlfcn.h>
@@ -19,6 +20,7 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 namespace {
@@ -54,13 +56,32 @@ extern "C" [[gnu::visibility("default")]] int getaddrinfo(const char* host, cons
     return real(host, service, hints, result);
 }
 
-extern "C" [[gnu::visibility("default")]] ssize_t read(int file, void* buffer, size_t size)
+namespace {
+
+bool isSilent(int file, off_t position)
 {
     struct stat status = {};
-    if (silentFile != 0 && fstat(file, &status) == 0 && status.st_ino == silentFile &&
-        lseek(file, 0, SEEK_CUR) >= fileSize / 2)
+    return silentFile != 0 && fstat(file, &status) == 0 && status.st_ino == silentFile && position >= fileSize / 2;
+}
+
+} // namespace
+
+extern "C" [[gnu::visibility("default")]] ssize_t read(int file, void* buffer, size_t size)
+{
+    if (isSilent(file, lseek(file, 0, SEEK_CUR)))
         getStuck();
     return syscall(SYS_read, file, buffer, size);
+}
+
+/// Asked for what lies in memory alone.
+extern "C" [[gnu::visibility("default")]] ssize_t preadv2(int file, const iovec* pieces, int count, off_t position,
+                                                          int flags)
+{
+    if (isSilent(file, position)) {
+        errno = EAGAIN;
+        return -1;
+    }
+    return syscall(SYS_preadv2, file, pieces, count, position, 0L, flags);
 }
 
 namespace {

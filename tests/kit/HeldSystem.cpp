@@ -4,6 +4,7 @@
 #include <QFileInfo>
 
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <condition_variable>
 #include <cstdio>
@@ -14,6 +15,7 @@
 #include <optional>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 namespace {
@@ -83,6 +85,7 @@ std::atomic<qint64> takenOfDownloads = 0;
 std::mutex& marksMutex = *new std::mutex;
 std::string& markedHost = *new std::string;
 std::optional<MarkedFile> markedFile;
+std::optional<MarkedFile> coldFile;
 
 bool isHeld(const char* host)
 {
@@ -90,12 +93,32 @@ bool isHeld(const char* host)
     return host && !markedHost.empty() && markedHost == host;
 }
 
+/// The caller holds the mutex.
+bool isMarked(const std::optional<MarkedFile>& mark, int file, off_t position)
+{
+    struct stat status = {};
+    return mark && fstat(file, &status) == 0 && status.st_dev == mark->device && status.st_ino == mark->inode &&
+           position >= mark->from;
+}
+
 bool isHeld(int file)
 {
     const std::lock_guard lock(marksMutex);
+    return isMarked(markedFile, file, lseek(file, 0, SEEK_CUR));
+}
+
+bool isOutOfMemory(int file, off_t position)
+{
+    const std::lock_guard lock(marksMutex);
+    return isMarked(markedFile, file, position) || isMarked(coldFile, file, position);
+}
+
+std::optional<MarkedFile> markOf(const QString& path, qint64 from)
+{
     struct stat status = {};
-    return markedFile && fstat(file, &status) == 0 && status.st_dev == markedFile->device &&
-           status.st_ino == markedFile->inode && lseek(file, 0, SEEK_CUR) >= markedFile->from;
+    if (stat(QFile::encodeName(path).constData(), &status) != 0)
+        return std::nullopt;
+    return MarkedFile{status.st_dev, status.st_ino, from};
 }
 
 bool isDownload(int file)
@@ -124,6 +147,18 @@ extern "C" [[gnu::visibility("default")]] ssize_t read(int file, void* buffer, s
     if (isHeld(file))
         reads.pass();
     return syscall(SYS_read, file, buffer, size);
+}
+
+/// Asked for what lies in memory alone: every file does, on whatever file system, that is neither held nor cold.
+extern "C" [[gnu::visibility("default")]] ssize_t preadv2(int file, const iovec* pieces, int count, off_t position,
+                                                          int flags)
+{
+    if ((flags & RWF_NOWAIT) == 0)
+        return syscall(SYS_preadv2, file, pieces, count, position, 0L, flags);
+    if (!isOutOfMemory(file, position))
+        return preadv(file, pieces, count, position);
+    errno = EAGAIN;
+    return -1;
 }
 
 extern "C" [[gnu::visibility("default")]] ssize_t write(int file, const void* bytes, size_t size)
@@ -160,12 +195,10 @@ int HeldLookUp::waiting()
 
 HeldFile::HeldFile(const QString& path, qint64 from)
 {
-    struct stat status = {};
-    if (stat(QFile::encodeName(path).constData(), &status) != 0)
-        return;
     const std::lock_guard lock(marksMutex);
-    markedFile = MarkedFile{status.st_dev, status.st_ino, from};
-    reads.close();
+    markedFile = markOf(path, from);
+    if (markedFile)
+        reads.close();
 }
 
 HeldFile::~HeldFile()
@@ -183,6 +216,18 @@ void HeldFile::release()
     const std::lock_guard lock(marksMutex);
     markedFile.reset();
     reads.open();
+}
+
+ColdFile::ColdFile(const QString& path, qint64 from)
+{
+    const std::lock_guard lock(marksMutex);
+    coldFile = markOf(path, from);
+}
+
+ColdFile::~ColdFile()
+{
+    const std::lock_guard lock(marksMutex);
+    coldFile.reset();
 }
 
 HeldDownloads::HeldDownloads()

@@ -39,6 +39,16 @@ public:
     static void release();
 };
 
+/// A file that the system does not hold in memory from this byte on: its disk gives it at once, but has to be asked.
+class ColdFile
+{
+public:
+    ColdFile(const QString& path, qint64 from);
+    ~ColdFile();
+    ColdFile(const ColdFile&) = delete;
+    ColdFile& operator=(const ColdFile&) = delete;
+};
+
 /// See HeldLookUp.
 class HeldDownloads
 {

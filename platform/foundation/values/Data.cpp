@@ -1,6 +1,7 @@
 #include "platform/foundation/values/Data.h"
 
 #include "platform/foundation/files/PathString.h"
+#include "platform/foundation/os/CachedRead.h"
 #include "platform/foundation/os/FileStamp.h"
 
 #include <QFile>
@@ -41,6 +42,12 @@ public:
         if (m_file.pos() != position && !m_file.seek(position))
             return -1;
         return m_file.read(buffer, std::min(capacity, size() - position));
+    }
+
+    /// Takes no lock, which another reader may hold while it waits for the disk. Moves no position either.
+    qint64 readCachedAt(qint64 position, char* buffer, qint64 capacity)
+    {
+        return os::readCached(m_file.handle(), position, buffer, std::min(capacity, size() - position));
     }
 
     Error shortenedError() const
@@ -136,12 +143,24 @@ DataReader::DataReader(Data data)
 
 qint64 DataReader::read(char* buffer, qint64 capacity)
 {
+    return fill(buffer, capacity, Wait::ForDisk);
+}
+
+qint64 DataReader::readWithoutWaiting(char* buffer, qint64 capacity)
+{
+    return fill(buffer, capacity, Wait::Never);
+}
+
+qint64 DataReader::fill(char* buffer, qint64 capacity, Wait wait)
+{
     qint64 filled = 0;
     while (filled < capacity && m_piece < m_data.m_pieces.size()) {
         const Data::Piece& piece = m_data.m_pieces[m_piece];
-        const qint64 count = readFromPiece(piece, buffer + filled, capacity - filled);
+        const qint64 count = readFromPiece(piece, buffer + filled, capacity - filled, wait);
+        if (count == mustWait && filled > 0)
+            break;
         if (count < 0)
-            return -1;
+            return count;
         filled += count;
         m_offset += count;
         if (m_offset == Data::sizeOf(piece)) {
@@ -152,27 +171,27 @@ qint64 DataReader::read(char* buffer, qint64 capacity)
     return filled;
 }
 
-qint64 DataReader::readFromPiece(const Data::Piece& piece, char* buffer, qint64 capacity)
+qint64 DataReader::readFromPiece(const Data::Piece& piece, char* buffer, qint64 capacity, Wait wait)
 {
     if (const auto* bytes = std::get_if<QByteArray>(&piece)) {
         const qint64 count = std::min<qint64>(capacity, bytes->size() - m_offset);
         std::memcpy(buffer, bytes->constData() + m_offset, static_cast<std::size_t>(count));
         return count;
     }
-    const auto& file = std::get<std::shared_ptr<Data::OpenFile>>(piece);
-    const qint64 count = file->readAt(m_offset, buffer, capacity);
-    if (count <= 0)
-        m_error = file->shortenedError();
-    else if (m_offset + count == file->size() && !file->isUnchanged())
-        m_error = file->changedError();
-    return m_error ? -1 : count;
+    return readFromFile(*std::get<std::shared_ptr<Data::OpenFile>>(piece), buffer, capacity, wait);
 }
 
-bool DataReader::readsFiles() const
+qint64 DataReader::readFromFile(Data::OpenFile& file, char* buffer, qint64 capacity, Wait wait)
 {
-    return std::ranges::any_of(m_data.m_pieces, [](const Data::Piece& piece) {
-        return std::holds_alternative<std::shared_ptr<Data::OpenFile>>(piece);
-    });
+    const qint64 count =
+        wait == Wait::Never ? file.readCachedAt(m_offset, buffer, capacity) : file.readAt(m_offset, buffer, capacity);
+    if (wait == Wait::Never && count == 0)
+        return mustWait;
+    if (count <= 0)
+        m_error = file.shortenedError();
+    else if (m_offset + count == file.size() && !file.isUnchanged())
+        m_error = file.changedError();
+    return m_error ? -1 : count;
 }
 
 bool DataReader::filesAreUnchanged()

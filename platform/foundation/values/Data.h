@@ -67,8 +67,12 @@ public:
     /// held when it was opened, or when its last byte is read and it was written to meanwhile; `error` then says which.
     qint64 read(char* buffer, qint64 capacity);
 
-    /// Whether there is a file among the pieces, so that `read` may take as long as a disk does.
-    bool readsFiles() const;
+    /// What `readWithoutWaiting` answers when it has nothing, although the end has not come.
+    static constexpr qint64 mustWait = -2;
+
+    /// As `read`, but never waits for a disk: gives what lies in memory, which a file that was just written does as a
+    /// rule, or `mustWait`. What is wrong with a file `read` has to find out.
+    qint64 readWithoutWaiting(char* buffer, qint64 capacity);
 
     /// Looks at the files once more. False when one was written to since it was opened; `error` then says which.
     bool filesAreUnchanged();
@@ -77,7 +81,11 @@ public:
     const std::optional<Error>& error() const { return m_error; }
 
 private:
-    qint64 readFromPiece(const Data::Piece& piece, char* buffer, qint64 capacity);
+    enum class Wait { ForDisk, Never };
+
+    qint64 fill(char* buffer, qint64 capacity, Wait wait);
+    qint64 readFromPiece(const Data::Piece& piece, char* buffer, qint64 capacity, Wait wait);
+    qint64 readFromFile(Data::OpenFile& file, char* buffer, qint64 capacity, Wait wait);
 
     Data m_data;
     /// The piece to read from next, and how much of it is read.

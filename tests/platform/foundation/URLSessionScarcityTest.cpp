@@ -1,3 +1,4 @@
+#include "tests/kit/HeldSystem.h"
 #include "tests/platform/foundation/ScarceSystem.h"
 #include "tests/platform/foundation/SessionTest.h"
 
@@ -38,7 +39,6 @@ protected:
 
     tljira::URLRequest requestWithFile() const
     {
-        const QString path = folder.filePath(QStringLiteral("file"));
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         EXPECT_EQ(file.write("bytes"), 5);
@@ -50,6 +50,7 @@ protected:
     }
 
     const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("file"));
 };
 
 class OneScarceResource : public URLSessionScarcityTest, public testing::WithParamInterface<Resource>
@@ -75,14 +76,23 @@ INSTANTIATE_TEST_SUITE_P(AtTheFirstRequest, OneScarceResource,
 TEST_F(URLSessionScarcityTest, endsAnUploadWhoseFileNobodyCanRead)
 {
     expectAnswer(requestFor("x"));
+    const tljira::URLRequest upload = requestWithFile();
+    const tests::ColdFile cold(path, 0);
     {
         const Scarcity scarcity(Resource::Threads);
-        expectRefusal(requestWithFile());
+        expectRefusal(upload);
         expectAnswer(requestFor("x"));
     }
+    expectAnswer(upload);
+    EXPECT_EQ(server.lastRequest().body, "bytes");
+}
+
+TEST_F(URLSessionScarcityTest, anUploadNeedsNoThreadForAFileThatLiesInMemory)
+{
+    expectAnswer(requestFor("x"));
+    const Scarcity scarcity(Resource::Threads);
     expectAnswer(requestWithFile());
     EXPECT_EQ(server.lastRequest().body, "bytes");
-    EXPECT_EQ(server.requestCount(), 3u);
 }
 
 /// Refuses before there is a session, and so a cookie jar.

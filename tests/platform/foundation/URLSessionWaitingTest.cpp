@@ -1,5 +1,5 @@
-#include "tests/platform/foundation/SessionTest.h"
 #include "tests/kit/HeldSystem.h"
+#include "tests/platform/foundation/SessionTest.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -130,6 +130,19 @@ TEST_F(URLSessionWaitingTest, aFileArrivesWholeWhenItsDiskStoppedOnTheWay)
     ASSERT_TRUE(tests::waitUntil([this] { return ends == 1; }));
     EXPECT_THAT(events, ElementsAre("200", "end"));
     EXPECT_TRUE(QByteArray::fromStdString(server.lastRequest().body) == "head " + bytesOfFile() + " tail");
+}
+
+TEST_F(URLSessionWaitingTest, aFileArrivesWholeWhereverItsDiskHasToBeAsked)
+{
+    const tljira::URLRequest request = requestWithFile();
+    for (const qint64 from : {qint64(0), qint64(1), qint64(123'457), fileSize / 2, fileSize - 1}) {
+        SCOPED_TRACE(from);
+        const tests::ColdFile cold(path, from);
+        events.clear();
+        run(request);
+        EXPECT_THAT(events, ElementsAre("200", "end"));
+        EXPECT_TRUE(QByteArray::fromStdString(server.lastRequest().body) == "head " + bytesOfFile() + " tail");
+    }
 }
 
 TEST_F(URLSessionWaitingTest, otherRequestsGoOnBesideAFileWhoseDiskIsSilent)

@@ -10,12 +10,12 @@
 namespace tljira {
 
 /// The body of a request on its way to the server, for a thread that must never wait for a disk. What lies in memory is
-/// handed out as it is; a body with a file in it is read ahead.
+/// handed out as it is, without another copy; from the first byte on that a disk has to give, the body is read ahead.
 class BodySource
 {
 public:
     using Check = ReadAhead::Check;
-    static constexpr qint64 mustWait = ReadAhead::mustWait;
+    static constexpr qint64 mustWait = DataReader::mustWait;
 
     /// `whenReady` is called, on another thread, once after each "must wait" and each pending check.
     BodySource(const Data& body, std::function<void()> whenReady);
@@ -33,11 +33,14 @@ public:
     std::optional<Error> error() const;
 
 private:
-    DataReader m_inMemory;
-    /// Null for a body without files, and where there is no thread to be had.
+    qint64 readFromDisk(char* buffer, qint64 capacity);
+
+    const std::function<void()> m_whenReady;
+    DataReader m_reader;
+    qint64 m_left;
+    /// Reads on from where the reader came to a disk; null before, and where there is no thread to be had.
     std::shared_ptr<ReadAhead> m_ahead;
     std::optional<Error> m_startError;
-    qint64 m_left;
 };
 
 } // namespace tljira

@@ -15,10 +15,10 @@ constexpr qint64 largestChunk = 256L * 1024;
 
 } // namespace
 
-ReadAhead::ReadAhead(Data body, std::function<void()> whenReady)
-    : m_chunkSize(std::min(body.size(), largestChunk))
+ReadAhead::ReadAhead(DataReader reader, qint64 size, std::function<void()> whenReady)
+    : m_chunkSize(std::min(size, largestChunk))
     , m_whenReady(std::move(whenReady))
-    , m_reader(std::move(body))
+    , m_reader(std::move(reader))
 {
 }
 

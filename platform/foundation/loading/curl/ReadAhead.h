@@ -19,10 +19,11 @@ public:
     enum class Check { Pending, Unchanged, Changed };
 
     /// What `read` answers while nothing has been read yet.
-    static constexpr qint64 mustWait = -2;
+    static constexpr qint64 mustWait = DataReader::mustWait;
 
-    /// `whenReady` is called on the reading thread once after each "must wait" and each pending check.
-    ReadAhead(Data body, std::function<void()> whenReady);
+    /// Goes on where `reader` stands, `size` bytes before its end. `whenReady` is called on the reading thread once
+    /// after each "must wait" and each pending check.
+    ReadAhead(DataReader reader, qint64 size, std::function<void()> whenReady);
 
     /// Begins to read. False when the system has no thread left.
     bool start();

@@ -14,7 +14,7 @@ namespace tljira {
 namespace {
 
 constexpr int mostRedirects = 20;
-constexpr long sendBufferSize = 256L * 1024;
+constexpr long sendBufferSize = 512L * 1024;
 constexpr long receiveBufferSize = 512L * 1024;
 constexpr auto reportInterval = std::chrono::microseconds(16'600);
 
