@@ -1,6 +1,6 @@
 #include "cli/IssueQuestion.h"
 
-#include "cli/IssueKey.h"
+#include "client/IssueKey.h"
 #include "constants/JAConstants.h"
 #include "platform/foundation/values/Format.h"
 
@@ -30,7 +30,7 @@ void askForIssue(
     JAController& client, const QString& key,
     const std::function<void(const std::shared_ptr<const JAIssueObject>& issue, const Outcome& failure)>& answer)
 {
-    client.sendGetRequest(client.url(tljira::format(kGetIssue, escapedKey(key))),
+    client.sendGetRequest(client.url(tljira::format(kGetIssue, client::escapedKey(key))),
                           [answer](const auto& body, const auto& error, const auto& response) {
                               Outcome failure;
                               std::shared_ptr<const JAIssueObject> issue;

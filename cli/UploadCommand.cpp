@@ -1,6 +1,6 @@
 #include "cli/UploadCommand.h"
 
-#include "cli/IssueKey.h"
+#include "client/IssueKey.h"
 #include "platform/foundation/files/PathString.h"
 
 #include <QFileInfo>
@@ -58,7 +58,7 @@ void UploadCommand::start(const Completion& completion)
     }
     m_progress.emplace(m_showsProgress);
     m_client->uploadFileInIssue(
-        m_path, m_name, escapedKey(m_key), [this, completion](const auto& error) { end(error, completion); },
+        m_path, m_name, client::escapedKey(m_key), [this, completion](const auto& error) { end(error, completion); },
         [this](qint64 sent, qint64 expected) {
             if (m_progress)
                 m_progress->update(sent, expected);

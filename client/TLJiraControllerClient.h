@@ -1,12 +1,13 @@
 #pragma once
 
-// What a program includes that talks to the server without windows: JAController and what it hands out. The program
-// needs a QCoreApplication and its event loop.
+// What a program includes that talks to the server without windows: TLJiraTask, each job as one call, or JAController,
+// which does what it is told step by step. The program needs a QCoreApplication and its event loop.
 //
 // The texts that client and server have agreed upon are in constants/JAConstants.h, for who asks for them by that name.
 
 #include "client/JAController.h"
 #include "client/JAControllerDelegate.h"
+#include "client/tasks/TLJiraTask.h"
 #include "platform/foundation/LogSwitch.h"
 #include "records/JAAttachmentObject.h"
 #include "records/JAIssueObject.h"

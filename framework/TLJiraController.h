@@ -20,6 +20,7 @@
 // QCoreApplication::applicationName() has when the first controller is made.
 
 #include "client/JAController.h"
+#include "client/tasks/TLJiraTask.h"
 #include "download/JAAttachedCell.h"
 #include "download/JABodyViewController.h"
 #include "download/JADownloadBodyViewController.h"

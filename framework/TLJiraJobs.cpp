@@ -3,12 +3,12 @@
 #include "framework/jobs/AttachJob.h"
 #include "framework/jobs/FetchJob.h"
 
-bool TLJiraJobs::attach(const Document& document, QWidget* parent, const Ended& ended, Options options)
+bool TLJiraJobs::attach(const Document& document, QObject* parent, const Ended& ended, Options options)
 {
     return jobs::AttachJob::begin(document, {parent, ended, options});
 }
 
-bool TLJiraJobs::fetch(QWidget* parent, const Ended& ended, Options options)
+bool TLJiraJobs::fetch(QObject* parent, const Ended& ended, Options options)
 {
     const auto job = jobs::FetchJob::begin({parent, ended, options});
     if (job)
@@ -16,7 +16,7 @@ bool TLJiraJobs::fetch(QWidget* parent, const Ended& ended, Options options)
     return job != nullptr;
 }
 
-std::optional<TLJiraJobs::Result> TLJiraJobs::fetchAndWait(QWidget* parent, Options options)
+std::optional<TLJiraJobs::Result> TLJiraJobs::fetchAndWait(QObject* parent, Options options)
 {
     std::optional<Result> result;
     if (const auto job = jobs::FetchJob::begin({parent, [&result](const Result& end) { result = end; }, options}))

@@ -2,6 +2,7 @@
 
 #include "client/JAController.h"
 #include "client/ServerName.h"
+#include "client/ServerSentence.h"
 #include "platform/toolkit/nib/FrameworkBundle.h"
 #include "platform/toolkit/nib/InterfaceTexts.h"
 #include "platform/toolkit/views/FillingSubview.h"
@@ -165,7 +166,8 @@ void JAUploadingWindow::setErrorState(const tljira::Error& error)
 {
     tljira::setText(errortitle(), QStringLiteral("Error"));
     tljira::setText(errorMessage(), error.localizedDescription());
-    showText(findView<QLabel>(errorView(), "serverSentence"), saysOf(client::serverName(), serverSentence(error)));
+    showText(findView<QLabel>(errorView(), "serverSentence"),
+             saysOf(client::serverName(), client::serverSentence(error)));
     showText(findView<QLabel>(errorView(), "advice"), text(adviceFor(error)));
     setActualView(errorView());
     setIsRunning(false);

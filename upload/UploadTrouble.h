@@ -2,12 +2,6 @@
 
 #include "platform/foundation/values/Error.h"
 
-#include <QString>
-
-/// What the server says about an upload that it did not take, in its own words: the texts under "errorMessages" and
-/// "errors" of its answer, one after the other. Empty where the answer has none, or nothing was answered.
-QString serverSentence(const tljira::Error& error);
-
 /// What the user can do about it, in English, a text of the context "JAUploadingWindow". After an attempt the document
 /// is gone from where the host had put it, so it has to be attached again.
 const char* adviceFor(const tljira::Error& error);

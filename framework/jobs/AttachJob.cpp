@@ -1,12 +1,12 @@
 #include "framework/jobs/AttachJob.h"
 
+#include "client/tasks/DocumentCopy.h"
+#include "client/tasks/TransferResult.h"
 #include "framework/jobs/CloseFilter.h"
-#include "framework/jobs/DocumentCopy.h"
 #include "framework/jobs/JobTexts.h"
 #include "platform/toolkit/windows/Application.h"
 #include "platform/toolkit/windows/WindowParts.h"
 
-#include <QJsonArray>
 #include <QTimer>
 
 namespace jobs {
@@ -19,12 +19,20 @@ std::weak_ptr<AttachJob>& newest()
     return job;
 }
 
-UploadCompanion::File fileOf(const std::shared_ptr<DocumentCopy>& copy, const QString& reason, const QString& text)
+/// What the window says where there is no copy.
+struct Texts
 {
-    if (reason.isEmpty())
+    const QString noCopy = JobTexts::noCopy();
+    const QString notWritten = JobTexts::notWritten();
+};
+
+UploadCompanion::File fileOf(const std::shared_ptr<client::DocumentCopy>& copy, const std::optional<QString>& problem,
+                             const Texts& texts)
+{
+    if (!problem)
         return {copy->path(), std::nullopt, copy};
-    const auto code = static_cast<qint64>(tljira::FileError::WriteUnknown);
-    return {std::nullopt, tljira::makeError(QLatin1String(tljira::CocoaErrorDomain), code, text.arg(reason)), nullptr};
+    const QString reason = problem->isEmpty() ? texts.notWritten : *problem;
+    return {std::nullopt, client::writeError(texts.noCopy.arg(reason)), nullptr};
 }
 
 } // namespace
@@ -62,7 +70,7 @@ void AttachJob::open()
         };
         window->widget()->installEventFilter(new CloseFilter(window->widget(), hidesInstead));
     }
-    tljira::WindowParts::of(*window).host.setView(parent());
+    tljira::WindowParts::of(*window).host.setPart(parent());
     m_entry->closeOnCancel();
     m_entry->showWindow();
 }
@@ -95,18 +103,18 @@ UploadCompanion::Provider AttachJob::uploadBegins(const QString& key)
         m_result = {};
         m_result.issueKey = key;
     }
-    const auto copy = std::make_shared<DocumentCopy>();
-    const QString text = JobTexts::noCopy();
+    const auto copy = std::make_shared<client::DocumentCopy>();
+    const Texts texts;
     // The host's code runs on the main thread, the disk is waited for on another.
     if (m_document.writer)
-        return [file = fileOf(copy, copy->write(m_document), text)] { return file; };
-    return [copy, text, document = m_document] { return fileOf(copy, copy->write(document), text); };
+        return [file = fileOf(copy, copy->write(m_document), texts)] { return file; };
+    return [copy, texts, document = m_document] { return fileOf(copy, copy->write(document), texts); };
 }
 
 void AttachJob::uploadAnswered(const QString& path, const std::optional<QJsonValue>& answer)
 {
     m_answeredPath = path;
-    m_attachment = answer.value_or(QJsonValue()).toArray().first().toObject();
+    m_answer = answer;
 }
 
 void AttachJob::uploadEnded(const Ending& ending)
@@ -114,15 +122,9 @@ void AttachJob::uploadEnded(const Ending& ending)
     if (isOver())
         return;
     if (!ending.error) {
-        const QJsonObject attachment = ending.path == m_answeredPath ? m_attachment : QJsonObject();
-        m_result = {};
-        m_result.outcome = TLJiraJobs::Outcome::Done;
-        m_result.issueKey = ending.key;
-        m_result.attachmentId = attachment.value(QLatin1String("id")).toVariant().toString();
-        m_result.attachmentName = attachment.value(QLatin1String("filename")).toString();
-        m_result.size = attachment.value(QLatin1String("size")).toInteger();
+        m_result = client::attached(ending.key, ending.path == m_answeredPath ? m_answer : std::nullopt);
     } else if (!m_result.isDone()) {
-        m_result = failure(*ending.error);
+        m_result = client::failure(*ending.error);
         m_result.issueKey = ending.key;
     }
     if (isUploading())

@@ -6,8 +6,6 @@
 #include "shell/TLJiraUpload.h"
 #include "upload/UploadCompanion.h"
 
-#include <QJsonObject>
-
 namespace jobs {
 
 /// The window for attaching, and what becomes of the attempts in it.
@@ -42,7 +40,7 @@ private:
     bool m_isClosed = false;
     /// What the server said of the file at that path.
     QString m_answeredPath;
-    QJsonObject m_attachment;
+    std::optional<QJsonValue> m_answer;
     TLJiraJobs::Result m_result;
 };
 

@@ -1,46 +1,26 @@
 #include "framework/jobs/FetchJob.h"
 
 #include "client/JAController.h"
-#include "framework/jobs/FetchedFile.h"
+#include "client/tasks/FetchedFile.h"
+#include "client/tasks/TransferResult.h"
 #include "framework/jobs/JobTexts.h"
 #include "platform/toolkit/windows/Application.h"
 #include "platform/toolkit/windows/WindowParts.h"
 
-#include <QFile>
 #include <QFileInfo>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QLocale>
 #include <QTimer>
 
 namespace jobs {
 
-namespace {
+namespace FetchedFile = client::FetchedFile;
 
-/// Longer texts are no sentence for a user.
-constexpr qint64 longestAnswer = 65536;
+namespace {
 
 std::weak_ptr<FetchJob>& newest()
 {
     static std::weak_ptr<FetchJob> job;
     return job;
-}
-
-/// What a server that does not hand out the document says instead may be JSON.
-tljira::Error notTheDocument(const QString& path, qint64 size, qint64 expected)
-{
-    const QString text = JobTexts::notTheDocument().arg(QLocale().toString(size), QLocale().toString(expected));
-    QFile file(path);
-    QJsonObject answer;
-    if (size <= longestAnswer && file.open(QFile::ReadOnly))
-        answer = QJsonDocument::fromJson(file.readAll()).object();
-    auto error = tljira::makeError(QLatin1String(tljira::URLErrorDomain),
-                                   static_cast<qint64>(tljira::URLError::CannotParseResponse), text);
-    const QJsonObject own = error.userInfo.value_or(QJsonValue()).toObject();
-    for (auto field = own.begin(); field != own.end(); ++field)
-        answer.insert(field.key(), field.value());
-    error.userInfo = answer;
-    return error;
 }
 
 } // namespace
@@ -70,7 +50,7 @@ void FetchJob::open()
     const auto window = m_entry->window();
     m_watch = std::make_shared<ClosingWatch>(window->delegate(), [this] { finish(); });
     window->setDelegate(m_watch);
-    tljira::WindowParts::of(*window).host.setView(parent());
+    tljira::WindowParts::of(*window).host.setPart(parent());
     m_entry->closeOnCancel();
     DownloadCompanion::join(*list(), self);
     client::TransferListener::add(self);
@@ -118,12 +98,14 @@ void FetchJob::downloadArrived(const tljira::URLSessionTask& task, const QString
     const qint64 size = QFileInfo(path).size();
     // The folder where it lies is emptied by the next download of any program.
     const FetchedFile::Place place = FetchedFile::take(path, m_name);
-    if (place.error) {
-        taskEnded(task, place.error);
+    if (place.problem) {
+        taskEnded(task, client::writeError(JobTexts::notKept().arg(*place.problem)));
         return;
     }
     if (m_expectedSize > 0 && size != m_expectedSize) {
-        const tljira::Error error = notTheDocument(place.path, size, m_expectedSize);
+        const QString text =
+            JobTexts::notTheDocument().arg(QLocale().toString(size), QLocale().toString(m_expectedSize));
+        const tljira::Error error = client::notTheDocument(place.path, text);
         FetchedFile::remove(place.path);
         taskEnded(task, error);
         return;
@@ -146,7 +128,7 @@ void FetchJob::taskEnded(const tljira::URLSessionTask& task, const std::optional
     m_task = nullptr;
     if (m_result.isDone())
         return;
-    m_result = failure(*error);
+    m_result = client::failure(*error);
     m_result.issueKey = m_begun.issueKey;
 }
 

@@ -1,5 +1,6 @@
 #include "framework/jobs/JobTexts.h"
 
+#include "client/tasks/TaskTexts.h"
 #include "platform/toolkit/nib/InterfaceTexts.h"
 
 namespace {
@@ -13,21 +14,20 @@ QString text(const char* source)
 
 QString JobTexts::noCopy()
 {
-    return text(QT_TRANSLATE_NOOP("TLJiraJobs", "The document could not be copied: %1"));
+    return text(client::texts::noCopy);
 }
 
 QString JobTexts::notWritten()
 {
-    return text(QT_TRANSLATE_NOOP("TLJiraJobs", "The program could not write it."));
+    return text(client::texts::notWritten);
 }
 
 QString JobTexts::notTheDocument()
 {
-    return text(
-        QT_TRANSLATE_NOOP("TLJiraJobs", "The server sent something else than the document: %1 bytes instead of %2."));
+    return text(client::texts::notTheDocument);
 }
 
 QString JobTexts::notKept()
 {
-    return text(QT_TRANSLATE_NOOP("TLJiraJobs", "The document could not be put in its place: %1"));
+    return text(client::texts::notKept);
 }

@@ -16,19 +16,39 @@ QPointer<QWidget>& lastKeyWindow()
     return window;
 }
 
+/// A window may stand inside another one, and a dialog belongs to the outermost.
+QWindow* topLevel(QWindow* window)
+{
+    while (window && window->parent())
+        window = window->parent();
+    return window;
+}
+
 QWindow* ownerOfWhatComesNow(const QWidget* newcomer)
 {
     const QWidget* const active = QApplication::activeWindow();
-    QWindow* owner = active && active != newcomer ? active->windowHandle() : nullptr;
+    // A window without widgets, such as one of QML, is no active window in the eyes of QApplication.
+    QWindow* owner = active ? active->windowHandle() : topLevel(QGuiApplication::focusWindow());
+    if (owner == newcomer->windowHandle() || (owner && !owner->isVisible()))
+        owner = nullptr;
     while (owner && owner->transientParent())
         owner = owner->transientParent();
     const bool isOurs = owner && Window::windowOf(QWidget::find(owner->winId()));
     return isOurs ? nullptr : owner;
 }
 
-QWindow* windowAround(const QWidget* view)
+QWindow* windowAround(QObject* part)
 {
-    return view && view->window()->isVisible() ? view->window()->windowHandle() : nullptr;
+    for (; part; part = part->parent()) {
+        QWindow* window = nullptr;
+        if (const auto* view = qobject_cast<QWidget*>(part))
+            window = view->window()->windowHandle();
+        else
+            window = topLevel(qobject_cast<QWindow*>(part));
+        if (window)
+            return window->isVisible() ? window : nullptr;
+    }
+    return nullptr;
 }
 
 } // namespace
@@ -38,7 +58,7 @@ void HostWindow::adopt()
     QObject::disconnect(m_departure);
     m_window->winId();
     QWindow* const handle = m_window->windowHandle();
-    QWindow* const asked = windowAround(m_view);
+    QWindow* const asked = windowAround(m_part);
     QWindow* const owner = asked ? asked : ownerOfWhatComesNow(m_window);
     handle->setTransientParent(owner);
     if (!owner)

@@ -16,9 +16,9 @@ public:
     {
     }
 
-    /// Whose dialog the window becomes from the next adopt() on, whatever window is active then: that of `view`, while
-    /// it is on screen. Null for the active one.
-    void setView(QWidget* view) { m_view = view; }
+    /// Whose dialog the window becomes from the next adopt() on, whatever window is active then: that of `part`, while
+    /// it is on screen. That is a view, a window of any kind, or an object below one of them. Null for the active one.
+    void setPart(QObject* part) { m_part = part; }
 
     /// To be called before the window is shown: it belongs to the window that is active at this moment, or to the one
     /// that the active window itself belongs to. That lasts until the host's window goes off screen. Then this one
@@ -27,7 +27,7 @@ public:
 
 private:
     QPointer<QWidget> m_window;
-    QPointer<QWidget> m_view;
+    QPointer<QObject> m_part;
     QMetaObject::Connection m_departure;
 };
 

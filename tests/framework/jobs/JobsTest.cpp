@@ -91,7 +91,7 @@ void JobsTest::holdUploads()
 void JobsTest::openAndHold(TLJiraJobs::Options options)
 {
     holdUploads();
-    open({QStringLiteral("plan.tessaloom"), QByteArray(1 << 20, 'w')}, options);
+    open({QStringLiteral("plan.tessaloom"), heldBytes}, options);
     pressUpload();
     ASSERT_TRUE(waitUntil([this] { return server.heldCount() == 1; }));
 }

@@ -60,6 +60,8 @@ protected:
     static QStringList foldersNamed(const QString& prefix);
 
     const QByteArray bytes = "warp and weft\n";
+    /// More than what lies in the system's hands while a server does not read.
+    const QByteArray heldBytes = QByteArray(16 << 20, 'w');
     std::unique_ptr<QWidget> host;
     std::shared_ptr<TLJiraUpload> upload;
     std::shared_ptr<JMWindowController> entry;

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QUrl>
 
-namespace cli {
+namespace client {
 
 /// The key as it can stand in an address, which the client puts it into as it is.
 inline QString escapedKey(const QString& key)
@@ -11,4 +11,4 @@ inline QString escapedKey(const QString& key)
     return QString::fromLatin1(QUrl::toPercentEncoding(key.trimmed()));
 }
 
-} // namespace cli
+} // namespace client

@@ -1,6 +1,6 @@
-#include "framework/jobs/DocumentCopy.h"
+#include "client/tasks/DocumentCopy.h"
 
-#include "framework/jobs/JobTexts.h"
+#include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/files/FileManager.h"
 #include "platform/foundation/files/Leftovers.h"
 #include "platform/foundation/files/PathString.h"
@@ -11,7 +11,7 @@
 
 #include <exception>
 
-namespace jobs {
+namespace client {
 
 namespace {
 
@@ -49,7 +49,7 @@ private:
 };
 
 /// Answers what went wrong, in the words of who knows best.
-QString contentsInto(WholeFile& file, const TLJiraJobs::Document& document)
+std::optional<QString> contentsInto(WholeFile& file, const TLJiraDocument& document)
 {
     bool isWritten = false;
     QString reason;
@@ -61,9 +61,15 @@ QString contentsInto(WholeFile& file, const TLJiraJobs::Document& document)
     }
     if (file.hasFailed() || (file.isOpen() && !file.flush()))
         return file.errorString();
-    if (!isWritten && reason.isEmpty())
-        return JobTexts::notWritten();
-    return reason;
+    return isWritten ? std::nullopt : std::optional(reason);
+}
+
+void removeLeftovers()
+{
+    const QString parent = tljira::temporaryDirectory();
+    tljira::removeLeftovers(
+        parent, [](const QString& name) { return name.startsWith(prefix); }, std::chrono::hours(0));
+    tljira::removeLeftovers(parent, [](const QString& name) { return name.startsWith(newPrefix); });
 }
 
 } // namespace
@@ -79,7 +85,7 @@ QString DocumentCopy::path() const
     return tljira::appendingPathComponent(m_folder, QStringLiteral("document"));
 }
 
-QString DocumentCopy::write(const TLJiraJobs::Document& document)
+std::optional<QString> DocumentCopy::write(const TLJiraDocument& document)
 {
     if (const QString reason = makeFolder(); !reason.isEmpty())
         return reason;
@@ -111,12 +117,12 @@ QString DocumentCopy::makeFolder()
     return QString();
 }
 
-void DocumentCopy::removeLeftovers()
+void DocumentCopy::tidyOnce()
 {
-    const QString parent = tljira::temporaryDirectory();
-    tljira::removeLeftovers(
-        parent, [](const QString& name) { return name.startsWith(prefix); }, std::chrono::hours(0));
-    tljira::removeLeftovers(parent, [](const QString& name) { return name.startsWith(newPrefix); });
+    [[maybe_unused]] static const bool hasTidied = [] {
+        tljira::GlobalQueue::instance().addOperation(removeLeftovers);
+        return true;
+    }();
 }
 
-} // namespace jobs
+} // namespace client

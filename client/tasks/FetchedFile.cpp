@@ -1,6 +1,5 @@
-#include "framework/jobs/FetchedFile.h"
+#include "client/tasks/FetchedFile.h"
 
-#include "framework/jobs/JobTexts.h"
 #include "platform/foundation/files/FileManager.h"
 #include "platform/foundation/files/PathString.h"
 #include "platform/foundation/files/TemporaryDirectory.h"
@@ -8,28 +7,19 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-namespace {
-
-FetchedFile::Place failed(const QString& reason)
-{
-    const auto code = static_cast<qint64>(tljira::FileError::WriteUnknown);
-    return {QString(),
-            tljira::makeError(QLatin1String(tljira::CocoaErrorDomain), code, JobTexts::notKept().arg(reason))};
-}
-
-} // namespace
+namespace client {
 
 FetchedFile::Place FetchedFile::take(const QString& file, const QString& name)
 {
     const QString parent = tljira::temporaryDirectory();
     if (parent.isEmpty())
-        return failed(QDir::tempPath());
+        return {QString(), QDir::tempPath()};
     QTemporaryDir folder(tljira::appendingPathComponent(parent, QStringLiteral("Fetched-XXXXXX")));
     if (!folder.isValid())
-        return failed(folder.errorString());
+        return {QString(), folder.errorString()};
     const QString path = tljira::appendingPathComponent(folder.path(), tljira::fileNameFromUntrustedText(name));
     if (const auto error = tljira::FileManager::moveItemAtPath(file, path))
-        return failed(error->localizedDescription());
+        return {QString(), error->localizedDescription()};
     folder.setAutoRemove(false);
     return {path, std::nullopt};
 }
@@ -38,3 +28,5 @@ void FetchedFile::remove(const QString& path)
 {
     tljira::FileManager::removeItemAtPath(tljira::deletingLastPathComponent(path));
 }
+
+} // namespace client

@@ -1,23 +1,24 @@
 #pragma once
 
-#include "platform/foundation/values/Error.h"
+#include "platform/foundation/Export.h"
 
 #include <QString>
 
 #include <optional>
 
 /// Documents that were fetched, each alone in a folder of its own that nobody but its user enters.
-namespace FetchedFile {
+namespace client::FetchedFile {
 
 /// Moves the file there, under a name made of the one that the server has for it. Answers where it is.
 struct Place
 {
     QString path;
-    std::optional<tljira::Error> error;
+    /// Why it is in no place; nothing if it is.
+    std::optional<QString> problem;
 };
-Place take(const QString& file, const QString& name);
+TL_EXPORT Place take(const QString& file, const QString& name);
 
 /// With its folder.
-void remove(const QString& path);
+TL_EXPORT void remove(const QString& path);
 
-} // namespace FetchedFile
+} // namespace client::FetchedFile

@@ -1,15 +1,18 @@
 #pragma once
 
-#include "framework/TLJiraJobs.h"
+#include "client/tasks/TLJiraDocument.h"
+#include "platform/foundation/Export.h"
 #include "platform/foundation/os/FileLock.h"
 
 #include <QFile>
 #include <QString>
 
-namespace jobs {
+#include <optional>
+
+namespace client {
 
 /// A document in a file, alone in a folder of the user's own that goes when this does.
-class DocumentCopy
+class TL_EXPORT DocumentCopy
 {
 public:
     DocumentCopy() = default;
@@ -17,13 +20,14 @@ public:
     DocumentCopy(const DocumentCopy&) = delete;
     DocumentCopy& operator=(const DocumentCopy&) = delete;
 
-    /// From any thread, for a document that is bytes. Answers why there is no copy; empty if there is one.
-    QString write(const TLJiraJobs::Document& document);
+    /// From any thread, for a document that is bytes. Answers why there is no copy, without a text where the writer did
+    /// not say; nothing if there is one.
+    std::optional<QString> write(const TLJiraDocument& document);
 
     QString path() const;
 
-    /// Those of processes that are no more.
-    static void removeLeftovers();
+    /// Removes those of processes that are no more, on another thread; the first time that it is called.
+    static void tidyOnce();
 
 private:
     QString makeFolder();
@@ -33,4 +37,4 @@ private:
     tljira::os::FileLock m_sign;
 };
 
-} // namespace jobs
+} // namespace client

@@ -1,0 +1,80 @@
+#include "client/tasks/Task.h"
+
+#include "client/tasks/TransferResult.h"
+
+#include <utility>
+
+namespace client {
+
+Task::Task(const QString& issueKey)
+    : m_issueKey(issueKey)
+    , m_client(JAController::init())
+{
+    m_result.issueKey = m_issueKey;
+}
+
+void Task::begin()
+{
+    keep();
+    start();
+}
+
+void Task::cancel()
+{
+    if (!isOver())
+        giveUp();
+}
+
+void Task::end(TLJiraResult result)
+{
+    if (isOver())
+        return;
+    result.issueKey = m_issueKey;
+    m_result = std::move(result);
+    finish();
+}
+
+void Task::fail(const tljira::Error& error)
+{
+    end(failure(error));
+}
+
+void Task::failWith(const QString& text)
+{
+    fail(tljira::makeError(QLatin1String(tljira::URLErrorDomain),
+                           static_cast<qint64>(tljira::URLError::CannotParseResponse), text));
+}
+
+void Task::succeed()
+{
+    TLJiraResult done;
+    done.outcome = TLJiraResult::Outcome::Done;
+    end(done);
+}
+
+bool Task::lacksKey()
+{
+    if (!m_issueKey.trimmed().isEmpty())
+        return false;
+    fail(tljira::makeError(QLatin1String(tljira::URLErrorDomain), static_cast<qint64>(tljira::URLError::BadURL),
+                           QStringLiteral("The key of an issue is missing.")));
+    return true;
+}
+
+void Task::stop()
+{
+    if (!m_client)
+        return;
+    m_client->cancelUpload();
+    m_client->cancelDownload();
+}
+
+// The session's requests go with it, and with them all that they keep; here none of its calls is under way.
+void Task::tell()
+{
+    const auto client = std::exchange(m_client, nullptr);
+    client->setSession(tljira::URLSession::sessionWithConfiguration(client->session()->configuration(), {}));
+    tellHost();
+}
+
+} // namespace client

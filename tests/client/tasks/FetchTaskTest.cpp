@@ -1,0 +1,284 @@
+#include "tests/client/tasks/TaskTest.h"
+
+#include "platform/foundation/files/TemporaryDirectory.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+using namespace tests;
+using standin::Fault;
+using standin::Match;
+using standin::Point;
+using testing::IsEmpty;
+
+const Match contents = Match::on("*/secure/attachment/*");
+
+/// An attachment on its way to the private folder, without a window.
+class FetchTaskTest : public TaskTest
+{
+protected:
+    const std::string large = std::string(1 << 20, 'w');
+};
+
+TEST_F(FetchTaskTest, bringsTheAttachmentUnderItsOwnName)
+{
+    store("other.tessaloom", "silk");
+    const auto id = store("plan.tessaloom", "wool");
+    const auto task = fetch(id);
+    EXPECT_THAT(ends, IsEmpty());
+
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_TRUE(task->isOver());
+    EXPECT_EQ(ends[0].outcome, Outcome::Done);
+    EXPECT_EQ(ends[0].error, std::nullopt);
+    EXPECT_EQ(contentsOf(ends[0].path), QByteArray("wool"));
+    EXPECT_EQ(QFileInfo(ends[0].path).fileName(), QStringLiteral("plan.tessaloom"));
+    EXPECT_EQ(ends[0].issueKey, QStringLiteral("ABC-1"));
+    EXPECT_EQ(ends[0].attachmentId.toStdString(), std::to_string(id));
+    EXPECT_EQ(ends[0].attachmentName, QStringLiteral("plan.tessaloom"));
+    EXPECT_EQ(ends[0].size, 4);
+}
+
+TEST_F(FetchTaskTest, tellsHowFarItIs)
+{
+    fetch(store("plan.tessaloom", large));
+    EXPECT_THAT(steps, IsEmpty());
+    ASSERT_TRUE(waitForEnds());
+
+    ASSERT_THAT(steps, testing::Not(IsEmpty()));
+    EXPECT_TRUE(std::is_sorted(steps.begin(), steps.end()));
+    EXPECT_EQ(steps.back(), (std::pair<qint64, qint64>(1 << 20, 1 << 20)));
+}
+
+TEST_F(FetchTaskTest, bringsAnAttachmentOfAnyName)
+{
+    fetch(store("notes.txt", "wool"));
+
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_EQ(QFileInfo(ends[0].path).fileName(), QStringLiteral("notes.txt"));
+}
+
+TEST_F(FetchTaskTest, bringsAnEmptyAttachment)
+{
+    fetch(store("plan.tessaloom", ""));
+
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_EQ(ends[0].outcome, Outcome::Done);
+    EXPECT_EQ(contentsOf(ends[0].path), QByteArray(""));
+}
+
+TEST_F(FetchTaskTest, aNameIsNeverAPath)
+{
+    fetch(store("../../over\there.tessaloom", "wool"));
+
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_EQ(QFileInfo(QFileInfo(ends[0].path).path()).path(), tljira::temporaryDirectory());
+    EXPECT_EQ(QFileInfo(ends[0].path).fileName(), QStringLiteral(".._.._over_here.tessaloom"));
+    EXPECT_EQ(ends[0].attachmentName, QStringLiteral("../../over\there.tessaloom"));
+}
+
+TEST_F(FetchTaskTest, leavesWhatAnEarlierOneBroughtAlone)
+{
+    const auto id = store("plan.tessaloom", "wool");
+    fetch(id);
+    ASSERT_TRUE(waitForEnds());
+    fetch(id);
+    ASSERT_TRUE(waitForEnds(2));
+
+    EXPECT_NE(ends[0].path, ends[1].path);
+    for (const Result& end : ends)
+        EXPECT_EQ(contentsOf(end.path), QByteArray("wool"));
+}
+
+TEST_F(FetchTaskTest, twoRunSideBySide)
+{
+    const auto one = store("one.tessaloom", large);
+    const auto other = store("other.tessaloom", std::string(1 << 19, 's'));
+    server.misbehave(contents, Fault().hold(Point::responseBody(65536)));
+    fetch(one);
+    fetch(other);
+    ASSERT_TRUE(waitForHeld(2));
+    EXPECT_EQ(temporaryItems().filter(QStringLiteral("Fetched-")), QStringList());
+    server.behave();
+    steps.clear();
+    server.release();
+    ASSERT_TRUE(waitUntil([this] { return ends.size() == 2; }));
+
+    for (const Result& end : ends) {
+        const bool isOne = end.attachmentName == QStringLiteral("one.tessaloom");
+        EXPECT_EQ(end.outcome, Outcome::Done);
+        EXPECT_EQ(end.attachmentId.toStdString(), std::to_string(isOne ? one : other));
+        EXPECT_EQ(contentsOf(end.path), isOne ? QByteArray(1 << 20, 'w') : QByteArray(1 << 19, 's'));
+    }
+    EXPECT_NE(ends[0].attachmentName, ends[1].attachmentName);
+}
+
+// What goes wrong: nothing lies anywhere then.
+
+class FetchTaskFailure : public FetchTaskTest
+{
+protected:
+    void expectFailure()
+    {
+        ASSERT_TRUE(waitForEnds());
+        EXPECT_EQ(ends[0].outcome, Outcome::Failed);
+        ASSERT_TRUE(ends[0].error.has_value());
+        EXPECT_EQ(ends[0].path, QString());
+        EXPECT_EQ(ends[0].size, 0);
+        EXPECT_EQ(temporaryItems(), QStringList());
+    }
+
+    std::string errorText() const { return ends.at(0).error->localizedDescription().toStdString(); }
+};
+
+TEST_F(FetchTaskFailure, whereTheIssueIsNotThere)
+{
+    fetch(7, QStringLiteral("NO-1"));
+    expectFailure();
+    EXPECT_EQ(ends[0].error->code, 404);
+    EXPECT_EQ(ends[0].serverSentence, QStringLiteral("Issue Does Not Exist"));
+}
+
+TEST_F(FetchTaskFailure, whereTheIssueHasNoSuchAttachment)
+{
+    store("plan.tessaloom", "wool");
+    fetch(7);
+    expectFailure();
+    EXPECT_EQ(errorText(), "ABC-1 has no attachment “7”.");
+}
+
+TEST_F(FetchTaskFailure, withoutAKey)
+{
+    fetch(7, QString());
+    expectFailure();
+    EXPECT_EQ(server.requests().size(), 0U);
+}
+
+TEST_F(FetchTaskFailure, whereAPageComesInPlaceOfTheIssue)
+{
+    server.misbehave(Match::on("*/issue/*"), Fault().status(200, "<html>log in</html>", "text/html"));
+    fetch(7);
+    expectFailure();
+    EXPECT_EQ(errorText(), "The server’s answer is no issue.");
+}
+
+TEST_F(FetchTaskFailure, whereTheServerSendsSomethingElse)
+{
+    const auto id = store("plan.tessaloom", large);
+    server.misbehave(contents, Fault().status(403, R"({"errorMessages":["You may not."]})", "application/json"));
+    fetch(id);
+    expectFailure();
+    EXPECT_EQ(errorText(), "The server sent something else than the document: 34 bytes instead of 1048576.");
+    EXPECT_EQ(ends[0].serverSentence, QStringLiteral("You may not."));
+}
+
+TEST_F(FetchTaskFailure, whereTheServerSendsSomethingInPlaceOfNothing)
+{
+    const auto id = store("plan.tessaloom", "");
+    server.misbehave(contents, Fault().status(403, "You may not."));
+    fetch(id);
+    expectFailure();
+}
+
+TEST_F(FetchTaskFailure, whereTheServerSendsTooMuch)
+{
+    const auto id = store("plan.tessaloom", "wool");
+    server.misbehave(contents, Fault().status(200, large).hold(Point::responseBody(1 << 19)));
+    fetch(id);
+    // Nobody waits for the rest.
+    expectFailure();
+    EXPECT_EQ(errorText(), "The server sent more than the 4 bytes that the document has.");
+    EXPECT_TRUE(waitForNoConnection());
+}
+
+TEST_F(FetchTaskFailure, whereTheConnectionBreaks)
+{
+    const auto id = store("plan.tessaloom", large);
+    server.misbehave(contents, Fault().close(Point::responseBody(1 << 19)));
+    fetch(id);
+    expectFailure();
+    EXPECT_EQ(ends[0].error->domain, QString::fromLatin1(tljira::URLErrorDomain));
+}
+
+TEST_F(FetchTaskFailure, whereThereIsNoPlaceForIt)
+{
+    const auto id = store("plan.tessaloom", large);
+    server.misbehave(contents, Fault().hold(Point::responseBody(1 << 19)));
+    fetch(id);
+    ASSERT_TRUE(waitForHeld());
+    const QByteArray before = qgetenv("TMPDIR");
+    const QString noFolder = QDir::homePath() + QStringLiteral("/file");
+    writeFile(noFolder, "not a folder");
+    qputenv("TMPDIR", QFile::encodeName(noFolder));
+    server.release();
+    ASSERT_TRUE(waitForEnds());
+    qputenv("TMPDIR", before);
+    expectFailure();
+    EXPECT_THAT(errorText(), testing::StartsWith("The document could not be put in its place: "));
+}
+
+// Cancelling.
+
+class FetchTaskPhase : public FetchTaskTest, public testing::WithParamInterface<const char*>
+{
+protected:
+    std::shared_ptr<TLJiraTask> holdThere()
+    {
+        const auto id = store("plan.tessaloom", large);
+        const std::string phase = GetParam();
+        if (phase == "issue")
+            server.misbehave(Match::on("*/issue/*"), Fault().hold(Point::responseHead(0)));
+        else if (phase == "head")
+            server.misbehave(contents, Fault().hold(Point::responseHead(0)));
+        else if (phase == "body")
+            server.misbehave(contents, Fault().hold(Point::responseBody(1 << 19)));
+        const auto task = fetch(id);
+        EXPECT_TRUE(phase == "call" || waitForHeld());
+        return task;
+    }
+};
+
+TEST_P(FetchTaskPhase, isOneInWhichItCanBeCancelled)
+{
+    const auto task = holdThere();
+    task->cancel();
+    EXPECT_TRUE(task->isOver());
+    EXPECT_THAT(ends, IsEmpty());
+
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
+    EXPECT_EQ(ends[0].error, std::nullopt);
+    EXPECT_EQ(ends[0].issueKey, QStringLiteral("ABC-1"));
+    EXPECT_EQ(ends[0].path, QString());
+    EXPECT_EQ(temporaryItems(), QStringList());
+    EXPECT_TRUE(waitForNoConnection());
+}
+
+TEST_P(FetchTaskPhase, isOneInWhichItsObjectCanBeLetGo)
+{
+    holdThere();
+    server.behave();
+    server.release();
+
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_EQ(ends[0].outcome, Outcome::Done);
+}
+
+TEST_P(FetchTaskPhase, isOneInWhichTheApplicationCanQuit)
+{
+    holdThere();
+    QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    QCoreApplication::exec();
+
+    ASSERT_EQ(ends.size(), 1U);
+    EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_EQ(temporaryItems(), QStringList());
+}
+
+INSTANTIATE_TEST_SUITE_P(Phases, FetchTaskPhase, testing::Values("call", "issue", "head", "body"));
+
+} // namespace

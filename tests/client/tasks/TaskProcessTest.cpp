@@ -1,0 +1,25 @@
+#include "tests/client/tasks/TaskTest.h"
+#include "tests/kit/RunProgram.h"
+
+namespace {
+
+using namespace tests;
+using standin::Fault;
+using standin::Match;
+using standin::Point;
+
+class TaskProcessTest : public TaskTest
+{
+};
+
+TEST_F(TaskProcessTest, endsOnceAndLeavesNothingWhenTheApplicationGoesWithoutQuitting)
+{
+    server.misbehave(Match::on("POST", "*/attachments"), Fault().hold(Point::requestBody(1 << 19)));
+    const auto host = runProgram(QStringLiteral(TASK_HOST), {QString::number(server.port())});
+
+    EXPECT_EQ(host.output, "done\ncancelled\n");
+    EXPECT_EQ(host.status, 0) << host.error;
+    EXPECT_EQ(temporaryItems(), QStringList());
+}
+
+} // namespace
