@@ -4,7 +4,7 @@ PRESET ?= release
 BUILD := build/$(PRESET)
 JOBS ?= $(shell nproc)
 
-.PHONY: all release run test install packages check-packages check-fresh reference translations bench bench-report benchmarks deps format tidy pictures clean
+.PHONY: all release run test install packages check-packages check-fresh reference translations bench bench-report benchmarks deps format tidy pictures fuzz clean
 
 all: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS)
@@ -75,6 +75,14 @@ benchmarks:
 pictures: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS) --target tessaloom-tour
 	scripts/make-pictures $(BUILD)
+
+# Lets each fuzzer of tests/fuzz look for a broken input, for so many seconds.
+SECONDS ?= 60
+fuzz:
+	scripts/install-packages clang
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
+	scripts/fuzz build/fuzz $(SECONDS)
 
 # What the machine lacks, through apt.
 deps:

@@ -183,9 +183,11 @@ QString left(const Workshop& workshop, const QString& folder)
 /// Makes "host" of the functions in the documents and of a driver that uses them.
 void buildHost(const Workshop& workshop, const QString& driverName)
 {
-    QFile driver(QStringLiteral(TESTS_SOURCE_DIR "/") + driverName);
-    ASSERT_TRUE(driver.open(QFile::ReadOnly));
-    workshop.write(u"main.cpp"_s, QString::fromUtf8(driver.readAll()));
+    for (const auto& [source, name] : {std::pair(driverName, u"main.cpp"_s), {u"HostUser.h"_s, u"HostUser.h"_s}}) {
+        QFile file(QStringLiteral(TESTS_SOURCE_DIR "/") + source);
+        ASSERT_TRUE(file.open(QFile::ReadOnly));
+        workshop.write(name, QString::fromUtf8(file.readAll()));
+    }
     // One by one, for a machine that is busy.
     for (const char* source : {"main", "attach", "fetch", "quiet"}) {
         const Outcome compiled =

@@ -5,15 +5,12 @@
 //
 // What is fetched comes into the folder. Without the README's call for silence, "loud", only a document is attached.
 
-#include <TLJiraController/TLJiraController.h>
+#include "HostUser.h"
 
-#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <QLabel>
 #include <QLoggingCategory>
 #include <QTimer>
 
@@ -27,56 +24,6 @@ std::optional<QString> fetch(const QDir& folder);
 void keepTheLogQuiet();
 
 namespace {
-
-/// What its user would tell of it.
-void tellWhatCanBeSeen()
-{
-    for (const QWidget* window : QApplication::topLevelWidgets()) {
-        if (!window->isVisible())
-            continue;
-        std::printf("there is \"%s\"\n", qPrintable(window->windowTitle()));
-        for (const QLabel* label : window->findChildren<QLabel*>()) {
-            if (label->isVisible() && !label->text().isEmpty())
-                std::printf("  %s\n", qPrintable(label->text()));
-        }
-    }
-}
-
-void waitFor(const char* what, const std::function<bool()>& condition)
-{
-    QElapsedTimer time;
-    time.start();
-    while (!condition()) {
-        // The user acts inside an event, whose batch the event dispatcher for GLib takes for sent until it is woken.
-        QAbstractEventDispatcher::instance()->wakeUp();
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
-        if (time.elapsed() > 60'000) {
-            std::printf("waited in vain for %s\n", what);
-            tellWhatCanBeSeen();
-            std::exit(1);
-        }
-    }
-}
-
-template <typename Controller>
-std::shared_ptr<Controller> openWindow()
-{
-    return std::dynamic_pointer_cast<Controller>(JAController::sharedInstance()->delegate());
-}
-
-bool isUsable(const QWidget* control)
-{
-    return control && control->isVisible() && control->isEnabled();
-}
-
-void logIn(JALoginWindow& form)
-{
-    waitFor("the login form", [&] { return isUsable(form.loginButton()); });
-    form.hostTextField()->setText(QStringLiteral("http://jira.example.com"));
-    form.emailTextField()->setText(QStringLiteral("anna"));
-    form.passwordTextField()->setText(QStringLiteral("correct horse"));
-    form.loginButton()->click();
-}
 
 std::shared_ptr<TLJiraUpload> attached(const QByteArray& bytes)
 {

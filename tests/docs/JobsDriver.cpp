@@ -4,12 +4,10 @@
 //
 // It attaches a document twice, with a wrong key at first, fetches it twice, and says what came of it.
 
-#include <TLJiraController/TLJiraController.h>
+#include "HostUser.h"
 
-#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -22,41 +20,6 @@ void fetch(QWidget* window, const std::function<void(const QString& path)>& open
 void keepTheLogQuiet();
 
 namespace {
-
-void waitFor(const char* what, const std::function<bool()>& condition)
-{
-    QElapsedTimer time;
-    time.start();
-    while (!condition()) {
-        // The user acts inside an event, whose batch the event dispatcher for GLib takes for sent until it is woken.
-        QAbstractEventDispatcher::instance()->wakeUp();
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
-        if (time.elapsed() > 60'000) {
-            std::printf("waited in vain for %s\n", what);
-            std::exit(1);
-        }
-    }
-}
-
-template <typename Controller>
-std::shared_ptr<Controller> openWindow()
-{
-    return std::dynamic_pointer_cast<Controller>(JAController::sharedInstance()->delegate());
-}
-
-bool isUsable(const QWidget* control)
-{
-    return control && control->isVisible() && control->isEnabled();
-}
-
-void logIn(JALoginWindow& form)
-{
-    waitFor("the login form", [&] { return isUsable(form.loginButton()); });
-    form.hostTextField()->setText(QStringLiteral("http://jira.example.com"));
-    form.emailTextField()->setText(QStringLiteral("anna"));
-    form.passwordTextField()->setText(QStringLiteral("correct horse"));
-    form.loginButton()->click();
-}
 
 /// Sends it, and says what the sheet shows at the end.
 void pressUpload(JAUploadBodyViewController& body, const QString& key)

@@ -67,15 +67,20 @@ bool AnswerBody::finish()
 
 bool AnswerBody::keep(const char* bytes, std::size_t count)
 {
-    m_size += static_cast<qint64>(count);
-    if (m_file)
-        return openFile() && (m_file->write(bytes, static_cast<qint64>(count)) || fail(*m_file->error()));
-    if (m_size > qint64(m_mostMebibytesInMemory) * 1024 * 1024) {
+    const qint64 size = m_size + static_cast<qint64>(count);
+    if (m_file) {
+        if (!openFile())
+            return false;
+        if (!m_file->write(bytes, static_cast<qint64>(count)))
+            return fail(*m_file->error());
+    } else if (size > qint64(m_mostMebibytesInMemory) * 1024 * 1024) {
         return fail(
             makeError(QLatin1String(URLErrorDomain), static_cast<qint64>(URLError::DataLengthExceedsMaximum),
                       QStringLiteral("The server’s answer is larger than %1 MiB.").arg(m_mostMebibytesInMemory)));
+    } else {
+        m_bytes.append(bytes, static_cast<qsizetype>(count));
     }
-    m_bytes.append(bytes, static_cast<qsizetype>(count));
+    m_size = size;
     return true;
 }
 
