@@ -13,11 +13,13 @@ const QString all = QStringLiteral("all");
 const QString name = QStringLiteral("name");
 const QString to = QStringLiteral("to");
 const QString passwordStdin = QStringLiteral("password-stdin");
+const QString token = QStringLiteral("token");
+const QString tokenStdin = QStringLiteral("token-stdin");
 const QString verbose = QStringLiteral("verbose");
 const QString version = QStringLiteral("version");
 const QString help = QStringLiteral("help");
 /// Those that only some commands take.
-const QStringList commandOptions = {json, all, name, to, passwordStdin};
+const QStringList commandOptions = {json, all, name, to, passwordStdin, token, tokenStdin};
 
 std::optional<QString> problemOfRoutes(const QStringList& routes)
 {
@@ -30,7 +32,7 @@ std::optional<QString> problemOfRoutes(const QStringList& routes)
 
 std::optional<QString> problemOfOperands(const CommandDescription& command, const QStringList& operands)
 {
-    if (operands.size() < command.operands.size())
+    if (operands.size() < command.operands.size() - command.optionalOperands)
         return QStringLiteral("%1 needs %2.").arg(command.name, command.operands.at(operands.size()));
     if (operands.size() > command.operands.size())
         return QStringLiteral("“%1” is one word too many for %2.")
@@ -43,7 +45,7 @@ std::optional<QString> problemOfOperands(const CommandDescription& command, cons
 ArgumentParser::ArgumentParser()
 {
     const QString someValue = QStringLiteral("value");
-    for (const QString& flag : {json, all, passwordStdin, verbose, version})
+    for (const QString& flag : {json, all, passwordStdin, token, tokenStdin, verbose, version})
         m_parser.addOption({flag, {}});
     for (const QString& option : {connectTo, name, to})
         m_parser.addOption({option, {}, someValue});
@@ -81,6 +83,8 @@ Arguments ArgumentParser::readOptions() const
     arguments.wantsJSON = m_parser.isSet(json);
     arguments.wantsAll = m_parser.isSet(all);
     arguments.takesPasswordFromStandardInput = m_parser.isSet(passwordStdin);
+    arguments.takesTokenFromStandardInput = m_parser.isSet(tokenStdin);
+    arguments.wantsToken = m_parser.isSet(token) || arguments.takesTokenFromStandardInput;
     arguments.name = value(name);
     arguments.destination = value(to);
     return arguments;

@@ -22,6 +22,9 @@ struct Arguments
     bool wantsJSON = false;
     bool wantsAll = false;
     bool takesPasswordFromStandardInput = false;
+    /// Of --token and --token-stdin.
+    bool wantsToken = false;
+    bool takesTokenFromStandardInput = false;
     /// Of --name and --to.
     std::optional<QString> name;
     std::optional<QString> destination;

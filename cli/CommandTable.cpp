@@ -28,6 +28,10 @@ std::optional<QString> noProblem(const Arguments&)
 
 std::optional<QString> loginProblem(const Arguments& arguments)
 {
+    if (arguments.wantsToken && arguments.takesPasswordFromStandardInput)
+        return QStringLiteral("login takes a password or a token, not both.");
+    if (!arguments.wantsToken && arguments.operands.size() < 2)
+        return QStringLiteral("login needs USER, unless it is by a personal access token.");
     return problemOfServerAddress(arguments.operands.first().trimmed());
 }
 
@@ -57,10 +61,11 @@ const std::vector<CommandDescription>& commandTable()
     static const std::vector<CommandDescription> table = {
         {QStringLiteral("login"),
          {QStringLiteral("SERVER"), QStringLiteral("USER")},
-         {QStringLiteral("password-stdin")},
+         {QStringLiteral("password-stdin"), QStringLiteral("token"), QStringLiteral("token-stdin")},
          false,
          loginProblem,
-         makeCommand<LoginCommand>},
+         makeCommand<LoginCommand>,
+         1},
         {QStringLiteral("session"), {}, {json}, true, noProblem, makeCommand<SessionCommand>},
         {QStringLiteral("whoami"), {}, {json}, true, noProblem, makeCommand<WhoamiCommand>},
         {QStringLiteral("attachments"), {key}, {all, json}, true, issueProblem, makeCommand<AttachmentsCommand>},

@@ -31,6 +31,8 @@ struct CommandDescription
     /// What is wrong with the operands and options that were given; nothing when they are in order.
     std::optional<QString> (*problem)(const Arguments&);
     std::unique_ptr<Command> (*make)(const Arguments&, const Environment&);
+    /// How many of the last operands may be left out, as far as `problem` does not mind.
+    qsizetype optionalOperands = 0;
 };
 
 const std::vector<CommandDescription>& commandTable();

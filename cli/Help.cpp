@@ -9,7 +9,7 @@ QByteArray helpText()
 Attaches documents to Jira issues, lists what is attached and fetches it.
 
 Commands:
-  login SERVER USER          open a session at a server and save it
+  login SERVER [USER]        open a session at a server and save it
   session                    is the saved session still good?
   whoami                     whose session is it?
   attachments KEY            the issue's documents, newest first
@@ -19,6 +19,9 @@ Commands:
 
 Options:
   --password-stdin           login: read the password from standard input
+  --token                    login: by a token in place of a password: USER's API
+                             token or, without USER, a personal access token
+  --token-stdin              login: the same, read from standard input
   --all                      attachments: everything, in the server's order
   --json                     session, whoami, attachments: print one JSON value
   --name NAME                upload: the attachment's name, if not the file's

@@ -61,6 +61,18 @@ QByteArray jsonOf(const JALoginObject& session, const std::optional<QString>& se
     }));
 }
 
+QByteArray jsonOfToken(const std::optional<QString>& server)
+{
+    return line(QJsonDocument(QJsonObject{
+        {QStringLiteral("valid"), true},
+        {QStringLiteral("server"), orNull(server)},
+        {QStringLiteral("loginCount"), QJsonValue()},
+        {QStringLiteral("failedLoginCount"), QJsonValue()},
+        {QStringLiteral("previousLoginTime"), QJsonValue()},
+        {QStringLiteral("lastFailedLoginTime"), QJsonValue()},
+    }));
+}
+
 QByteArray jsonOf(const JAIssueObject::Attachments& attachments)
 {
     QJsonArray array;

@@ -1,11 +1,11 @@
 #include "cli/LoginCommand.h"
 
 #include "cli/LineReader.h"
+#include "cli/ServerAddress.h"
 #include "cli/TerminalPrompt.h"
 #include "cli/TerminalText.h"
 #include "constants/JAConstants.h"
 #include "platform/foundation/loading/HTTPCookieStorage.h"
-#include "platform/foundation/values/URL.h"
 #include "records/SavedLogin.h"
 
 namespace cli {
@@ -14,27 +14,29 @@ LoginCommand::LoginCommand(const Arguments& arguments, const Environment& enviro
     : m_client(environment.client)
     , m_interrupts(environment.interrupts)
     , m_server(arguments.operands.at(0).trimmed())
-    , m_user(arguments.operands.at(1))
-    , m_readsStandardInput(arguments.takesPasswordFromStandardInput)
+    , m_user(arguments.operands.value(1))
+    , m_usesToken(arguments.wantsToken)
+    , m_readsStandardInput(arguments.takesPasswordFromStandardInput || arguments.takesTokenFromStandardInput)
 {
 }
 
 void LoginCommand::start(const Completion& completion)
 {
-    const InputLine password = askForPassword();
-    switch (password.kind) {
+    const QString secretName = m_usesToken ? QStringLiteral("token") : QStringLiteral("password");
+    const InputLine secret = askForSecret();
+    switch (secret.kind) {
     case InputLine::Kind::Line:
-        login(password.text, completion);
+        login(secret.text, completion);
         break;
     case InputLine::Kind::NoLine:
-        completion(Outcome::failed(QStringLiteral("No password was given.")));
+        completion(Outcome::failed(QStringLiteral("No %1 was given.").arg(secretName)));
         break;
     case InputLine::Kind::TooLong:
-        completion(Outcome::failed(QStringLiteral("The password is too long.")));
+        completion(Outcome::failed(QStringLiteral("The %1 is too long.").arg(secretName)));
         break;
     case InputLine::Kind::NoTerminal:
-        completion(
-            Outcome::failed(QStringLiteral("There is no terminal to ask for the password at; see --password-stdin.")));
+        completion(Outcome::failed(
+            QStringLiteral("There is no terminal to ask for the %1 at; see --%1-stdin.").arg(secretName)));
         break;
     case InputLine::Kind::Interrupted:
         // The signal is handled in the event loop, and ends the command.
@@ -42,16 +44,24 @@ void LoginCommand::start(const Completion& completion)
     }
 }
 
-InputLine LoginCommand::askForPassword() const
+InputLine LoginCommand::askForSecret() const
 {
     if (m_readsStandardInput)
         return readLine(tljira::console::Input::standardInput(), m_interrupts);
-    const auto server = tljira::URL::parse(m_server).value_or(tljira::URL());
-    const QString prompt = QStringLiteral("Password of %1 at %2: ").arg(m_user, server.host.value_or(m_server));
-    return promptForSecret(harmless(prompt), m_interrupts);
+    return promptForSecret(harmless(prompt()), m_interrupts);
 }
 
-void LoginCommand::login(const QString& password, const Completion& completion)
+QString LoginCommand::prompt() const
+{
+    const QString server = serverName(m_server);
+    if (!m_usesToken)
+        return QStringLiteral("Password of %1 at %2: ").arg(m_user, server);
+    if (m_user.isEmpty())
+        return QStringLiteral("Personal access token for %1: ").arg(server);
+    return QStringLiteral("API token of %1 at %2: ").arg(m_user, server);
+}
+
+void LoginCommand::login(const QString& secret, const Completion& completion)
 {
     auto& saved = records::savedLogin();
     const auto before = saved.objectForKey(kJiraURL);
@@ -60,10 +70,10 @@ void LoginCommand::login(const QString& password, const Completion& completion)
     // Another server has no business with the session.
     if (before && !records::isSameServer(*before, m_server))
         JALoginObject::resetSession();
-    m_client->login(m_user, password, [this, completion](const auto& session, const auto& error) {
+    m_client->login(m_user, secret, [this, completion](const auto& session, const auto& error) {
         if (!session)
             completion(Outcome::failed(error));
-        else if (!session->sessionName() || !session->sessionValue())
+        else if (!m_usesToken && (!session->sessionName() || !session->sessionValue()))
             // Any answer of status 200 is accepted, a page for people to log in included.
             completion(Outcome::failed(QStringLiteral("The server’s answer opens no session.")));
         else

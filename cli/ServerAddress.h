@@ -8,9 +8,11 @@ class JAController;
 
 namespace cli {
 
-/// Why the client could not reach, by this address, what its user means by it; nothing when it can. The client uses
-/// scheme and host alone: a port that is not the scheme's own would be dropped, and the password sent elsewhere.
+/// Why the client could not reach a server by this address; nothing when it can.
 std::optional<QString> problemOfServerAddress(const QString& address);
+
+/// What users call the server at an address: "jira.example.com:8443/jira". The address as it is, if it is none.
+QString serverName(const QString& address);
 
 /// Whether a login, in this process or an earlier one, has set a server.
 bool hasServer(const JAController& client);

@@ -3,6 +3,7 @@
 #include "cli/JSONOutput.h"
 #include "cli/TextOutput.h"
 #include "cli/UserQuestion.h"
+#include "records/SavedToken.h"
 
 namespace cli {
 
@@ -25,6 +26,12 @@ QByteArray textOf(const JALoginObject& session, const std::optional<QString>& se
     });
 }
 
+QString nameOf(const records::SavedToken& token)
+{
+    return token.user.isEmpty() ? QStringLiteral("personal access token")
+                                : QStringLiteral("API token of %1").arg(token.user);
+}
+
 } // namespace
 
 SessionCommand::SessionCommand(const Arguments& arguments, const Environment& environment)
@@ -38,6 +45,8 @@ void SessionCommand::start(const Completion& completion)
     m_client->updateSession([this, completion](const auto& session, const auto& error) {
         if (!session)
             completion(Outcome::failed(error));
+        else if (const auto token = records::savedToken())
+            completion(validToken(*token));
         else if (saysNothing(*session))
             askForUser(*m_client, [this, completion, session](const auto& user, const Outcome& failure) {
                 completion(user ? validSession(*session) : failure);
@@ -45,6 +54,14 @@ void SessionCommand::start(const Completion& completion)
         else
             completion(validSession(*session));
     });
+}
+
+Outcome SessionCommand::validToken(const records::SavedToken& token) const
+{
+    const auto server = m_client->jiraHost();
+    if (m_wantsJSON)
+        return Outcome::done(jsonOfToken(server));
+    return Outcome::done(textOfPairs({{QStringLiteral("server"), server}, {QStringLiteral("sign-in"), nameOf(token)}}));
 }
 
 Outcome SessionCommand::validSession(const JALoginObject& session) const

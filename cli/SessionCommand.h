@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/CommandTable.h"
+#include "records/SavedToken.h"
 
 namespace cli {
 
@@ -13,6 +14,7 @@ public:
     void start(const Completion& completion) override;
 
 private:
+    Outcome validToken(const records::SavedToken& token) const;
     Outcome validSession(const JALoginObject& session) const;
 
     const std::shared_ptr<JAController> m_client;

@@ -9,10 +9,27 @@
 #include "platform/console/StandardStreams.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/files/TemporaryDirectory.h"
+#include "records/SavedToken.h"
+#include "records/TLJiraOptions.h"
 
 namespace cli {
 
 using tljira::console::writeError;
+
+namespace {
+
+/// A login says how it signs in; what comes later goes by what it saved.
+void chooseSignIn(const Arguments& arguments)
+{
+    TLJiraOptions options{.address = TLJiraOptions::Address::Whole};
+    TLJiraOptions::use(options);
+    const bool isLogin = arguments.command == u"login";
+    if (isLogin ? arguments.wantsToken : records::savedToken().has_value())
+        options.signIn = TLJiraOptions::SignIn::Token;
+    TLJiraOptions::use(options);
+}
+
+} // namespace
 
 Tool::Tool(tljira::console::InterruptSignal& interrupts)
     : m_interrupts(interrupts)
@@ -45,6 +62,7 @@ Outcome Tool::performCommand(const Arguments& arguments)
 {
     showLog(arguments.isVerbose);
     tljira::URLSessionConfiguration::setDefaultRoutes(arguments.routes);
+    chooseSignIn(arguments);
     PrivateFolder::removeLeftovers(tljira::temporaryDirectory());
     const Environment environment = {JAController::sharedInstance(), m_interrupts,
                                      tljira::console::isErrorTerminal() && !arguments.isVerbose};

@@ -2,10 +2,10 @@
 #include "constants/JAConstants.h"
 #include "platform/foundation/files/PathString.h"
 #include "platform/foundation/loading/HTTPCookieStorage.h"
-#include "platform/foundation/values/Format.h"
 #include "platform/foundation/values/JSON.h"
-#include "platform/foundation/values/URL.h"
 #include "records/SavedLogin.h"
+#include "records/ServerAddress.h"
+#include "records/TLJiraOptions.h"
 
 namespace {
 
@@ -45,8 +45,7 @@ std::optional<QString> JAController::jiraHost() const
     const std::optional<QString> address = m_state->jiraHost.get();
     if (!address)
         return std::nullopt;
-    const tljira::URL url = tljira::URL::parse(*address).value_or(tljira::URL());
-    return tljira::format(QStringLiteral("%@://%@/"), url.scheme, url.host);
+    return records::baseOf(*address);
 }
 
 void JAController::setHost(const std::optional<QString>& host)
@@ -64,7 +63,7 @@ std::optional<QString> JAController::url(const QString& path) const
     const qsizetype hostStart = base->indexOf(schemeEnd) + schemeEnd.size();
     QString host = base->mid(hostStart);
     host.chop(1);
-    if (host.contains(u':'))
+    if (host.contains(u':') && TLJiraOptions::inUse().address == TLJiraOptions::Address::SchemeAndHost)
         host = u'[' + host + u']';
     return base->left(hostStart) + tljira::appendingPathComponent(host + u'/', path);
 }

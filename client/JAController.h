@@ -99,7 +99,8 @@ public:
     ///@}
 
     /// The server's base address, SCHEME://HOST/ whatever else the address that was set has; nothing when none is set.
-    /// A part that the address lacks reads "(null)", which no request can reach.
+    /// A part that the address lacks reads "(null)", which no request can reach. Where the host chose
+    /// TLJiraOptions::Address::Whole, port and path stand there too.
     std::optional<QString> jiraHost() const;
     /// Only kept; `setHost` saves too.
     void setJiraHost(const std::optional<QString>& host);
@@ -144,17 +145,24 @@ public:
 
     /// Opens a session and saves it. When it is accepted the delegate hears so before the callback runs, when it is
     /// refused after it; when no answer comes the delegate hears nothing. The callback runs once.
+    ///
+    /// Where the host chose TLJiraOptions::SignIn::Token, `password` is the token, blanks around it left out, and with
+    /// no user, or an empty one, a personal access token. The server is asked for the current user with it; an answer
+    /// of status 200 with a JSON object is a session, which the token that is saved stands for. A token that no server
+    /// can have given out is refused without asking.
     void login(const std::optional<QString>& user, const std::optional<QString>& password,
                const LoginCallBack& callBack);
 
     /// Asks whether the saved session is still good. The delegate hears the outcome: before the callback runs when the
-    /// session is good or no answer came, after it when the server refused. The callback runs once.
+    /// session is good or no answer came, after it when the server refused. The callback runs once. With
+    /// SignIn::Token it asks for the current user, and without a token for this server nobody: that is refused.
     void updateSession(const LoginCallBack& callBack);
 
     /// Ends the session: empties the cookie jar, tells the server, and forgets its address before this call returns.
     /// The saved session stays. The delegate hears of the invalid session once, whatever the outcome. Status 204 is
     /// success. Without an answer the callback runs twice: with the transport's error before the delegate hears, and
-    /// with an error of code 0 after.
+    /// with an error of code 0 after. With SignIn::Token there is no session to end: the token is forgotten, the server
+    /// is told nothing, and all went well.
     void logout(const CompletionCallBack& callBack);
 
     /// The callback runs once.
@@ -221,8 +229,16 @@ private:
     /// The completion of a task that calls back in a turn of the event loop of its own. Keeps the client until then.
     tljira::URLSessionDataTask::Completion callingBackLater(const RequestCallBack& callBack);
 
+    void loginWithToken(const std::optional<QString>& user, const std::optional<QString>& token,
+                        const LoginCallBack& callBack);
+    void checkToken(const LoginCallBack& callBack);
+    void forgetToken(const CompletionCallBack& callBack);
+    void forgetLogin();
+
     void acceptSession(const QJsonObject& dictionary, const std::optional<QString>& address,
                        const LoginCallBack& callBack);
+    void beginSession(const std::shared_ptr<const JALoginObject>& newSession, const LoginCallBack& callBack);
+    void refuseSessionLater(const tljira::Error& error, const LoginCallBack& callBack);
     void refuseSession(const std::optional<tljira::Error>& error, const LoginCallBack& callBack);
     void notifyInvalidSession() const;
 

@@ -4,17 +4,7 @@
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/values/JSON.h"
 
-namespace {
-
-tljira::URLRequest jsonRequest(const QString& method, const std::optional<QString>& url)
-{
-    tljira::URLRequest request = client::sessionRequest(method, url);
-    request.addValue(QStringLiteral("application/json"), QStringLiteral("Content-Type"));
-    request.addValue(QStringLiteral("application/json"), QStringLiteral("Accept"));
-    return request;
-}
-
-} // namespace
+using client::jsonRequest;
 
 void JAController::sendGetRequest(const std::optional<QString>& url, const RequestCallBack& callBack)
 {

@@ -5,6 +5,8 @@
 #include "platform/foundation/Log.h"
 #include "platform/foundation/loading/HTTPCookieStorage.h"
 #include "records/SavedLogin.h"
+#include "records/SavedToken.h"
+#include "records/TLJiraOptions.h"
 
 using client::Answer;
 using client::callIfSet;
@@ -22,11 +24,20 @@ QJsonObject credentials(const std::optional<QString>& user, const std::optional<
     return dictionary;
 }
 
+bool isByToken()
+{
+    return TLJiraOptions::inUse().signIn == TLJiraOptions::SignIn::Token;
+}
+
 } // namespace
 
 void JAController::login(const std::optional<QString>& user, const std::optional<QString>& password,
                          const LoginCallBack& callBack)
 {
+    if (isByToken()) {
+        loginWithToken(user, password, callBack);
+        return;
+    }
     const QJsonObject parametres = credentials(user, password);
     sendPostRequest(url(kLoginURLPath), parametres, std::nullopt,
                     [this, parametres, callBack, address = m_state->jiraHost.get()](const auto& body, const auto& error,
@@ -48,6 +59,10 @@ void JAController::login(const std::optional<QString>& user, const std::optional
 
 void JAController::updateSession(const LoginCallBack& callBack)
 {
+    if (isByToken()) {
+        checkToken(callBack);
+        return;
+    }
     sendGetRequest(url(kLoginURLPath), [this, callBack, address = m_state->jiraHost.get()](
                                            const auto& body, const auto& error, const auto& response) {
         const Answer answer = Answer::from(body, error, response);
@@ -68,6 +83,10 @@ void JAController::updateSession(const LoginCallBack& callBack)
 
 void JAController::logout(const CompletionCallBack& callBack)
 {
+    if (isByToken()) {
+        forgetToken(callBack);
+        return;
+    }
     const std::optional<QString> sessionURL = url(kLoginURLPath);
     tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->deleteAllCookies();
     records::savedLogin().synchronize();
@@ -81,6 +100,14 @@ void JAController::logout(const CompletionCallBack& callBack)
         else
             callIfSet(callBack, client::unexpectedStatus(status, std::nullopt));
     });
+    forgetLogin();
+}
+
+/// The saved pair stays; a token, which no server forgets by itself, does not.
+void JAController::forgetLogin()
+{
+    const tljira::UserDefaults::Hold inOnePiece(records::savedLogin());
+    records::forgetToken();
     setHost(std::nullopt);
 }
 
@@ -119,6 +146,11 @@ void JAController::acceptSession(const QJsonObject& dictionary, const std::optio
         if (newSession->sessionName() && newSession->sessionValue())
             saved.setPlaceOfMembers(address ? QJsonValue(*address) : QJsonValue(QJsonValue::Undefined));
     }
+    beginSession(newSession, callBack);
+}
+
+void JAController::beginSession(const std::shared_ptr<const JALoginObject>& newSession, const LoginCallBack& callBack)
+{
     m_state->jaSession.set(newSession);
     if (const auto receiver = delegate())
         receiver->jaValidSession();

@@ -50,7 +50,6 @@ tljira::URLRequest uploadRequest(const std::optional<QString>& url, const tljira
 {
     tljira::URLRequest request = client::sessionRequest(QStringLiteral("POST"), url);
     request.cachePolicy = tljira::URLRequestCachePolicy::ReloadIgnoringLocalCacheData;
-    request.HTTPShouldHandleCookies = true;
     request.setValue(tljira::format(QStringLiteral("multipart/form-data; boundary=%@"), client::multipartBoundary),
                      QStringLiteral("Content-Type"));
     request.setValue(QStringLiteral("nocheck"), QStringLiteral("X-Atlassian-Token"));

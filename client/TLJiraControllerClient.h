@@ -3,6 +3,8 @@
 // What a program includes that talks to the server without windows: TLJiraTask, each job as one call, or JAController,
 // which does what it is told step by step. The program needs a QCoreApplication and its event loop.
 //
+// What the program chooses, TLJiraOptions, it chooses before it makes the client.
+//
 // The texts that client and server have agreed upon are in constants/JAConstants.h, for who asks for them by that name.
 
 #include "client/JAController.h"
@@ -13,3 +15,4 @@
 #include "records/JAIssueObject.h"
 #include "records/JALoginObject.h"
 #include "records/JAUser.h"
+#include "records/TLJiraOptions.h"

@@ -4,6 +4,7 @@
 #include "platform/foundation/values/Format.h"
 #include "records/JSONReading.h"
 #include "records/SavedLogin.h"
+#include "records/SavedToken.h"
 
 using records::savedNameKey;
 using records::savedValueKey;
@@ -36,6 +37,7 @@ void JALoginObject::saveSession() const
     const tljira::UserDefaults::Hold inOnePiece(defaults);
     defaults.setObject(*m_sessionValue, savedValueKey);
     defaults.setObject(*m_sessionName, savedNameKey);
+    records::forgetToken();
 }
 
 std::optional<QString> JALoginObject::restoreSession()

@@ -2,6 +2,8 @@
 
 #include "constants/JAConstants.h"
 #include "platform/foundation/values/URL.h"
+#include "records/ServerAddress.h"
+#include "records/TLJiraOptions.h"
 
 namespace records {
 
@@ -10,8 +12,14 @@ namespace {
 QString serverOf(const QJsonValue& address)
 {
     const auto url = tljira::URL::parse(address.toString());
-    const bool isComplete = url && url->scheme && url->host;
-    return isComplete ? (*url->scheme + QStringLiteral("://") + *url->host).toLower() : QString();
+    if (!url || !url->scheme || !url->host)
+        return {};
+    if (TLJiraOptions::inUse().address == TLJiraOptions::Address::SchemeAndHost)
+        return (*url->scheme + QStringLiteral("://") + *url->host).toLower();
+    // Upper and lower case differ in paths alone, and a port that is typed may be the one that is meant without.
+    const QString base = baseOf(address.toString());
+    const auto origin = originOf(base);
+    return origin ? *origin + base.mid(base.indexOf(u'/', base.indexOf(u"//") + 2)) : base;
 }
 
 } // namespace
@@ -20,7 +28,7 @@ tljira::UserDefaults& savedLogin()
 {
     static tljira::UserDefaults& defaults = []() -> tljira::UserDefaults& {
         auto& standard = tljira::UserDefaults::standardUserDefaults();
-        standard.keepTogether(kJiraURL, {savedValueKey, savedNameKey}, isSameServer);
+        standard.keepTogether(kJiraURL, {savedValueKey, savedNameKey, savedTokenKey}, isSameServer);
         return standard;
     }();
     return defaults;

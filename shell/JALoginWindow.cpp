@@ -5,10 +5,12 @@
 #include "platform/foundation/Log.h"
 #include "platform/foundation/settings/UserDefaults.h"
 #include "platform/toolkit/nib/FrameworkBundle.h"
+#include "platform/toolkit/nib/InterfaceTexts.h"
 #include "platform/toolkit/views/FitContent.h"
 #include "platform/toolkit/views/MessageLine.h"
 #include "platform/toolkit/views/PaletteColors.h"
 #include "platform/toolkit/views/View.h"
+#include "records/TLJiraOptions.h"
 #include "shell/UIViewStyle.h"
 
 #include <algorithm>
@@ -16,6 +18,24 @@
 namespace {
 
 constexpr qint64 unauthorized = 401;
+
+QString text(const char* source)
+{
+    return tljira::InterfaceTexts::shared().text("JALoginWindow", source);
+}
+
+bool isByToken()
+{
+    return TLJiraOptions::inUse().signIn == TLJiraOptions::SignIn::Token;
+}
+
+QString failureText(const tljira::Error& error)
+{
+    const QString description = error.localizedDescription();
+    if (isByToken())
+        return tljira::InterfaceTexts::shared().text("TokenSignIn", description.toUtf8().constData());
+    return error.code == unauthorized ? QStringLiteral("Incorrect login or password") : description;
+}
 
 /// An address that is pasted often comes with blanks around it, with which it leads nowhere. For what the user does; a
 /// text that code sets is left alone.
@@ -74,7 +94,28 @@ void JALoginWindow::windowDidLoad()
     tljira::setHidden(spiner(), true);
     if (hostTextField())
         QObject::connect(hostTextField(), &QLineEdit::textEdited, hostTextField(), trimOuterBlanks(hostTextField()));
+    showOptions();
     fillInAddress();
+}
+
+void JALoginWindow::showOptions()
+{
+    if (TLJiraOptions::inUse().address == TLJiraOptions::Address::Whole) {
+        const QString help = text(QT_TRANSLATE_NOOP("JALoginWindow", "With port and path, if it has them"));
+        tljira::setText(tljira::findView<QLabel>(view(), "hostHelp"), help);
+        if (hostTextField())
+            hostTextField()->setAccessibleDescription(help);
+    }
+    if (!isByToken())
+        return;
+    tljira::setText(tljira::findView<QLabel>(view(), "passwordCaption"),
+                    text(QT_TRANSLATE_NOOP("JALoginWindow", "API &token")));
+    auto* help = tljira::findView<QLabel>(view(), "tokenHelp");
+    tljira::setHidden(help, false);
+    if (!passwordTextField())
+        return;
+    passwordTextField()->setAccessibleName(text(QT_TRANSLATE_NOOP("JALoginWindow", "API token")));
+    passwordTextField()->setAccessibleDescription(tljira::text(help));
 }
 
 void JALoginWindow::fillInAddress()
@@ -131,8 +172,7 @@ void JALoginWindow::showError(const tljira::Error& error)
 {
     const QWidget* label = errorLabel();
     tljira::log(u"error: %@ %@", label, error.localizedDescription());
-    tljira::MessageLine::show(errorLabel(), error.code == unauthorized ? QStringLiteral("Incorrect login or password")
-                                                                       : error.localizedDescription());
+    tljira::MessageLine::show(errorLabel(), failureText(error));
     tljira::growToFit(tljira::Window::windowOf(view()), true);
     // The code of a refusal is a status; those of the transport are negative.
     if (error.code > 0)

@@ -18,6 +18,8 @@
 /// The form in which the user names the server and logs in. It stands either inside another window, to which `view` was
 /// moved, or in its own window as a sheet; as a sheet it ends itself with ModalResponse::OK after a login.
 ///
+/// It names what the host chose (TLJiraOptions): an API token in place of a password, and where its user makes one.
+///
 /// The address that is saved when the window is loaded is filled in. While a login runs, the fields are read only. An
 /// error makes the window higher, if need be.
 class TL_EXPORT JALoginWindow : public tljira::WindowController
@@ -52,6 +54,7 @@ protected:
 private:
     JALoginWindow();
 
+    void showOptions();
     void fillInAddress();
     void setIsLoggingIn(bool isLoggingIn);
     void loginEnded(const std::shared_ptr<const JALoginObject>& result, const std::optional<tljira::Error>& error);

@@ -18,9 +18,10 @@ struct Request
 {
     RequestHead head;
     std::string base;                 ///< what links begin with, without a slash at the end
+    std::string folder;               ///< the path of the base, without a slash at the end
     std::string path;                 ///< below the base, as sent
     std::vector<std::string> cookies; ///< the values of all JSESSIONID cookies
-    std::optional<std::string> user;  ///< of the session, when there is a good one
+    std::optional<std::string> user;  ///< of the session or the token, when there is a good one
 };
 
 /// One request on its way through a resource: first the body, piece by piece, then the answer.

@@ -90,14 +90,20 @@ std::string Jira::openSession(const std::string& userName)
 
 std::string Jira::makeSession(const std::string& userName)
 {
-    std::string session;
+    const std::string session = randomDigits();
+    m_sessions[session] = userName;
+    return session;
+}
+
+std::string Jira::randomDigits()
+{
+    std::string text;
     for (int word = 0; word < 4; ++word) {
         char digits[9];
         std::snprintf(digits, sizeof digits, "%08X", static_cast<unsigned int>(m_random()));
-        session += digits;
+        text += digits;
     }
-    m_sessions[session] = userName;
-    return session;
+    return text;
 }
 
 void Jira::closeSession(const std::string& session)
@@ -126,6 +132,35 @@ std::optional<std::string> Jira::userOfSession(const std::vector<std::string>& s
             return found->second;
     }
     return std::nullopt;
+}
+
+std::optional<std::string> Jira::userOfApiToken(const std::string& name, const std::string& token,
+                                                bool needsEmail) const
+{
+    const std::lock_guard lock(m_mutex);
+    for (const auto& state : m_users) {
+        const bool isNamed = state.user.email == name || (!needsEmail && state.user.name == name);
+        if (isNamed && !token.empty() && state.user.apiToken == token)
+            return state.user.name;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> Jira::userOfAccessToken(const std::string& token) const
+{
+    const std::lock_guard lock(m_mutex);
+    for (const auto& state : m_users) {
+        if (!token.empty() && state.user.accessToken == token)
+            return state.user.name;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> Jira::userOfPassword(const std::string& name, const std::string& password) const
+{
+    const std::lock_guard lock(m_mutex);
+    const auto found = findUser(m_users, name);
+    return found != m_users.end() && found->user.password == password ? std::optional(name) : std::nullopt;
 }
 
 void Jira::addIssue(Issue issue)
@@ -189,6 +224,27 @@ std::optional<AttachmentState> Jira::attachment(std::int64_t id) const
         }
     }
     return std::nullopt;
+}
+
+std::string Jira::openTicket(std::int64_t id)
+{
+    const std::lock_guard lock(m_mutex);
+    const std::string ticket = randomDigits();
+    m_tickets[ticket] = id;
+    return ticket;
+}
+
+std::optional<AttachmentState> Jira::attachmentOfTicket(const std::string& ticket) const
+{
+    std::int64_t id = 0;
+    {
+        const std::lock_guard lock(m_mutex);
+        const auto found = m_tickets.find(ticket);
+        if (found == m_tickets.end())
+            return std::nullopt;
+        id = found->second;
+    }
+    return attachment(id);
 }
 
 void Jira::allowAttachments(bool allowed)

@@ -75,6 +75,11 @@ public:
     /// The user of the first session that is good.
     std::optional<std::string> userOfSession(const std::vector<std::string>& sessions) const;
 
+    /// Whose e-mail address or, with `needsEmail` off, name goes with this token.
+    std::optional<std::string> userOfApiToken(const std::string& name, const std::string& token, bool needsEmail) const;
+    std::optional<std::string> userOfAccessToken(const std::string& token) const;
+    std::optional<std::string> userOfPassword(const std::string& name, const std::string& password) const;
+
     void addIssue(Issue issue);
     void hideIssue(const std::string& key, int status);
     /// With its attachments.
@@ -85,16 +90,22 @@ public:
     void removeAttachment(std::int64_t id);
     std::optional<AttachmentState> attachment(std::int64_t id) const;
 
+    /// A text that stands for an attachment.
+    std::string openTicket(std::int64_t id);
+    std::optional<AttachmentState> attachmentOfTicket(const std::string& ticket) const;
+
     void allowAttachments(bool allowed);
     bool allowsAttachments() const;
 
 private:
     std::string makeSession(const std::string& userName);
+    std::string randomDigits();
 
     const Options m_options;
     mutable std::mutex m_mutex;
     std::vector<UserState> m_users;
     std::map<std::string, std::string> m_sessions; ///< to user names
+    std::map<std::string, std::int64_t> m_tickets; ///< to attachments
     std::vector<IssueState> m_issues;
     std::int64_t m_nextIssueId = 10000;
     std::int64_t m_nextAttachmentId = 10000;

@@ -40,6 +40,12 @@ QJsonObject plainUserJson(const User& user, const std::string& base, const Optio
                        {QStringLiteral("displayName"), text(user.displayName)},
                        {QStringLiteral("active"), true},
                        {QStringLiteral("timeZone"), QStringLiteral("Europe/Berlin")}};
+    if (options.isCloud) {
+        object.remove(QStringLiteral("key"));
+        object.remove(QStringLiteral("name"));
+        object.insert(QStringLiteral("accountId"), text("5b10ac8d82e05b22cc7d4ef5:" + user.name));
+        object.insert(QStringLiteral("self"), text(base + "/rest/api/2/user?accountId=" + percentEncoded(user.name)));
+    }
     if (options.emailAddresses)
         object.insert(QStringLiteral("emailAddress"), text(user.email));
     return object;
@@ -112,6 +118,8 @@ QJsonObject loginInfoJson(const LoginHistory& history, const Options& options)
 
 std::string contentLink(const StoredAttachment& attachment, const std::string& base, const Options& options)
 {
+    if (options.isCloud)
+        return base + "/rest/api/2/attachment/content/" + std::to_string(attachment.id);
     std::string name = percentEncoded(attachment.fileName);
     if (options.blanksAsPlus) {
         for (auto at = name.find("%20"); at != std::string::npos; at = name.find("%20", at))

@@ -36,6 +36,16 @@ struct Options
     /// What "self" and "content" links begin with. Empty: the scheme and the Host header of each request. A path in it
     /// is where the server's resources start ("http://h/jira" serves /jira/rest/api/2/myself).
     std::string baseUrl = {};
+    /// Where the server's resources start below each host, "/jira" for instance, if `baseUrl` is empty; links begin
+    /// there too, and cookies belong there.
+    std::string contextPath = {};
+
+    /// As Jira Cloud does: nobody gets or has a session, API tokens go with e-mail addresses, access tokens are none,
+    /// and users have an account ID in place of key and name.
+    bool isCloud = false;
+    /// Another host by which the server can be reached, "http://localhost:8080" for instance. Who asks for a file is
+    /// sent there, and gets the bytes only without a sign-in. Empty: files come from where they are asked for.
+    std::string contentsBase = {};
 
     /// A file above this many bytes is refused with 404 after it was read; 0 is no limit.
     std::int64_t maximumFileSize = 0;

@@ -20,6 +20,8 @@ public:
 private:
     void readServer();
     void readUsers();
+    void readTokens();
+    void readToken(const QString& value, std::string User::*kind);
     void readIssues();
     void readSynthetics();
     void readFaults();
@@ -40,6 +42,22 @@ private:
         QStringLiteral("base"),
         QStringLiteral("What links in answers begin with, instead of what the request was sent to."),
         QStringLiteral("URL")};
+    QCommandLineOption m_contextPath{QStringLiteral("context-path"),
+                                     QStringLiteral("Where Jira's resources start, /jira for instance."),
+                                     QStringLiteral("PATH")};
+    QCommandLineOption m_cloud{
+        QStringLiteral("cloud"),
+        QStringLiteral("Be a Jira Cloud: no sessions, API tokens with e-mail addresses only, account IDs.")};
+    QCommandLineOption m_contentsBase{
+        QStringLiteral("contents-base"),
+        QStringLiteral("Send who asks for a file to this address of the server, where the bytes are."),
+        QStringLiteral("URL")};
+    QCommandLineOption m_apiToken{QStringLiteral("api-token"),
+                                  QStringLiteral("A user's token for Authorization: Basic."),
+                                  QStringLiteral("NAME:TOKEN")};
+    QCommandLineOption m_accessToken{QStringLiteral("access-token"),
+                                     QStringLiteral("A user's token for Authorization: Bearer."),
+                                     QStringLiteral("NAME:TOKEN")};
     QCommandLineOption m_sink{QStringLiteral("sink"), QStringLiteral("Count uploaded bytes and drop them.")};
     QCommandLineOption m_maximum{QStringLiteral("maximum-size"), QStringLiteral("Refuse larger files."),
                                  QStringLiteral("BYTES"), QStringLiteral("0")};
@@ -84,8 +102,9 @@ Parser::Parser()
 {
     m_parser.setApplicationDescription(
         QStringLiteral("A Jira on the loopback interface, for demonstrations and tests."));
-    m_parser.addOptions({m_port, m_user, m_issue, m_attach, m_synthetic, m_base, m_sink, m_maximum, m_tls,
-                         m_certificate, m_fault, m_verbose, m_help});
+    m_parser.addOptions({m_port, m_user, m_issue, m_attach, m_synthetic, m_base, m_contextPath, m_cloud, m_contentsBase,
+                         m_apiToken, m_accessToken, m_sink, m_maximum, m_tls, m_certificate, m_fault, m_verbose,
+                         m_help});
 }
 
 ProgramOptions Parser::read(const QStringList& arguments)
@@ -103,6 +122,7 @@ ProgramOptions Parser::read(const QStringList& arguments)
     readSynthetics();
     readFaults();
     completeDefaults();
+    readTokens();
     return m_result;
 }
 
@@ -118,6 +138,11 @@ void Parser::readServer()
     if (m_parser.isSet(m_sink))
         m_result.server = Options::forMeasuring();
     m_result.server.baseUrl = m_parser.value(m_base).toStdString();
+    m_result.server.isCloud = m_parser.isSet(m_cloud);
+    m_result.server.contentsBase = m_parser.value(m_contentsBase).toStdString();
+    m_result.server.contextPath = m_parser.value(m_contextPath).toStdString();
+    if (m_parser.isSet(m_contextPath) && !m_parser.value(m_contextPath).startsWith(QLatin1Char('/')))
+        fail(QStringLiteral("'%1' does not begin with a slash.").arg(m_parser.value(m_contextPath)));
     bool isPort = false;
     m_result.server.port = m_parser.value(m_port).toUShort(&isPort);
     if (!isPort)
@@ -143,6 +168,27 @@ void Parser::readUsers()
             fail(QStringLiteral("'%1' is not NAME:PASSWORD.").arg(value));
         m_result.users.push_back({.name = name.toStdString(), .password = password.toStdString()});
     }
+}
+
+void Parser::readTokens()
+{
+    for (const auto& value : m_parser.values(m_apiToken))
+        readToken(value, &User::apiToken);
+    for (const auto& value : m_parser.values(m_accessToken))
+        readToken(value, &User::accessToken);
+}
+
+void Parser::readToken(const QString& value, std::string User::*kind)
+{
+    const auto [name, token] = halves(value);
+    const auto user = std::find_if(m_result.users.begin(), m_result.users.end(),
+                                   [name = name.toStdString()](const User& each) { return each.name == name; });
+    if (token.isEmpty())
+        fail(QStringLiteral("'%1' is not NAME:TOKEN.").arg(value));
+    else if (user == m_result.users.end())
+        fail(QStringLiteral("There is no user '%1' for a token.").arg(name));
+    else
+        (*user).*kind = token.toStdString();
 }
 
 void Parser::readIssues()

@@ -24,6 +24,9 @@ struct User
     std::string displayName = {}; ///< empty: the name
     std::string email = {};       ///< empty: NAME@example.test
     Override json = {};
+    /// For "Authorization: Basic", with the e-mail address or, unless the server is a Cloud, the name; empty: none.
+    std::string apiToken = {};
+    std::string accessToken = {}; ///< for "Authorization: Bearer", unless the server is a Cloud; empty: none
 };
 
 struct Issue

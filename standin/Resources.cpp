@@ -1,6 +1,8 @@
 #include "standin/Avatar.h"
 #include "standin/Call.h"
 #include "standin/JiraJson.h"
+#include "standin/MediaHost.h"
+#include "standin/SignIn.h"
 #include "standin/Text.h"
 #include "standin/UploadCall.h"
 
@@ -19,6 +21,7 @@ constexpr const char* loginPage = "<!DOCTYPE html>\n<html><head><title>Log in - 
 constexpr const char* sessionPath = "/rest/auth/1/session";
 constexpr std::string_view issuePath = "/rest/api/2/issue/";
 constexpr std::string_view filePath = "/secure/attachment/";
+constexpr std::string_view contentPath = "/rest/api/2/attachment/content/";
 
 Response captchaDenied(Response response, const std::string& base)
 {
@@ -40,6 +43,8 @@ Response logIn(const Request& request, const std::string& body, Jira& jira, cons
     const auto member = [&document](const char* name) {
         return document.object().value(QLatin1String(name)).toString().toStdString();
     };
+    if (options.isCloud)
+        return Response::error(401, "Passwords are not accepted here. Use an API token.");
     const auto outcome = jira.login(member("username"), member("password"));
     if (outcome.kind == LoginOutcome::Kind::wrongPassword)
         return Response::error(401, "Login failed");
@@ -49,18 +54,10 @@ Response logIn(const Request& request, const std::string& body, Jira& jira, cons
                               {QStringLiteral("value"), QString::fromStdString(outcome.session)}};
     const QJsonObject answer{{QStringLiteral("session"), session},
                              {QStringLiteral("loginInfo"), loginInfoJson(outcome.history, options)}};
+    const std::string path = request.folder.empty() ? "/" : request.folder;
     return Response::json(200, answer)
-        .with("Set-Cookie", "JSESSIONID=" + outcome.session + "; Path=/; HttpOnly")
-        .with("Set-Cookie", "atlassian.xsrf.token=TEST-" + outcome.session.substr(0, 12) + "_lin; Path=/");
-}
-
-Response unauthorised(const Request& request, const Options& options)
-{
-    const std::string message = "You are not authenticated. Authentication required to perform this operation.";
-    if (options.htmlWhenStale && !request.cookies.empty())
-        return Response::html(401, "<html><head><title>Unauthorized (401)</title></head><body>" + message +
-                                       "</body></html>\n");
-    return Response::error(401, message);
+        .with("Set-Cookie", "JSESSIONID=" + outcome.session + "; Path=" + path + "; HttpOnly")
+        .with("Set-Cookie", "atlassian.xsrf.token=TEST-" + outcome.session.substr(0, 12) + "_lin; Path=" + path);
 }
 
 Response showSession(const Request& request, const UserState& user, const Options& options)
@@ -81,15 +78,23 @@ Response showIssue(const Request& request, const std::string& key, const Jira& j
     return Response::json(200, issueJson(*issue, request.base, options));
 }
 
-Response showFile(const Request& request, const Jira& jira)
+/// `rest` is ID/NAME or, where the name does not stand in the address, ID.
+std::optional<AttachmentState> attachmentOf(std::string_view rest, bool hasName, const Jira& jira)
 {
-    const auto rest = std::string_view(request.path).substr(filePath.size());
     std::int64_t id = 0;
-    const auto parsed = std::from_chars(rest.data(), rest.data() + rest.size(), id);
-    const bool isNumber = parsed.ec == std::errc() && parsed.ptr != rest.data() + rest.size() && *parsed.ptr == '/';
-    const auto attachment = isNumber ? jira.attachment(id) : std::nullopt;
+    const auto* const end = rest.data() + rest.size();
+    const auto parsed = std::from_chars(rest.data(), end, id);
+    const bool isNumber =
+        parsed.ec == std::errc() && (hasName ? parsed.ptr != end && *parsed.ptr == '/' : parsed.ptr == end);
+    return isNumber ? jira.attachment(id) : std::nullopt;
+}
+
+Response showFile(const std::optional<AttachmentState>& attachment, Jira& jira, const Options& options)
+{
     if (!attachment || !attachment->content)
         return Response::html(404, "<html><body>This attachment is not here.</body></html>\n");
+    if (!options.contentsBase.empty())
+        return sendToMedia(*attachment, jira, options);
     Response response =
         Response::empty(200)
             .with("Content-Type", attachment->record.mimeType)
@@ -159,7 +164,8 @@ std::unique_ptr<Call> restCall(Request request, Jira& jira, const Options& optio
     if (request.path == sessionPath)
         return sessionCall(std::move(request), jira, options);
     const bool isIssue = request.path.starts_with(issuePath);
-    if (request.path != "/rest/api/2/myself" && !isIssue)
+    const bool isContent = options.isCloud && request.path.starts_with(contentPath);
+    if (request.path != "/rest/api/2/myself" && !isIssue && !isContent)
         return fixedCall(Response::error(404, "null for uri: " + request.base + request.path));
     const auto user = request.user ? jira.user(*request.user) : std::nullopt;
     if (!user)
@@ -171,7 +177,14 @@ std::unique_ptr<Call> restCall(Request request, Jira& jira, const Options& optio
     }
     if (isIssue)
         return issueCall(std::move(request), jira, options);
-    return fixedCall(Response::json(200, ownUserJson(user->user, request.base, options)));
+    if (isContent) {
+        const auto rest = std::string_view(request.path).substr(contentPath.size());
+        return fixedCall(showFile(attachmentOf(rest, false, jira), jira, options));
+    }
+    auto own = Response::json(200, ownUserJson(user->user, request.base, options));
+    if (const auto cookie = cookieForToken(request, jira, options))
+        own.headers.emplace_back("Set-Cookie", *cookie);
+    return fixedCall(std::move(own));
 }
 
 std::vector<std::string> sessionCookies(const RequestHead& head)
@@ -189,7 +202,7 @@ std::vector<std::string> sessionCookies(const RequestHead& head)
 
 std::string baseOf(const RequestHead& head, const std::string& scheme, const Options& options)
 {
-    auto base = options.baseUrl.empty() ? scheme + "://" + head.header("Host") : options.baseUrl;
+    auto base = options.baseUrl.empty() ? scheme + "://" + head.header("Host") + options.contextPath : options.baseUrl;
     while (base.ends_with('/'))
         base.pop_back();
     return base;
@@ -207,18 +220,23 @@ std::string_view folderOf(std::string_view base)
 
 std::unique_ptr<Call> openCall(RequestHead head, const std::string& scheme, Jira& jira, const Options& options)
 {
-    Request request{.head = std::move(head), .base = {}, .path = {}, .cookies = {}, .user = {}};
+    if (isForMedia(head, options))
+        return fixedCall(showMedia(head, jira));
+    Request request{.head = std::move(head), .base = {}, .folder = {}, .path = {}, .cookies = {}, .user = {}};
     request.base = baseOf(request.head, scheme, options);
     request.cookies = sessionCookies(request.head);
-    request.user = jira.userOfSession(request.cookies);
-    const auto folder = folderOf(request.base);
-    if (request.head.path().starts_with(folder))
-        request.path = request.head.path().substr(folder.size());
+    request.user = userOf(request.head, request.cookies, jira, options);
+    request.folder = folderOf(request.base);
+    if (request.head.path().starts_with(request.folder))
+        request.path = request.head.path().substr(request.folder.size());
 
     if (request.path.starts_with("/rest/"))
         return restCall(std::move(request), jira, options);
-    if (request.path.starts_with(filePath))
-        return fixedCall(request.user ? showFile(request, jira) : fileWithoutSession(request, options));
+    if (request.path.starts_with(filePath)) {
+        const auto rest = std::string_view(request.path).substr(filePath.size());
+        return fixedCall(request.user ? showFile(attachmentOf(rest, true, jira), jira, options)
+                                      : fileWithoutSession(request, options));
+    }
     if (request.path == "/secure/useravatar")
         return fixedCall(showAvatar(request));
     if (request.path == "/login.jsp")

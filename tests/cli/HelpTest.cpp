@@ -12,7 +12,9 @@ TEST(Help, namesEveryCommandWithItsWordsAndOptions)
 {
     const std::string help = cli::helpText().toStdString();
     for (const auto& command : cli::commandTable()) {
-        const QStringList words = QStringList{command.name} + command.operands;
+        QStringList words = QStringList{command.name} + command.operands;
+        for (qsizetype last = 0; last < command.optionalOperands; ++last)
+            words[words.size() - 1 - last] = u'[' + words[words.size() - 1 - last] + u']';
         EXPECT_THAT(help, HasSubstr("\n  " + words.join(u' ').toStdString() + ' '));
         for (const QString& option : command.options)
             EXPECT_THAT(help, HasSubstr("\n  --" + option.toStdString() + ' '));

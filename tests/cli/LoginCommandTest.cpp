@@ -101,7 +101,7 @@ TEST_F(LoginCommand, refusesAnAddressThatWouldLeadElsewhere)
                       {},
                       "“jira.example.test” is no address of a server, such as https://jira.example.com. See tljira "
                       "--help.\n"}));
-    EXPECT_EQ(run(words("login http://jira.example.test:8080/ anna --password-stdin"), "secret\n").status, 2);
+    EXPECT_EQ(run(words("login http://jira.example.test:80x/ anna --password-stdin"), "secret\n").status, 2);
     EXPECT_EQ(server.requestCount(), 0U);
 }
 

@@ -1,6 +1,7 @@
 #include "cli/ServerAddress.h"
 
 #include "client/JAController.h"
+#include "records/TLJiraOptions.h"
 #include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
@@ -23,12 +24,28 @@ TEST(ServerAddress, takesThePortOfTheScheme)
     EXPECT_EQ(problemOfServerAddress(u"https://jira.example.com:443/"_s), std::nullopt);
 }
 
-TEST(ServerAddress, refusesAnotherPortSinceItWouldBeDropped)
+TEST(ServerAddress, takesAnotherPortAndAPath)
 {
-    EXPECT_EQ(problemOfServerAddress(u"https://jira.example.com:8443/"_s),
-              u"The server’s address cannot have a port: use --connect-to jira.example.com:443:ADDR:PORT."_s);
-    EXPECT_EQ(problemOfServerAddress(u"http://localhost:8080"_s),
-              u"The server’s address cannot have a port: use --connect-to localhost:80:ADDR:PORT."_s);
+    EXPECT_EQ(problemOfServerAddress(u"https://jira.example.com:8443/jira"_s), std::nullopt);
+    EXPECT_EQ(problemOfServerAddress(u"http://[::1]:1"_s), std::nullopt);
+    EXPECT_EQ(problemOfServerAddress(u"http://localhost:65535"_s), std::nullopt);
+}
+
+TEST(ServerAddress, refusesWhatIsNoPort)
+{
+    for (const QString& port : {u"0"_s, u"65536"_s, u"-1"_s, u"x"_s, u"+80"_s, u"80:90"_s}) {
+        EXPECT_EQ(problemOfServerAddress(u"https://jira.example.com:%1/"_s.arg(port)),
+                  u"“%1” is no port of a server, such as 8443."_s.arg(port));
+    }
+}
+
+TEST(ServerAddress, hasAName)
+{
+    TLJiraOptions::use({.address = TLJiraOptions::Address::Whole});
+    EXPECT_EQ(cli::serverName(u"https://jira.example.com/"_s), u"jira.example.com"_s);
+    EXPECT_EQ(cli::serverName(u"https://jira.example.com:8443/jira/?x"_s), u"jira.example.com:8443/jira"_s);
+    EXPECT_EQ(cli::serverName(u"nothing"_s), u"nothing"_s);
+    TLJiraOptions::use({});
 }
 
 TEST(ServerAddress, refusesWhatNamesNoServer)

@@ -15,6 +15,9 @@ Jira::Jira(const standin::Options& options)
     anna.name = user;
     anna.password = password;
     anna.displayName = "Anna Lindqvist";
+    anna.email = email;
+    anna.apiToken = apiToken;
+    anna.accessToken = accessToken;
     addUser(anna);
     addIssue(issue);
     routeTo(port());
@@ -23,6 +26,7 @@ Jira::Jira(const standin::Options& options)
 void Jira::routeTo(int port)
 {
     tljira::URLSessionConfiguration::setDefaultRoutes({QStringLiteral("jira.example.test:80:127.0.0.1:%1").arg(port),
+                                                       QStringLiteral("jira.example.test:8080:127.0.0.1:%1").arg(port),
                                                        QStringLiteral("other.example.test:80:127.0.0.1:%1").arg(port),
                                                        QStringLiteral("dead.example.test:80:127.0.0.1:1")});
 }

@@ -41,6 +41,23 @@ TEST(ProgramOptions, readTheServer)
     EXPECT_TRUE(options.isVerbose);
 }
 
+TEST(ProgramOptions, readHowUsersSignIn)
+{
+    const auto options = parse({"--cloud", "--contents-base", "http://localhost:1", "--context-path", "/jira", "--user",
+                                "anna:a", "--api-token", "anna:b:c", "--access-token", "anna:d"});
+    EXPECT_EQ(options.error, "");
+    EXPECT_TRUE(options.server.isCloud);
+    EXPECT_EQ(options.server.contentsBase, "http://localhost:1");
+    EXPECT_EQ(options.server.contextPath, "/jira");
+    ASSERT_EQ(options.users.size(), 1U);
+    EXPECT_EQ(options.users[0].apiToken, "b:c");
+    EXPECT_EQ(options.users[0].accessToken, "d");
+    EXPECT_EQ(parse({"--api-token", "demo:x"}).users.at(0).apiToken, "x");
+    EXPECT_EQ(parse({"--api-token", "bob:x"}).error, "There is no user 'bob' for a token.");
+    EXPECT_EQ(parse({"--access-token", "demo"}).error, "'demo' is not NAME:TOKEN.");
+    EXPECT_EQ(parse({"--context-path", "jira"}).error, "'jira' does not begin with a slash.");
+}
+
 TEST(ProgramOptions, readUsersIssuesAndFiles)
 {
     const auto options = parse({"--user", "anna:a:b", "--user", "bob:", "--issue", "A-1", "--attach", "A-1:/tmp/x:y",

@@ -32,13 +32,29 @@ QStringView authorityOf(QStringView text)
     return rest.left(end - rest.begin());
 }
 
-QStringView hostOf(QStringView authority)
+QStringView placeOf(QStringView authority)
 {
-    const QStringView place = authority.mid(authority.lastIndexOf(u'@') + 1);
+    return authority.mid(authority.lastIndexOf(u'@') + 1);
+}
+
+QStringView hostOf(QStringView place)
+{
     if (place.startsWith(u'['))
         return place.mid(1, std::max<qsizetype>(place.indexOf(u']') - 1, 0));
     const qsizetype colon = place.indexOf(u':');
     return colon < 0 ? place : place.left(colon);
+}
+
+QStringView portOf(QStringView place)
+{
+    const qsizetype colon = place.indexOf(u':', std::max<qsizetype>(place.indexOf(u']'), 0));
+    return colon < 0 ? QStringView() : place.mid(colon + 1);
+}
+
+QStringView pathOf(QStringView text)
+{
+    const auto end = std::find_if(text.begin(), text.end(), [](QChar c) { return c == u'?' || c == u'#'; });
+    return text.left(end - text.begin());
 }
 
 } // namespace
@@ -56,8 +72,13 @@ std::optional<URL> URL::parse(const QString& text)
         url.scheme = scheme.toString();
         rest = rest.mid(colon + 1);
     }
-    if (const QStringView host = hostOf(authorityOf(rest)); !host.isEmpty())
+    const QStringView authority = authorityOf(rest);
+    const QStringView place = placeOf(authority);
+    if (const QStringView host = hostOf(place); !host.isEmpty())
         url.host = host.toString();
+    if (const QStringView port = portOf(place); !port.isEmpty())
+        url.port = port.toString();
+    url.path = pathOf(rest.mid(rest.startsWith(u"//") ? authority.size() + 2 : 0)).toString();
     return url;
 }
 

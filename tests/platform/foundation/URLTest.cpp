@@ -50,6 +50,23 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{u"https:/h/x", QStringLiteral("https"), std::nullopt},
                     Case{u"https://:80/", QStringLiteral("https"), std::nullopt}));
 
+TEST(URL, hasPortAndPath)
+{
+    const auto parts = [](const char16_t* text) {
+        const auto url = tljira::URL::parse(QString::fromUtf16(text));
+        return url ? url->port.value_or(QStringLiteral("-")) + u' ' + url->path : QString();
+    };
+    EXPECT_EQ(parts(u"https://h:8443/jira/x"), QStringLiteral("8443 /jira/x"));
+    EXPECT_EQ(parts(u"https://user:pw@h:8443"), QStringLiteral("8443 "));
+    EXPECT_EQ(parts(u"https://h"), QStringLiteral("- "));
+    EXPECT_EQ(parts(u"https://h:/"), QStringLiteral("- /"));
+    EXPECT_EQ(parts(u"https://h:x/"), QStringLiteral("x /"));
+    EXPECT_EQ(parts(u"https://h/a:1//b?c/d#e"), QStringLiteral("- /a:1//b"));
+    EXPECT_EQ(parts(u"https://h?c/d"), QStringLiteral("- "));
+    EXPECT_EQ(parts(u"http://[::1]:8080/x"), QStringLiteral("8080 /x"));
+    EXPECT_EQ(parts(u"http://[::1]/x"), QStringLiteral("- /x"));
+}
+
 TEST(URL, cannotBeMadeOfEverything)
 {
     for (const char16_t* text : {u"", u" ", u"https://h/a b", u" https://h/", u"https://h/\n", u"https://h/\t",

@@ -31,16 +31,24 @@ QByteArray lineText(const QString& text)
     return bytes;
 }
 
+int portOf(const QUrl& url)
+{
+    return url.port(url.scheme() == u"https" ? 443 : 80);
+}
+
+bool isSameOrigin(const QUrl& from, const QUrl& to)
+{
+    return from.host().compare(to.host(), Qt::CaseInsensitive) == 0 && from.scheme() == to.scheme() &&
+           portOf(from) == portOf(to);
+}
+
 /// Whether what was meant for the one address may be shown to the other: the same host, and no step down to plain text
 /// or over to another port.
 bool isSameSite(const QUrl& from, const QUrl& to)
 {
-    if (from.host().compare(to.host(), Qt::CaseInsensitive) != 0)
-        return false;
-    const auto portOf = [](const QUrl& url) { return url.port(url.scheme() == u"https" ? 443 : 80); };
     const bool isStepUp =
         from.scheme() == u"http" && to.scheme() == u"https" && portOf(from) == 80 && portOf(to) == 443;
-    return isStepUp || (from.scheme() == to.scheme() && portOf(from) == portOf(to));
+    return isSameOrigin(from, to) || (isStepUp && from.host().compare(to.host(), Qt::CaseInsensitive) == 0);
 }
 
 bool isStepDown(const QUrl& from, const QUrl& to)
@@ -177,7 +185,7 @@ void Transfer::setHeaders()
             cookies = m_mayCarryCredentials ? value : QString();
             continue;
         }
-        if (isNamed(name, u"Authorization") && !m_mayCarryCredentials)
+        if (isNamed(name, u"Authorization") && !m_mayCarryAuthorization)
             continue;
         if (isNamed(name, u"Content-Type")) {
             if (m_hasLostBody)
@@ -453,6 +461,7 @@ std::optional<Error> Transfer::followRedirect()
         m_hasSteppedDown = true;
     }
     m_mayCarryCredentials = m_mayCarryCredentials && isSameSite(QUrl(*m_request.url), QUrl(address));
+    m_mayCarryAuthorization = m_mayCarryAuthorization && isSameOrigin(QUrl(*m_request.url), QUrl(address));
     m_request.url = address;
     const bool isPost = m_request.HTTPMethod == u"POST";
     if (status == 303 || (isPost && (status == 301 || status == 302))) {

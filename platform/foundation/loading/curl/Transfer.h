@@ -114,6 +114,8 @@ private:
     std::unique_ptr<AnswerBody> m_body;
     int m_redirects = 0;
     bool m_mayCarryCredentials = true;
+    /// An "Authorization" is meant for one place alone: a step up from http to https leads to another.
+    bool m_mayCarryAuthorization = true;
     bool m_hasLostBody = false;
     /// From https to http, where no cookie of a jar is to be seen either.
     bool m_hasSteppedDown = false;

@@ -1,0 +1,39 @@
+#include "records/SavedToken.h"
+
+#include "records/JALoginObject.h"
+#include "records/SavedLogin.h"
+
+#include <QJsonObject>
+
+namespace records {
+
+namespace {
+
+const QString originKey = QStringLiteral("origin");
+const QString userKey = QStringLiteral("user");
+const QString tokenKey = QStringLiteral("token");
+
+} // namespace
+
+std::optional<SavedToken> savedToken()
+{
+    const QJsonObject saved = savedLogin().objectForKey(savedTokenKey).value_or(QJsonValue()).toObject();
+    const SavedToken token = {saved.value(originKey).toString(), saved.value(userKey).toString(),
+                              saved.value(tokenKey).toString()};
+    return token.origin.isEmpty() || token.token.isEmpty() ? std::nullopt : std::optional(token);
+}
+
+void saveToken(const SavedToken& token)
+{
+    const tljira::UserDefaults::Hold inOnePiece(savedLogin());
+    JALoginObject::resetSession();
+    savedLogin().setObject(QJsonObject{{originKey, token.origin}, {userKey, token.user}, {tokenKey, token.token}},
+                           savedTokenKey);
+}
+
+void forgetToken()
+{
+    savedLogin().removeObjectForKey(savedTokenKey);
+}
+
+} // namespace records

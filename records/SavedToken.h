@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/foundation/Export.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace records {
+
+/// The token of a login, which the user defaults keep with the server's address as they keep a session: see
+/// savedLogin(). There is one or the other, never both.
+struct SavedToken
+{
+    /// Where alone it may be sent to, as originOf() spells it.
+    QString origin;
+    /// Empty for a personal access token.
+    QString user;
+    QString token;
+};
+
+/// Nothing unless all of it is saved. From any thread.
+TL_EXPORT std::optional<SavedToken> savedToken();
+/// Takes the place of a session, and of an earlier token.
+TL_EXPORT void saveToken(const SavedToken& token);
+TL_EXPORT void forgetToken();
+
+} // namespace records

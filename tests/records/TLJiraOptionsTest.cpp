@@ -1,0 +1,26 @@
+#include "records/TLJiraOptions.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(TLJiraOptions, areTheDescribedOnesUntilOthersAreChosen)
+{
+    const TLJiraOptions untouched = TLJiraOptions::inUse();
+    EXPECT_EQ(untouched.address, TLJiraOptions::Address::SchemeAndHost);
+    EXPECT_EQ(untouched.signIn, TLJiraOptions::SignIn::Password);
+    EXPECT_EQ(untouched, TLJiraOptions());
+}
+
+TEST(TLJiraOptions, areChosenWithOneCall)
+{
+    TLJiraOptions::use({.address = TLJiraOptions::Address::Whole, .signIn = TLJiraOptions::SignIn::Token});
+    EXPECT_EQ(TLJiraOptions::inUse().address, TLJiraOptions::Address::Whole);
+    EXPECT_EQ(TLJiraOptions::inUse().signIn, TLJiraOptions::SignIn::Token);
+    TLJiraOptions::use({.address = TLJiraOptions::Address::Whole});
+    EXPECT_EQ(TLJiraOptions::inUse().signIn, TLJiraOptions::SignIn::Password);
+    TLJiraOptions::use({});
+    EXPECT_EQ(TLJiraOptions::inUse(), TLJiraOptions());
+}
+
+} // namespace
