@@ -31,7 +31,7 @@ std::optional<QString> loginProblem(const Arguments& arguments)
     if (arguments.wantsToken && arguments.takesPasswordFromStandardInput)
         return QStringLiteral("login takes a password or a token, not both.");
     if (!arguments.wantsToken && arguments.operands.size() < 2)
-        return QStringLiteral("login needs USER, unless it is by a personal access token.");
+        return QStringLiteral("login needs USER.");
     return problemOfServerAddress(arguments.operands.first().trimmed());
 }
 

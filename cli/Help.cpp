@@ -19,8 +19,8 @@ Commands:
 
 Options:
   --password-stdin           login: read the password from standard input
-  --token                    login: by a token in place of a password: USER's API
-                             token or, without USER, a personal access token
+  --token                    login: by USER's API token in place of a password
+                             or, without USER, by a personal access token
   --token-stdin              login: the same, read from standard input
   --all                      attachments: everything, in the server's order
   --json                     session, whoami, attachments: print one JSON value

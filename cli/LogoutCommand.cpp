@@ -2,10 +2,18 @@
 
 #include "platform/foundation/loading/HTTPCookieStorage.h"
 #include "records/SavedLogin.h"
+#include "records/TLJiraOptions.h"
 
 namespace cli {
 
 namespace {
+
+QString whatIsSaved()
+{
+    return TLJiraOptions::inUse().signIn == TLJiraOptions::SignIn::Token
+               ? QStringLiteral("The server’s address and the token")
+               : QStringLiteral("The server’s address");
+}
 
 /// What of the login is still on the disk; empty when all of it has gone.
 QStringList leftOnDisk()
@@ -13,8 +21,7 @@ QStringList leftOnDisk()
     QStringList left;
     auto& saved = records::savedLogin();
     if (!saved.synchronize())
-        left << QStringLiteral("The server’s address could not be removed: %1.")
-                    .arg(saved.failure().value_or(QString()));
+        left << QStringLiteral("%1 could not be removed: %2.").arg(whatIsSaved(), saved.failure().value_or(QString()));
     if (const auto error = tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->synchronize())
         left << QStringLiteral("The cookies could not be removed: %1.").arg(error->localizedDescription());
     return left;

@@ -6,8 +6,9 @@
 
 namespace tests {
 
-CommandTest::CommandTest()
-    : environment(QProcessEnvironment::systemEnvironment())
+CommandTest::CommandTest(const standin::Options& options)
+    : server(options)
+    , environment(QProcessEnvironment::systemEnvironment())
 {
     const auto place = [this](const QString& variable, const QString& name) {
         QDir(m_home.path()).mkdir(name);
@@ -28,6 +29,8 @@ QStringList CommandTest::arguments(const QStringList& command) const
         options << QStringLiteral("--connect-to")
                 << QStringLiteral("%1.example.test:80:127.0.0.1:%2").arg(QLatin1String(name)).arg(server.port());
     }
+    options << QStringLiteral("--connect-to")
+            << QStringLiteral("jira.example.test:8080:127.0.0.1:%1").arg(server.port());
     return options + command;
 }
 

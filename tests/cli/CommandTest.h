@@ -39,7 +39,7 @@ protected:
     using Result = tests::Result;
     static constexpr char serverAddress[] = "http://jira.example.test/";
 
-    CommandTest();
+    explicit CommandTest(const standin::Options& options = {});
 
     /// The command behind the options that lead to the server.
     QStringList arguments(const QStringList& command) const;
