@@ -263,6 +263,22 @@
         <source>Log In</source>
         <translation>Anmelden</translation>
     </message>
+    <message>
+        <source>On Jira Cloud, make one at id.atlassian.com under Security, and give your e-mail address with it. On a Jira of your company, make a personal access token in your profile, and leave the user name empty.</source>
+        <translation>Bei Jira Cloud erstellen Sie eins auf id.atlassian.com unter Sicherheit und geben Ihre E-Mail-Adresse dazu an. Bei einem Jira Ihrer Firma erstellen Sie in Ihrem Profil ein persönliches Zugriffstoken und lassen den Benutzernamen leer.</translation>
+    </message>
+    <message>
+        <source>With port and path, if it has them</source>
+        <translation>Mit Port und Pfad, wenn sie dazugehören</translation>
+    </message>
+    <message>
+        <source>API &amp;token</source>
+        <translation>API-&amp;Token</translation>
+    </message>
+    <message>
+        <source>API token</source>
+        <translation>API-Token</translation>
+    </message>
 </context>
 <context>
     <name>JAUploadBodyViewController</name>
@@ -462,6 +478,41 @@
     <message>
         <source>The document could not be put in its place: %1</source>
         <translation>Das Dokument konnte nicht an seinen Platz gelegt werden: %1</translation>
+    </message>
+</context>
+<context>
+    <name>TokenSignIn</name>
+    <message>
+        <source>What answers at this address is not Jira.</source>
+        <translation>Was unter dieser Adresse antwortet, ist nicht Jira.</translation>
+    </message>
+    <message>
+        <source>The server does not accept this token.</source>
+        <translation>Der Server nimmt dieses Token nicht an.</translation>
+    </message>
+    <message>
+        <source>The server denies access with this token.</source>
+        <translation>Der Server verweigert den Zugang mit diesem Token.</translation>
+    </message>
+    <message>
+        <source>The server denies access with this token alone. Jira Cloud wants your e-mail address with it.</source>
+        <translation>Der Server verweigert den Zugang mit diesem Token allein. Jira Cloud will Ihre E-Mail-Adresse dazu.</translation>
+    </message>
+    <message>
+        <source>No token was given.</source>
+        <translation>Es wurde kein Token angegeben.</translation>
+    </message>
+    <message>
+        <source>This is no token: it has blanks, line breaks or other characters that no token has.</source>
+        <translation>Das ist kein Token: Es enthält Leerzeichen, Zeilenumbrüche oder andere Zeichen, die kein Token hat.</translation>
+    </message>
+    <message>
+        <source>A user name with a colon or a line break cannot be used with a token.</source>
+        <translation>Ein Benutzername mit einem Doppelpunkt oder Zeilenumbruch lässt sich nicht mit einem Token verwenden.</translation>
+    </message>
+    <message>
+        <source>No token is saved for this server.</source>
+        <translation>Für diesen Server ist kein Token gespeichert.</translation>
     </message>
 </context>
 <context>

@@ -3,12 +3,18 @@
 #include "client/CallIfSet.h"
 #include "constants/JAConstants.h"
 #include "records/SavedLogin.h"
+#include "records/TLJiraOptions.h"
 
 #include <utility>
 
 namespace client {
 
 namespace {
+
+bool isByToken()
+{
+    return TLJiraOptions::inUse().signIn == TLJiraOptions::SignIn::Token;
+}
 
 /// While it lives, requests that are made carry no session of another server than this one.
 class OwnSessionOnly
@@ -47,7 +53,7 @@ void SignInTask::start()
             return;
         if (!session)
             self->fail(error.value_or(tljira::makeURLError(tljira::URLError::CannotParseResponse)));
-        else if (!session->sessionName() || !session->sessionValue())
+        else if (!isByToken() && (!session->sessionName() || !session->sessionValue()))
             // Any answer of status 200 is accepted, a page for people to log in included.
             self->failWith(QStringLiteral("The server’s answer opens no session."));
         else

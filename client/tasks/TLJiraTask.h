@@ -55,7 +55,8 @@ public:
 
     /// Opens a session on a server, "https://jira.example.com", and saves both for all that follows, windows included.
     /// Until the server has accepted, what was saved before stays in use; no session is shown to another server than
-    /// its own. A sign-in that the server has accepted before `cancel` is called is not undone.
+    /// its own. A sign-in that the server has accepted before `cancel` is called is not undone. With
+    /// TLJiraOptions::SignIn::Token the password is a token; a personal access token goes without a user.
     static std::shared_ptr<TLJiraTask> signIn(const QString& server, const QString& user, const QString& password,
                                               const Ended& ended);
 

@@ -4,6 +4,7 @@
 #include "tests/shell/TLJiraUploadTest.h"
 
 #include "platform/toolkit/views/View.h"
+#include "records/TLJiraOptions.h"
 #include "shell/JAWindowController.h"
 
 #include <QScrollArea>
@@ -131,6 +132,27 @@ TEST_P(UploadLayoutTest, hasRoomForEverythingInTheLoginForm)
         server.release();
         ASSERT_TRUE(waitUntil([this] { return entry->jaLoginWindow()->loginButton()->isEnabled(); }));
         entry->window()->close();
+    });
+}
+
+TEST_P(UploadLayoutTest, hasRoomForEverythingInTheFormForTokens)
+{
+    walkInAllSizes([this] {
+        TLJiraOptions::use({.address = TLJiraOptions::Address::Whole, .signIn = TLJiraOptions::SignIn::Token});
+        client->setHost(std::nullopt);
+        open();
+        ASSERT_TRUE(waitForLoginForm());
+        look("token", *entry->window());
+        server.misbehave(Match::on("*/myself"), Fault().status(403, "{}", "application/json"));
+        const auto form = entry->jaLoginWindow();
+        ui::type(form->hostTextField(), QStringLiteral("http://jira.example.test:8080/jira"));
+        ui::type(form->passwordTextField(), QString::fromLatin1(Jira::accessToken));
+        ui::click(form->loginButton());
+        ASSERT_TRUE(waitUntil([&] { return !form->errorLabel()->text().isEmpty(); }));
+        look("token-refused", *entry->window());
+        server.behave();
+        entry->window()->close();
+        TLJiraOptions::use({});
     });
 }
 

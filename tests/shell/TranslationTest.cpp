@@ -60,6 +60,16 @@ TEST_F(TranslationTest, hasExactlyTheTextsOfTheInterfaceFilesAndThoseSetInCode)
                              "The server sent something else than the document: %1 bytes instead of %2.",
                              "The document could not be put in its place: %1"})
         needed.insert({QStringLiteral("TLJiraJobs"), QString::fromUtf8(text)});
+    for (const char* text : {"With port and path, if it has them", "API &token", "API token"})
+        needed.insert({QStringLiteral("JALoginWindow"), QString::fromUtf8(text)});
+    for (const char* text :
+         {"What answers at this address is not Jira.", "The server does not accept this token.",
+          "The server denies access with this token.",
+          "The server denies access with this token alone. Jira Cloud wants your e-mail address with it.",
+          "No token was given.", "This is no token: it has blanks, line breaks or other characters that no token has.",
+          "A user name with a colon or a line break cannot be used with a token.",
+          "No token is saved for this server."})
+        needed.insert({QStringLiteral("TokenSignIn"), QString::fromUtf8(text)});
     for (const FormProperty& property : shippedTexts()) {
         if (property.isTranslatable)
             needed.insert(property.text);

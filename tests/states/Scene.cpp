@@ -1,5 +1,6 @@
 #include "tests/states/Scene.h"
 
+#include "records/TLJiraOptions.h"
 #include "tests/kit/WaitUntil.h"
 #include "tests/states/InSight.h"
 
@@ -22,6 +23,11 @@ Scene::Scene(Hands& hands, standin::Server& server, std::function<void()> logIn)
     m_server.addAttachment("ABC-1", {.fileName = "plan.tessaloom", .bytes = "the plan"});
     m_server.addAttachment("ABC-1", {.fileName = "other.tessaloom", .bytes = "another"});
     m_server.addIssue("ABC-2");
+}
+
+Scene::~Scene()
+{
+    TLJiraOptions::use({});
 }
 
 void Scene::goTo(QWidget* control)
@@ -90,6 +96,24 @@ void Scene::loginRefused()
     loginForm();
     const auto form = m_upload->jaLoginWindow();
     fillIn(*form, "wrong");
+    m_hands.press(Qt::Key_Return);
+    ASSERT_TRUE(waitUntil([&] { return isInSight(form->errorLabel()) && !form->errorLabel()->text().isEmpty(); }));
+    ASSERT_TRUE(waitUntil([&] { return hasKeyboard(form->passwordTextField()); }));
+}
+
+void Scene::tokenForm()
+{
+    TLJiraOptions::use({.address = TLJiraOptions::Address::Whole, .signIn = TLJiraOptions::SignIn::Token});
+    loginForm();
+}
+
+void Scene::tokenRefused()
+{
+    tokenForm();
+    const auto form = m_upload->jaLoginWindow();
+    m_server.misbehave(Match::on("*/myself"), Fault().status(403, "{}", "application/json"));
+    writeInto(form->hostTextField(), QStringLiteral("http://jira.example.test/"));
+    writeInto(form->passwordTextField(), QStringLiteral("token"));
     m_hands.press(Qt::Key_Return);
     ASSERT_TRUE(waitUntil([&] { return isInSight(form->errorLabel()) && !form->errorLabel()->text().isEmpty(); }));
     ASSERT_TRUE(waitUntil([&] { return hasKeyboard(form->passwordTextField()); }));
@@ -275,6 +299,8 @@ const std::vector<State>& allStates()
         {"login", &Scene::loginForm},
         {"loginUnderWay", &Scene::loginUnderWay},
         {"loginRefused", &Scene::loginRefused},
+        {"token", &Scene::tokenForm},
+        {"tokenRefused", &Scene::tokenRefused},
         {"uploadPanel", &Scene::uploadPanel},
         {"uploading", &Scene::uploading},
         {"uploadDone", &Scene::uploadDone},

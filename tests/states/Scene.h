@@ -20,6 +20,7 @@ namespace tests {
 class Scene
 {
 public:
+    ~Scene();
     /// What opens a session is asked for at most once.
     Scene(Hands& hands, standin::Server& server, std::function<void()> logIn);
 
@@ -29,6 +30,8 @@ public:
     void loginForm();
     void loginUnderWay();
     void loginRefused();
+    void tokenForm();
+    void tokenRefused();
     void uploadPanel();
     void uploading();
     void uploadDone();

@@ -13,8 +13,9 @@ using standin::Fault;
 using standin::Match;
 using standin::Point;
 
-JobsTest::JobsTest()
-    : host(std::make_unique<QWidget>())
+JobsTest::JobsTest(const standin::Options& options)
+    : JiraTest(options)
+    , host(std::make_unique<QWidget>())
 {
     tljira::UserDefaults::standardUserDefaults().setObject(true, kClearCache);
 }

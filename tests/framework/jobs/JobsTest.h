@@ -19,7 +19,7 @@ protected:
     using Outcome = TLJiraJobs::Outcome;
     using Result = TLJiraJobs::Result;
 
-    JobsTest();
+    explicit JobsTest(const standin::Options& options = {});
     ~JobsTest() override;
     void SetUp() override;
 
