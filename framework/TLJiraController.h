@@ -14,6 +14,9 @@
 // `copy` lies alone in a folder of its own, which is removed when the upload ends; the file at `path` goes with the
 // next download. The examples of the project's documents see to both.
 //
+// What it chooses for the whole process, such as tokens in place of passwords, it chooses before all that, with
+// TLJiraOptions.
+//
 // The texts that client and server have agreed upon are in constants/JAConstants.h, for who asks for them by that name.
 //
 // The host needs a QApplication and its event loop, no more. What the user enters is kept under the name that
@@ -33,6 +36,7 @@
 #include "records/JAIssueObject.h"
 #include "records/JALoginObject.h"
 #include "records/JAUser.h"
+#include "records/TLJiraOptions.h"
 #include "shell/JAHeadViewController.h"
 #include "shell/JALoginWindow.h"
 #include "shell/JAWindowController.h"

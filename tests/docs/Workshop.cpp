@@ -59,6 +59,7 @@ Workshop::Workshop()
     QFile::link(QStringLiteral(BUILD_FOLDER), path(QStringLiteral("build/release")));
     write(QStringLiteral("plan.tessaloom"), QStringLiteral("warp and weft, blue\n"));
     write(QStringLiteral("password.txt"), QStringLiteral("correct horse\n"));
+    write(QStringLiteral("token.txt"), QStringLiteral("battery-staple\n"));
     startServer();
 }
 
@@ -70,8 +71,9 @@ Workshop::~Workshop()
 
 void Workshop::startServer()
 {
-    m_server.start(QStringLiteral(STANDIN_PROGRAM), {QStringLiteral("--user"), QStringLiteral("anna:correct horse"),
-                                                     QStringLiteral("--issue"), QStringLiteral("DEMO-1")});
+    m_server.start(QStringLiteral(STANDIN_PROGRAM),
+                   {QStringLiteral("--user"), QStringLiteral("anna:correct horse"), QStringLiteral("--access-token"),
+                    QStringLiteral("anna:battery-staple"), QStringLiteral("--issue"), QStringLiteral("DEMO-1")});
     while (!m_server.canReadLine() && m_server.waitForReadyRead(60000)) {
     }
     const QString line = QString::fromUtf8(m_server.readLine()).trimmed();

@@ -17,8 +17,8 @@ struct Outcome
 };
 
 /// A user's home with nothing in it but what the documents speak of: the installed framework, a document
-/// "plan.tessaloom" of 20 bytes, "password.txt", an empty folder "plans", and a stand-in server that knows the user
-/// anna with that password and the issue DEMO-1.
+/// "plan.tessaloom" of 20 bytes, "password.txt", "token.txt", an empty folder "plans", and a stand-in server that knows
+/// the user anna with that password and that personal access token, and the issue DEMO-1.
 class Workshop
 {
 public:
