@@ -1,6 +1,6 @@
 // Both jobs by their windows, in every way to sign in.
 
-#include "platform/foundation/files/TemporaryDirectory.h"
+#include "platform/foundation/settings/UserDefaults.h"
 #include "platform/toolkit/views/View.h"
 #include "records/TLJiraOptions.h"
 #include "shell/JAHeadViewController.h"
@@ -108,6 +108,8 @@ protected:
     {
         if (!GetParam().isByToken())
             return;
+        // The store is not being written any more.
+        EXPECT_TRUE(tljira::UserDefaults::standardUserDefaults().synchronize());
         const QByteArray secret = GetParam().secret;
         for (const QByteArray& form :
              {secret, secret.toBase64(), QByteArray::fromStdString(GetParam().authorization())}) {
