@@ -264,8 +264,10 @@
         <translation>Anmelden</translation>
     </message>
     <message>
-        <source>On Jira Cloud, make one at id.atlassian.com under Security, and give your e-mail address with it. On a Jira of your company, make a personal access token in your profile, and leave the user name empty.</source>
-        <translation>Bei Jira Cloud erstellen Sie eins auf id.atlassian.com unter Sicherheit und geben Ihre E-Mail-Adresse dazu an. Bei einem Jira Ihrer Firma erstellen Sie in Ihrem Profil ein persönliches Zugriffstoken und lassen den Benutzernamen leer.</translation>
+        <source>Jira Cloud: from id.atlassian.com, with your e-mail address
+Other Jira: from your profile there, without a user name</source>
+        <translation>Jira Cloud: von id.atlassian.com, mit Ihrer E-Mail-Adresse
+Anderes Jira: aus Ihrem Profil dort, ohne Benutzernamen</translation>
     </message>
     <message>
         <source>With port and path, if it has them</source>
