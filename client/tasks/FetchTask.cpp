@@ -42,8 +42,8 @@ void FetchTask::download()
 {
     TransferListener::add(weakFrom(this));
     // Where the file lies for the moment in which it is looked at; nobody else's file can be there.
-    const QString place = tljira::appendingPathComponent(
-        tljira::temporaryDirectory(), QStringLiteral("Arriving-") + QUuid::createUuid().toString(QUuid::Id128));
+    m_place = tljira::appendingPathComponent(tljira::temporaryDirectory(),
+                                             QStringLiteral("Arriving-") + QUuid::createUuid().toString(QUuid::Id128));
     client().downloadFile(
         m_attachment->downloadLink(),
         [weak = weakFrom(this)](qint64, qint64 bytes, const auto& error, bool isFinished) {
@@ -51,7 +51,7 @@ void FetchTask::download()
             if (self && !self->isOver() && !error && !isFinished && bytes > 0)
                 self->advance(bytes);
         },
-        place);
+        m_place);
 }
 
 void FetchTask::advance(qint64 bytes)
@@ -65,34 +65,29 @@ void FetchTask::advance(qint64 bytes)
     callIfSet(m_progress, bytes, size);
 }
 
-bool FetchTask::isOwn(const tljira::URLSessionTask& task) const
+void FetchTask::downloadArrived(const tljira::URLSessionTask&, const QString& path)
 {
-    return !isOver() && &task == client().downloadTask().get();
-}
-
-void FetchTask::downloadArrived(const tljira::URLSessionTask& task, const QString& path)
-{
-    if (!isOwn(task))
+    if (path != m_place)
         return;
-    take(path);
-    tljira::FileManager::removeItemAtPath(path);
+    if (!isOver())
+        take();
+    tljira::FileManager::removeItemAtPath(m_place);
 }
 
-void FetchTask::take(const QString& path)
+void FetchTask::take()
 {
-    const QFileInfo file(path);
-    const qint64 size = file.size();
-    if (!file.exists()) {
-        fail(writeError(QString::fromLatin1(texts::notKept).arg(path)));
+    if (!QFileInfo::exists(m_place)) {
+        fail(writeError(QString::fromLatin1(texts::notKept).arg(m_place)));
         return;
     }
+    const qint64 size = QFileInfo(m_place).size();
     if (size != m_attachment->size()) {
         const QString text = QString::fromLatin1(texts::notTheDocument).arg(size).arg(m_attachment->size());
-        fail(notTheDocument(path, text));
+        fail(notTheDocument(m_place, text));
         return;
     }
     const QString name = m_attachment->name().value_or(QString());
-    const FetchedFile::Place place = FetchedFile::take(path, name);
+    const FetchedFile::Place place = FetchedFile::take(m_place, name);
     if (place.problem) {
         fail(writeError(QString::fromLatin1(texts::notKept).arg(*place.problem)));
         return;
@@ -108,7 +103,7 @@ void FetchTask::take(const QString& path)
 
 void FetchTask::taskEnded(const tljira::URLSessionTask& task, const std::optional<tljira::Error>& error)
 {
-    if (isOwn(task) && error)
+    if (error && !isOver() && &task == client().downloadTask().get())
         fail(*error);
 }
 

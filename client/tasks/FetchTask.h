@@ -22,13 +22,13 @@ protected:
 private:
     void download();
     void advance(qint64 bytes);
-    void take(const QString& path);
-    bool isOwn(const tljira::URLSessionTask& task) const;
+    void take();
 
     const QString m_attachmentId;
     TLJiraTask::Ended m_ended;
     TLJiraTask::Progress m_progress;
     std::shared_ptr<const JAAttachmentObject> m_attachment;
+    QString m_place;
 };
 
 } // namespace client

@@ -21,8 +21,7 @@ void Task::begin()
 
 void Task::cancel()
 {
-    if (!isOver())
-        giveUp();
+    giveUp();
 }
 
 void Task::end(TLJiraResult result)
@@ -63,10 +62,9 @@ bool Task::lacksKey()
 
 void Task::stop()
 {
-    if (!m_client)
-        return;
-    m_client->cancelUpload();
-    m_client->cancelDownload();
+    // A file that has come would still be put somewhere; all else ends with the session.
+    if (m_client)
+        m_client->cancelDownload();
 }
 
 // The session's requests go with it, and with them all that they keep; here none of its calls is under way.

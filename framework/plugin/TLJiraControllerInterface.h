@@ -9,6 +9,30 @@
 /// Both jobs for a host that does not link the framework but loads it as a Qt plug-in, if it is there. This header and
 /// Qt are all that such a host is built with; TLJiraControllerLoader finds the plug-in.
 ///
+/// **As an object** (since version 2; QPluginLoader::instance(), TLJiraControllerLoader::object()) the plug-in serves
+/// hosts in other languages too, by calls that Qt can make by their names and by a signal:
+///
+///     int attachBytes(QString name, QByteArray bytes, QObject* parent, QVariantMap options)
+///     int attachFile(QString name, QString path, QObject* parent, QVariantMap options)
+///     int fetchDocument(QObject* parent, QVariantMap options)
+///     signal ended(int job, QVariantMap result)
+///
+/// and `interfaceVersion`, `setRoutes` and `setLogEnabled` as below. Each of the three opens its window and returns at
+/// once, with a number for the job: `ended` comes once for each number, never inside the call. It is 0 where the window
+/// of an earlier job has come to the front instead; nothing comes for 0. The window is a dialog of the window that
+/// `parent` stands in (a QWidget, a QWindow, one of QML too, or an object below one of them; null for the one that is
+/// active), and the job ends with the parent. Nothing of the host's is changed or removed: the file at `path` is read
+/// at each press of Upload.
+///
+/// `options` may hold "closeWhenDone" (the window closes by itself a moment after it says "DONE") and
+/// "uploadOutlivesWindow" (closing the window during an upload hides it; otherwise that cancels the upload), each true
+/// or false. A job with another option fails at once.
+///
+/// `result` holds "outcome" ("done", "cancelled" or "failed"), "error" (a text for the user), "errorDomain",
+/// "errorCode" and "serverSentence" of what failed, "issueKey", "attachmentId", "attachmentName" and "size" of what was
+/// attached or fetched, and the "path" of what was fetched: it lies alone in a folder, and both are the host's. What
+/// does not apply is an empty text or 0.
+///
 /// Everything is called on the main thread, of a host with a QApplication. The object belongs to the plug-in and lives
 /// as long as the process: a plug-in that was once loaded stays, because transfers may be under way at any time.
 class TLJiraControllerInterface

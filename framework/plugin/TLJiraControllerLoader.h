@@ -20,7 +20,11 @@ class TLJiraControllerLoader
 public:
     /// Looks for TLJiraControllerPlugin in these folders, then in "tljiracontroller" below each of
     /// QCoreApplication::libraryPaths(). The first file of that name counts.
-    explicit TLJiraControllerLoader(const QStringList& folders = {})
+    ///
+    /// A host that can do without the newer calls says from which version on it takes the plug-in as `oldest`. It looks
+    /// at `interfaceVersion()` before it makes a call that came later.
+    explicit TLJiraControllerLoader(const QStringList& folders = {}, int oldest = TLJiraControllerInterface::version)
+        : m_oldest(oldest)
     {
         // By name: this header asks for no more than Qt Core.
         const QCoreApplication* const application = QCoreApplication::instance();
@@ -46,7 +50,11 @@ public:
     /// Null when there is none that can be used.
     TLJiraControllerInterface* plugin() const { return m_plugin; }
 
-    /// Why there is none, in a sentence for the user; empty when there is one.
+    /// The same plug-in as an object with calls by their names and a signal (see TLJiraControllerInterface). Null when
+    /// there is none, or one of version 1, which has none of them.
+    QObject* object() const { return m_object; }
+
+    /// Why one of the two is null, in a sentence for the user; empty when neither is.
     QString errorString() const { return m_errorString; }
 
 private:
@@ -62,15 +70,32 @@ private:
         if (!plugin)
             m_errorString =
                 QStringLiteral("The Jira plug-in %1 cannot be loaded: %2").arg(loader.fileName(), loader.errorString());
-        else if (plugin->interfaceVersion() < TLJiraControllerInterface::version)
-            m_errorString = QStringLiteral("The Jira plug-in %1 is too old for this program: version %2, needed is %3.")
-                                .arg(loader.fileName())
-                                .arg(plugin->interfaceVersion())
-                                .arg(TLJiraControllerInterface::version);
+        else if (plugin->interfaceVersion() < m_oldest)
+            m_errorString = tooOld(loader, *plugin, m_oldest);
         else
-            m_plugin = plugin;
+            take(loader, plugin);
     }
 
+    void take(QPluginLoader& loader, TLJiraControllerInterface* plugin)
+    {
+        constexpr int firstWithCalls = 2;
+        m_plugin = plugin;
+        if (loader.instance()->metaObject()->indexOfSignal("ended(int,QVariantMap)") >= 0)
+            m_object = loader.instance();
+        else
+            m_errorString = tooOld(loader, *plugin, firstWithCalls);
+    }
+
+    static QString tooOld(const QPluginLoader& loader, const TLJiraControllerInterface& plugin, int needed)
+    {
+        return QStringLiteral("The Jira plug-in %1 is too old for this program: version %2, needed is %3.")
+            .arg(loader.fileName())
+            .arg(plugin.interfaceVersion())
+            .arg(needed);
+    }
+
+    const int m_oldest;
     TLJiraControllerInterface* m_plugin = nullptr;
+    QObject* m_object = nullptr;
     QString m_errorString;
 };

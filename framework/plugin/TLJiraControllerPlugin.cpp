@@ -1,14 +1,12 @@
 #include "framework/plugin/TLJiraControllerPlugin.h"
 
-#include "framework/TLJiraController.h"
+#include "framework/plugin/JobCalls.h"
+#include "platform/foundation/LogSwitch.h"
 #include "platform/foundation/files/FileManager.h"
 #include "platform/foundation/loading/URLSessionConfiguration.h"
 #include "upload/DocumentFolder.h"
 
-#include <QFile>
-
 #include <memory>
-#include <stdexcept>
 
 namespace {
 
@@ -25,16 +23,7 @@ public:
     bool writeInto(QIODevice& device)
     {
         m_wasSent = true;
-        QFile file(m_path);
-        if (!file.open(QFile::ReadOnly))
-            throw std::runtime_error(file.errorString().toLocal8Bit().toStdString());
-        constexpr qint64 pieceSize = 1 << 20;
-        while (!file.atEnd()) {
-            const QByteArray piece = file.read(pieceSize);
-            if (piece.isEmpty() || device.write(piece) != piece.size())
-                return false;
-        }
-        return file.error() == QFile::NoError;
+        return JobCalls::copyFile(m_path, device);
     }
 
     void jobHasEnded() const
@@ -72,4 +61,55 @@ void TLJiraControllerPlugin::setRoutes(const QStringList& routes)
 void TLJiraControllerPlugin::setLogEnabled(bool enabled)
 {
     tljira::setLogEnabled(enabled);
+}
+
+int TLJiraControllerPlugin::attachBytes(const QString& name, const QByteArray& bytes, QObject* parent,
+                                        const QVariantMap& options)
+{
+    return attachDocument({name, bytes}, parent, options);
+}
+
+int TLJiraControllerPlugin::attachFile(const QString& name, const QString& path, QObject* parent,
+                                       const QVariantMap& options)
+{
+    return attachDocument({name, [path](QIODevice& device) { return JobCalls::copyFile(path, device); }}, parent,
+                          options);
+}
+
+int TLJiraControllerPlugin::attachDocument(const TLJiraJobs::Document& document, QObject* parent,
+                                           const QVariantMap& options)
+{
+    QString problem;
+    const auto chosen = JobCalls::options(options, problem);
+    if (!problem.isEmpty())
+        return refuse(problem);
+    const int job = ++m_newestJob;
+    return TLJiraJobs::attach(document, parent, telling(job), chosen) ? job : 0;
+}
+
+int TLJiraControllerPlugin::fetchDocument(QObject* parent, const QVariantMap& options)
+{
+    QString problem;
+    const auto chosen = JobCalls::options(options, problem);
+    if (!problem.isEmpty())
+        return refuse(problem);
+    const int job = ++m_newestJob;
+    return TLJiraJobs::fetch(parent, telling(job), chosen) ? job : 0;
+}
+
+/// A job that fails before it has a window.
+int TLJiraControllerPlugin::refuse(const QString& reason)
+{
+    TLJiraJobs::Result result;
+    result.outcome = TLJiraJobs::Outcome::Failed;
+    result.error = tljira::makeError(QStringLiteral("TLJiraControllerPlugin"), 0, reason);
+    const int job = ++m_newestJob;
+    QMetaObject::invokeMethod(
+        this, [tell = telling(job), result] { tell(result); }, Qt::QueuedConnection);
+    return job;
+}
+
+TLJiraJobs::Ended TLJiraControllerPlugin::telling(int job)
+{
+    return [this, job](const TLJiraJobs::Result& result) { Q_EMIT ended(job, JobCalls::map(result)); };
 }

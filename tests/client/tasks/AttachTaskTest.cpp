@@ -1,4 +1,7 @@
 #include "tests/client/tasks/TaskTest.h"
+#include "tests/kit/HeldGlobalQueue.h"
+
+#include "platform/foundation/files/TemporaryDirectory.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -91,6 +94,16 @@ TEST_F(AttachTaskTest, itsCopyIsGoneWhenItHasEnded)
     server.release();
     ASSERT_TRUE(waitForEnds());
     EXPECT_EQ(temporaryItems(), QStringList());
+}
+
+TEST_F(AttachTaskTest, whatAKilledProcessLeftGoesWithTheFirstOne)
+{
+    const QString left = tljira::temporaryDirectory() + QStringLiteral("/Upload-left");
+    ASSERT_TRUE(QDir().mkdir(left));
+    attach("warp");
+
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_TRUE(waitUntil([&] { return !QFileInfo::exists(left); }));
 }
 
 TEST_F(AttachTaskTest, takesTheKeyAsTheUserTypedIt)
@@ -210,7 +223,9 @@ INSTANTIATE_TEST_SUITE_P(Names, AttachTaskName, testing::Values("", " ", "a\r\nC
 
 TEST_F(AttachTaskTest, isCancelledBeforeAnythingIsCopied)
 {
-    const auto task = attach(large);
+    HeldGlobalQueue held;
+    QByteArray bytes(65536, 'w');
+    const auto task = attach(bytes);
     task->cancel();
     EXPECT_TRUE(task->isOver());
     EXPECT_THAT(ends, IsEmpty());
@@ -218,7 +233,10 @@ TEST_F(AttachTaskTest, isCancelledBeforeAnythingIsCopied)
     ASSERT_TRUE(waitForEnds());
     EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
     EXPECT_EQ(ends[0].issueKey, QStringLiteral("ABC-1"));
-    EXPECT_TRUE(waitUntil([] { return temporaryItems().isEmpty(); }));
+    held.letGo();
+    // The copy is made all the same, and then let go.
+    ASSERT_TRUE(waitUntil([&] { return bytes.isDetached(); }));
+    EXPECT_EQ(temporaryItems(), QStringList());
     EXPECT_EQ(server.requests().size(), 0U);
 }
 

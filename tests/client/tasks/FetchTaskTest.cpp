@@ -220,6 +220,19 @@ TEST_F(FetchTaskFailure, whereThereIsNoPlaceForIt)
     EXPECT_THAT(errorText(), testing::StartsWith("The document could not be put in its place: "));
 }
 
+TEST_F(FetchTaskFailure, whereItIsRemovedOnItsWay)
+{
+    const auto id = store("plan.tessaloom", large);
+    server.misbehave(contents, Fault().hold(Point::responseBody(1 << 19)));
+    fetch(id);
+    ASSERT_TRUE(waitForHeld());
+    ASSERT_TRUE(waitUntil([] { return !temporaryItems().isEmpty(); }));
+    ASSERT_TRUE(QDir(tljira::temporaryDirectory()).removeRecursively());
+    server.release();
+    expectFailure();
+    EXPECT_THAT(errorText(), testing::StartsWith("The document could not be put in its place: "));
+}
+
 // Cancelling.
 
 class FetchTaskPhase : public FetchTaskTest, public testing::WithParamInterface<const char*>
@@ -255,6 +268,21 @@ TEST_P(FetchTaskPhase, isOneInWhichItCanBeCancelled)
     EXPECT_EQ(ends[0].path, QString());
     EXPECT_EQ(temporaryItems(), QStringList());
     EXPECT_TRUE(waitForNoConnection());
+}
+
+TEST_F(FetchTaskTest, leavesNothingWhereItIsCancelledWhenAllHasCome)
+{
+    const auto id = store("plan.tessaloom", large);
+    std::shared_ptr<TLJiraTask> task;
+    task =
+        TLJiraTask::fetch(QStringLiteral("ABC-1"), QString::number(id), remember(), [&](qint64 bytes, qint64 ofBytes) {
+            if (bytes == ofBytes)
+                task->cancel();
+        });
+
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
+    EXPECT_EQ(temporaryItems(), QStringList());
 }
 
 TEST_P(FetchTaskPhase, isOneInWhichItsObjectCanBeLetGo)

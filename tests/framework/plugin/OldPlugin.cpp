@@ -1,21 +1,8 @@
+#include "tests/hosts/version1/TLJiraControllerInterface.h"
+
 #include <QObject>
-#include <QStringList>
-#include <QtPlugin>
 
-/// The interface as it was in version 1: nobody may call what came later.
-class TLJiraControllerInterface
-{
-public:
-    virtual ~TLJiraControllerInterface() = default;
-    virtual int interfaceVersion() const = 0;
-    virtual bool attach(const QString& name, const QString& path) = 0;
-    virtual QString fetch() = 0;
-    virtual void setRoutes(const QStringList& routes) = 0;
-};
-
-#define TLJiraControllerInterface_iid "org.tljiracontroller.TLJiraControllerInterface/1.0"
-Q_DECLARE_INTERFACE(TLJiraControllerInterface, TLJiraControllerInterface_iid)
-
+/// A plug-in of version 1: nobody may call what came later.
 class OldPlugin : public QObject, public TLJiraControllerInterface
 {
     Q_OBJECT
@@ -23,9 +10,9 @@ class OldPlugin : public QObject, public TLJiraControllerInterface
     Q_INTERFACES(TLJiraControllerInterface)
 
 public:
-    int interfaceVersion() const override { return 1; }
-    bool attach(const QString&, const QString&) override { return false; }
-    QString fetch() override { return {}; }
+    int interfaceVersion() const override { return version; }
+    bool attach(const QString& name, const QString& path) override { return name + path == u"plan/copy"; }
+    QString fetch() override { return QStringLiteral("/fetched/plan"); }
     void setRoutes(const QStringList&) override {}
 };
 

@@ -3,94 +3,35 @@
 //
 //     plugin_host FOLDER ROUTE DOCUMENT FETCHED log|no-log
 
-#include "framework/plugin/TLJiraControllerLoader.h"
+#include "tests/hosts/User.h"
+
+#include <TLJiraControllerLoader.h>
 
 #include <QApplication>
 #include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
-#include <vector>
 
 namespace {
 
-/// Null as long as the user does not see it.
-template <class View>
-View* seen(const char* name)
+using user::click;
+using user::closeWhenDone;
+using user::enterKey;
+using user::User;
+
+/// Versions of the interface before the second have no such call.
+template <class Plugin>
+void setLogEnabled(Plugin& jira, bool isEnabled)
 {
-    for (const QWidget* window : QApplication::topLevelWidgets()) {
-        for (View* view : window->findChildren<View*>(QString::fromLatin1(name))) {
-            if (view->isVisible() && view->isEnabled())
-                return view;
-        }
-    }
-    return nullptr;
+    if constexpr (requires { jira.setLogEnabled(isEnabled); })
+        jira.setLogEnabled(isEnabled);
 }
-
-bool click(const char* name)
-{
-    auto* const button = seen<QPushButton>(name);
-    if (button)
-        button->click();
-    return button != nullptr;
-}
-
-bool logIn()
-{
-    if (!seen<QPushButton>("loginButton"))
-        return false;
-    seen<QLineEdit>("hostTextField")->setText(QStringLiteral("http://jira.example.test"));
-    seen<QLineEdit>("emailTextField")->setText(QStringLiteral("anna"));
-    seen<QLineEdit>("passwordTextField")->setText(QStringLiteral("secret"));
-    return click("loginButton");
-}
-
-bool enterKey(const char* field, const char* button)
-{
-    if (!seen<QLineEdit>(field) || !seen<QPushButton>(button))
-        return false;
-    seen<QLineEdit>(field)->setText(QStringLiteral("ABC-1"));
-    return click(button);
-}
-
-/// Closes the sheet in which this label says that all is done; other windows have a button of that name, too.
-bool closeWhenDone(const char* label)
-{
-    const auto* const text = seen<QLabel>(label);
-    if (!text || text->text() != QStringLiteral("DONE"))
-        return false;
-    text->window()->findChild<QPushButton*>(QStringLiteral("cancelButton"))->click();
-    return true;
-}
-
-/// What the user does, each step as soon as it can be done.
-class User : public QObject
-{
-public:
-    explicit User(std::vector<std::function<bool()>> steps)
-        : m_steps(std::move(steps))
-    {
-        m_timer.callOnTimeout(this, [this] {
-            if (m_next < m_steps.size() && m_steps[m_next]())
-                ++m_next;
-        });
-        m_timer.start(5);
-    }
-
-private:
-    std::vector<std::function<bool()>> m_steps;
-    std::size_t m_next = 0;
-    QTimer m_timer;
-};
 
 void attach(TLJiraControllerInterface& jira, const QString& document)
 {
-    const User user({logIn,
+    const User user({user::logIn,
                      [&] {
                          if (!enterKey("taskTextField", "uploadFileButton"))
                              return false;
@@ -131,7 +72,7 @@ int main(int argc, char** argv)
         return QApplication::exec();
     }
     jira.plugin()->setRoutes({arguments.value(2)});
-    jira.plugin()->setLogEnabled(arguments.value(5) == QStringLiteral("log"));
+    setLogEnabled(*jira.plugin(), arguments.value(5) == QStringLiteral("log"));
     attach(*jira.plugin(), arguments.value(3));
     const QString fetched = fetch(*jira.plugin());
     std::printf("fetched %s\n", qPrintable(fetched.section(u'/', -1)));

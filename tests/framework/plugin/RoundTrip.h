@@ -9,6 +9,12 @@ struct PluginHost
 {
     QString program = QStringLiteral(PLUGIN_HOST);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    /// In front of the others, for a program that is told what to run.
+    QStringList firstArguments = {};
+    /// What it says of the jobs.
+    std::string says = "fetched plan.tessaloom\n";
+    /// Whether it hands its document over, which goes with the upload.
+    bool handsOver = true;
     /// Whether it lets the framework write its log.
     bool isLogEnabled = true;
 

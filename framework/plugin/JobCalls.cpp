@@ -1,0 +1,81 @@
+#include "framework/plugin/JobCalls.h"
+
+#include <QFile>
+
+#include <stdexcept>
+
+namespace {
+
+const QMap<QString, TLJiraJobs::Option>& knownOptions()
+{
+    static const QMap<QString, TLJiraJobs::Option> all = {
+        {QStringLiteral("closeWhenDone"), TLJiraJobs::CloseWhenDone},
+        {QStringLiteral("uploadOutlivesWindow"), TLJiraJobs::UploadOutlivesWindow},
+    };
+    return all;
+}
+
+QString nameOf(TLJiraJobs::Outcome outcome)
+{
+    switch (outcome) {
+    case TLJiraJobs::Outcome::Done:
+        return QStringLiteral("done");
+    case TLJiraJobs::Outcome::Cancelled:
+        return QStringLiteral("cancelled");
+    case TLJiraJobs::Outcome::Failed:
+        break;
+    }
+    return QStringLiteral("failed");
+}
+
+} // namespace
+
+TLJiraJobs::Options JobCalls::options(const QVariantMap& named, QString& problem)
+{
+    TLJiraJobs::Options options = TLJiraJobs::NoOptions;
+    for (auto choice = named.begin(); choice != named.end(); ++choice) {
+        if (!knownOptions().contains(choice.key()))
+            problem = QStringLiteral("This Jira plug-in has no option “%1”.").arg(choice.key());
+        else if (choice.value().metaType() != QMetaType::fromType<bool>())
+            problem = QStringLiteral("The option “%1” is either true or false.").arg(choice.key());
+        else
+            options.setFlag(knownOptions().value(choice.key()), choice.value().toBool());
+    }
+    return options;
+}
+
+QVariantMap JobCalls::map(const TLJiraJobs::Result& result)
+{
+    QVariantMap map{
+        {QStringLiteral("outcome"), nameOf(result.outcome)},
+        {QStringLiteral("serverSentence"), result.serverSentence},
+        {QStringLiteral("issueKey"), result.issueKey},
+        {QStringLiteral("attachmentId"), result.attachmentId},
+        {QStringLiteral("attachmentName"), result.attachmentName},
+        {QStringLiteral("size"), result.size},
+        {QStringLiteral("path"), result.path},
+        {QStringLiteral("error"), QString()},
+        {QStringLiteral("errorDomain"), QString()},
+        {QStringLiteral("errorCode"), qint64(0)},
+    };
+    if (result.error) {
+        map[QStringLiteral("error")] = result.error->localizedDescription();
+        map[QStringLiteral("errorDomain")] = result.error->domain;
+        map[QStringLiteral("errorCode")] = result.error->code;
+    }
+    return map;
+}
+
+bool JobCalls::copyFile(const QString& path, QIODevice& device)
+{
+    QFile file(path);
+    if (!file.open(QFile::ReadOnly))
+        throw std::runtime_error(file.errorString().toLocal8Bit().toStdString());
+    constexpr qint64 pieceSize = 1 << 20;
+    while (!file.atEnd()) {
+        const QByteArray piece = file.read(pieceSize);
+        if (piece.isEmpty() || device.write(piece) != piece.size())
+            return false;
+    }
+    return file.error() == QFile::NoError;
+}

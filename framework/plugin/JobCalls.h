@@ -1,0 +1,19 @@
+#pragma once
+
+#include "framework/TLJiraJobs.h"
+
+#include <QVariantMap>
+
+/// Jobs in the words of hosts that know no C++.
+namespace JobCalls {
+
+/// What a host chose, by the options' names. Answers what is wrong with that in `problem`, empty if nothing is.
+TLJiraJobs::Options options(const QVariantMap& named, QString& problem);
+
+/// The fields by their names; the outcome is "done", "cancelled" or "failed".
+QVariantMap map(const TLJiraJobs::Result& result);
+
+/// Writes the file's bytes into the device. Throws the reason where the file cannot be read.
+bool copyFile(const QString& path, QIODevice& device);
+
+} // namespace JobCalls
