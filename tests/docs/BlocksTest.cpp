@@ -218,6 +218,55 @@ TEST(Jobs, ofTheReadmeLoseNothingAndLeaveNothingBehind)
                 testing::HasSubstr("\"plan.tessaloom\" is attached to \"DEMO-1\""));
 }
 
+const Document& hostsDocument()
+{
+    return *std::find_if(documents().begin(), documents().end(),
+                         [](const Document& document) { return document.name == u"docs/hosts.md"_s; });
+}
+
+/// Each block of these kinds is run by one of the two tests below.
+TEST(Jobs, inOtherLanguagesAreThoseThatAreTried)
+{
+    std::vector<QString> files;
+    for (const Document& document : documents()) {
+        for (const Block& block : document.blocksOf({u"python"_s, u"qml"_s}))
+            files.push_back(document.name + u' ' + block.fileName());
+    }
+    EXPECT_THAT(files, testing::ElementsAre(u"docs/hosts.md host.py"_s, u"docs/hosts.md Main.qml"_s));
+}
+
+TEST(Jobs, inPythonAttachAndFetchAsTheDocumentsSay)
+{
+    const Workshop workshop;
+    workshop.writeFilesOf(hostsDocument());
+    const Outcome run = workshop.shell(u"export QT_PLUGIN_PATH=" INSTALLED_LIBRARIES "/qt6/plugins\n"
+                                       "python3 " TESTS_SOURCE_DIR "/PythonDriver.py host.py 2>log"_s);
+    EXPECT_EQ(run.output, u"attached to DEMO-1\n"
+                          "fetched plan.tessaloom b'warp and weft'\n"_s)
+        << workshop.shell(u"cat log"_s).output.toStdString();
+    EXPECT_EQ(run.status, 0);
+}
+
+TEST(Jobs, inQmlAttachAndFetchAsTheDocumentsSay)
+{
+    const Workshop workshop;
+    workshop.writeFilesOf(hostsDocument());
+    const Outcome built =
+        workshop.shell(QStringLiteral(CXX_COMPILER) + u" -std=c++20 -fPIC -I$PROJECT_FOLDER " TESTS_SOURCE_DIR
+                                                      "/QmlDriver.cpp offer.cpp "
+                                                      "-o host $(pkg-config --cflags TLJiraController) "
+                                                      "$(pkg-config --cflags --libs Qt6Widgets Qt6Quick Qt6Test)"_s);
+    ASSERT_EQ(built.status, 0) << built.output.toStdString();
+    const Outcome run = workshop.shell(u"export QT_PLUGIN_PATH=" INSTALLED_LIBRARIES "/qt6/plugins\n"
+                                       "export QT_QUICK_BACKEND=software\n"
+                                       "./host \"$ROUTE\" Main.qml 2>log; grep '^qml: ' log"_s);
+    EXPECT_THAT(run.output.toStdString(), testing::MatchesRegex("qml: attached to DEMO-1\n"
+                                                                "qml: fetched plan.tessaloom .*/plan.tessaloom\n"))
+        << workshop.shell(u"cat log"_s).output.toStdString();
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(workshop.shell(u"cat tmp/*/Fetched-*/plan.tessaloom"_s).output, u"warp"_s);
+}
+
 /// In a host whose user's own rules for logs ask for all there is.
 TEST(Jobs, withTheControllersThemselvesLoseNothingAndLeaveNothingBehind)
 {

@@ -25,7 +25,7 @@ Document readDocument(const QString& name)
 
 QString Block::fileName() const
 {
-    static const QRegularExpression comment(QStringLiteral("^// ([\\w-]+\\.cpp)\n"));
+    static const QRegularExpression comment(QStringLiteral("^(?://|#) ([\\w-]+\\.(?:cpp|py|qml))\n"));
     return comment.match(text).captured(1);
 }
 

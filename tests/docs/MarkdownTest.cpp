@@ -42,7 +42,7 @@ TEST(Markdown, complainsOfCodeThatNobodyRuns)
 
 TEST(Documents, haveOnlyBlocksOfKnownKinds)
 {
-    const QStringList known = {u"cpp"_s, u"cmake"_s, u"sh"_s, u"console"_s, u"text"_s};
+    const QStringList known = {u"cpp"_s, u"cmake"_s, u"sh"_s, u"console"_s, u"python"_s, u"qml"_s, u"text"_s};
     ASSERT_GE(documents().size(), 6U);
     for (const Document& document : documents()) {
         EXPECT_EQ(document.problems, QStringList()) << document.name.toStdString();

@@ -43,21 +43,26 @@ inline void type(const char* name, const QString& text)
     QTest::keyClicks(field, text);
 }
 
-inline bool logIn()
+inline bool logInAt(const QString& address, const QString& password)
 {
     if (!seen<QPushButton>("loginButton"))
         return false;
-    type("hostTextField", QStringLiteral("http://jira.example.test"));
+    type("hostTextField", address);
     type("emailTextField", QStringLiteral("anna"));
-    type("passwordTextField", QStringLiteral("secret"));
+    type("passwordTextField", password);
     return click("loginButton");
 }
 
-inline bool enterKey(const char* field, const char* button)
+inline bool logIn()
+{
+    return logInAt(QStringLiteral("http://jira.example.test"), QStringLiteral("secret"));
+}
+
+inline bool enterKey(const char* field, const char* button, const QString& key = QStringLiteral("ABC-1"))
 {
     if (!seen<QLineEdit>(field) || !seen<QPushButton>(button))
         return false;
-    type(field, QStringLiteral("ABC-1"));
+    type(field, key);
     return click(button);
 }
 

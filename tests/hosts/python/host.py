@@ -7,9 +7,10 @@ import os
 import shutil
 import sys
 
-from PyQt6.QtCore import QDir, QPluginLoader, Qt, QTimer
-from PyQt6.QtTest import QTest
-from PyQt6.QtWidgets import QApplication, QLabel, QLineEdit, QMainWindow, QPushButton
+from PyQt6.QtCore import QDir, QPluginLoader, QTimer
+from PyQt6.QtWidgets import QApplication, QMainWindow, QPushButton
+
+from user_events import User
 
 
 class Host(QMainWindow):
@@ -46,70 +47,30 @@ class Host(QMainWindow):
             QApplication.exit()
 
 
-class User:
-    """Does the steps in their order, with mouse and keyboard, each as soon as it can be done."""
+def owner_is(host):
+    """What to say of the window in which the button of this name is, once it is there."""
 
-    def __init__(self, host):
-        self.host = host
-        self.steps = [
-            lambda: self.click(host.attach_button),
-            lambda: self.tell_owner("loginButton"),
-            self.log_in,
-            lambda: self.enter_key("taskTextField", "uploadFileButton"),
-            lambda: self.tell_owner("getAttachButton"),
-            lambda: self.enter_key("issueKeyTextField", "getAttachButton"),
-            lambda: self.click(self.seen(QPushButton, "downloadButton")),
-        ]
-        self.timer = QTimer()
-        self.timer.timeout.connect(self.go_on)
-        self.timer.start(5)
-
-    def go_on(self):
-        if self.steps and self.steps[0]():
-            del self.steps[0]
-
-    @staticmethod
-    def seen(kind, name):
-        for window in QApplication.topLevelWidgets():
-            for view in window.findChildren(kind, name):
-                if view.isVisible() and view.isEnabled():
-                    return view
-        return None
-
-    @staticmethod
-    def click(button):
-        if button:
-            QTest.mouseClick(button, Qt.MouseButton.LeftButton)
-        return button is not None
-
-    def type(self, name, text):
-        field = self.seen(QLineEdit, name)
-        QTest.mouseClick(field, Qt.MouseButton.LeftButton)
-        QTest.keyClick(field, Qt.Key.Key_A, Qt.KeyboardModifier.ControlModifier)
-        QTest.keyClicks(field, text)
-
-    def tell_owner(self, name):
-        """Once the button of this name is there."""
-        button = self.seen(QPushButton, name)
+    def tell(user, name):
+        button = user.seen(QPushButton, name)
         if button:
             owner = button.window().windowHandle().transientParent()
-            print("a dialog of the host" if owner == self.host.windowHandle() else "a dialog of nobody")
+            print("a dialog of the host" if owner == host.windowHandle() else "a dialog of nobody")
         return button is not None
 
-    def log_in(self):
-        button = self.seen(QPushButton, "loginButton")
-        if not button:
-            return False
-        self.type("hostTextField", "http://jira.example.test")
-        self.type("emailTextField", "anna")
-        self.type("passwordTextField", "secret")
-        return self.click(button)
+    return tell
 
-    def enter_key(self, field, button):
-        if not self.seen(QLineEdit, field) or not self.seen(QPushButton, button):
-            return False
-        self.type(field, "ABC-1")
-        return self.click(self.seen(QPushButton, button))
+
+def steps(host):
+    tell_owner = owner_is(host)
+    return [
+        lambda user: user.click(host.attach_button),
+        lambda user: tell_owner(user, "loginButton"),
+        lambda user: user.log_in("http://jira.example.test", "anna", "secret"),
+        lambda user: user.enter_key("taskTextField", "uploadFileButton", "ABC-1"),
+        lambda user: tell_owner(user, "getAttachButton"),
+        lambda user: user.enter_key("issueKeyTextField", "getAttachButton", "ABC-1"),
+        lambda user: user.click(user.seen(QPushButton, "downloadButton")),
+    ]
 
 
 def main():
@@ -128,7 +89,7 @@ def main():
     jira.setRoutes([route])
     host = Host(jira, document, fetched)
     host.show()
-    user = User(host)
+    user = User(steps(host))
     return application.exec()
 
 
