@@ -161,7 +161,8 @@ TEST(InstalledTree, namesNoClassThatItDoesNotHave)
             mentioned.insert(found.next().captured(1));
     }
     EXPECT_GT(mentioned.size(), 5);
-    mentioned.remove(QStringLiteral("QWidget"));
+    for (const char* ofQt : {"QObject", "QWidget"})
+        mentioned.remove(QString::fromLatin1(ofQt));
     EXPECT_THAT((mentioned - defined).values(), IsEmpty());
 }
 

@@ -65,9 +65,10 @@ QSet<QString> publicNames(const QStringList& folders)
 /// "vtable for tljira::Window" and "non-virtual thunk to tljira::Window::close()" are about "Window".
 QString markedNameOf(const QString& symbol)
 {
-    static const QRegularExpression form(QStringLiteral("^(?:vtable for |typeinfo for |typeinfo name for |VTT for "
-                                                        "|guard variable for |(?:non-virtual|virtual) thunk to )?"
-                                                        "(?:(?:tljira|UIViewStyle|FileManager|client|os|records)::)*(\\w+)"));
+    static const QRegularExpression form(
+        QStringLiteral("^(?:vtable for |typeinfo for |typeinfo name for |VTT for "
+                       "|guard variable for |(?:non-virtual|virtual) thunk to )?"
+                       "(?:(?:tljira|UIViewStyle|FileManager|client|os|records)::)*(\\w+)"));
     return form.match(symbol).captured(1);
 }
 
@@ -95,11 +96,14 @@ const QStringList windowFolders = {QStringLiteral("platform/toolkit"), QStringLi
 /// What the window library and the command-line tool share with the client library, and nobody else.
 const QStringList internalNames =
     QStringLiteral(
-        "DateFormatter FileLock GlobalQueue MainQueue TransferListener URL UserDefaults appendingPathComponent appendingPathExtension "
+        "DateFormatter DocumentCopy FetchedFile FileLock GlobalQueue MainQueue SingleEnd TransferListener URL "
+        "UserDefaults "
+        "appendingPathComponent appendingPathExtension attached "
         "createDirectoryAtPath deletingLastPathComponent deletingPathExtension documentsAmong documentsNewestFirst "
+        "failure "
         "fileNameFromUntrustedText filesBelowPath formatArguments isNewer isSameServer lastPathComponent logCategory "
-        "moveItemAtPath pathExtension "
-        "removeItemAtPath removeLeftovers savedLogin temporaryDirectory writeLog")
+        "moveItemAtPath notTheDocument pathExtension "
+        "removeItemAtPath removeLeftovers savedLogin serverSentence temporaryDirectory writeError writeLog")
         .split(u' ');
 
 TEST(Symbols, areThoseOfThePublicHeaders)
