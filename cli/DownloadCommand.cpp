@@ -6,6 +6,8 @@
 
 #include <QFileInfo>
 
+#include <filesystem>
+
 namespace cli {
 
 DownloadCommand::DownloadCommand(const Arguments& arguments, const Environment& environment)
@@ -80,26 +82,30 @@ Outcome DownloadCommand::tooMuch() const
                                .arg(m_attachment->name().value_or(m_nameOrID)));
 }
 
+std::optional<Outcome> DownloadCommand::problemOfReceived() const
+{
+    const QString path = m_place->receivingPath();
+    const QString name = m_attachment->name().value_or(m_nameOrID);
+    std::error_code isUnknown;
+    const auto size = static_cast<qint64>(std::filesystem::file_size(QFile::encodeName(path).toStdString(), isUnknown));
+    if (isUnknown)
+        return Outcome::failed(
+            QStringLiteral("“%1” has arrived but couldn’t be saved in “%2”.").arg(name, QFileInfo(path).path()));
+    if (size > m_attachment->size())
+        return tooMuch();
+    if (size == m_attachment->size())
+        return std::nullopt;
+    return Outcome::failed(QStringLiteral("The server sent %1 bytes for “%2” instead of %3.")
+                               .arg(size)
+                               .arg(name)
+                               .arg(m_attachment->size()));
+}
+
 void DownloadCommand::examine()
 {
-    const QFileInfo received(m_place->receivingPath());
-    if (!received.exists()) {
+    if (const auto problem = problemOfReceived()) {
         m_progress.reset();
-        m_completion(Outcome::failed(QStringLiteral("“%1” has arrived but couldn’t be saved in “%2”.")
-                                         .arg(m_attachment->name().value_or(m_nameOrID), received.path())));
-        return;
-    }
-    if (received.size() > m_attachment->size()) {
-        m_progress.reset();
-        m_completion(tooMuch());
-        return;
-    }
-    if (received.size() != m_attachment->size()) {
-        m_progress.reset();
-        m_completion(Outcome::failed(QStringLiteral("The server sent %1 bytes for “%2” instead of %3.")
-                                         .arg(received.size())
-                                         .arg(m_attachment->name().value_or(m_nameOrID))
-                                         .arg(m_attachment->size())));
+        m_completion(*problem);
         return;
     }
     m_progress->finish();

@@ -19,6 +19,7 @@ private:
     void choose(const JAIssueObject& issue);
     void fetch();
     void follow(qint64 bytesSoFar, const std::optional<tljira::Error>& error, bool isFinished);
+    std::optional<Outcome> problemOfReceived() const;
     void examine();
     Outcome tooMuch() const;
 

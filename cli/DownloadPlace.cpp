@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <filesystem>
+#include <system_error>
 #include <thread>
 
 namespace cli {
@@ -30,6 +32,17 @@ bool isTaken(const QString& path)
     return info.exists() || info.isSymLink();
 }
 
+std::optional<QString> problemOfFolder(const QString& folder)
+{
+    std::error_code unknown;
+    const auto type = std::filesystem::status(QFile::encodeName(folder).toStdString(), unknown).type();
+    if (type == std::filesystem::file_type::directory)
+        return std::nullopt;
+    if (type == std::filesystem::file_type::none)
+        return QStringLiteral("the folder cannot be looked at: %1").arg(QString::fromStdString(unknown.message()));
+    return QStringLiteral("there is no such folder");
+}
+
 /// The transport keeps its files from everybody else; what the user asked for gets what a new file at `probe` gets.
 void setUsualPermissions(const QString& path, const QString& probe)
 {
@@ -47,7 +60,9 @@ void setUsualPermissions(const QString& path, const QString& probe)
 QString downloadDestination(const std::optional<QString>& to, const QString& attachmentName)
 {
     const QString name = tljira::fileNameFromUntrustedText(attachmentName);
-    const QFileInfo info(to.value_or(QDir::currentPath()));
+    if (!to)
+        return tljira::appendingPathComponent(QDir::currentPath(), name);
+    const QFileInfo info(*to);
     if (info.isDir())
         return tljira::appendingPathComponent(info.canonicalFilePath(), name);
     const QString path = info.absoluteFilePath();
@@ -66,8 +81,8 @@ std::optional<tljira::Error> DownloadPlace::prepare()
         return savingError(tljira::FileError::WriteFileExists, m_destination,
                            QStringLiteral("an item with the same name already exists"));
     const QString folder = tljira::deletingLastPathComponent(m_destination);
-    if (!QFileInfo(folder).isDir())
-        return savingError(tljira::FileError::NoSuchFile, m_destination, QStringLiteral("there is no such folder"));
+    if (const auto problem = problemOfFolder(folder))
+        return savingError(tljira::FileError::NoSuchFile, m_destination, *problem);
     PrivateFolder::removeLeftovers(folder);
     if (const auto error = m_beside.create(folder))
         return error;
@@ -79,13 +94,19 @@ void DownloadPlace::settle(const Completion& completion)
     const std::weak_ptr<const bool> life = m_life;
     const QString from = receivingPath();
     const QString to = m_beside.pathOf(m_name);
-    std::thread([this, life, from, to, completion] {
+    const auto move = [this, life, from, to, completion] {
         const auto error = tljira::FileManager::moveItemAtPath(from, to);
         tljira::MainQueue::instance().addOperation([this, life, error, completion] {
             if (!life.expired())
                 completion(error ? withoutFolderBeside(*error) : publish());
         });
-    }).detach();
+    };
+    try {
+        std::thread(move).detach();
+    } catch (const std::system_error&) {
+        // Ctrl-C waits then.
+        move();
+    }
 }
 
 /// The error of a move, naming the folder that the user gave instead of the temporary one beside it.

@@ -27,6 +27,8 @@ InputLine readLine(const Input& input, const tljira::console::InterruptSignal& i
         switch (input.read(byte, interrupts)) {
         case Input::Result::Interrupted:
             return {InputLine::Kind::Interrupted, {}};
+        case Input::Result::Failed:
+            return {InputLine::Kind::Unreadable, {}};
         case Input::Result::End:
             return bytes.isEmpty() ? InputLine() : lineOf(bytes);
         case Input::Result::Byte:

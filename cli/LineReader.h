@@ -9,7 +9,7 @@ namespace cli {
 /// One line that was read, without its line end.
 struct InputLine
 {
-    enum class Kind { Line, NoLine, TooLong, Interrupted, NoTerminal };
+    enum class Kind { Line, NoLine, TooLong, Unreadable, Interrupted, NoTerminal };
 
     Kind kind = Kind::NoLine;
     QString text;

@@ -34,6 +34,9 @@ void LoginCommand::start(const Completion& completion)
     case InputLine::Kind::TooLong:
         completion(Outcome::failed(QStringLiteral("The %1 is too long.").arg(secretName)));
         break;
+    case InputLine::Kind::Unreadable:
+        completion(Outcome::failed(QStringLiteral("The %1 couldn’t be read.").arg(secretName)));
+        break;
     case InputLine::Kind::NoTerminal:
         completion(Outcome::failed(
             QStringLiteral("There is no terminal to ask for the %1 at; see --%1-stdin.").arg(secretName)));

@@ -4,6 +4,7 @@
 #include "platform/foundation/files/Leftovers.h"
 #include "platform/foundation/files/PathString.h"
 
+#include <QDir>
 #include <QFile>
 #include <QUuid>
 
@@ -17,7 +18,12 @@ const QLatin1String namePrefix(".tljira-");
 
 PrivateFolder::~PrivateFolder()
 {
-    if (!m_path.isEmpty())
+    if (m_path.isEmpty())
+        return;
+    // What is known need not be looked up, for which there may be no descriptor left.
+    for (const QString& name : std::as_const(m_names))
+        QFile::remove(pathOf(name));
+    if (!QDir().rmdir(m_path))
         tljira::FileManager::removeItemAtPath(m_path);
 }
 
@@ -40,6 +46,8 @@ std::optional<tljira::Error> PrivateFolder::create(const QString& parent)
 
 QString PrivateFolder::pathOf(const QString& name) const
 {
+    if (!m_names.contains(name))
+        m_names << name;
     return tljira::appendingPathComponent(m_path, name);
 }
 

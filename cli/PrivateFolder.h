@@ -3,7 +3,7 @@
 #include "platform/foundation/os/FileLock.h"
 #include "platform/foundation/values/Error.h"
 
-#include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -29,6 +29,8 @@ public:
 
 private:
     QString m_path;
+    /// What may lie in it.
+    mutable QStringList m_names;
     /// Tells other processes that the folder has an owner.
     tljira::os::FileLock m_sign;
 };

@@ -9,14 +9,19 @@
 #include "platform/console/StandardStreams.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/files/TemporaryDirectory.h"
+#include "records/SavedLogin.h"
 #include "records/SavedToken.h"
 #include "records/TLJiraOptions.h"
+
+#include <QTimer>
 
 namespace cli {
 
 using tljira::console::writeError;
 
 namespace {
+
+constexpr auto longestSleep = std::chrono::seconds(1);
 
 /// A login says how it signs in; what comes later goes by what it saved.
 void chooseSignIn(const Arguments& arguments)
@@ -27,6 +32,13 @@ void chooseSignIn(const Arguments& arguments)
     if (isLogin ? arguments.wantsToken : records::savedToken().has_value())
         options.signIn = TLJiraOptions::SignIn::Token;
     TLJiraOptions::use(options);
+}
+
+Outcome withoutServer()
+{
+    if (const auto reason = records::savedLogin().failure())
+        return Outcome::failed(QStringLiteral("The saved login couldn’t be read: %1.").arg(*reason));
+    return Outcome::failed(QStringLiteral("No server is set: use tljira login SERVER USER first."));
 }
 
 } // namespace
@@ -68,12 +80,15 @@ Outcome Tool::performCommand(const Arguments& arguments)
                                      tljira::console::isErrorTerminal() && !arguments.isVerbose};
     const CommandDescription& description = *findCommand(arguments.command);
     if (description.needsServer && !hasServer(*environment.client))
-        return Outcome::failed(QStringLiteral("No server is set: use tljira login SERVER USER first."));
+        return withoutServer();
 
     m_interrupts.setHandler([this](int signalNumber) { interrupt(signalNumber); });
     m_command = description.make(arguments, environment);
     tljira::MainQueue::instance().addOperation(
         [this] { m_command->start([this](const Outcome& outcome) { end(outcome); }); });
+    // Another thread wakes the event loop through a descriptor, which may fail.
+    QTimer pulse;
+    pulse.start(longestSleep);
     m_loop.exec();
     // Takes the command's private folders with it.
     m_command.reset();

@@ -2,6 +2,7 @@
 
 #include "client/IssueKey.h"
 #include "platform/foundation/files/PathString.h"
+#include "platform/foundation/values/Data.h"
 
 #include <QFileInfo>
 
@@ -21,6 +22,8 @@ std::optional<QString> problemOfFile(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return QStringLiteral("“%1” couldn’t be opened: %2.").arg(path, file.errorString());
+    if (!tljira::Data::contentsOfFile(path))
+        return QStringLiteral("“%1” couldn’t be read.").arg(path);
     return std::nullopt;
 }
 

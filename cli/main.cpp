@@ -1,4 +1,5 @@
 #include "cli/LogOutput.h"
+#include "cli/TextMemory.h"
 #include "cli/Tool.h"
 #include "platform/console/InterruptSignal.h"
 #include "platform/console/StandardStreams.h"
@@ -7,8 +8,11 @@
 
 int main(int argc, char** argv)
 {
+    cli::endWithoutTextMemory();
     tljira::console::prepareStandardStreams();
     cli::showLog(false);
+    // GLib's event loop ends the process when it lacks a descriptor. Qt's own says so, see LogOutput.
+    qputenv("QT_NO_GLIB", "1");
     tljira::console::InterruptSignal interrupts;
     QCoreApplication application(argc, argv);
     // Names the folders of the tool's settings and cookies.

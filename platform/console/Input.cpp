@@ -33,6 +33,8 @@ Input::Result Input::read(char& byte, const InterruptSignal& interrupts) const
     do
         count = ::read(m_descriptor, &byte, 1);
     while (count < 0 && errno == EINTR);
+    if (count < 0)
+        return Result::Failed;
     return count == 1 ? Result::Byte : Result::End;
 }
 

@@ -9,7 +9,7 @@ namespace tljira::console {
 class Input
 {
 public:
-    enum class Result { Byte, End, Interrupted };
+    enum class Result { Byte, End, Failed, Interrupted };
 
     /// Of the process.
     static Input standardInput();
@@ -21,7 +21,6 @@ public:
     {
     }
 
-    /// What cannot be read has ended.
     Result read(char& byte, const InterruptSignal& interrupts) const;
 
 private:

@@ -168,4 +168,15 @@ TEST_F(DownloadPlaceTest, findsAFolderThatTakesNothingBeforehand)
     EXPECT_EQ(error->code, 513);
 }
 
+TEST_F(DownloadPlaceTest, saysWhyAFolderCannotBeLookedAt)
+{
+    ASSERT_TRUE(QFile::link(path(u"loop"_s), path(u"loop"_s)));
+    DownloadPlace place(path(u"loop/plan"_s));
+    const auto error = place.prepare();
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->localizedDescription(),
+              u"“plan” couldn’t be saved in “loop” because the folder cannot be looked at: "
+              u"Too many levels of symbolic links."_s);
+}
+
 } // namespace

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <csignal>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
@@ -87,6 +88,13 @@ TEST_F(LineReader, isInterruptedWithoutTakingTheSignal)
     ::raise(SIGINT);
     EXPECT_EQ(read().kind, Kind::Interrupted);
     EXPECT_EQ(read().kind, Kind::Interrupted);
+}
+
+TEST_F(LineReader, takesNothingFromAnInputThatFails)
+{
+    const int folder = ::open("/", O_RDONLY | O_DIRECTORY);
+    EXPECT_EQ(cli::readLine(tljira::console::Input(folder), interrupts).kind, Kind::Unreadable);
+    ::close(folder);
 }
 
 } // namespace

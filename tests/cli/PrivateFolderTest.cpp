@@ -1,5 +1,6 @@
 #include "cli/PrivateFolder.h"
 
+#include "tests/kit/NoDescriptors.h"
 #include "tests/kit/Printers.h"
 
 #include <QDir>
@@ -7,6 +8,8 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace {
 
@@ -52,6 +55,19 @@ TEST(PrivateFolder, saysWhyItCannotBeMade)
     EXPECT_EQ(error->code, 4);
     EXPECT_TRUE(error->localizedDescription().endsWith(u"couldn’t be created in “folder” because the latter doesn’t "
                                                        u"exist."_s));
+}
+
+TEST(PrivateFolder, goesWithWhatItWasAskedForThoughNothingCanBeOpened)
+{
+    const QTemporaryDir parent;
+    auto folder = std::make_unique<cli::PrivateFolder>();
+    ASSERT_EQ(folder->create(parent.path()), std::nullopt);
+    ASSERT_TRUE(QFile(folder->pathOf(u"file"_s)).open(QIODevice::WriteOnly));
+    {
+        const tests::NoDescriptors none;
+        folder.reset();
+    }
+    EXPECT_EQ(itemsOf(parent.path()), QStringList());
 }
 
 } // namespace

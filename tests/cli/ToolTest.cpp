@@ -1,5 +1,8 @@
 #include "tests/cli/CommandTest.h"
 
+#include <QDir>
+#include <QFile>
+
 #include <array>
 #include <unistd.h>
 
@@ -107,6 +110,28 @@ TEST_F(Tool, startsAfreshWithADamagedSettingsFile)
     EXPECT_EQ(run(words("whoami")), Result({1, {}, "No server is set: use tljira login SERVER USER first.\n"}));
     logIn();
     EXPECT_EQ(run(words("whoami")).status, 0);
+}
+
+TEST_F(Tool, doesNotTakeSettingsThatCannotBeReadForNone)
+{
+    const QString folder = environment.value(u"XDG_CONFIG_HOME"_s) + u"/tljira"_s;
+    ASSERT_TRUE(QDir().mkpath(folder));
+    // It leads to itself.
+    ASSERT_TRUE(QFile::link(folder + u"/userdefaults.json"_s, folder + u"/userdefaults.json"_s));
+    EXPECT_EQ(run(words("session")),
+              Result({1, {}, "The saved login couldn’t be read: its present content cannot be read.\n"}));
+}
+
+TEST_F(Tool, leavesNoFolderOfItsOwnBehind)
+{
+    logIn();
+    const QString temporary = environment.value(u"TMPDIR"_s);
+    const QString shared = u"TLJiraController-%1"_s.arg(geteuid());
+    ASSERT_TRUE(QDir(temporary).removeRecursively());
+    ASSERT_TRUE(QDir().mkpath(temporary));
+    ASSERT_TRUE(QFile(temporary + u'/' + shared).open(QIODevice::WriteOnly));
+    EXPECT_EQ(run(words("session")).status, 0);
+    EXPECT_EQ(QDir(temporary).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList(shared));
 }
 
 } // namespace

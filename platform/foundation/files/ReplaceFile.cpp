@@ -62,6 +62,9 @@ std::error_code writeAll(File file, const fs::path& path, const QByteArray& byte
 
 std::error_code replaceFile(const fs::path& path, const QByteArray& bytes)
 {
+    const os::FolderSync folder(path.parent_path());
+    if (folder.error())
+        return folder.error();
     const fs::path beside = nameBeside(path);
     File file(std::fopen(beside.string().c_str(), "wbx"));
     if (!file)
@@ -75,7 +78,7 @@ std::error_code replaceFile(const fs::path& path, const QByteArray& bytes)
     if (!failure)
         fs::rename(beside, path, failure);
     if (!failure)
-        return os::syncFolder(path.parent_path());
+        return folder.wait();
     std::error_code ignored;
     fs::remove(beside, ignored);
     return failure;

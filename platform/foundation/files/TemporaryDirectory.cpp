@@ -4,7 +4,9 @@
 
 #include <QDir>
 #include <QTemporaryDir>
+#include <QUuid>
 
+#include <cstdlib>
 #include <mutex>
 
 namespace tljira {
@@ -20,25 +22,54 @@ QString folderNamed(const QString& ending)
 }
 
 /// A folder under a name that nobody could foresee.
-QString folderOfProcess()
+class FolderOfProcess
 {
-    static std::mutex& mutex = *new std::mutex;
-    static QString& path = *new QString;
-    const std::lock_guard lock(mutex);
-    if (path.isEmpty() || !os::ensurePrivateFolder(path)) {
-        QTemporaryDir fresh(folderNamed(QStringLiteral("XXXXXX")));
-        fresh.setAutoRemove(false);
-        path = fresh.path();
+public:
+    static FolderOfProcess& instance()
+    {
+        // Never destroyed: files may come and go until the last moment of the process.
+        static auto& folder = *new FolderOfProcess;
+        return folder;
     }
-    return path;
-}
+
+    QString path()
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_path.isEmpty() || !os::ensurePrivateFolder(m_path)) {
+            QTemporaryDir fresh(folderNamed(QStringLiteral("XXXXXX")));
+            fresh.setAutoRemove(false);
+            m_path = fresh.isValid() ? fresh.path() : folderNamed(QUuid::createUuid().toString(QUuid::Id128));
+            m_made << m_path;
+        }
+        return m_path;
+    }
+
+private:
+    FolderOfProcess()
+    {
+        std::atexit([] { instance().removeIfEmpty(); });
+    }
+
+    /// No other process will find it again.
+    void removeIfEmpty()
+    {
+        const std::lock_guard lock(m_mutex);
+        for (const QString& path : std::as_const(m_made))
+            QDir().rmdir(path);
+    }
+
+    std::mutex m_mutex;
+    QString m_path;
+    /// More than one when one was gone, or could not be looked at.
+    QStringList m_made;
+};
 
 } // namespace
 
 QString temporaryDirectory()
 {
     const QString shared = folderNamed(os::userIdentifier());
-    return os::ensurePrivateFolder(shared) ? shared : folderOfProcess();
+    return os::ensurePrivateFolder(shared) ? shared : FolderOfProcess::instance().path();
 }
 
 } // namespace tljira

@@ -20,17 +20,23 @@ std::error_code syncToDisk(std::FILE* file)
     return ::fsync(::fileno(file)) == 0 ? std::error_code() : lastError();
 }
 
-std::error_code syncFolder(const std::filesystem::path& folder)
+FolderSync::FolderSync(const std::filesystem::path& folder)
+    : m_descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
 {
-    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    // A folder may be written without being read.
-    if (descriptor < 0)
-        return errno == EACCES ? std::error_code() : lastError();
-    std::error_code error;
-    if (::fsync(descriptor) != 0 && errno != EINVAL && errno != ENOTSUP)
-        error = lastError();
-    ::close(descriptor);
-    return error;
+    if (m_descriptor < 0 && errno != EACCES)
+        m_error = lastError();
+}
+
+FolderSync::~FolderSync()
+{
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+}
+
+std::error_code FolderSync::wait() const
+{
+    const bool isOnDisk = m_descriptor < 0 || ::fsync(m_descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
+    return isOnDisk ? std::error_code() : lastError();
 }
 
 } // namespace tljira::os

@@ -50,15 +50,23 @@ bool knowsNoLocks(std::error_code error)
 QString placeOf(const QString& path)
 {
     const QFileInfo info(path);
-    return info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
+    const QString target = info.isSymLink() ? info.canonicalFilePath() : QString();
+    return target.isEmpty() ? path : target;
 }
 
-void makeFolder(const QString& folder)
+/// False when there is none for sure.
+bool makeFolder(const QString& folder)
 {
-    if (QFileInfo::exists(folder))
-        return;
+    const auto isFolder = [&folder] {
+        std::error_code unknown;
+        const fs::file_type type = fs::status(native(folder), unknown).type();
+        return type == fs::file_type::directory || type == fs::file_type::none;
+    };
+    if (isFolder())
+        return true;
     QDir().mkpath(QFileInfo(folder).path());
     QDir().mkdir(folder, UserFolder);
+    return isFolder();
 }
 
 } // namespace
@@ -91,6 +99,18 @@ SharedFile::Stamp SharedFile::stamp() const
     return {size, time, age > std::chrono::milliseconds(doubtedAge(time))};
 }
 
+bool SharedFile::isAbsent() const
+{
+    std::error_code ignored;
+    return fs::status(native(m_path), ignored).type() == fs::file_type::not_found;
+}
+
+void SharedFile::doubt()
+{
+    const std::lock_guard lock(m_mutex);
+    m_seen = Stamp();
+}
+
 bool SharedFile::hasChanged()
 {
     const std::lock_guard lock(m_mutex);
@@ -101,6 +121,11 @@ bool SharedFile::hasChanged()
 QString SharedFile::reasonWhenLocked()
 {
     return QStringLiteral("another process keeps it locked");
+}
+
+QString SharedFile::reasonWhenUnread()
+{
+    return QStringLiteral("its present content cannot be read");
 }
 
 std::optional<QString> SharedFile::rewrite(const Change& change, std::chrono::milliseconds patience)
@@ -135,16 +160,15 @@ std::optional<QString> SharedFile::acquire(os::FileLock& lock, std::chrono::mill
 std::optional<QString> SharedFile::rewriteLocked(const Change& change, std::chrono::milliseconds patience)
 {
     const QString folder = QFileInfo(m_path).path();
-    makeFolder(folder);
-    if (!QFileInfo(folder).isDir())
+    if (!makeFolder(folder))
         return QStringLiteral("its folder cannot be made");
     os::FileLock lock;
     if (const auto failure = acquire(lock, patience))
         return failure;
 
     const std::optional<QByteArray> present = read();
-    if (!present && QFileInfo::exists(m_path))
-        return QStringLiteral("its present content cannot be read");
+    if (!present && !isAbsent())
+        return reasonWhenUnread();
     const std::optional<QByteArray> bytes = change(present);
     if (!bytes || bytes == present)
         return std::nullopt;

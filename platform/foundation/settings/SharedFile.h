@@ -31,9 +31,14 @@ public:
     /// Nothing when there is no file or it cannot be read.
     std::optional<QByteArray> read() const;
 
+    /// Whether there is no file. One that cannot be looked at may be there.
+    bool isAbsent() const;
+
     /// True when the file may hold other bytes than when this was last asked or the file was last rewritten by this
     /// object. A file that has just been written is doubted a little longer than its time stamps are coarse.
     bool hasChanged();
+    /// What was last seen could not be read: it is to be looked at again.
+    void doubt();
 
     /// Replaces the file by what `change` makes of its present bytes, while no other process does; does not touch it
     /// when they are the same. Waits for another process no longer than `patience`. Nothing when all went well, and
@@ -47,6 +52,8 @@ public:
 
     /// What `rewrite` says when another process has the file.
     static QString reasonWhenLocked();
+    /// What it says when there is a file that cannot be read.
+    static QString reasonWhenUnread();
 
     /// Renames the file so that it is neither read nor overwritten again, and says so in the log. Call it from within
     /// `change`, where no other process can have mended the file in the meantime. False when it could not be renamed.

@@ -119,7 +119,7 @@ bool UserDefaults::synchronize()
 std::optional<QString> UserDefaults::failure() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_failure;
+    return m_isUnread && !m_failure ? SharedFile::reasonWhenUnread() : m_failure;
 }
 
 void UserDefaults::keepTogether(const QString& place, const QStringList& members, KeyGroup::IsSamePlace isSamePlace)
@@ -164,7 +164,16 @@ void UserDefaults::load() const
         return;
     m_isLoaded = true;
     m_file.hasChanged();
-    m_values = m_inFile = readValues(m_isDamaged).value_or(QJsonObject());
+    const std::optional<QJsonObject> values = readValues(m_isDamaged);
+    noteReading(values.has_value());
+    m_values = m_inFile = values.value_or(QJsonObject());
+}
+
+void UserDefaults::noteReading(bool isRead) const
+{
+    m_isUnread = !isRead;
+    if (m_isUnread)
+        m_file.doubt();
 }
 
 /// Nothing when there is a file that cannot be read at the moment; an empty store when there is none or it is damaged.
@@ -172,7 +181,7 @@ std::optional<QJsonObject> UserDefaults::readValues(bool& isDamaged) const
 {
     const std::optional<QByteArray> bytes = m_file.read();
     if (!bytes)
-        return FileManager::fileExistsAtPath(m_file.path()) ? std::nullopt : std::optional(QJsonObject());
+        return m_file.isAbsent() ? std::optional(QJsonObject()) : std::nullopt;
     const std::optional<QJsonObject> values = decodeStore(*bytes);
     isDamaged = !values;
     return values.value_or(QJsonObject());
@@ -199,10 +208,11 @@ void UserDefaults::refresh()
         return;
     bool isDamaged = false;
     const std::optional<QJsonObject> values = readValues(isDamaged);
-    if (!values)
-        return;
     {
         const std::lock_guard lock(m_mutex);
+        noteReading(values.has_value());
+        if (!values)
+            return;
         m_isDamaged = isDamaged;
         takeUp(*values);
     }
@@ -308,13 +318,35 @@ bool UserDefaults::Hold::writeNow()
 {
     release();
     while (!m_defaults.synchronize()) {
+        const auto failure = m_defaults.failure();
+        const auto inFile = m_defaults.m_file.read();
+        {
+            const std::lock_guard lock(m_defaults.m_mutex);
+            if (m_defaults.m_isStoring)
+                continue;
+            undoLocked(decodeStore(inFile.value_or(QByteArray())).value_or(QJsonObject()));
+        }
+        m_defaults.m_writer.finish();
         const std::lock_guard lock(m_defaults.m_mutex);
-        if (m_defaults.m_isStoring)
-            continue;
-        restoreLocked();
+        m_defaults.m_failure = failure;
         return false;
     }
     return true;
+}
+
+/// A disk may refuse at a moment when the file has its new values already: the old ones are to be written then.
+void UserDefaults::Hold::undoLocked(const QJsonObject& inFile)
+{
+    QJsonObject changed = m_defaults.m_inFile;
+    apply(m_defaults.m_unsaved, changed);
+    const QStringList tried = m_defaults.m_unsaved.keys();
+    restoreLocked();
+    if (inFile != changed)
+        return;
+    for (const QString& key : tried) {
+        if (!m_unsaved.contains(key))
+            m_defaults.m_unsaved.insert(key, m_values.contains(key) ? m_values.value(key) : QJsonValue());
+    }
 }
 
 void UserDefaults::Hold::restoreLocked()

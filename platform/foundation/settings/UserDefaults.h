@@ -47,7 +47,7 @@ public:
     /// refuses, or another process has kept the file for a second; this process goes on with its own values then, and
     /// `failure` says why.
     bool synchronize();
-    /// Why the last attempt to write failed; nothing when it did not.
+    /// Why the last attempt to write or to read failed; nothing when it did not.
     std::optional<QString> failure() const;
 
     /// From now on `members` belong to the place that is set under the key `place` at the time when they are set. They
@@ -74,6 +74,7 @@ public:
         bool writeNow();
 
     private:
+        void undoLocked(const QJsonObject& inFile);
         void restoreLocked();
         void release();
 
@@ -88,6 +89,7 @@ private:
     void work(bool mustWrite);
     void refreshNowAndThen() const;
     void load() const;
+    void noteReading(bool isRead) const;
     void refresh();
     void store();
     std::optional<QJsonObject> readValues(bool& isDamaged) const;
@@ -103,6 +105,8 @@ private:
     /// As this process last saw the file.
     mutable QJsonObject m_inFile;
     mutable bool m_isDamaged = false;
+    /// There is a file, but it could not be read.
+    mutable bool m_isUnread = false;
     /// What the disk does not have yet; null stands for a key to remove.
     QJsonObject m_unsaved;
     mutable KeyGroup m_group;

@@ -55,7 +55,13 @@ public:
         return errorOf(QStringLiteral("The file “%1” became shorter or unreadable while it was being read."));
     }
 
-    Error changedError() const { return errorOf(QStringLiteral("The file “%1” was changed while it was being read.")); }
+    /// When it is not unchanged.
+    Error changedError() const
+    {
+        if (!os::stampOfFile(m_file.handle()))
+            return shortenedError();
+        return errorOf(QStringLiteral("The file “%1” was changed while it was being read."));
+    }
 
 private:
     Error errorOf(const QString& text) const

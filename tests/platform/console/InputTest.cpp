@@ -48,10 +48,10 @@ TEST_F(InputTest, putsAnInterruptBeforeTheBytesAndLeavesItPending)
     EXPECT_EQ(byte, 0);
 }
 
-TEST_F(InputTest, hasEndedWhereNothingCanBeRead)
+TEST_F(InputTest, hasFailedWhereNothingCanBeRead)
 {
     const int folder = ::open("/", O_RDONLY | O_DIRECTORY);
-    EXPECT_EQ(Input(folder).read(byte, interrupts), Input::Result::End);
+    EXPECT_EQ(Input(folder).read(byte, interrupts), Input::Result::Failed);
     ::close(folder);
 }
 

@@ -278,4 +278,17 @@ TEST_F(HTTPCookieStorageTest, ofTheProcessLiesInTheDataFolder)
     EXPECT_TRUE(QFile::exists(qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/tests/cookies.txt")));
 }
 
+TEST_F(HTTPCookieStorageTest, aFileThatCannotBeLookedAtIsNotTakenForEmptied)
+{
+    const tests::LogCapture log;
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+    // It leads to itself.
+    ASSERT_TRUE(QFile::link(path, path));
+    HTTPCookieStorage storage(path);
+    storage.deleteAllCookies();
+    const auto error = storage.synchronize();
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->localizedDescription(), QStringLiteral("its present content cannot be read"));
+}
+
 } // namespace

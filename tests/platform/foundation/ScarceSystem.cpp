@@ -10,7 +10,7 @@
 
 namespace {
 
-std::array<std::atomic<bool>, 5> refused = {};
+std::array<std::atomic<bool>, 8> refused = {};
 
 std::atomic<bool>& isRefused(tests::Resource resource)
 {
@@ -53,6 +53,24 @@ extern "C" CURLM* curl_multi_init()
 extern "C" CURLSH* curl_share_init()
 {
     return isRefused(tests::Resource::ShareHandles) ? nullptr : real(&curl_share_init, "curl_share_init")();
+}
+
+extern "C" CURLU* curl_url()
+{
+    return isRefused(tests::Resource::Addresses) ? nullptr : real(&curl_url, "curl_url")();
+}
+
+extern "C" CURLMcode curl_multi_wakeup(CURLM* multi)
+{
+    return isRefused(tests::Resource::WakeUps) ? CURLM_WAKEUP_FAILURE
+                                               : real(&curl_multi_wakeup, "curl_multi_wakeup")(multi);
+}
+
+extern "C" CURLMcode curl_multi_poll(CURLM* multi, curl_waitfd* extra, unsigned count, int timeout, int* ready)
+{
+    return isRefused(tests::Resource::Polls)
+               ? CURLM_UNRECOVERABLE_POLL
+               : real(&curl_multi_poll, "curl_multi_poll")(multi, extra, count, timeout, ready);
 }
 
 namespace tests {

@@ -358,4 +358,17 @@ TEST_F(SharedFileTest, whatIsNotThereCannotBeSetAside)
                 StartsWith((m_path + QStringLiteral(" is damaged and cannot be set aside: ")).toStdString()));
 }
 
+TEST_F(SharedFileTest, whatCannotBeLookedAtIsNotTakenForAbsent)
+{
+    const tests::LogCapture capture;
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(m_path).path()));
+    SharedFile file(m_path);
+    EXPECT_TRUE(file.isAbsent());
+    // It leads to itself.
+    ASSERT_TRUE(QFile::link(m_path, m_path));
+    EXPECT_FALSE(file.isAbsent());
+    EXPECT_EQ(file.rewrite(replaceBy("one"), patience), SharedFile::reasonWhenUnread());
+    EXPECT_TRUE(QFileInfo(m_path).isSymLink());
+}
+
 } // namespace

@@ -118,4 +118,14 @@ TEST(TemporaryDirectory, aFreshFolderThatWasRemovedIsReplaced)
     expectPrivateFolder(temporaryDirectory());
 }
 
+TEST(TemporaryDirectory, isNotTheCurrentFolderWhereNoneCanBeMade)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("file"));
+    ASSERT_TRUE(QFile(file).open(QIODevice::WriteOnly));
+    qputenv("TMPDIR", QFile::encodeName(file));
+    EXPECT_TRUE(temporaryDirectory().startsWith(QDir::tempPath() + u'/')) << temporaryDirectory().toStdString();
+    EXPECT_FALSE(QFileInfo::exists(temporaryDirectory()));
+}
+
 } // namespace

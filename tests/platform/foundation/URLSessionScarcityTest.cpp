@@ -71,7 +71,32 @@ TEST_P(OneScarceResource, endsTheRequestAndLetsTheNextOneTryAgain)
 }
 
 INSTANTIATE_TEST_SUITE_P(AtTheFirstRequest, OneScarceResource,
-                         testing::Values(Resource::Threads, Resource::EasyHandles, Resource::MultiHandles));
+                         testing::Values(Resource::Threads, Resource::EasyHandles, Resource::MultiHandles,
+                                         Resource::Addresses));
+
+TEST_F(URLSessionScarcityTest, aThreadThatNobodyCanWakeTakesRequestsAndCancelsThem)
+{
+    const Scarcity scarcity(Resource::WakeUps);
+    expectAnswer(requestFor("x"));
+    expectAnswer(requestFor("x"));
+    server.behave();
+    server.misbehave(Match(), Fault().hold(standin::Point::responseHead(0)));
+    events.clear();
+    // Cancelled long before its time-out.
+    const auto task = dataTask(requestFor("x", 3600));
+    task->resume();
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    task->cancel();
+    ASSERT_TRUE(tests::waitUntil([this] { return !events.empty(); }));
+    tests::drainMainQueue();
+    EXPECT_THAT(events, ElementsAre("no response", "end -999"));
+}
+
+TEST_F(URLSessionScarcityTest, aThreadThatIsNotToldWhatMovesLooksItself)
+{
+    const Scarcity scarcity(Resource::Polls);
+    expectAnswer(requestFor("x"));
+}
 
 TEST_F(URLSessionScarcityTest, endsAnUploadWhoseFileNobodyCanRead)
 {

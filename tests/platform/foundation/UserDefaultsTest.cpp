@@ -445,4 +445,38 @@ TEST_F(UserDefaultsTest, aHoldThatCannotBeWrittenLeavesAllAsItWas)
     EXPECT_EQ(bytes(), QByteArray("{\"key\":2}"));
 }
 
+TEST_F(UserDefaultsTest, whatCouldNotBeReadIsToldAndReadLater)
+{
+    const tests::LogCapture capture;
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(m_path).path()));
+    // It leads to itself.
+    ASSERT_TRUE(QFile::link(m_path, m_path));
+    const UserDefaults defaults(m_path);
+    EXPECT_EQ(defaults.objectForKey(key), std::nullopt);
+    EXPECT_EQ(defaults.failure(), tljira::SharedFile::reasonWhenUnread());
+    ASSERT_TRUE(QFile::remove(m_path));
+    writePlainly("{\"key\":1}");
+    EXPECT_TRUE(tests::waitUntil([&] { return defaults.objectForKey(key) == QJsonValue(1); }));
+    EXPECT_EQ(defaults.failure(), std::nullopt);
+}
+
+TEST_F(UserDefaultsTest, whatTheDiskRefusedTooLateIsTakenBackThereToo)
+{
+    const tests::LogCapture capture;
+    const QString added = QStringLiteral("added");
+    UserDefaults defaults(m_path);
+    defaults.setObject(1, key);
+    ASSERT_TRUE(defaults.synchronize());
+    UserDefaults::Hold hold(defaults);
+    defaults.setObject(2, key);
+    defaults.setObject(3, added);
+    // The folder's, when the new name is there already.
+    const tests::FailingSync failing(2);
+    EXPECT_FALSE(hold.writeNow());
+    EXPECT_EQ(defaults.failure(), QStringLiteral("Input/output error"));
+    EXPECT_EQ(bytes(), QByteArray("{\"key\":1}"));
+    EXPECT_EQ(defaults.objectForKey(key), QJsonValue(1));
+    EXPECT_EQ(defaults.objectForKey(added), std::nullopt);
+}
+
 } // namespace

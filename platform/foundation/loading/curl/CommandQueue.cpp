@@ -15,6 +15,7 @@ void CommandQueue::post(Command command)
     if (!m_multi)
         return;
     m_commands.push_back(std::move(command));
+    m_hasCommand.notify_one();
     if (m_isWaiting)
         curl_multi_wakeup(m_multi);
 }
@@ -23,6 +24,7 @@ void CommandQueue::stop()
 {
     const std::lock_guard lock(m_mutex);
     m_isStopped = true;
+    m_hasCommand.notify_one();
     if (m_isWaiting)
         curl_multi_wakeup(m_multi);
 }
@@ -45,6 +47,12 @@ std::vector<CommandQueue::Command> CommandQueue::take()
 {
     const std::lock_guard lock(m_mutex);
     return std::exchange(m_commands, {});
+}
+
+void CommandQueue::wait()
+{
+    std::unique_lock lock(m_mutex);
+    m_hasCommand.wait(lock, [this] { return m_isStopped || !m_commands.empty(); });
 }
 
 bool CommandQueue::beginWait()

@@ -2,6 +2,7 @@
 
 #include <curl/curl.h>
 
+#include <condition_variable>
 #include <functional>
 #include <mutex>
 #include <vector>
@@ -31,13 +32,16 @@ public:
     /// The network thread's own.
     bool isStopped() const;
     std::vector<Command> take();
-    /// False when there is something to do; otherwise `endWait` must follow.
+    /// Returns when there is something to do.
+    void wait();
+    /// For who waits with `multi`. False when there is something to do; otherwise `endWait` must follow.
     bool beginWait();
     void endWait();
     ///@}
 
 private:
     mutable std::mutex m_mutex;
+    std::condition_variable m_hasCommand;
     CURLM* m_multi;
     std::vector<Command> m_commands;
     bool m_isStopped = false;

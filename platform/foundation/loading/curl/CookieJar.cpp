@@ -144,9 +144,9 @@ void CookieJar::work()
 void CookieJar::store()
 {
     {
-        const bool isThere = FileManager::fileExistsAtPath(m_file.path());
+        const bool isAbsent = m_file.isAbsent();
         const std::lock_guard lock(m_mutex);
-        m_mustEmptyFile &= isThere;
+        m_mustEmptyFile &= !isAbsent;
         if (persistentCookies() == m_saved && !m_mustEmptyFile && !m_isDamaged) {
             m_failure.reset();
             return;

@@ -31,7 +31,6 @@ URLError codeOf(CURLcode code, long systemError)
         return URLError::CannotDecodeContentData;
     case CURLE_WEIRD_SERVER_REPLY:
     case CURLE_UNSUPPORTED_PROTOCOL: // an answer without a head: addresses of other schemes never get here
-    case CURLE_OUT_OF_MEMORY:        // a single field of the head beyond libcurl's bound
         return URLError::CannotParseResponse;
     case CURLE_PEER_FAILED_VERIFICATION:
     case CURLE_SSL_ISSUER_ERROR:

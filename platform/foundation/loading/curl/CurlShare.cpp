@@ -1,6 +1,21 @@
 #include "platform/foundation/loading/curl/CurlShare.h"
 
+#include <new>
+
 namespace tljira {
+
+namespace {
+
+/// For want of memory libcurl answers as if there were no cookies, and those on the disk would be taken for removed.
+void proveMemory()
+{
+    curl_slist* const list = curl_slist_append(nullptr, "memory");
+    if (!list)
+        throw std::bad_alloc();
+    curl_slist_free_all(list);
+}
+
+} // namespace
 
 bool startCurl()
 {
@@ -47,6 +62,10 @@ std::vector<HTTPCookie> CurlShare::cookiesOf(CURL* easy)
 {
     curl_slist* lines = nullptr;
     curl_easy_getinfo(easy, CURLINFO_COOKIELIST, &lines);
+    if (!lines) {
+        proveMemory();
+        curl_easy_getinfo(easy, CURLINFO_COOKIELIST, &lines);
+    }
     std::vector<HTTPCookie> cookies;
     for (const curl_slist* line = lines; line; line = line->next) {
         if (const auto cookie = HTTPCookie::fromNetscapeLine(line->data))

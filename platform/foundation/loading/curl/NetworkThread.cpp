@@ -13,7 +13,10 @@ namespace tljira {
 namespace {
 
 constexpr std::size_t mostIdleHandles = 4;
-constexpr int longestWaitMs = 60'000;
+/// Who waits with libcurl is woken through a socket, which may fail. What is asked during a transfer then waits so
+/// long.
+constexpr auto longestWait = std::chrono::milliseconds(1000);
+constexpr auto pauseWithoutPoll = std::chrono::milliseconds(10);
 
 /// All running threads, stopped when the process begins to exit.
 class RunningThreads
@@ -221,7 +224,11 @@ void NetworkThread::finishHop(Transfer* transfer)
 
 void NetworkThread::wait()
 {
-    auto timeout = std::chrono::milliseconds(longestWaitMs);
+    if (m_active.empty()) {
+        m_queue->wait();
+        return;
+    }
+    auto timeout = longestWait;
     const auto now = Transfer::Clock::now();
     for (const auto& [transfer, active] : m_active) {
         const auto next = std::min(transfer->deadline(), transfer->reportDue());
@@ -231,10 +238,13 @@ void NetworkThread::wait()
     if (!m_queue->beginWait())
         return;
     int ready = 0;
-    curl_multi_poll(m_multi, nullptr, 0, static_cast<int>(timeout.count()), &ready);
+    const CURLMcode code = curl_multi_poll(m_multi, nullptr, 0, static_cast<int>(timeout.count()), &ready);
     m_queue->endWait();
     if (ready > 0)
         noteUnexplainedMove();
+    // The system does not say when something moves: what is under way is looked at now and then.
+    if (code != CURLM_OK)
+        std::this_thread::sleep_for(pauseWithoutPoll);
 }
 
 /// libcurl tells of a head only line by line, and a line may come slower than the time-out allows. Bytes that arrive

@@ -21,7 +21,7 @@ bool TemporaryFile::open()
     m_file.setFileName(appendingPathComponent(temporaryDirectory(), name));
     if (!m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered,
                      QFileDevice::ReadOwner | QFileDevice::WriteOwner))
-        return fail();
+        return fail(false);
     static_cast<void>(m_sign.lockExisting(QFile::encodeName(path()).toStdString()));
     return true;
 }
@@ -38,7 +38,7 @@ bool TemporaryFile::write(const char* bytes, qint64 count)
     while (count > 0) {
         const qint64 written = m_file.write(bytes, count);
         if (written <= 0)
-            return fail();
+            return fail(m_file.error() == QFileDevice::ResourceError);
         bytes += written;
         count -= written;
     }
@@ -48,12 +48,11 @@ bool TemporaryFile::write(const char* bytes, qint64 count)
 bool TemporaryFile::close()
 {
     m_file.close();
-    return m_file.error() == QFileDevice::NoError || fail();
+    return m_file.error() == QFileDevice::NoError || fail(m_file.error() == QFileDevice::ResourceError);
 }
 
-bool TemporaryFile::fail()
+bool TemporaryFile::fail(bool isFull)
 {
-    const bool isFull = m_file.error() == QFileDevice::ResourceError;
     m_error = makeError(QLatin1String(CocoaErrorDomain),
                         static_cast<qint64>(isFull ? FileError::WriteOutOfSpace : FileError::WriteUnknown),
                         isFull ? QStringLiteral("The download couldn’t be saved because the disk is full.")

@@ -30,7 +30,7 @@ public:
     const std::optional<Error>& error() const { return m_error; }
 
 private:
-    bool fail();
+    bool fail(bool isFull);
 
     QFile m_file;
     /// Tells other processes that the file has an owner.

@@ -135,16 +135,19 @@ std::optional<Error> Transfer::checkAddress()
         return makeURLError(URLError::UnsupportedURL);
 
     CURLU* parsed = curl_url();
-    const CURLUcode code = curl_url_set(parsed, CURLUPART_URL, m_request.url->toUtf8().constData(), CURLU_URLENCODE);
+    CURLUcode code = parsed ? CURLUE_OK : CURLUE_OUT_OF_MEMORY;
+    if (code == CURLUE_OK)
+        code = curl_url_set(parsed, CURLUPART_URL, m_request.url->toUtf8().constData(), CURLU_URLENCODE);
     char* encoded = nullptr;
     if (code == CURLUE_OK)
-        curl_url_get(parsed, CURLUPART_URL, &encoded, 0);
-    if (encoded)
-        curl_easy_setopt(m_easy, CURLOPT_URL, encoded);
-    const bool isUsable = encoded != nullptr;
+        code = curl_url_get(parsed, CURLUPART_URL, &encoded, 0);
+    if (code == CURLUE_OK && curl_easy_setopt(m_easy, CURLOPT_URL, encoded) != CURLE_OK)
+        code = CURLUE_OUT_OF_MEMORY;
     curl_free(encoded);
     curl_url_cleanup(parsed);
-    return isUsable ? std::nullopt : std::optional(makeURLError(URLError::BadURL));
+    if (code == CURLUE_OK)
+        return std::nullopt;
+    return makeURLError(code == CURLUE_OUT_OF_MEMORY ? URLError::ResourceUnavailable : URLError::BadURL);
 }
 
 void Transfer::setMethodAndBody()
@@ -421,6 +424,8 @@ std::optional<Error> Transfer::errorOf(CURLcode code)
                              QStringLiteral("The certificates in “%1”, which SSL_CERT_FILE names, cannot be read.")
                                  .arg(QString::fromLocal8Bit(authorityFile())));
     }
+    if (code == CURLE_OUT_OF_MEMORY)
+        return makeURLError(URLError::ResourceUnavailable);
     if (code == CURLE_WRITE_ERROR)
         return makeURLError(URLError::CannotParseResponse);
     long systemError = 0;
@@ -432,7 +437,9 @@ std::optional<Error> Transfer::errorOf(CURLcode code)
 bool Transfer::isHeadTooLarge(CURLcode code) const
 {
     constexpr int tooLarge = 100;
-    const bool isLineTooLarge = code == CURLE_OUT_OF_MEMORY || static_cast<int>(code) == tooLarge;
+    long sent = 0;
+    curl_easy_getinfo(m_easy, CURLINFO_REQUEST_SIZE, &sent);
+    const bool isLineTooLarge = (code == CURLE_OUT_OF_MEMORY && sent > 0) || static_cast<int>(code) == tooLarge;
     return m_head.isTooLarge() || (isLineTooLarge && !m_head.isComplete());
 }
 

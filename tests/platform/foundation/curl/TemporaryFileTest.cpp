@@ -2,6 +2,7 @@
 
 #include "platform/foundation/files/TemporaryDirectory.h"
 #include "tests/kit/LogCapture.h"
+#include "tests/kit/NoDescriptors.h"
 #include "tests/kit/OldFiles.h"
 
 #include <QFileInfo>
@@ -42,6 +43,19 @@ TEST(TemporaryFile, goesWithItsOwner)
         EXPECT_EQ(QFileInfo(path).size(), 5);
     }
     EXPECT_FALSE(QFileInfo::exists(path));
+}
+
+TEST(TemporaryFile, doesNotBlameTheDiskForAFileThatCannotBeOpened)
+{
+    ASSERT_FALSE(tljira::temporaryDirectory().isEmpty());
+    TemporaryFile file;
+    {
+        const tests::NoDescriptors none;
+        ASSERT_FALSE(file.open());
+    }
+    ASSERT_TRUE(file.error());
+    EXPECT_EQ(file.error()->localizedDescription(),
+              QStringLiteral("The download couldn’t be saved: Too many open files"));
 }
 
 } // namespace
