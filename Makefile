@@ -4,7 +4,7 @@ PRESET ?= release
 BUILD := build/$(PRESET)
 JOBS ?= $(shell nproc)
 
-.PHONY: all release run test install packages check-packages check-fresh reference translations bench bench-report benchmarks deps format tidy pictures fuzz clean
+.PHONY: all release run test install packages check-packages check-fresh reference translations torture bench bench-report benchmarks deps format tidy pictures fuzz clean
 
 all: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS)
@@ -59,6 +59,15 @@ reference: all
 # Brings translations/*.ts up to date with the interface files.
 translations: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) --target translations
+
+# Lets one call of the system after the other fail while the tool works, kills it, and cuts its power; writes the tables of
+# docs/reliability.md. All of it takes hours: EVERY=20 takes one call of 20, SECONDS=600 as much as fits into ten minutes for each table.
+EVERY ?= 1
+SECONDS ?= 0
+torture: $(BUILD)/build.ninja
+	cmake --build --preset $(PRESET) -j $(JOBS) --target tljira-torture
+	$(BUILD)/tests/torture/tljira-torture refusals --every $(EVERY) --seconds $(SECONDS) --write docs/reliability.md
+	$(BUILD)/tests/torture/tljira-torture kills --runs 500 --write docs/reliability.md
 
 # Measures the release build against the peers; bench-report also writes docs/benchmarks.md.
 bench: benchmarks

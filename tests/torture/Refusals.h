@@ -1,0 +1,67 @@
+#pragma once
+
+#include "tests/torture/Verdict.h"
+
+#include <map>
+
+namespace torture {
+
+/// One way in which calls of a function fail.
+struct Refusal
+{
+    Function function;
+    std::int32_t error;
+    bool lasts;
+};
+
+const std::vector<Refusal>& refusals();
+QString nameOf(const Refusal& refusal);
+
+/// One run: the nth call of a function fails while an errand is done.
+struct Case
+{
+    Errand::Kind errand;
+    Refusal refusal;
+    std::uint32_t call;
+};
+
+using Counts = std::array<int, endCount>;
+
+/// What came out, by errand and function.
+class Tally
+{
+public:
+    void add(const Case& what, const Verdict& verdict);
+
+    Counts counts(Errand::Kind errand, Function function) const;
+    Counts total() const;
+    int runs() const;
+    int forbidden() const;
+    /// Each different thing that must never be, with how often it came and an example.
+    void printForbidden() const;
+    /// What the tool said, for a reader who knows whether it is true.
+    void printLines() const;
+
+private:
+    std::map<std::pair<Errand::Kind, Function>, Counts> m_counts;
+    std::map<QString, std::pair<int, QString>> m_forbidden;
+    std::map<QString, int> m_lines;
+};
+
+struct Extent
+{
+    /// Every so many calls one is refused.
+    std::uint32_t every = 1;
+    /// 0: as many as there are.
+    int mostRuns = 0;
+    std::chrono::seconds longest{0};
+    /// Empty: all.
+    QString errand = {};
+    QString function = {};
+    bool isVerbose = false;
+};
+
+/// Runs the tool again and again, each time with another call that fails.
+Tally torment(const Extent& extent, const QString& otherVolume);
+
+} // namespace torture
