@@ -1,5 +1,3 @@
-#include "constants/JAConstants.h"
-#include "records/SavedLogin.h"
 #include "records/SavedToken.h"
 #include "records/TLJiraOptions.h"
 #include "tests/client/tasks/TaskTest.h"
@@ -7,80 +5,72 @@
 namespace {
 
 using namespace tests;
-using standin::Fault;
-using standin::Match;
 
-struct Kind
+struct Way
 {
     const char* name;
     const char* user;
     const char* token;
+    const char* authorization;
 };
 
-std::ostream& operator<<(std::ostream& out, const Kind& kind)
+void PrintTo(const Way& way, std::ostream* out)
 {
-    return out << kind.name;
+    *out << way.name;
 }
 
-/// A host without windows that chose tokens. Nobody is signed in at the start.
-class TokenTaskTest : public TaskTest, public testing::WithParamInterface<Kind>
+/// Jobs without windows of a host that chose tokens, at a server with a port in its address.
+class TokenTaskTest : public TaskTest, public testing::WithParamInterface<Way>
 {
 protected:
-    ~TokenTaskTest() override { TLJiraOptions::use({}); }
-    void SetUp() override { TLJiraOptions::use({.signIn = TLJiraOptions::SignIn::Token}); }
-
-    void signInWith(const char* token)
+    TokenTaskTest()
     {
-        TLJiraTask::signIn(Jira::address, QLatin1String(GetParam().user), QLatin1String(token), remember());
-        ASSERT_TRUE(waitForEnds());
+        TLJiraOptions::use({.address = TLJiraOptions::Address::Whole, .signIn = TLJiraOptions::SignIn::Token});
     }
+    ~TokenTaskTest() override { TLJiraOptions::use({}); }
+    void SetUp() override {}
 
-    static QString savedText()
+    bool signInWith(const QString& token)
     {
-        const auto token = records::savedToken();
-        return token ? token->user + u'|' + token->token : QString();
+        const QString address = QStringLiteral("http://127.0.0.1:%1").arg(server.port());
+        TLJiraTask::signIn(address, QString::fromUtf8(GetParam().user), token, remember());
+        return waitForEnds();
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Both, TokenTaskTest,
-                         testing::Values(Kind{"basic", Jira::email, Jira::apiToken},
-                                         Kind{"bearer", "", Jira::accessToken}),
-                         testing::PrintToStringParamName());
-
-TEST_P(TokenTaskTest, doesEveryJob)
+TEST_P(TokenTaskTest, doAllTheirWorkWithIt)
 {
-    signInWith(GetParam().token);
-    ASSERT_EQ(ends[0].outcome, Outcome::Done);
-    EXPECT_EQ(savedText(), QLatin1String(GetParam().user) + u'|' + QLatin1String(GetParam().token));
-    EXPECT_EQ(records::savedLogin().objectForKey(kJiraURL), QJsonValue(Jira::address));
-    const auto id = store("plan.tessaloom", "wool");
-    const auto tasks = {attach("silk"), fetch(id), list()};
-    ASSERT_TRUE(waitForEnds(1 + tasks.size()));
-    for (const Result& end : ends)
-        EXPECT_EQ(end.outcome, Outcome::Done);
-    EXPECT_EQ(attached().size(), 2U);
-    EXPECT_FALSE(listed.empty());
+    ASSERT_TRUE(signInWith(QString::fromUtf8(GetParam().token)));
+    EXPECT_EQ(ends[0].outcome, Outcome::Done);
+    attach("warp");
+    ASSERT_TRUE(waitForEnds(2));
+    EXPECT_EQ(ends[1].outcome, Outcome::Done);
+    list();
+    ASSERT_TRUE(waitForEnds(3));
+    ASSERT_EQ(listed.size(), 1U);
+    TLJiraTask::fetch(QStringLiteral("ABC-1"), listed[0]->ID().value_or(QString()), remember());
+    ASSERT_TRUE(waitForEnds(4));
+    EXPECT_EQ(contentsOf(ends[3].path), QByteArray("warp"));
+
+    ASSERT_GE(server.requests().size(), 5U);
     for (const auto& request : server.requests()) {
-        EXPECT_NE(request.header("Authorization"), "") << request.target;
-        EXPECT_EQ(request.headerCount("Cookie"), 0) << request.target;
+        EXPECT_THAT(request.header("authorization"), testing::StartsWith(GetParam().authorization)) << request.path;
+        EXPECT_EQ(request.headerCount("cookie"), 0) << request.path;
     }
 }
 
-TEST_P(TokenTaskTest, thatIsRefusedLeavesNothing)
+TEST_P(TokenTaskTest, saveNothingThatTheServerRefuses)
 {
-    signInWith("wrong");
+    ASSERT_TRUE(signInWith(QStringLiteral("wrong")));
+
     EXPECT_EQ(ends[0].outcome, Outcome::Failed);
+    ASSERT_TRUE(ends[0].error.has_value());
     EXPECT_EQ(ends[0].error->localizedDescription(), QStringLiteral("The server does not accept this token."));
-    EXPECT_EQ(savedText(), QString());
-    EXPECT_EQ(records::savedLogin().objectForKey(kJiraURL), std::nullopt);
+    EXPECT_FALSE(records::savedToken().has_value());
 }
 
-TEST_P(TokenTaskTest, isNotMadeOfAPageForPeople)
-{
-    server.misbehave(Match(), Fault().status(200, "<html>log in</html>", "text/html"));
-    signInWith(GetParam().token);
-    EXPECT_EQ(ends[0].outcome, Outcome::Failed);
-    EXPECT_EQ(savedText(), QString());
-}
+INSTANTIATE_TEST_SUITE_P(Kinds, TokenTaskTest,
+                         testing::Values(Way{"basic", Jira::email, Jira::apiToken, "Basic "},
+                                         Way{"bearer", "", Jira::accessToken, "Bearer "}));
 
 } // namespace
