@@ -11,6 +11,8 @@
 #include <QLineEdit>
 #include <QUiLoader>
 
+#include <utility>
+
 namespace tljira {
 
 namespace {
@@ -33,6 +35,21 @@ public:
             field->setTextMargins(roomInFields);
         return view;
     }
+
+    // QUiLoader takes it for granted that there is one.
+    QLayout* createLayout(const QString& className, QObject* parent, const QString& name) override
+    {
+        if (QLayout* layout = QUiLoader::createLayout(className, parent, name))
+            return layout;
+        m_unknownLayout = className;
+        return QUiLoader::createLayout(QStringLiteral("QVBoxLayout"), parent, name);
+    }
+
+    /// The class of a layout that the file last loaded has and Qt has not; empty if there was none.
+    QString takeUnknownLayout() { return std::exchange(m_unknownLayout, QString()); }
+
+private:
+    QString m_unknownLayout;
 };
 
 // QUiLoader would load every Designer plugin of the machine into the host, which takes longer than to open a window,
@@ -60,8 +77,14 @@ QWidget* NibLoader::load(const QByteArray& text, const std::shared_ptr<Nib>& nib
     buffer.setData(text);
     buffer.open(QIODevice::ReadOnly);
     QWidget* root = sharedLoader().load(&buffer, offScreen());
+    const QString unknownLayout = sharedLoader().takeUnknownLayout();
     if (!root) {
         *error = sharedLoader().errorString();
+        return nullptr;
+    }
+    if (!unknownLayout.isEmpty()) {
+        delete root;
+        *error = QStringLiteral("There is no layout of the class \"%1\".").arg(unknownLayout);
         return nullptr;
     }
     QList<QWidget*> views = root->findChildren<QWidget*>();
