@@ -25,6 +25,10 @@ tljira::Error tokenError(TokenProblem problem, const char* text)
     return tljira::makeError(QString::fromLatin1(tokenDomain), static_cast<qint64>(problem), QString::fromUtf8(text));
 }
 
+constexpr const char* textOfDetour =
+    QT_TRANSLATE_NOOP("TokenSignIn", "This address leads on to another one, and the token was not sent there. Type the "
+                                     "server’s own address.");
+
 /// Null for a status that has nothing to do with tokens.
 const char* textOfRefusal(qint64 status, bool hasUser)
 {
@@ -101,7 +105,8 @@ tljira::Error refusedToken(const records::SavedToken& token, const Answer& answe
                            const std::optional<tljira::HTTPURLResponse>& response)
 {
     const qint64 status = statusOf(response);
-    const char* const text = textOfRefusal(status, !token.user.isEmpty());
+    const bool isFromElsewhere = response && !token.origin.isEmpty() && originOf(response->url) != token.origin;
+    const char* const text = isFromElsewhere ? textOfDetour : textOfRefusal(status, !token.user.isEmpty());
     return text ? refusal(status, answer.json.value_or(QJsonValue()), text) : unexpectedStatus(status, answer.json);
 }
 

@@ -22,7 +22,7 @@ struct SavedToken
 /// Nothing unless all of it is saved. From any thread.
 TL_EXPORT std::optional<SavedToken> savedToken();
 /// Takes the place of a session, and of an earlier token.
-TL_EXPORT void saveToken(const SavedToken& token);
-TL_EXPORT void forgetToken();
+void saveToken(const SavedToken& token);
+void forgetToken();
 
 } // namespace records

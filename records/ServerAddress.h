@@ -15,6 +15,6 @@ TL_EXPORT QString baseOf(const QString& address);
 
 /// Scheme, host and port of an http address in one spelling, `https://host:443`, which tells whether two addresses are
 /// of the same place. Nothing for other addresses, and for those that not every reader takes apart in the same way.
-TL_EXPORT std::optional<QString> originOf(const QString& address);
+std::optional<QString> originOf(const QString& address);
 
 } // namespace records

@@ -485,6 +485,10 @@ Anderes Jira: aus Ihrem Profil dort, ohne Benutzernamen</translation>
 <context>
     <name>TokenSignIn</name>
     <message>
+        <source>This address leads on to another one, and the token was not sent there. Type the server’s own address.</source>
+        <translation>Diese Adresse führt zu einer anderen weiter, und das Token ging nicht dorthin. Geben Sie die eigene Adresse des Servers ein.</translation>
+    </message>
+    <message>
         <source>What answers at this address is not Jira.</source>
         <translation>Was unter dieser Adresse antwortet, ist nicht Jira.</translation>
     </message>

@@ -283,6 +283,19 @@ TEST_P(TokenSignInTest, isNotTakenToTheServerOfAnother)
     EXPECT_EQ(onDisk(), saved(Jira::address, origin, GetParam()));
 }
 
+TEST_P(TokenSignInTest, ofAServerThatAnsweredAfterAnotherWasTypedIsNotSavedWithThat)
+{
+    server.misbehave(Match::next(), Fault().hold(standin::Point::responseHead(0)));
+    client->login(QLatin1String(GetParam().user), QLatin1String(GetParam().token), loginCallBack());
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    client->setHost(Jira::otherAddress);
+    server.release();
+    ASSERT_TRUE(waitForEvents(2));
+    EXPECT_EQ(onDisk(), (QJsonObject{{u"jiraUrl"_s, Jira::otherAddress}}));
+    client->setHost(Jira::address);
+    EXPECT_EQ(onDisk(), saved(Jira::address, origin, GetParam()));
+}
+
 /// Nothing that a server says sends the token elsewhere.
 class TokenAwayFromHomeTest : public TokenSignInTest
 {
@@ -311,6 +324,8 @@ TEST_P(TokenAwayFromHomeTest, staysAtHomeOnRedirectsOfALogin)
         server.misbehave(Match::next(), Fault().status(200, R"({"name":"evil"})", "application/json"));
         logIn();
         EXPECT_THAT(events, ElementsAre("nil, invalid sessioin 200", "invalid")) << address;
+        EXPECT_EQ(text(), u"This address leads on to another one, and the token was not sent there. Type the server’s "
+                          u"own address."_s);
         EXPECT_EQ(server.requests().size(), 2U);
         expectOnlyAtHome();
         EXPECT_EQ(onDisk(), (QJsonObject{{u"jiraUrl"_s, Jira::address}}));

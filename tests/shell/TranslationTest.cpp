@@ -67,8 +67,8 @@ TEST_F(TranslationTest, hasExactlyTheTextsOfTheInterfaceFilesAndThoseSetInCode)
           "The server denies access with this token.",
           "The server denies access with this token alone. Jira Cloud wants your e-mail address with it.",
           "No token was given.", "This is no token: it has blanks, line breaks or other characters that no token has.",
-          "A user name with a colon or a line break cannot be used with a token.",
-          "No token is saved for this server."})
+          "A user name with a colon or a line break cannot be used with a token.", "No token is saved for this server.",
+          "This address leads on to another one, and the token was not sent there. Type the server’s own address."})
         needed.insert({QStringLiteral("TokenSignIn"), QString::fromUtf8(text)});
     for (const FormProperty& property : shippedTexts()) {
         if (property.isTranslatable)
