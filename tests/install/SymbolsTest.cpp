@@ -98,12 +98,12 @@ const QStringList internalNames =
     QStringLiteral(
         "DateFormatter DocumentCopy FetchedFile FileLock GlobalQueue MainQueue SingleEnd TransferListener URL "
         "UserDefaults "
-        "appendingPathComponent appendingPathExtension attached "
+        "appendingPathComponent appendingPathExtension attached baseOf "
         "createDirectoryAtPath deletingLastPathComponent deletingPathExtension documentsAmong documentsNewestFirst "
         "failure "
         "fileNameFromUntrustedText filesBelowPath formatArguments isNewer isSameServer lastPathComponent logCategory "
         "moveItemAtPath notTheDocument pathExtension "
-        "removeItemAtPath removeLeftovers savedLogin serverSentence temporaryDirectory writeError writeLog")
+        "removeItemAtPath removeLeftovers savedLogin savedToken serverSentence temporaryDirectory writeError writeLog")
         .split(u' ');
 
 TEST(Symbols, areThoseOfThePublicHeaders)
