@@ -209,6 +209,7 @@ TEST_F(FetchTaskFailure, whereThereIsNoPlaceForIt)
     server.misbehave(contents, Fault().hold(Point::responseBody(1 << 19)));
     fetch(id);
     ASSERT_TRUE(waitForHeld());
+    ASSERT_TRUE(waitUntil([] { return !temporaryItems().isEmpty(); }));
     const QByteArray before = qgetenv("TMPDIR");
     const QString noFolder = QDir::homePath() + QStringLiteral("/file");
     writeFile(noFolder, "not a folder");
