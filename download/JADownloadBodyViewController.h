@@ -36,7 +36,7 @@ public:
     /// or no answer.
     void getAttachAction();
 
-    /// Those whose name has exactly the extension "tessaloom", in the same order.
+    /// Those that are documents of the host (TLJiraOptions::documents), in the same order.
     static Attachments filteredAttachments(const Attachments& attachments);
 
     /// Uncovers the panel.

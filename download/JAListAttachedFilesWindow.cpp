@@ -20,6 +20,7 @@
 #include "platform/toolkit/views/MessageLine.h"
 #include "platform/toolkit/views/Progress.h"
 #include "platform/toolkit/views/View.h"
+#include "records/TLJiraOptions.h"
 
 #include <QApplication>
 #include <QPushButton>
@@ -32,6 +33,9 @@ constexpr char tagProperty[] = "tag";
 constexpr const char* downloadName = QT_TRANSLATE_NOOP("JAListAttachedFilesWindow", "Download %1");
 constexpr const char* titleText = QT_TRANSLATE_NOOP("JAListAttachedFilesWindow", "Documents of %1");
 constexpr const char* emptyText = QT_TRANSLATE_NOOP("JAListAttachedFilesWindow", "%1 has no documents of this program");
+// Where the host takes all attachments for documents.
+constexpr const char* titleOfAllText = QT_TRANSLATE_NOOP("JAListAttachedFilesWindow", "Attachments of %1");
+constexpr const char* emptyOfAllText = QT_TRANSLATE_NOOP("JAListAttachedFilesWindow", "%1 has no attachments");
 constexpr int longestKey = 40;
 constexpr double listHeight = 350;
 constexpr double otherHeight = 200;
@@ -159,9 +163,11 @@ void JAListAttachedFilesWindow::showIssueKey()
     if (key.size() > longestKey)
         key = key.left(longestKey) + QStringLiteral("…");
     auto* title = tljira::findView<QLabel>(view(), "listTitle");
-    tljira::setText(title, translated(titleText).arg(key));
+    const bool showsAll = TLJiraOptions::inUse().documents.empty();
+    tljira::setText(title, translated(showsAll ? titleOfAllText : titleText).arg(key));
     tljira::setHidden(title, false);
-    tljira::setText(tljira::findView<QLabel>(view(), "noDataLabel"), translated(emptyText).arg(key));
+    tljira::setText(tljira::findView<QLabel>(view(), "noDataLabel"),
+                    translated(showsAll ? emptyOfAllText : emptyText).arg(key));
 }
 
 void JAListAttachedFilesWindow::reload()

@@ -1,17 +1,29 @@
 #include "records/Documents.h"
 
-#include "constants/DocumentExtension.h"
 #include "platform/foundation/files/PathString.h"
+#include "records/TLJiraOptions.h"
 
 #include <algorithm>
 #include <iterator>
 
+namespace {
+
+bool isOfAKind(const QString& name, const std::vector<TLJiraOptions::DocumentKind>& kinds)
+{
+    const QString extension = tljira::pathExtension(name);
+    return std::any_of(kinds.begin(), kinds.end(), [&](const auto& kind) { return kind.extension == extension; });
+}
+
+} // namespace
+
 JAIssueObject::Attachments documentsAmong(const JAIssueObject::Attachments& attachments)
 {
+    const auto kinds = TLJiraOptions::inUse().documents;
+    if (kinds.empty())
+        return attachments;
     JAIssueObject::Attachments documents;
-    std::copy_if(attachments.begin(), attachments.end(), std::back_inserter(documents), [](const auto& attachment) {
-        return attachment->name() && tljira::pathExtension(*attachment->name()) == documentExtension;
-    });
+    std::copy_if(attachments.begin(), attachments.end(), std::back_inserter(documents),
+                 [&](const auto& attachment) { return attachment->name() && isOfAKind(*attachment->name(), kinds); });
     return documents;
 }
 

@@ -5,7 +5,7 @@
 
 // Which attachments of an issue are documents of the host, and in which order a user gets to see them.
 
-/// Those whose name has exactly the extension "tessaloom", in the same order.
+/// Those whose name has exactly the extension of one of the host's kinds (TLJiraOptions::documents), in the same order.
 TL_EXPORT JAIssueObject::Attachments documentsAmong(const JAIssueObject::Attachments& attachments);
 
 /// The same, newest first: those without a date come last, those of one date stay in the server's order.

@@ -17,12 +17,28 @@ Chosen& chosen()
     return instance;
 }
 
+void dropPoint(QString& extension)
+{
+    if (extension.startsWith(u'.'))
+        extension.remove(0, 1);
+}
+
 } // namespace
+
+std::vector<TLJiraOptions::DocumentKind> TLJiraOptions::defaultDocuments()
+{
+    return {{QStringLiteral("tessaloom"), QStringLiteral("tessaloompacket")}};
+}
 
 void TLJiraOptions::use(const TLJiraOptions& options)
 {
+    TLJiraOptions usable = options;
+    for (DocumentKind& kind : usable.documents) {
+        dropPoint(kind.extension);
+        dropPoint(kind.packetExtension);
+    }
     const std::lock_guard lock(chosen().mutex);
-    chosen().options = options;
+    chosen().options = usable;
 }
 
 TLJiraOptions TLJiraOptions::inUse()

@@ -213,6 +213,14 @@
         <translation>%1 hat keine Dokumente dieses Programms</translation>
     </message>
     <message>
+        <source>Attachments of %1</source>
+        <translation>Anhänge zu %1</translation>
+    </message>
+    <message>
+        <source>%1 has no attachments</source>
+        <translation>%1 hat keine Anhänge</translation>
+    </message>
+    <message>
         <source>Waiting for the server…</source>
         <translation>Warten auf den Server&#xa0;…</translation>
     </message>

@@ -1,5 +1,6 @@
 #include "download/DownloadFileName.h"
 
+#include "records/TLJiraOptions.h"
 #include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
@@ -73,6 +74,48 @@ TEST(DownloadFileNameTest, cutsLongNamesBetweenCharacters)
 {
     const QString name = downloadFileName(QString(300, u'ü'));
     EXPECT_EQ(name, QString(122, u'ü') + QStringLiteral(".tessaloom"));
+}
+
+/// Of a host with documents of its own.
+class OwnDownloadFileNameTest : public testing::Test
+{
+protected:
+    ~OwnDownloadFileNameTest() override { TLJiraOptions::use({}); }
+
+    static void chooseTwoKinds()
+    {
+        TLJiraOptions::use({.documents = {{QStringLiteral("odt"), QStringLiteral("odtzip")}, {QStringLiteral("ods")}}});
+    }
+};
+
+TEST_F(OwnDownloadFileNameTest, doublesNoExtension)
+{
+    chooseTwoKinds();
+    EXPECT_EQ(of("plan.odt"), QStringLiteral("plan.odt"));
+    EXPECT_EQ(of("plan.ods"), QStringLiteral("plan.ods"));
+}
+
+TEST_F(OwnDownloadFileNameTest, givesAPacketTheExtensionOfItsKind)
+{
+    chooseTwoKinds();
+    EXPECT_EQ(of("plan.odtzip"), QStringLiteral("plan.odt"));
+    TLJiraOptions::use({.documents = {{QStringLiteral("ods")}, {QStringLiteral("odt"), QStringLiteral("odtzip")}}});
+    EXPECT_EQ(of("plan.odtzip"), QStringLiteral("plan.odt"));
+}
+
+TEST_F(OwnDownloadFileNameTest, appendsTheFirstExtensionToOtherNames)
+{
+    chooseTwoKinds();
+    EXPECT_EQ(of("plan.tessaloom"), QStringLiteral("plan.tessaloom.odt"));
+    EXPECT_EQ(of("plan"), QStringLiteral("plan.odt"));
+}
+
+TEST_F(OwnDownloadFileNameTest, keepsAllNamesWhereAllAttachmentsAreDocuments)
+{
+    TLJiraOptions::use({.documents = {}});
+    EXPECT_EQ(of("plan.tessaloompacket"), QStringLiteral("plan.tessaloompacket"));
+    EXPECT_EQ(of("plan"), QStringLiteral("plan"));
+    EXPECT_EQ(of("../plan"), QStringLiteral(".._plan"));
 }
 
 } // namespace

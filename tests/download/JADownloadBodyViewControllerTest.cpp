@@ -4,6 +4,7 @@
 #include "platform/toolkit/views/View.h"
 #include "platform/toolkit/windows/Application.h"
 #include "platform/toolkit/windows/WindowDelegate.h"
+#include "records/TLJiraOptions.h"
 #include "tests/download/DownloadTest.h"
 
 #include <QApplication>
@@ -162,6 +163,31 @@ TEST_F(JADownloadBodyViewControllerTest, theEmptyViewNamesTheIssue)
     close();
     lookUp(QStringLiteral("ABC-2"));
     EXPECT_EQ(listLabel("noDataLabel")->text(), QStringLiteral("ABC-2 has no documents of this program"));
+}
+
+TEST_F(JADownloadBodyViewControllerTest, theListIsOfAttachmentsWhereTheHostTakesAllForDocuments)
+{
+    TLJiraOptions::use({.documents = {}});
+    server.addIssue("ABC-2");
+    add("a.png", late);
+    add("a.tessaloom", early);
+    lookUp();
+    EXPECT_EQ(listLabel("listTitle")->text(), QStringLiteral("Attachments of ABC-1"));
+    EXPECT_THAT(shownTitles(list()), ElementsAre(QStringLiteral("a.png"), QStringLiteral("a.tessaloom")));
+    close();
+    lookUp(QStringLiteral("ABC-2"));
+    EXPECT_EQ(listLabel("noDataLabel")->text(), QStringLiteral("ABC-2 has no attachments"));
+    TLJiraOptions::use({});
+}
+
+TEST_F(JADownloadBodyViewControllerTest, whatIsDownloadedHasTheNameOfItsOwnKind)
+{
+    TLJiraOptions::use({.documents = {{QStringLiteral("odt")}, {QStringLiteral("ods")}}});
+    add("plan.ods", early);
+    lookUp();
+    download();
+    EXPECT_EQ(list().path().value_or(QString()).section(u'/', -1), QStringLiteral("plan.ods"));
+    TLJiraOptions::use({});
 }
 
 TEST_F(JADownloadBodyViewControllerTest, theButtonOpensWhatWasDownloaded)

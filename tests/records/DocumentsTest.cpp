@@ -1,5 +1,6 @@
 #include "records/Documents.h"
 
+#include "records/TLJiraOptions.h"
 #include "tests/kit/Printers.h"
 #include "tests/records/RecordMaking.h"
 
@@ -52,6 +53,37 @@ TEST(DocumentsTest, stayInTheServersOrderWhereNoneIsAskedFor)
     const auto list = attachments({attachment(u"1"_s, u"a.tessaloom"_s, early), attachment(u"2"_s, u"b.png"_s, late),
                                    attachment(u"3"_s, u"c.tessaloom"_s, late)});
     EXPECT_EQ(idsOf(documentsAmong(list)), (QStringList{u"1"_s, u"3"_s}));
+}
+
+/// Of a host with documents of its own.
+class OwnDocumentsTest : public testing::Test
+{
+protected:
+    ~OwnDocumentsTest() override { TLJiraOptions::use({}); }
+
+    const JAIssueObject::Attachments list =
+        attachments({attachment(u"1"_s, u"a.tessaloom"_s, early), attachment(u"2"_s, u"b.odt"_s, late),
+                     attachment(u"3"_s, u"c.ods"_s, late), attachment(u"4"_s, u"d.ODT"_s, late),
+                     attachment(u"5"_s, u"odt"_s, late), QJsonObject{{u"id"_s, u"6"_s}}});
+};
+
+TEST_F(OwnDocumentsTest, areThoseOfItsKind)
+{
+    TLJiraOptions::use({.documents = {{u"odt"_s}}});
+    EXPECT_EQ(idsOf(documentsAmong(list)), QStringList{u"2"_s});
+}
+
+TEST_F(OwnDocumentsTest, areThoseOfItsKinds)
+{
+    TLJiraOptions::use({.documents = {{u"ods"_s}, {u"odt"_s}}});
+    EXPECT_EQ(idsOf(documentsNewestFirst(list)), (QStringList{u"2"_s, u"3"_s}));
+}
+
+TEST_F(OwnDocumentsTest, areAllWithoutAKind)
+{
+    TLJiraOptions::use({.documents = {}});
+    EXPECT_EQ(idsOf(documentsAmong(list)), (QStringList{u"1"_s, u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"6"_s}));
+    EXPECT_EQ(idsOf(documentsNewestFirst(list)), (QStringList{u"2"_s, u"3"_s, u"4"_s, u"5"_s, u"1"_s, u"6"_s}));
 }
 
 } // namespace
