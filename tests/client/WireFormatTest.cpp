@@ -1,3 +1,5 @@
+#include "records/SavedToken.h"
+#include "records/TLJiraOptions.h"
 #include "tests/client/ClientTest.h"
 
 namespace {
@@ -5,13 +7,14 @@ namespace {
 using standin::Fault;
 using standin::Match;
 
-/// What leaves the client, compared byte for byte with fixtures/*.http. In those, ${USER_AGENT} stands for the
+/// What leaves the client of a host that chose nothing, compared byte for byte with fixtures/*.http. In those, ${USER_AGENT} stands for the
 /// session's own.
 class WireFormatTest : public tests::ClientTest
 {
 protected:
     void SetUp() override
     {
+        ASSERT_EQ(TLJiraOptions::inUse(), TLJiraOptions());
         saveSession("JSESSIONID", "6E3487971234567896704A9EB4AE501F");
         server.misbehave(Match(), Fault().status(200, "[]", "application/json"));
     }
@@ -51,6 +54,14 @@ TEST_F(WireFormatTest, ofALogin)
 TEST_F(WireFormatTest, ofALoginWithoutASavedSession)
 {
     JALoginObject::resetSession();
+    client->login(QStringLiteral("anna"), QStringLiteral("secret"), loginCallBack());
+    ASSERT_TRUE(waitForEvents(2));
+    EXPECT_EQ(sent(), fixture("login-first"));
+}
+
+TEST_F(WireFormatTest, ofAClientWithATokenThatIsNotAskedFor)
+{
+    records::saveToken({QStringLiteral("http://jira.example.test:80"), QStringLiteral("anna"), QStringLiteral("T")});
     client->login(QStringLiteral("anna"), QStringLiteral("secret"), loginCallBack());
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_EQ(sent(), fixture("login-first"));
