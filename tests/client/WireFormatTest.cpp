@@ -7,8 +7,8 @@ namespace {
 using standin::Fault;
 using standin::Match;
 
-/// What leaves the client of a host that chose nothing, compared byte for byte with fixtures/*.http. In those, ${USER_AGENT} stands for the
-/// session's own.
+/// What leaves the client of a host that chose nothing, compared byte for byte with fixtures/*.http. In those,
+/// ${USER_AGENT} stands for the session's own.
 class WireFormatTest : public tests::ClientTest
 {
 protected:

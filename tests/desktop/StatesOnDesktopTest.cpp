@@ -96,7 +96,8 @@ TEST_P(StatesOnDesktopTest, isMovedAndResized)
     picture("larger");
 
     XServer::instance().place(widget()->winId(), corner, QSize(100, 50));
-    ASSERT_TRUE(waitUntil([&] { return widget()->width() < large.width() && widget()->height() < large.height(); }));
+    // Texts that wrap may make it higher instead.
+    ASSERT_TRUE(waitUntil([&] { return widget()->width() < large.width() && widget()->height() != large.height(); }));
     expectInOrder("made as small as it gets");
     EXPECT_THAT(layoutFlaws(*scene.window()), testing::IsEmpty());
     if (const auto sheet = scene.window()->attachedSheet()) {
