@@ -68,6 +68,9 @@ torture: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS) --target tljira-torture
 	$(BUILD)/tests/torture/tljira-torture refusals --every $(EVERY) --seconds $(SECONDS) --write docs/reliability.md
 	$(BUILD)/tests/torture/tljira-torture kills --runs 500 --write docs/reliability.md
+	$(BUILD)/tests/torture/tljira-torture cuts --write docs/reliability.md
+	$(BUILD)/tests/torture/tljira-torture refusals --windows --every $(EVERY) --seconds $(SECONDS) --write docs/reliability.md
+	$(BUILD)/tests/torture/tljira-torture kills --windows --every $(EVERY) --runs 50 --write docs/reliability.md
 
 # Measures the release build against the peers; bench-report also writes docs/benchmarks.md.
 bench: benchmarks

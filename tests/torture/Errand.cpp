@@ -1,5 +1,6 @@
 #include "tests/torture/Errand.h"
 
+#include <QDirIterator>
 #include <QFileInfo>
 #include <QJsonDocument>
 
@@ -18,11 +19,12 @@ QString textOf(const std::optional<QJsonObject>& settings)
 
 } // namespace
 
-const std::vector<Errand::Kind>& Errand::kinds()
+const std::vector<Errand::Kind>& Errand::kinds(bool inWindows)
 {
+    static const std::vector<Kind> windowKinds = {Kind::Attach, Kind::Fetch};
     static const std::vector<Kind> kinds = {Kind::Login,    Kind::Session,        Kind::Upload, Kind::Attachments,
                                             Kind::Download, Kind::DownloadAcross, Kind::Logout};
-    return kinds;
+    return inWindows ? windowKinds : kinds;
 }
 
 QString Errand::name(Kind kind)
@@ -42,6 +44,10 @@ QString Errand::name(Kind kind)
         return QStringLiteral("download across");
     case Kind::Logout:
         return QStringLiteral("logout");
+    case Kind::Attach:
+        return QStringLiteral("attach in its window");
+    case Kind::Fetch:
+        return QStringLiteral("fetch in its window");
     }
     return {};
 }
@@ -64,7 +70,8 @@ void Errand::prepare()
         m_session = QString::fromStdString(m_place.server.openSession("anna"));
     }
     m_place.reset(newAddress, m_session);
-    if (m_kind == Kind::Attachments || m_kind == Kind::Download || m_kind == Kind::DownloadAcross) {
+    if (m_kind == Kind::Attachments || m_kind == Kind::Download || m_kind == Kind::DownloadAcross ||
+        m_kind == Kind::Fetch) {
         m_place.server.addAttachment(Place::issue, {.fileName = Place::documentName,
                                                     .bytes = m_place.documentBytes().toStdString(),
                                                     .created = "2026-03-01T09:30:00.000+0000"});
@@ -75,6 +82,17 @@ Command Errand::command() const
 {
     const QString issue = QLatin1String(Place::issue);
     const QString document = QLatin1String(Place::documentName);
+    const bool isAttach = m_kind == Kind::Attach;
+    if (isAttach || m_kind == Kind::Fetch) {
+        QProcessEnvironment environment = m_place.environment();
+        environment.insert(QStringLiteral("TORTURE_WAITS"), QStringLiteral("1"));
+        const QString job = isAttach ? QStringLiteral("attach") : QStringLiteral("fetch");
+        return {QStringLiteral(TORTURE_WINDOW),
+                {QString::number(m_place.server.port()), job, m_place.document()},
+                environment,
+                m_place.work(),
+                {}};
+    }
     Command command = {QStringLiteral(TLJIRA_PATH), m_place.route(), m_place.environment(), m_place.work(), {}};
     QStringList& words = command.arguments;
     switch (m_kind) {
@@ -101,6 +119,9 @@ Command Errand::command() const
         words << QStringList{QStringLiteral("download"), issue, document, QStringLiteral("--to"),
                              m_place.otherVolume()};
         break;
+    case Kind::Attach:
+    case Kind::Fetch:
+        break;
     }
     return command;
 }
@@ -123,7 +144,12 @@ Errand::Finding Errand::find() const
     case Kind::Session:
     case Kind::Attachments:
         break;
+    case Kind::Fetch:
+        if (const auto finding = findFetched(); finding.effect != Effect::None)
+            return finding;
+        break;
     case Kind::Upload:
+    case Kind::Attach:
         if (const auto finding = findUpload(); finding.effect != Effect::None)
             return finding;
         break;
@@ -183,6 +209,19 @@ Errand::Finding Errand::findDownload() const
         return {Effect::PartialFile, QStringLiteral("%1 bytes fetched").arg(bytes.size())};
     const Finding rest = findNoChange();
     return rest.effect == Effect::None ? Finding{Effect::Whole} : rest;
+}
+
+/// The host says itself whether it has the document. Wherever one lies under its name, it is whole.
+Errand::Finding Errand::findFetched() const
+{
+    QDirIterator file(m_place.root() + QStringLiteral("/tmp"), {QLatin1String(Place::documentName) + u'*'}, QDir::Files,
+                      QDirIterator::Subdirectories);
+    while (file.hasNext()) {
+        const QByteArray bytes = bytesOf(file.next());
+        if (bytes != m_place.documentBytes())
+            return {Effect::PartialFile, QStringLiteral("%1 bytes in %2").arg(bytes.size()).arg(file.filePath())};
+    }
+    return {};
 }
 
 Errand::Finding Errand::findLogout() const

@@ -9,7 +9,18 @@ namespace torture {
 class Errand
 {
 public:
-    enum class Kind { Login, Session, Upload, Attachments, Download, DownloadAcross, Logout };
+    enum class Kind {
+        Login,
+        Session,
+        Upload,
+        Attachments,
+        Download,
+        DownloadAcross,
+        Logout,
+        // In windows, by a host.
+        Attach,
+        Fetch
+    };
     /// What stands on the disk and at the server after a run.
     enum class Effect {
         None,
@@ -25,7 +36,8 @@ public:
         QString detail = {};
     };
 
-    static const std::vector<Kind>& kinds();
+    /// Those of the tool, or those in windows.
+    static const std::vector<Kind>& kinds(bool inWindows);
     static QString name(Kind kind);
 
     Errand(Kind kind, Place& place);
@@ -42,6 +54,7 @@ private:
     Finding findLogin() const;
     Finding findUpload() const;
     Finding findDownload() const;
+    Finding findFetched() const;
     Finding findLogout() const;
     /// Of an errand that changes neither settings nor cookies.
     Finding findNoChange() const;

@@ -20,6 +20,7 @@ public:
         : m_place(otherVolume)
         , m_program(m_place.root())
         , m_errand(kind, m_place)
+        , m_isInWindows(kind == Errand::Kind::Attach || kind == Errand::Kind::Fetch)
     {
         m_errand.prepare();
         m_reference = m_program.run(m_errand.command());
@@ -78,14 +79,14 @@ private:
         if (!m_errand.destination().isEmpty())
             QFile::remove(m_errand.destination());
         for (const auto& attachment : m_place.server.attachments(Place::issue)) {
-            if (m_errand.kind() == Errand::Kind::Upload)
+            if (m_errand.kind() == Errand::Kind::Upload || m_errand.kind() == Errand::Kind::Attach)
                 m_place.server.removeAttachment(attachment.id);
         }
         // There is nobody to log out any more.
         const bool isLogout = m_errand.kind() == Errand::Kind::Logout;
         const Errand next(isLogout ? Errand::Kind::Login : m_errand.kind(), m_place);
         const Run run = m_program.run(isLogout ? next.command() : m_errand.command());
-        if (run.status != 0 || !run.error.isEmpty())
+        if (run.status != 0 || (!run.error.isEmpty() && !m_isInWindows))
             return QStringLiteral("status %1, says %2").arg(run.status).arg(QString::fromUtf8(run.error));
         if (isLogout) {
             const bool isLoggedIn = m_place.settings() == Place::settingsOf(QStringLiteral("http://jira.example.test/"),
@@ -93,7 +94,8 @@ private:
             return isLoggedIn ? QString() : QStringLiteral("saved no login");
         }
         const Errand::Finding found = m_errand.find();
-        const bool isDone = found.effect == (m_errand.kind() == Errand::Kind::Session ? Effect::None : Effect::Whole);
+        const bool leavesNothing = m_errand.kind() == Errand::Kind::Session || m_errand.kind() == Errand::Kind::Fetch;
+        const bool isDone = found.effect == (leavesNothing ? Effect::None : Effect::Whole);
         return isDone ? QString() : QStringLiteral("did not do it. ") + found.detail;
     }
 
@@ -101,22 +103,34 @@ private:
     QString runAfterADay()
     {
         m_place.ageLeftovers();
-        for (int run = 0; run < 20 && !m_place.leftovers(m_errand.destination()).isEmpty(); ++run)
+        for (int run = 0; run < 20 && !leftovers().isEmpty(); ++run)
             runAgain();
-        const QStringList left = m_place.leftovers(m_errand.destination());
+        const QStringList left = leftovers();
         return left.isEmpty() ? QString() : QStringLiteral("left for good: ") + left.join(u' ');
+    }
+
+    QStringList leftovers() const
+    {
+        QStringList left = m_place.leftovers(m_errand.destination());
+        // What windows fetched belongs to the host, and downloads have a folder.
+        left.removeIf([this](const QString& path) {
+            return m_isInWindows && (path.contains(QLatin1String("/Fetched-")) ||
+                                     path.contains(QLatin1String("/com.tessalooom.JAController")));
+        });
+        return left;
     }
 
     Place m_place;
     Program m_program;
     Errand m_errand;
+    const bool m_isInWindows;
     Run m_reference;
     KillCounts m_counts;
 };
 
 std::vector<Errand::Kind> kindsOf(const Extent& extent, const QString& otherVolume)
 {
-    std::vector<Errand::Kind> kinds = Errand::kinds();
+    std::vector<Errand::Kind> kinds = Errand::kinds(extent.isInWindows);
     std::erase_if(kinds, [&](Errand::Kind kind) {
         return (kind == Errand::Kind::DownloadAcross && otherVolume.isEmpty()) || kind == Errand::Kind::Attachments ||
                (!extent.errand.isEmpty() && extent.errand != Errand::name(kind));

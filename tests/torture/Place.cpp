@@ -74,6 +74,7 @@ QJsonObject Place::settingsOf(const QString& address, const QString& session)
 {
     QJsonObject settings = {{QStringLiteral("kSessionName"), QStringLiteral("JSESSIONID")},
                             {QStringLiteral("kSessionValue"), session},
+                            {QStringLiteral("kClearCach0"), true},
                             {QStringLiteral("of another program"), QStringLiteral("kept")}};
     if (!address.isEmpty())
         settings.insert(QStringLiteral("jiraUrl"), address);
@@ -111,6 +112,9 @@ QProcessEnvironment Place::environment() const
     set("XDG_CONFIG_HOME", m_home.filePath(QStringLiteral("config")));
     set("XDG_DATA_HOME", m_home.filePath(QStringLiteral("data")));
     set("TMPDIR", m_home.filePath(QStringLiteral("tmp")));
+    // Not what is looked at.
+    set("XDG_CACHE_HOME", m_home.filePath(QStringLiteral("cache")));
+    set("XDG_RUNTIME_DIR", m_home.path());
     set("LC_ALL", QStringLiteral("C.UTF-8"));
     set("TZ", QStringLiteral("UTC"));
     return environment;

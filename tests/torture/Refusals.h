@@ -59,6 +59,7 @@ struct Extent
     QString errand = {};
     QString function = {};
     bool isVerbose = false;
+    bool isInWindows = false;
 };
 
 /// Runs the tool again and again, each time with another call that fails.

@@ -3,6 +3,7 @@
 #include <QDate>
 #include <QFile>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace torture {
@@ -29,26 +30,31 @@ QString Report::table() const
 {
     QString text = QStringLiteral("| call that fails |");
     QString line = QStringLiteral("|---|");
-    for (const Errand::Kind kind : Errand::kinds()) {
+    for (const Errand::Kind kind : Errand::kinds(m_extent.isInWindows)) {
         text += u' ' + Errand::name(kind) + QStringLiteral(" |");
         line += QStringLiteral("---|");
     }
     text += u'\n' + line + u'\n';
     for (std::size_t index = 0; index < functionCount; ++index) {
+        const auto isUntouched = [&](Errand::Kind kind) {
+            return m_tally.counts(kind, static_cast<Function>(index)) == Counts();
+        };
+        if (std::ranges::all_of(Errand::kinds(m_extent.isInWindows), isUntouched))
+            continue;
         text += QStringLiteral("| ") + QString::fromUtf8(functionNames[index].data()) + QStringLiteral(" |");
-        for (const Errand::Kind kind : Errand::kinds())
+        for (const Errand::Kind kind : Errand::kinds(m_extent.isInWindows))
             text += u' ' + cell(m_tally.counts(kind, static_cast<Function>(index))) + QStringLiteral(" |");
         text += u'\n';
     }
     return text;
 }
 
-QString Report::text(const Extent& extent) const
+QString Report::text() const
 {
     const Counts total = m_tally.total();
     const auto of = [&total](End end) { return total[static_cast<std::size_t>(end)]; };
     const QString howMany =
-        extent.every > 1 ? QStringLiteral("one call of %1").arg(extent.every) : QStringLiteral("every call");
+        m_extent.every > 1 ? QStringLiteral("one call of %1").arg(m_extent.every) : QStringLiteral("every call");
     return QStringLiteral("Measured on %1, %2 refused: %3 runs, of which %4 did what they were to do, %5 failed with "
                           "one line that "
                           "says why, %6 ended for want of memory, and %7 did anything else.\n\n")
@@ -59,6 +65,23 @@ QString Report::text(const Extent& extent) const
                .arg(of(End::Aborted))
                .arg(m_tally.forbidden()) +
            table();
+}
+
+QString textOfCuts(const CutTally& tally)
+{
+    QString text =
+        QStringLiteral("Measured on %1.\n\n| command | cuts | states of the disk | as before | as after | between | "
+                       "incomplete | of these, after its end not as after | anything else |\n"
+                       "|---|---|---|---|---|---|---|---|---|\n")
+            .arg(QDate::currentDate().toString(Qt::ISODate));
+    for (const auto& [kind, counts] : tally) {
+        text += QStringLiteral("| %1 |").arg(Errand::name(kind));
+        for (const int count : {counts.cuts, counts.states, counts.asBefore, counts.asAfter, counts.between,
+                                counts.incomplete, counts.lost, counts.forbidden})
+            text += QStringLiteral(" %1 |").arg(count);
+        text += u'\n';
+    }
+    return text;
 }
 
 QString textOfKills(const KillTally& atChanges, const KillTally& atMoments)

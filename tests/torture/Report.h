@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/torture/Kills.h"
+#include "tests/torture/PowerCuts.h"
 
 namespace torture {
 
@@ -8,19 +9,22 @@ namespace torture {
 class Report
 {
 public:
-    explicit Report(const Tally& tally)
+    Report(const Tally& tally, const Extent& extent)
         : m_tally(tally)
+        , m_extent(extent)
     {
     }
 
     QString table() const;
     /// The whole section, with its date.
-    QString text(const Extent& extent) const;
+    QString text() const;
 
 private:
     const Tally& m_tally;
+    const Extent& m_extent;
 };
 
+QString textOfCuts(const CutTally& tally);
 QString textOfKills(const KillTally& atChanges, const KillTally& atMoments);
 
 /// Replaces what stands between the comments "<!-- NAME -->" and "<!-- end of NAME -->" of a document. False when it

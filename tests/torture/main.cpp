@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QStorageInfo>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -44,9 +45,10 @@ int runRefusals(const torture::Extent& extent, const QString& otherVolume, const
     if (printsLines)
         tally.printLines();
     std::printf("%d runs, %d of them ended as none may\n", tally.runs(), tally.forbidden());
-    const torture::Report written(tally);
+    const torture::Report written(tally, extent);
     std::printf("\n%s\n", qUtf8Printable(written.table()));
-    if (!report.isEmpty() && !torture::replaceSection(report, u"refusals"_s, written.text(extent)))
+    const QString section = extent.isInWindows ? u"refusals in windows"_s : u"refusals"_s;
+    if (!report.isEmpty() && !torture::replaceSection(report, section, written.text()))
         return 2;
     return tally.forbidden() == 0 ? 0 : 1;
 }
@@ -57,7 +59,8 @@ int runKills(const torture::Extent& extent, const QString& otherVolume, const QS
     const auto atMoments = torture::killAtMoments(extent, extent.mostRuns, otherVolume);
     const QString text = torture::textOfKills(atChanges, atMoments);
     std::printf("\n%s\n", qUtf8Printable(text));
-    if (!report.isEmpty() && !torture::replaceSection(report, u"kills"_s, text))
+    const QString section = extent.isInWindows ? u"kills in windows"_s : u"kills"_s;
+    if (!report.isEmpty() && !torture::replaceSection(report, section, text))
         return 2;
     int forbidden = 0;
     for (const auto& tally : {atChanges, atMoments}) {
@@ -65,6 +68,17 @@ int runKills(const torture::Extent& extent, const QString& otherVolume, const QS
             forbidden += counts.forbidden;
     }
     return forbidden == 0 ? 0 : 1;
+}
+
+int runCuts(const torture::Extent& extent, const QString& otherVolume, const QString& report)
+{
+    const auto tally = torture::cutPower(extent, otherVolume);
+    const QString text = torture::textOfCuts(tally);
+    std::printf("\n%s\n", qUtf8Printable(text));
+    if (!report.isEmpty() && !torture::replaceSection(report, u"cuts"_s, text))
+        return 2;
+    const auto isForbidden = [](const auto& entry) { return entry.second.forbidden > 0; };
+    return std::ranges::any_of(tally, isForbidden) ? 1 : 0;
 }
 
 } // namespace
@@ -81,6 +95,7 @@ int main(int argc, char** argv)
          {u"seconds"_s, u"As many runs as fit into N seconds."_s, number, u"0"_s},
          {u"errand"_s, u"Only this one."_s, u"NAME"_s},
          {u"function"_s, u"Only this one."_s, u"NAME"_s},
+         {u"windows"_s, u"Both jobs in their windows, instead of the tool."_s},
          {u"lines"_s, u"Show what the tool said."_s},
          {u"verbose"_s, u"A line for each run."_s},
          {u"write"_s, u"Put the results into this document."_s, u"FILE"_s}});
@@ -94,6 +109,7 @@ int main(int argc, char** argv)
     extent.errand = parser.value(u"errand"_s);
     extent.function = parser.value(u"function"_s);
     extent.isVerbose = parser.isSet(u"verbose"_s);
+    extent.isInWindows = parser.isSet(u"windows"_s);
 
     const OtherVolume otherVolume;
     const QString what = parser.positionalArguments().value(0);
@@ -101,5 +117,7 @@ int main(int argc, char** argv)
         return runRefusals(extent, otherVolume.path(), parser.value(u"write"_s), parser.isSet(u"lines"_s));
     if (what == u"kills")
         return runKills(extent, otherVolume.path(), parser.value(u"write"_s));
+    if (what == u"cuts")
+        return runCuts(extent, otherVolume.path(), parser.value(u"write"_s));
     parser.showHelp(2);
 }
