@@ -9,7 +9,8 @@ namespace {
 void logOutOnFirstRun()
 {
     auto& defaults = tljira::UserDefaults::standardUserDefaults();
-    if (defaults.boolForKey(kClearCache))
+    // Settings that cannot be read at the moment do not say that this is the first run.
+    if (defaults.boolForKey(kClearCache) || defaults.failure())
         return;
     defaults.setObject(true, kClearCache);
     JAController::sharedInstance()->logout({});

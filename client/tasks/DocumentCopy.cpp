@@ -76,7 +76,11 @@ void removeLeftovers()
 
 DocumentCopy::~DocumentCopy()
 {
-    if (!m_folder.isEmpty())
+    if (m_folder.isEmpty())
+        return;
+    // What is known need not be looked up, for which there may be no descriptor left.
+    QFile::remove(path());
+    if (!QDir().rmdir(m_folder))
         tljira::FileManager::removeItemAtPath(m_folder);
 }
 
@@ -101,8 +105,6 @@ std::optional<QString> DocumentCopy::write(const TLJiraDocument& document)
 QString DocumentCopy::makeFolder()
 {
     const QString parent = tljira::temporaryDirectory();
-    if (parent.isEmpty())
-        return QDir::tempPath();
     const QString id = QUuid::createUuid().toString(QUuid::Id128);
     const QString fresh = tljira::appendingPathComponent(parent, newPrefix + id);
     if (const auto error = tljira::FileManager::createDirectoryAtPath(fresh, false))

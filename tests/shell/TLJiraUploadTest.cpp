@@ -5,6 +5,7 @@
 #include "platform/foundation/settings/UserDefaults.h"
 
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <QtTest/QTest>
 
 namespace {
@@ -79,6 +80,27 @@ TEST_F(TLJiraUploadTest, logsOutAtTheFirstRunOnly)
     drainMainQueue();
     EXPECT_EQ(client->jiraHost(), address);
     EXPECT_EQ(server.requests().size(), 1U);
+}
+
+TEST_F(TLJiraUploadTest, doesNotTakeSettingsThatCannotBeReadForAFirstRun)
+{
+    auto& defaults = tljira::UserDefaults::standardUserDefaults();
+    defaults.removeObjectForKey(kClearCache);
+    defaults.setObject(1, QStringLiteral("another"));
+    ASSERT_TRUE(defaults.synchronize());
+    const QString path =
+        QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + QStringLiteral("/userdefaults.json");
+    ASSERT_TRUE(QFile::remove(path));
+    // It leads to itself.
+    ASSERT_TRUE(QFile::link(path, path));
+    ASSERT_TRUE(waitUntil([&] {
+        EXPECT_FALSE(defaults.boolForKey(kClearCache));
+        return defaults.failure().has_value();
+    }));
+    client->setJiraHost(Jira::address);
+    entry = TLJiraUpload::init();
+    EXPECT_NE(client->jiraHost(), std::nullopt);
+    EXPECT_FALSE(defaults.boolForKey(kClearCache));
 }
 
 TEST_F(TLJiraUploadTest, takesTheClientOverAfterTheFirstRunsLogoutAndBeforeItMakesItsBody)

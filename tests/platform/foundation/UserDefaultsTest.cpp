@@ -3,6 +3,8 @@
 #include "platform/foundation/os/FileLock.h"
 #include "platform/foundation/values/JSON.h"
 #include "tests/kit/LogCapture.h"
+#include "tests/kit/NoDescriptors.h"
+#include "tests/kit/OldFiles.h"
 #include "tests/kit/Printers.h"
 #include "tests/kit/WaitUntil.h"
 #include "tests/platform/foundation/FailingSync.h"
@@ -448,14 +450,14 @@ TEST_F(UserDefaultsTest, aHoldThatCannotBeWrittenLeavesAllAsItWas)
 TEST_F(UserDefaultsTest, whatCouldNotBeReadIsToldAndReadLater)
 {
     const tests::LogCapture capture;
-    ASSERT_TRUE(QDir().mkpath(QFileInfo(m_path).path()));
-    // It leads to itself.
-    ASSERT_TRUE(QFile::link(m_path, m_path));
-    const UserDefaults defaults(m_path);
-    EXPECT_EQ(defaults.objectForKey(key), std::nullopt);
-    EXPECT_EQ(defaults.failure(), tljira::SharedFile::reasonWhenUnread());
-    ASSERT_TRUE(QFile::remove(m_path));
     writePlainly("{\"key\":1}");
+    tests::makeOlder(m_path, std::chrono::hours(1));
+    const UserDefaults defaults(m_path);
+    {
+        const tests::NoDescriptors none;
+        EXPECT_EQ(defaults.objectForKey(key), std::nullopt);
+        EXPECT_EQ(defaults.failure(), tljira::SharedFile::reasonWhenUnread());
+    }
     EXPECT_TRUE(tests::waitUntil([&] { return defaults.objectForKey(key) == QJsonValue(1); }));
     EXPECT_EQ(defaults.failure(), std::nullopt);
 }
