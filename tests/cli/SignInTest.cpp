@@ -6,6 +6,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <csignal>
+
 namespace {
 
 using namespace Qt::StringLiterals;
@@ -283,6 +285,44 @@ TEST_F(TokenLogin, takesTheTokenOfOneServerToNoOther)
     EXPECT_EQ(server.lastRequest().header("Authorization"), "Bearer wrong");
     ASSERT_EQ(run(words("login http://other.example.test/ anna --password-stdin"), "secret\n").status, 0);
     EXPECT_EQ(server.lastRequest().headerCount("Authorization"), 0);
+}
+
+/// Logins at two servers in turn, by a token at the one and by a password at the other.
+class KilledLogin : public TokenLogin
+{
+protected:
+    std::unique_ptr<tests::ToolRun> startLogin(bool isByToken) const
+    {
+        auto tool = start(words(isByToken ? "login http://a.example.test/ --token-stdin"
+                                          : "login http://b.example.test/ anna --password-stdin"));
+        tool->sendInput(QByteArray(isByToken ? Jira::accessToken : Jira::password) + '\n');
+        return tool;
+    }
+
+    void expectOneLoginOrTheOther() const
+    {
+        const QByteArray file = readFile(environment.value(u"XDG_CONFIG_HOME"_s) + u"/tljira/userdefaults.json"_s);
+        const QJsonObject saved = QJsonDocument::fromJson(file).object();
+        const QStringList withToken = {u"jiraUrl"_s, u"signInToken"_s};
+        const QStringList withSession = {u"jiraUrl"_s, u"kSessionName"_s, u"kSessionValue"_s};
+        const bool isByToken = saved.value(u"jiraUrl"_s).toString() == u"http://a.example.test/";
+        EXPECT_EQ(saved.keys(), isByToken ? withToken : withSession) << file.toStdString();
+    }
+};
+
+TEST_F(KilledLogin, savesAllOfItOrNothing)
+{
+    ASSERT_EQ(startLogin(true)->status(), 0);
+    for (int round = 0; round < 8; ++round) {
+        for (const bool isByToken : {false, true}) {
+            const auto requests = server.requestCount();
+            const auto tool = startLogin(isByToken);
+            ASSERT_TRUE(tests::waitUntil([&] { return server.requestCount() > requests; }));
+            tool->sendSignal(SIGKILL);
+            tool->status();
+            expectOneLoginOrTheOther();
+        }
+    }
 }
 
 TEST_F(TokenLogin, isNotForgottenUnnoticedByALogoutThatFails)
