@@ -1,5 +1,7 @@
 #include "tests/model/Play.h"
 
+#include "tests/kit/WaitUntil.h"
+
 #include <gtest/gtest.h>
 
 namespace tests::model {
@@ -15,6 +17,17 @@ void expectForAll(int count, const std::function<void()>& property)
     std::ostringstream story;
     rc::detail::printResultMessage(result, story);
     FAIL() << story.str();
+}
+
+void expectSame(const Act& act, const std::function<QString()>& seen, const QString& model)
+{
+    // A machine may be busy; but each step towards the shortest story waits so long in vain.
+    waitUntil([&] { return seen() == model; }, std::chrono::seconds(15));
+    const QString last = seen();
+    if (last != model)
+        RC_FAIL(QStringLiteral("after \"%1\" there is\n  %2\ninstead of\n  %3")
+                    .arg(QString::fromUtf8(act.words), last, model)
+                    .toStdString());
 }
 
 } // namespace tests::model

@@ -37,4 +37,7 @@ rc::Gen<std::vector<Act>> plays(const char* const (&words)[Count])
 /// shows it as a story. Unless RC_PARAMS says otherwise, it is `count` plays, always the same ones.
 void expectForAll(int count, const std::function<void()>& property);
 
+/// Within a property: waits until there is to be seen what the model says.
+void expectSame(const Act& act, const std::function<QString()>& seen, const QString& model);
+
 } // namespace tests::model

@@ -315,9 +315,6 @@ void perform(const model::Act& act, Model& model, Stage& stage)
     }
 }
 
-/// Each step towards the shortest story waits in vain.
-constexpr auto mostWait = std::chrono::seconds(15);
-
 class UploadModelTest : public JiraTest
 {
 protected:
@@ -332,11 +329,8 @@ TEST_F(UploadModelTest, thePanelDoesWhatTheModelDoesInEveryPlay)
         Stage stage(server);
         for (const model::Act& act : play) {
             perform(act, model, stage);
-            waitUntil([&] { return stage.text() == model.text(); }, mostWait);
-            if (stage.text() != model.text())
-                RC_FAIL(QStringLiteral("after \"%1\" there is\n  %2\ninstead of\n  %3")
-                            .arg(QString::fromUtf8(act.words), stage.text(), model.text())
-                            .toStdString());
+            model::expectSame(
+                act, [&] { return stage.text(); }, model.text());
         }
     });
 }
