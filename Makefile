@@ -4,7 +4,7 @@ PRESET ?= release
 BUILD := build/$(PRESET)
 JOBS ?= $(shell nproc)
 
-.PHONY: all release run test install packages check-packages check-fresh reference translations torture bench bench-report benchmarks deps format tidy pictures fuzz clean
+.PHONY: all release run test install packages check-packages check-fresh reference translations torture bench bench-report benchmarks deps format tidy pictures fuzz soak clean
 
 all: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS)
@@ -95,6 +95,11 @@ fuzz:
 	cmake --preset fuzz
 	cmake --build --preset fuzz -j $(JOBS)
 	scripts/fuzz build/fuzz $(SECONDS)
+
+# Both jobs in windows and by the tool for so many minutes; what their processes take must not grow.
+MINUTES ?= 10
+soak: all
+	scripts/soak $(BUILD) $(MINUTES)
 
 # What the machine lacks, through apt.
 deps:

@@ -54,10 +54,9 @@ public:
     using Progress = std::function<void(qint64 bytes, qint64 ofBytes)>;
 
     /// Opens a session on a server, "https://jira.example.com", and saves both for all that follows, windows included.
-    /// With TLJiraOptions::SignIn::Token `password` is a token, and `user` may be empty.
     /// Until the server has accepted, what was saved before stays in use; no session is shown to another server than
     /// its own. A sign-in that the server has accepted before `cancel` is called is not undone. With
-    /// TLJiraOptions::SignIn::Token the password is a token; a personal access token goes without a user.
+    /// TLJiraOptions::SignIn::Token `password` is a token; a personal access token goes without a user.
     static std::shared_ptr<TLJiraTask> signIn(const QString& server, const QString& user, const QString& password,
                                               const Ended& ended);
 

@@ -323,6 +323,8 @@ TEST_F(DownloadModelTest, thePanelDoesWhatTheModelDoesInEveryPlay)
 {
     model::expectForAll(500, [this] {
         const std::vector<model::Act> play = *model::plays(acts);
+        // Plays may go on for hours.
+        forgetThePast();
         Model model;
         Stage stage(server);
         for (const model::Act& act : play) {
