@@ -38,6 +38,7 @@ public:
         if (run.signal != SIGKILL)
             return;
         ++m_counts.kills;
+        m_place.awaitServer();
         const Errand::Finding found = m_errand.find();
         const QString problem = problemOf(found);
         if (problem.isEmpty())

@@ -6,6 +6,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QJsonDocument>
+#include <QThread>
 
 #include <stdexcept>
 
@@ -93,6 +94,7 @@ QByteArray Place::newCookie()
 
 void Place::reset(const QString& address, const QString& session)
 {
+    awaitServer();
     for (const char* folder : {"config", "data", "tmp", "work", "home"})
         empty(m_home.filePath(QLatin1String(folder)));
     if (!m_otherVolume.isEmpty())
@@ -101,6 +103,12 @@ void Place::reset(const QString& address, const QString& session)
     write(cookiesPath(), oldCookies());
     for (const auto& attachment : server.attachments(issue))
         server.removeAttachment(attachment.id);
+}
+
+void Place::awaitServer() const
+{
+    for (int tries = 0; tries < 10'000 && server.openConnectionCount() > 0; ++tries)
+        QThread::msleep(1);
 }
 
 QProcessEnvironment Place::environment() const

@@ -26,6 +26,8 @@ public:
 
     /// Nothing is left of earlier runs: settings of somebody who is logged in at `address`, one old cookie.
     void reset(const QString& address, const QString& session);
+    /// Waits until the server has done with what a run, that has ended, asked of it.
+    void awaitServer() const;
     QProcessEnvironment environment() const;
     /// Leads to the server, whatever host a request is meant for.
     QStringList route() const;

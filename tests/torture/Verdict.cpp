@@ -94,8 +94,8 @@ Verdict judgeEnd(const Run& run, const Orders& orders, const Errand& errand, con
                  const Run& reference)
 {
     const bool isKilled = (orders.killAtChange > 0 || orders.killAfter.count() > 0) && run.signal == SIGKILL;
-    // GLib, which Qt's event loop stands on, ends the process by a trap where it has no memory.
-    const bool isAbort = run.signal == SIGABRT || run.signal == SIGTRAP;
+    // Where Qt does not look at malloc's answer, it stumbles over it; GLib ends the process by a trap.
+    const bool isAbort = run.signal == SIGABRT || run.signal == SIGTRAP || run.signal == SIGSEGV;
     if (isKilled)
         return {End::Killed};
     if (run.signal != 0 && isAbort && isAllocation(orders.function))

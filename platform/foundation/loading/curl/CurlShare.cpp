@@ -1,5 +1,7 @@
 #include "platform/foundation/loading/curl/CurlShare.h"
 
+#include <curl/mprintf.h>
+
 #include <new>
 
 namespace tljira {
@@ -9,7 +11,10 @@ namespace {
 /// For want of memory libcurl answers as if there were no cookies, and those on the disk would be taken for removed.
 void proveMemory()
 {
-    curl_slist* const list = curl_slist_append(nullptr, "memory");
+    // Both of what a list of cookies is made with.
+    char* const text = curl_maprintf("%s", "memory");
+    curl_slist* const list = text ? curl_slist_append(nullptr, text) : nullptr;
+    curl_free(text);
     if (!list)
         throw std::bad_alloc();
     curl_slist_free_all(list);
