@@ -61,15 +61,15 @@ translations: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) --target translations
 
 # Lets one call of the system after the other fail while the tool works, kills it, and cuts its power; writes the tables of
-# docs/reliability.md. All of it takes hours: EVERY=20 takes one call of 20, SECONDS=600 as much as fits into ten minutes for each table.
+# docs/reliability.md. All of it takes hours: EVERY=20 takes one call of 20, BUDGET=600 as much as fits into ten minutes for each table.
 EVERY ?= 1
-SECONDS ?= 0
+BUDGET ?= 0
 torture: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS) --target tljira-torture
-	$(BUILD)/tests/torture/tljira-torture refusals --every $(EVERY) --seconds $(SECONDS) --write docs/reliability.md
+	$(BUILD)/tests/torture/tljira-torture refusals --every $(EVERY) --seconds $(BUDGET) --write docs/reliability.md
 	$(BUILD)/tests/torture/tljira-torture kills --runs 500 --write docs/reliability.md
 	$(BUILD)/tests/torture/tljira-torture cuts --write docs/reliability.md
-	$(BUILD)/tests/torture/tljira-torture refusals --windows --every $(EVERY) --seconds $(SECONDS) --write docs/reliability.md
+	$(BUILD)/tests/torture/tljira-torture refusals --windows --every $(EVERY) --seconds $(BUDGET) --write docs/reliability.md
 	$(BUILD)/tests/torture/tljira-torture kills --windows --every $(EVERY) --runs 50 --write docs/reliability.md
 
 # Measures the release build against the peers; bench-report also writes docs/benchmarks.md.
