@@ -89,6 +89,8 @@ def main():
     jira.setRoutes([route])
     host = Host(jira, document, fetched)
     host.show()
+    other = QMainWindow()  # In front, and no parent.
+    other.show()
     user = User(steps(host))
     return application.exec()
 

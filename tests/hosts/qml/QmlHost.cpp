@@ -88,6 +88,8 @@ int main(int argc, char** argv)
     auto* const window = qobject_cast<QQuickWindow*>(engine.rootObjects().value(0));
     if (!window)
         return 1;
+    QWidget other; // In front, and no parent.
+    other.show();
     Ear ear(arguments.value(4));
     QObject::connect(window, SIGNAL(said(QString)), &ear, SLOT(hear(QString)));
     QObject::connect(window, SIGNAL(arrived(QString)), &ear, SLOT(take(QString)));
