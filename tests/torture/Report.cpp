@@ -111,7 +111,7 @@ QString textOfKills(const KillTally& atChanges, const KillTally& atMoments)
                         .arg(counts.forbidden);
         }
     };
-    add(atChanges, QStringLiteral("at each of %1 changes"));
+    add(atChanges, QStringLiteral("at its changes, of which there are %1"));
     add(atMoments, QStringLiteral("at random moments"));
     return text;
 }
