@@ -67,10 +67,12 @@ void Task::stop()
         m_client->cancelDownload();
 }
 
-// The session's requests go with it, and with them all that they keep; here none of its calls is under way.
+// The session's requests go with it, and with them all that they keep; here none of its calls is under way. An upload
+// that does not end keeps the client that keeps it.
 void Task::tell()
 {
     const auto client = std::exchange(m_client, nullptr);
+    client->setUpladTask(nullptr);
     client->setSession(tljira::URLSession::sessionWithConfiguration(client->session()->configuration(), {}));
     tellHost();
 }
