@@ -1,6 +1,7 @@
 #include "client/tasks/SignInTask.h"
 
 #include "client/CallIfSet.h"
+#include "client/TokenSignIn.h"
 #include "constants/JAConstants.h"
 #include "records/SavedLogin.h"
 #include "records/TLJiraOptions.h"
@@ -57,14 +58,22 @@ void SignInTask::start()
             // Any answer of status 200 is accepted, a page for people to log in included.
             self->failWith(QStringLiteral("The server’s answer opens no session."));
         else
-            self->accept();
+            self->accept(*session);
     });
 }
 
-void SignInTask::accept()
+void SignInTask::accept(const JALoginObject& session)
 {
     const auto& shared = JAController::sharedInstance();
-    shared->setHost(m_login.server);
+    {
+        // Before the address was that of this server, a look at the disk may have brought the other server's back.
+        const tljira::UserDefaults::Hold inOnePiece(records::savedLogin());
+        shared->setHost(m_login.server);
+        if (isByToken())
+            records::saveToken(offeredToken(m_login.user, m_login.password, client().url(kCurrentUserPath)));
+        else
+            session.saveSession();
+    }
     // The first window of a user's first run logs out, for the sake of sessions that are older than that run.
     records::savedLogin().setObject(true, kClearCache);
     // A window that is open shows at once who has signed in.

@@ -22,7 +22,7 @@ protected:
     void tellHost() override;
 
 private:
-    void accept();
+    void accept(const JALoginObject& session);
 
     Login m_login;
     TLJiraTask::Ended m_ended;
