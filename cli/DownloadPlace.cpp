@@ -19,10 +19,9 @@ namespace {
 tljira::Error savingError(tljira::FileError code, const QString& destination, const QString& reason)
 {
     const QString folder = tljira::deletingLastPathComponent(destination);
-    return tljira::makeError(
-        QLatin1String(tljira::CocoaErrorDomain), static_cast<qint64>(code),
-        QStringLiteral("“%1” couldn’t be saved in “%2” because %3.")
-            .arg(tljira::lastPathComponent(destination), tljira::lastPathComponent(folder), reason));
+    return tljira::makeFileError(
+        code, QStringLiteral("“%1” couldn’t be saved in “%2” because %3.")
+                  .arg(tljira::lastPathComponent(destination), tljira::lastPathComponent(folder), reason));
 }
 
 /// Links that lead nowhere included.

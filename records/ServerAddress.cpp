@@ -23,7 +23,8 @@ QString placeOf(const tljira::URL& url)
 
 QString baseOf(const QString& address)
 {
-    const tljira::URL url = tljira::URL::parse(address).value_or(tljira::URL());
+    const std::optional<tljira::URL> parsed = tljira::URL::parse(address);
+    const tljira::URL url = parsed ? *parsed : tljira::URL();
     const bool isWhole = url.host && TLJiraOptions::inUse().address == TLJiraOptions::Address::Whole;
     return tljira::format(QStringLiteral("%@://%@/"), url.scheme, isWhole ? placeOf(url) : url.host);
 }

@@ -60,8 +60,7 @@ tljira::Error notTheDocument(const QString& path, const QString& text)
 
 tljira::Error writeError(const QString& text)
 {
-    return tljira::makeError(QLatin1String(tljira::CocoaErrorDomain),
-                             static_cast<qint64>(tljira::FileError::WriteUnknown), text);
+    return tljira::makeFileError(tljira::FileError::WriteUnknown, text);
 }
 
 } // namespace client

@@ -59,9 +59,10 @@ TEST_F(Terminal, showsHowFarADownloadIs)
 {
     logIn();
     attachSynthetic("plan", 4'000'000);
-    server.misbehave(Match::on("/secure/attachment/*"), Fault().drip(100'000, 30ms));
+    server.misbehave(Match::on("/secure/attachment/*"), Fault().hold(Point::responseBody(2'000'000)));
     const auto tool = startOnTerminal(words("download ABC-1 plan"));
     EXPECT_TRUE(tool->waitFor("B/s  "));
+    releaseWhenHeld();
     EXPECT_EQ(tool->status(), 0);
     EXPECT_THAT(tool->shown().toStdString(), HasSubstr("\r100% [#########################] 4.0 MB of 4.0 MB  "));
     EXPECT_TRUE(tool->shown().endsWith("/plan\r\n")) << tool->shown().toStdString();

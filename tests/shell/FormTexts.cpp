@@ -57,6 +57,11 @@ void addTexts(const QDomElement& form, std::vector<FormProperty>& texts)
 
 } // namespace
 
+void PrintTo(const FormText& text, std::ostream* stream)
+{
+    *stream << text.context.toStdString() << ": " << text.source.toStdString();
+}
+
 std::vector<FormProperty> shippedTexts()
 {
     std::vector<FormProperty> texts;

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <compare>
+#include <iosfwd>
 #include <map>
 #include <vector>
 
@@ -17,6 +18,9 @@ struct FormText
 
     std::strong_ordering operator<=>(const FormText&) const = default;
 };
+
+/// In the words of a failed comparison.
+void PrintTo(const FormText& text, std::ostream* stream);
 
 /// A text in one of the interface files that the framework comes with.
 struct FormProperty

@@ -49,7 +49,8 @@ TEST_F(TranslationTest, hasExactlyTheTextsOfTheInterfaceFilesAndThoseSetInCode)
           "Press Upload again, now or later."})
         needed.insert({QStringLiteral("JAUploadingWindow"), QString::fromUtf8(text)});
     for (const char* text : {"Cancel", "Close", "Open", "Downloading", "Downloaded", "Not downloaded", "%1 of %2",
-                             "Documents of %1", "%1 has no documents of this program", "Waiting for the server…"})
+                             "Documents of %1", "%1 has no documents of this program", "Attachments of %1",
+                             "%1 has no attachments", "Waiting for the server…"})
         needed.insert({QStringLiteral("JAListAttachedFilesWindow"), QString::fromUtf8(text)});
     needed.insert({QStringLiteral("JADownloadBodyViewController"),
                    QStringLiteral("Looking for the issue… The list opens when it is found.")});

@@ -44,11 +44,6 @@ FileError codeOf(std::error_code reason)
     return FileError::WriteUnknown;
 }
 
-Error makeFileError(FileError code, const QString& text)
-{
-    return makeError(QLatin1String(CocoaErrorDomain), static_cast<qint64>(code), text);
-}
-
 /// `failure` is the beginning that all reasons share: “x” couldn’t be removed.
 QString because(const QString& failure, FileError code, const QString& name)
 {

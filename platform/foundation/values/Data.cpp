@@ -66,8 +66,7 @@ public:
 private:
     Error errorOf(const QString& text) const
     {
-        return makeError(QLatin1String(CocoaErrorDomain), static_cast<qint64>(FileError::ReadUnknown),
-                         text.arg(lastPathComponent(m_file.fileName())));
+        return makeFileError(FileError::ReadUnknown, text.arg(lastPathComponent(m_file.fileName())));
     }
 
     QFile m_file;

@@ -75,4 +75,9 @@ Error makeURLError(URLError code, const QString& host)
     return makeError(QLatin1String(URLErrorDomain), static_cast<qint64>(code), transportText(code, host));
 }
 
+Error makeFileError(FileError code, const QString& localizedDescription)
+{
+    return makeError(QLatin1String(CocoaErrorDomain), static_cast<qint64>(code), localizedDescription);
+}
+
 } // namespace tljira

@@ -77,4 +77,7 @@ enum class FileError : qint64 {
     WriteVolumeReadOnly = 642,
 };
 
+/// The error of a file or folder with a text of its own, which names it.
+TL_EXPORT Error makeFileError(FileError code, const QString& localizedDescription);
+
 } // namespace tljira

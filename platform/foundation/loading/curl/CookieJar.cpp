@@ -130,7 +130,7 @@ std::optional<Error> CookieJar::synchronize()
     }
     if (!m_failure)
         return std::nullopt;
-    return makeError(QLatin1String(CocoaErrorDomain), static_cast<qint64>(FileError::WriteUnknown), *m_failure);
+    return makeFileError(FileError::WriteUnknown, *m_failure);
 }
 
 /// On the writer's thread.

@@ -53,10 +53,9 @@ bool TemporaryFile::close()
 
 bool TemporaryFile::fail(bool isFull)
 {
-    m_error = makeError(QLatin1String(CocoaErrorDomain),
-                        static_cast<qint64>(isFull ? FileError::WriteOutOfSpace : FileError::WriteUnknown),
-                        isFull ? QStringLiteral("The download couldn’t be saved because the disk is full.")
-                               : QStringLiteral("The download couldn’t be saved: %1").arg(m_file.errorString()));
+    m_error = makeFileError(isFull ? FileError::WriteOutOfSpace : FileError::WriteUnknown,
+                            isFull ? QStringLiteral("The download couldn’t be saved because the disk is full.")
+                                   : QStringLiteral("The download couldn’t be saved: %1").arg(m_file.errorString()));
     return false;
 }
 
