@@ -10,14 +10,17 @@ bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds
 {
     QElapsedTimer elapsed;
     elapsed.start();
-    while (!condition()) {
+    for (;;) {
+        // A condition that has come true is not asked again: one that takes what it waits for is true only once.
+        if (condition())
+            return true;
         if (elapsed.elapsed() > limit.count())
             return false;
         QCoreApplication::processEvents(QEventLoop::AllEvents);
-        if (!condition())
-            QThread::usleep(200);
+        if (condition())
+            return true;
+        QThread::usleep(200);
     }
-    return true;
 }
 
 void drainMainQueue()
