@@ -1,7 +1,5 @@
 #include "host/HostOptions.h"
 
-#include "framework/TLJiraController.h"
-
 #include <QCommandLineParser>
 
 namespace tessaloom {
@@ -9,6 +7,9 @@ namespace tessaloom {
 namespace {
 
 const QString connectToOption = QStringLiteral("connect-to");
+const QString wholeAddressOption = QStringLiteral("whole-address");
+const QString tokenOption = QStringLiteral("token");
+const QString documentsOption = QStringLiteral("documents");
 const QString statusOption = QStringLiteral("status");
 const QString darkOption = QStringLiteral("dark");
 const QString helpOption = QStringLiteral("help");
@@ -19,12 +20,33 @@ void describe(QCommandLineParser& parser)
     parser.addOptions({
         {connectToOption, QStringLiteral("Reach the first host and port at the second; may be repeated."),
          QStringLiteral("HOST:PORT:ADDR:PORT")},
+        {wholeAddressOption, QStringLiteral("Let port and path of the server's address count.")},
+        {tokenOption, QStringLiteral("Log in with an API token instead of a password.")},
+        {documentsOption, QStringLiteral("List attachments with this extension, or \"all\"; may be repeated."),
+         QStringLiteral("EXTENSION")},
         {statusOption, QStringLiteral("Show this in the status line."), QStringLiteral("TEXT")},
         {darkOption, QStringLiteral("Use dark colours.")},
         {{QStringLiteral("h"), helpOption}, QStringLiteral("Print this.")},
     });
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The document to open."),
                                  QStringLiteral("[FILE]"));
+}
+
+TLJiraOptions choicesOf(const QCommandLineParser& parser)
+{
+    TLJiraOptions choices;
+    if (parser.isSet(wholeAddressOption))
+        choices.address = TLJiraOptions::Address::Whole;
+    if (parser.isSet(tokenOption))
+        choices.signIn = TLJiraOptions::SignIn::Token;
+    const QStringList extensions = parser.values(documentsOption);
+    if (!extensions.isEmpty())
+        choices.documents.clear();
+    if (extensions.contains(QStringLiteral("all")))
+        return choices;
+    for (const QString& extension : extensions)
+        choices.documents.push_back({extension});
+    return choices;
 }
 
 QString problemOf(const HostOptions& options, const QStringList& files)
@@ -50,6 +72,7 @@ HostOptions HostOptions::parse(const QStringList& arguments)
         return options;
     }
     options.routes = parser.values(connectToOption);
+    options.choices = choicesOf(parser);
     options.status = parser.value(statusOption);
     options.isDark = parser.isSet(darkOption);
     options.file = parser.positionalArguments().value(0);

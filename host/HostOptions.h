@@ -1,5 +1,7 @@
 #pragma once
 
+#include "framework/TLJiraController.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -9,6 +11,7 @@ namespace tessaloom {
 struct HostOptions
 {
     QStringList routes = {};
+    TLJiraOptions choices = {};
     QString file = {};
     QString status = {};
     bool isDark = false;

@@ -17,6 +17,7 @@ namespace {
 int edit(const HostOptions& options)
 {
     tljira::URLSessionConfiguration::setDefaultRoutes(options.routes);
+    TLJiraOptions::use(options.choices);
     EditorWindow editor;
     editor.setStatus(options.status);
     editor.QMainWindow::show();

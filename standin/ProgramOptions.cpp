@@ -47,7 +47,8 @@ private:
                                      QStringLiteral("PATH")};
     QCommandLineOption m_cloud{
         QStringLiteral("cloud"),
-        QStringLiteral("Be a Jira Cloud: no sessions, API tokens with e-mail addresses only, account IDs.")};
+        QStringLiteral(
+            "Be a Jira Cloud: no sessions, API tokens with e-mail addresses (NAME@example.test) only, account IDs.")};
     QCommandLineOption m_contentsBase{
         QStringLiteral("contents-base"),
         QStringLiteral("Send who asks for a file to this address of the server, where the bytes are."),

@@ -34,6 +34,34 @@ TEST(HostOptions, refusesWhatIsNoRoute)
               QStringLiteral("'8080' is not HOST:PORT:ADDR:PORT."));
 }
 
+TEST(HostOptions, chooseNothingByThemselves)
+{
+    EXPECT_EQ(parsed({QStringLiteral("plan.tessaloom")}).choices, TLJiraOptions());
+}
+
+TEST(HostOptions, chooseWhatUsersOfOtherServersNeed)
+{
+    EXPECT_EQ(parsed({QStringLiteral("--whole-address")}).choices.address, TLJiraOptions::Address::Whole);
+    EXPECT_EQ(parsed({QStringLiteral("--token")}).choices.signIn, TLJiraOptions::SignIn::Token);
+}
+
+TEST(HostOptions, takeAnyNumberOfExtensions)
+{
+    const std::vector<TLJiraOptions::DocumentKind> kinds{{QStringLiteral("odt")}, {QStringLiteral("ods")}};
+
+    const HostOptions options = parsed(
+        {QStringLiteral("--documents"), QStringLiteral("odt"), QStringLiteral("--documents"), QStringLiteral("ods")});
+
+    EXPECT_EQ(options.choices.documents, kinds);
+}
+
+TEST(HostOptions, takeAllDocuments)
+{
+    EXPECT_TRUE(parsed({QStringLiteral("--documents"), QStringLiteral("odt"), QStringLiteral("--documents"),
+                        QStringLiteral("all")})
+                    .choices.documents.empty());
+}
+
 TEST(HostOptions, refusesASecondDocument)
 {
     EXPECT_EQ(parsed({QStringLiteral("a"), QStringLiteral("b")}).error, QStringLiteral("Unexpected argument 'b'."));
@@ -46,7 +74,8 @@ TEST(HostOptions, refusesWhatItDoesNotKnow)
 
 TEST(HostOptions, namesEveryOptionInItsHelp)
 {
-    for (const char* option : {"--connect-to", "--status", "--dark", "--help"})
+    for (const char* option :
+         {"--connect-to", "--whole-address", "--token", "--documents", "--status", "--dark", "--help"})
         EXPECT_TRUE(HostOptions::help().contains(QLatin1String(option))) << option;
 }
 
