@@ -62,7 +62,7 @@ void exitWhen(const std::function<bool()>& condition)
 /// With a name server that is silent to the very end.
 void lookUp()
 {
-    new tests::HeldLookUp("unanswered.example.test");
+    [[maybe_unused]] static const auto* const held = new tests::HeldLookUp("unanswered.example.test");
     JAController::sharedInstance()->sendGetRequest(QStringLiteral("http://unanswered.example.test/"), nullptr);
     exitWhen([] { return tests::HeldLookUp::waiting() == 1; });
 }
@@ -71,7 +71,7 @@ void lookUp()
 void uploadFromSilentDisk()
 {
     const QString path = QCoreApplication::applicationFilePath();
-    new tests::HeldFile(path, 4096);
+    [[maybe_unused]] static const auto* const held = new tests::HeldFile(path, 4096);
     JAController::sharedInstance()->uploadFileInIssue(path, QStringLiteral("a.bin"), QStringLiteral("ABC-1"), nullptr,
                                                       nullptr);
     exitWhen([] { return tests::HeldFile::waiting() == 1; });

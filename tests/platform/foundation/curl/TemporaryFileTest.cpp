@@ -47,7 +47,9 @@ TEST(TemporaryFile, goesWithItsOwner)
 
 TEST(TemporaryFile, doesNotBlameTheDiskForAFileThatCannotBeOpened)
 {
-    ASSERT_FALSE(tljira::temporaryDirectory().isEmpty());
+    // A sanitizer needs descriptors to look at the first object of a class.
+    TemporaryFile first;
+    ASSERT_TRUE(first.open());
     TemporaryFile file;
     {
         const tests::NoDescriptors none;
