@@ -68,7 +68,7 @@ void AttachTask::copyLater()
 /// The copy goes with the last who holds it: by then it has been opened.
 void AttachTask::copied(const std::shared_ptr<DocumentCopy>& copy, const std::optional<QString>& problem)
 {
-    m_document.bytes.clear();
+    m_document.bytes = {};
     if (isOver())
         return;
     if (problem) {
