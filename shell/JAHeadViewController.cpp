@@ -48,7 +48,11 @@ void JAHeadViewController::viewWillLayout()
     ViewController::viewWillLayout();
     if (!okSessionView())
         return;
-    makeRoomForPanel();
+    // Laying out what is in sight asks for the next layout, and that for another, without end.
+    if (okSessionView()->isVisible())
+        view()->setMinimumHeight(tljira::neededSizeAsLaidOut(okSessionView()).height());
+    else
+        makeRoomForPanel();
     okSessionView()->setGeometry(view()->rect());
 }
 

@@ -12,6 +12,13 @@ QSize neededSize(QWidget* view)
     if (!view)
         return {};
     layoutSubtreeIfNeeded(view);
+    return neededSizeAsLaidOut(view);
+}
+
+QSize neededSizeAsLaidOut(QWidget* view)
+{
+    if (!view)
+        return {};
     QSize size = view->minimumSizeHint().expandedTo(view->minimumSize());
     size.setWidth(std::max(size.width(), view->width()));
     const QLayout* layout = view->layout();
