@@ -4,7 +4,7 @@ PRESET ?= release
 BUILD := build/$(PRESET)
 JOBS ?= $(shell nproc)
 
-.PHONY: all release run test install packages check-packages check-fresh reference translations torture bench bench-report benchmarks deps format tidy pictures fuzz soak clean
+.PHONY: all release run test install packages check-packages check-fresh reference translations torture bench bench-report benchmarks deps format tidy pictures fuzz soak valgrind clean
 
 all: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS)
@@ -28,16 +28,17 @@ PREFIX ?= /usr/local
 install: all
 	DESTDIR=$(abspath $(DESTDIR)) cmake --install $(BUILD) --prefix $(PREFIX)
 
-# Debian packages, in build/packages, always of the release build.
-packages: release
-	cpack --config build/release/CPackConfig.cmake -B build/packages
+# Debian packages of what is committed, in build/packages.
+packages:
+	scripts/make-packages build/packages
 
 # The release of Debian that a fresh one is made of, by default this machine's own.
 SUITE ?= $(shell . /etc/os-release && echo $$VERSION_CODENAME)
 
-# Installs, uses and removes the packages in a copy of a fresh Debian, which is made once. As root.
-check-packages: packages build/fresh-$(SUITE)
-	scripts/check-packages build/fresh-$(SUITE) build/packages
+# Builds the packages in a copy of a fresh Debian, which is made once, and installs, uses and removes them in another. As root.
+check-packages: build/fresh-$(SUITE)
+	scripts/make-packages --in build/fresh-$(SUITE) build/packages-$(SUITE)
+	scripts/check-packages build/fresh-$(SUITE) build/packages-$(SUITE)
 
 # Runs "make run" and "make test" on a clean clone in a copy of a fresh Debian. As root; with AGAIN=again it goes on in the copy
 # of the last time.
@@ -48,13 +49,13 @@ build/fresh-%:
 	mkdir -p build
 	scripts/make-fresh $* $@
 
-# The public headers and the documents as pages.
+# The public headers and the documents as pages, and as a help file for Qt Creator.
 REFERENCE ?= build/reference
 reference: all
 	rm -rf $(REFERENCE)
 	mkdir $(REFERENCE)
 	cmake --install $(BUILD) --prefix $(REFERENCE)/installation >$(REFERENCE)/installation.log
-	REFERENCE_HEADERS=$(REFERENCE)/installation/include REFERENCE_FOLDER=$(REFERENCE) doxygen
+	scripts/make-reference $(REFERENCE)/installation/include $(REFERENCE)
 
 # Brings translations/*.ts up to date with the interface files.
 translations: $(BUILD)/build.ninja
@@ -100,6 +101,11 @@ fuzz:
 MINUTES ?= 10
 soak: all
 	scripts/soak $(BUILD) $(MINUTES)
+
+# Valgrind's memcheck watches each command of the tool, in a build without optimisation.
+valgrind: build/debug/build.ninja
+	cmake --build --preset debug -j $(JOBS) --target tljira tljira-standin
+	scripts/valgrind build/debug
 
 # What the machine lacks, through apt.
 deps:

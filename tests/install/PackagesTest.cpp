@@ -19,12 +19,14 @@ using testing::StartsWith;
 using tests::runProgram;
 
 const QString folder = QStringLiteral(PACKAGES);
-const QStringList names = {QStringLiteral("libtljiracontroller-dev"), QStringLiteral("libtljiracontroller1"),
-                           QStringLiteral("libtljiracontrollerclient1"), QStringLiteral("tljira")};
+const QString documentation = QStringLiteral("libtljiracontroller-doc");
+const QStringList names = {QStringLiteral("libtljiracontroller-dev"), documentation,
+                           QStringLiteral("libtljiracontroller1"), QStringLiteral("libtljiracontrollerclient1"),
+                           QStringLiteral("tljira")};
 
 QString packageFile(const QString& name)
 {
-    const QStringList files = QDir(folder).entryList({name + QStringLiteral("_1.0.0-1_*.deb")}, QDir::Files);
+    const QStringList files = QDir(folder).entryList({name + QStringLiteral("_" VERSION "-1_*.deb")}, QDir::Files);
     EXPECT_EQ(files.size(), 1) << name.toStdString();
     return folder + u'/' + files.value(0);
 }
@@ -49,7 +51,7 @@ QStringList contents(const QString& package)
     return tests::lines(runProgram(QStringLiteral("dpkg-deb"), {QStringLiteral("-c"), packageFile(package)}).output);
 }
 
-TEST(Packages, areFour)
+TEST(Packages, areFive)
 {
     QStringList found;
     for (const QString& file : QDir(folder).entryList({QStringLiteral("*.deb")}, QDir::Files))
@@ -61,7 +63,7 @@ TEST(Packages, sayWhatTheyAre)
 {
     for (const QString& name : names) {
         EXPECT_EQ(field(name, "Package"), name.toStdString());
-        EXPECT_EQ(field(name, "Version"), "1.0.0-1");
+        EXPECT_EQ(field(name, "Version"), VERSION "-1");
         EXPECT_EQ(field(name, "Maintainer"), "TLJiraController developers <tljiracontroller@example.org>");
         EXPECT_THAT(field(name, "Description"),
                     StartsWith(name == QStringLiteral("tljira")
@@ -69,6 +71,16 @@ TEST(Packages, sayWhatTheyAre)
                                    : "Documents of Jira issues for desktop applications - "));
     }
     EXPECT_EQ(field(QStringLiteral("libtljiracontroller-dev"), "Section"), "libdevel");
+    EXPECT_EQ(field(documentation, "Section"), "doc");
+}
+
+TEST(Packages, canBeInstalledForSeveralMachinesAtOnceWhereTheyAreLibraries)
+{
+    for (const QString& name : names) {
+        const bool isUsedAsAProgram = name == documentation || name == QStringLiteral("tljira");
+        EXPECT_EQ(field(name, "Multi-Arch"), isUsedAsAProgram ? "foreign" : "same") << name.toStdString();
+    }
+    EXPECT_EQ(field(documentation, "Architecture"), "all");
 }
 
 TEST(Packages, dependOnWhatTheyUse)
@@ -79,17 +91,18 @@ TEST(Packages, dependOnWhatTheyUse)
     EXPECT_THAT(client, Not(HasSubstr("libqt6gui6")));
 
     const std::string windows = field(QStringLiteral("libtljiracontroller1"), "Depends");
-    EXPECT_THAT(windows, HasSubstr("libtljiracontrollerclient1 (= 1.0.0-1)"));
+    EXPECT_THAT(windows, HasSubstr("libtljiracontrollerclient1 (= " VERSION "-1)"));
     EXPECT_THAT(windows, HasSubstr("libqt6widgets6"));
 
     const std::string tool = field(QStringLiteral("tljira"), "Depends");
-    EXPECT_THAT(tool, HasSubstr("libtljiracontrollerclient1 (= 1.0.0-1)"));
+    EXPECT_THAT(tool, HasSubstr("libtljiracontrollerclient1 (= " VERSION "-1)"));
     EXPECT_THAT(tool, HasSubstr("libqt6core6"));
     EXPECT_THAT(tool, Not(HasSubstr("libtljiracontroller1")));
     EXPECT_THAT(tool, Not(HasSubstr("libqt6gui6")));
 
     EXPECT_EQ(field(QStringLiteral("libtljiracontroller-dev"), "Depends"),
-              "libtljiracontroller1 (= 1.0.0-1), libtljiracontrollerclient1 (= 1.0.0-1), qt6-base-dev (>= 6.4)");
+              "libtljiracontroller1 (= " VERSION "-1), libtljiracontrollerclient1 (= " VERSION
+              "-1), qt6-base-dev (>= 6.4)");
 }
 
 TEST(Packages, belongToRootAndCanBeWrittenByNobodyElse)
@@ -99,7 +112,7 @@ TEST(Packages, belongToRootAndCanBeWrittenByNobodyElse)
         EXPECT_GT(entries.size(), 3);
         for (const QString& entry : entries)
             EXPECT_THAT(entry.toStdString(),
-                        ContainsRegex("^(-rw-r--r--|-rwxr-xr-x|drwxr-xr-x|lrwxrwxrwx) root/root .* \\./usr/"));
+                        ContainsRegex("^(-rw-r--r--|-rwxr-xr-x|drwxr-xr-x|lrwxrwxrwx) root/root .* \\./(usr/|$)"));
     }
 }
 
@@ -115,6 +128,7 @@ TEST(Packages, haveNoFileInCommon)
     EXPECT_EQ(QStringList(paths).removeDuplicates(), 0);
     EXPECT_TRUE(paths.contains(QStringLiteral("usr/include/TLJiraController/TLJiraController.h")));
     EXPECT_TRUE(paths.contains(QStringLiteral("usr/share/man/man1/tljira.1.gz")));
+    EXPECT_TRUE(paths.contains(QStringLiteral("usr/share/qt6/doc/TLJiraController.qch")));
     EXPECT_FALSE(
         QStringList(paths.filter(QStringLiteral("standin")) + paths.filter(QStringLiteral("tessaloom"))).size());
 }
@@ -131,9 +145,13 @@ TEST(Packages, sayWhoHoldsTheRightsAndWhatHasChanged)
 TEST(Packages, tellOtherPackagesWhatToDependOn)
 {
     EXPECT_EQ(controlFile(QStringLiteral("libtljiracontrollerclient1"), "shlibs"),
-              "libTLJiraControllerClient 1 libtljiracontrollerclient1 (>= 1.0.0)\n");
+              "libTLJiraControllerClient 1 libtljiracontrollerclient1 (>= " VERSION ")\n");
     EXPECT_EQ(controlFile(QStringLiteral("libtljiracontroller1"), "shlibs"),
-              "libTLJiraController 1 libtljiracontroller1 (>= 1.0.0)\n");
+              "libTLJiraController 1 libtljiracontroller1 (>= " VERSION ")\n");
+    EXPECT_THAT(controlFile(QStringLiteral("libtljiracontrollerclient1"), "symbols"),
+                HasSubstr(" _ZN12JAController14sharedInstanceEv@Base " VERSION "\n"));
+    EXPECT_THAT(controlFile(QStringLiteral("libtljiracontroller1"), "symbols"),
+                HasSubstr(" TLJiraControllerVersionNumber@Base " VERSION "\n"));
 }
 
 TEST(Packages, runAsSoonAsTheyAreUnpacked)
@@ -143,7 +161,7 @@ TEST(Packages, runAsSoonAsTheyAreUnpacked)
         ASSERT_EQ(runProgram(QStringLiteral("dpkg-deb"), {QStringLiteral("-x"), packageFile(name), root.path()}).status,
                   0);
     const QString tool = root.filePath(QStringLiteral("usr/bin/tljira"));
-    EXPECT_EQ(runProgram(tool, {QStringLiteral("--version")}).output, "tljira 1.0.0\n");
+    EXPECT_EQ(runProgram(tool, {QStringLiteral("--version")}).output, "tljira " VERSION "\n");
 
     const QString libraries = root.filePath(QStringLiteral("usr/" INSTALL_LIBDIR));
     for (const QString& file : {tool, libraries + QStringLiteral("/libTLJiraController.so.1")}) {
