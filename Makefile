@@ -73,12 +73,15 @@ torture: $(BUILD)/build.ninja
 	$(BUILD)/tests/torture/tljira-torture refusals --windows --every $(EVERY) --seconds $(BUDGET) --write docs/reliability.md
 	$(BUILD)/tests/torture/tljira-torture kills --windows --every $(EVERY) --runs 50 --write docs/reliability.md
 
-# Measures the release build against the peers; bench-report also writes docs/benchmarks.md.
+# Measures the release build against the peers; bench-report also writes docs/benchmarks.md and draws docs/benchmarks/, with files of
+# up to LARGEST MiB.
+LARGEST ?= 4096
 bench: benchmarks
 	build/release/bench/tljira-bench
 
 bench-report: benchmarks
 	build/release/bench/tljira-bench --write docs/benchmarks.md
+	scripts/bench-pictures build/release --largest $(LARGEST) --page docs/benchmarks.md
 
 benchmarks:
 	cmake --preset release -DTL_BUILD_BENCHMARKS=ON
