@@ -175,7 +175,7 @@ Errand::Finding Errand::findLogin() const
 {
     const auto settings = m_place.settings();
     const QByteArray cookies = m_place.cookies();
-    const bool hasNewCookies = cookies == Place::oldCookies() + Place::newCookie();
+    const bool hasNewCookies = Place::areNewCookies(cookies);
     if (!hasNewCookies && cookies != Place::oldCookies())
         return {Effect::Damage, QStringLiteral("cookies: ") + QString::fromUtf8(cookies)};
     if (settings == Place::settingsOf(oldAddress, QLatin1String(Place::oldSession)))

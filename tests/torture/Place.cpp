@@ -6,6 +6,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QThread>
 
 #include <stdexcept>
@@ -87,9 +88,13 @@ QByteArray Place::oldCookies()
     return "# Netscape HTTP Cookie File\nold.example.test\tFALSE\t/\tFALSE\t4102444800\tremember\told\n";
 }
 
-QByteArray Place::newCookie()
+bool Place::areNewCookies(const QByteArray& cookies)
 {
-    return "jira.example.test\tFALSE\t/\tFALSE\t4102444800\tremember\tnew\n";
+    // Later versions of libcurl let no cookie last for more than 400 days.
+    static const QRegularExpression newCookie(
+        QStringLiteral("\\Ajira\\.example\\.test\tFALSE\t/\tFALSE\t[0-9]{10}\tremember\tnew\n\\z"));
+    return cookies.startsWith(oldCookies()) &&
+           newCookie.match(QString::fromUtf8(cookies.mid(oldCookies().size()))).hasMatch();
 }
 
 void Place::reset(const QString& address, const QString& session)

@@ -36,9 +36,10 @@ public:
     std::optional<QJsonObject> settings() const;
     static QJsonObject settingsOf(const QString& address, const QString& session);
     QByteArray cookies() const;
-    /// The cookies file before a run; what a login adds to it.
+    /// The cookies file before a run.
     static QByteArray oldCookies();
-    static QByteArray newCookie();
+    /// The same, and behind it what a login adds.
+    static bool areNewCookies(const QByteArray& cookies);
 
     QString work() const { return m_home.filePath(QStringLiteral("work")); }
     QString otherVolume() const { return m_otherVolume; }
