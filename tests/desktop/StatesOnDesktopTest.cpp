@@ -82,11 +82,11 @@ TEST_P(StatesOnDesktopTest, isMovedAndResized)
     picture("asItIs");
     expectInOrder("before");
 
-    const QRect frame = frameOf(widget());
     const QSize size = widget()->size();
-    const QPoint corner = frame.topLeft() + QPoint(-70, 40);
+    const QPoint corner = frameOf(widget()).topLeft() + QPoint(-70, 40);
     XServer::instance().place(widget()->winId(), corner, size);
-    ASSERT_TRUE(waitUntil([&] { return frameOf(widget()) == QRect(corner, frame.size()); }));
+    ASSERT_TRUE(waitUntil([&] { return frameOf(widget()).topLeft() == corner && widget()->size() == size; }))
+        << QDebug::toString(frameOf(widget())).toStdString() << QDebug::toString(widget()->geometry()).toStdString();
     expectInOrder("moved");
 
     const QSize large = size + QSize(90, 60);
