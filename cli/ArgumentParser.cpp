@@ -8,6 +8,9 @@ namespace cli {
 namespace {
 
 const QString connectTo = QStringLiteral("connect-to");
+const QString proxy = QStringLiteral("proxy");
+const QString cacert = QStringLiteral("cacert");
+const QString userAgent = QStringLiteral("user-agent");
 const QString json = QStringLiteral("json");
 const QString all = QStringLiteral("all");
 const QString name = QStringLiteral("name");
@@ -47,7 +50,7 @@ ArgumentParser::ArgumentParser()
     const QString someValue = QStringLiteral("value");
     for (const QString& flag : {json, all, passwordStdin, token, tokenStdin, verbose, version})
         m_parser.addOption({flag, {}});
-    for (const QString& option : {connectTo, name, to})
+    for (const QString& option : {connectTo, proxy, cacert, userAgent, name, to})
         m_parser.addOption({option, {}, someValue});
     m_parser.addOption({{QStringLiteral("h"), help}, {}});
 }
@@ -79,6 +82,9 @@ Arguments ArgumentParser::readOptions() const
     if (!arguments.operands.isEmpty())
         arguments.command = arguments.operands.takeFirst();
     arguments.routes = m_parser.values(connectTo);
+    arguments.proxy = value(proxy);
+    arguments.authorities = value(cacert);
+    arguments.userAgent = value(userAgent);
     arguments.isVerbose = m_parser.isSet(verbose);
     arguments.wantsJSON = m_parser.isSet(json);
     arguments.wantsAll = m_parser.isSet(all);

@@ -18,6 +18,10 @@ struct Arguments
     QStringList operands;
 
     QStringList routes;
+    /// Of --proxy, --cacert and --user-agent.
+    std::optional<QString> proxy;
+    std::optional<QString> authorities;
+    std::optional<QString> userAgent;
     bool isVerbose = false;
     bool wantsJSON = false;
     bool wantsAll = false;

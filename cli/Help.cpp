@@ -28,6 +28,11 @@ Options:
   --to PATH                  download: a file to make, or a folder to put it in
   --connect-to HOST:PORT:ADDR:PORT
                              connect to ADDR:PORT for HOST:PORT; may be repeated
+  --proxy URL                http://HOST:PORT, socks5://HOST:PORT or
+                             socks5h://HOST:PORT; empty for none
+  --cacert PATH              certificates of the authorities to trust, a file or
+                             a folder, in place of the system's
+  --user-agent TEXT          what requests say of the program
   --verbose                  show the log on standard error
   --version                  show the version
   -h, --help                 show this help

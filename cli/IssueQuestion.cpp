@@ -2,6 +2,7 @@
 
 #include "client/IssueKey.h"
 #include "constants/JAConstants.h"
+#include "platform/foundation/Secrets.h"
 #include "platform/foundation/values/Format.h"
 
 namespace cli {
@@ -13,7 +14,8 @@ std::shared_ptr<const JAIssueObject> issueOf(const QByteArray& body, qint64 stat
 {
     const auto json = JAController::jsonSerialization(body);
     if (status != 200) {
-        failure = Outcome::failed(tljira::Error{QLatin1String(JAController::invalidSessionDomain), status, json});
+        const auto shown = json ? std::optional(tljira::withoutTokens(*json)) : std::nullopt;
+        failure = Outcome::failed(tljira::Error{QLatin1String(JAController::invalidSessionDomain), status, shown});
         return nullptr;
     }
     const QJsonObject object = json.value_or(QJsonValue()).toObject();

@@ -24,9 +24,12 @@ namespace {
 constexpr auto longestSleep = std::chrono::seconds(1);
 
 /// A login says how it signs in; what comes later goes by what it saved.
-void chooseSignIn(const Arguments& arguments)
+void chooseOptions(const Arguments& arguments)
 {
     TLJiraOptions options{.address = TLJiraOptions::Address::Whole};
+    options.userAgent = arguments.userAgent.value_or(QString());
+    options.proxy = arguments.proxy;
+    options.authorities = {arguments.authorities.value_or(QString()), arguments.authorities.has_value()};
     TLJiraOptions::use(options);
     const bool isLogin = arguments.command == u"login";
     if (isLogin ? arguments.wantsToken : records::savedToken().has_value())
@@ -74,7 +77,7 @@ Outcome Tool::performCommand(const Arguments& arguments)
 {
     showLog(arguments.isVerbose);
     tljira::URLSessionConfiguration::setDefaultRoutes(arguments.routes);
-    chooseSignIn(arguments);
+    chooseOptions(arguments);
     PrivateFolder::removeLeftovers(tljira::temporaryDirectory());
     const Environment environment = {JAController::sharedInstance(), m_interrupts,
                                      tljira::console::isErrorTerminal() && !arguments.isVerbose};

@@ -1,6 +1,7 @@
 #include "client/Answer.h"
 
 #include "client/JAController.h"
+#include "platform/foundation/Secrets.h"
 
 namespace client {
 
@@ -23,7 +24,8 @@ qint64 statusOf(const std::optional<tljira::HTTPURLResponse>& response)
 
 tljira::Error unexpectedStatus(qint64 status, const std::optional<QJsonValue>& json)
 {
-    return {QString::fromLatin1(JAController::invalidSessionDomain), status, json};
+    const auto shown = json ? std::optional(tljira::withoutTokens(*json)) : std::nullopt;
+    return {QString::fromLatin1(JAController::invalidSessionDomain), status, shown};
 }
 
 } // namespace client

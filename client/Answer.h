@@ -33,7 +33,7 @@ struct Answer
 /// Status of an answer, 0 when there is none.
 qint64 statusOf(const std::optional<tljira::HTTPURLResponse>& response);
 
-/// The error for an answer with a status that means no success.
+/// The error for an answer with a status that means no success. A token that the server repeats is not in it.
 tljira::Error unexpectedStatus(qint64 status, const std::optional<QJsonValue>& json);
 
 } // namespace client

@@ -11,6 +11,19 @@ namespace {
 
 const QLatin1String schemeEnd("://");
 
+tljira::URLSessionConfiguration configurationChosen()
+{
+    const TLJiraOptions options = TLJiraOptions::inUse();
+    auto configuration = tljira::URLSessionConfiguration::defaultSessionConfiguration();
+    configuration.routes = options.routes + configuration.routes;
+    if (!options.userAgent.isEmpty())
+        configuration.userAgent = options.userAgent;
+    configuration.proxy = options.proxy;
+    configuration.authorities = options.authorities.place;
+    configuration.trustsSystemAuthorities = !options.authorities.replaceSystem;
+    return configuration;
+}
+
 } // namespace
 
 const std::shared_ptr<JAController>& JAController::sharedInstance()
@@ -24,7 +37,7 @@ std::shared_ptr<JAController> JAController::init()
 {
     const std::shared_ptr<JAController> client(new JAController);
 
-    auto configuration = tljira::URLSessionConfiguration::defaultSessionConfiguration();
+    auto configuration = configurationChosen();
     configuration.HTTPShouldSetCookies = true;
     configuration.HTTPCookieStorage = tljira::HTTPCookieStorage::sharedHTTPCookieStorage();
     configuration.HTTPCookieAcceptPolicy = tljira::HTTPCookieAcceptPolicy::Always;

@@ -3,6 +3,7 @@
 #include "client/JAControllerState.h"
 #include "constants/JAConstants.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/Secrets.h"
 #include "platform/foundation/loading/HTTPCookieStorage.h"
 #include "records/SavedLogin.h"
 #include "records/SavedToken.h"
@@ -24,6 +25,14 @@ QJsonObject credentials(const std::optional<QString>& user, const std::optional<
     return dictionary;
 }
 
+/// What is sent is hidden where it is sent; a session that an answer brings is in the log before.
+void hideSession(const QJsonObject& answer)
+{
+    const QJsonValue value = answer.value(kSession).toObject().value(kSessionValue);
+    if (value.isString() || value.isDouble())
+        tljira::hide(tljira::SecretKind::Login, tljira::describe(value));
+}
+
 bool isByToken()
 {
     return TLJiraOptions::inUse().signIn == TLJiraOptions::SignIn::Token;
@@ -39,14 +48,16 @@ void JAController::login(const std::optional<QString>& user, const std::optional
         return;
     }
     const QJsonObject parametres = credentials(user, password);
+    const auto hidden = tljira::hideWhileHeld(tljira::SecretKind::Login, password.value_or(QString()));
     sendPostRequest(url(kLoginURLPath), parametres, std::nullopt,
-                    [this, parametres, callBack, address = m_state->jiraHost.get()](const auto& body, const auto& error,
-                                                                                    const auto& response) {
+                    [this, parametres, callBack, hidden,
+                     address = m_state->jiraHost.get()](const auto& body, const auto& error, const auto& response) {
                         const Answer answer = Answer::from(body, error, response);
                         if (answer.kind == Answer::Kind::Missing) {
                             callIfSet(callBack, nullptr, answer.error);
                             return;
                         }
+                        hideSession(answer.dictionary());
                         tljira::log(u"%@", parametres);
                         tljira::log(u"%@", response);
                         tljira::log(u"%@", answer.json);

@@ -6,6 +6,7 @@
 #include "client/TransferListener.h"
 #include "constants/JAConstants.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/Secrets.h"
 
 namespace {
 
@@ -20,11 +21,12 @@ void reportUpload(const std::optional<QByteArray>& body, const std::optional<tlj
         client::callIfSet(callBack, tljira::Error{QString::fromLatin1(JAController::fatalErrorDomain), status, {}});
     }
     if (answer && answer->isObject()) {
-        const QJsonObject dictionary = answer->toObject();
+        const QJsonValue shown = tljira::withoutTokens(*answer);
+        const QJsonObject dictionary = shown.toObject();
         const QString key = QStringLiteral("error");
         const auto reason = dictionary.contains(key) ? std::optional(dictionary.value(key)) : std::nullopt;
         const QString domain = tljira::format(QStringLiteral("%@"), reason);
-        client::callIfSet(callBack, tljira::Error{domain, status, *answer});
+        client::callIfSet(callBack, tljira::Error{domain, status, shown});
         return;
     }
     client::callIfSet(callBack, std::nullopt);

@@ -1,6 +1,9 @@
 #include "records/TLJiraOptions.h"
 
+#include "platform/foundation/Log.h"
+
 #include <mutex>
+#include <utility>
 
 namespace {
 
@@ -25,6 +28,37 @@ void dropPoint(QString& extension)
 
 } // namespace
 
+TLJiraOptions::Log::Log(Place place, Secrets secrets, std::shared_ptr<const Function> function)
+    : m_place(place)
+    , m_secrets(secrets)
+    , m_function(std::move(function))
+{
+}
+
+TLJiraOptions::Log TLJiraOptions::Log::off()
+{
+    return {Place::Nowhere, Secrets::Blanked};
+}
+
+TLJiraOptions::Log TLJiraOptions::Log::on(Secrets secrets)
+{
+    return {Place::Category, secrets};
+}
+
+TLJiraOptions::Log TLJiraOptions::Log::to(const Function& function, Secrets secrets)
+{
+    return function ? Log(Place::Function, secrets, std::make_shared<const Function>(function)) : off();
+}
+
+void TLJiraOptions::Log::apply() const
+{
+    using Target = tljira::LogSettings::Target;
+    const Target target = m_place == Place::Function  ? Target::Function
+                          : m_place == Place::Nowhere ? Target::Nowhere
+                                                      : Target::Category;
+    tljira::setLogSettings({target, m_function, m_secrets == Secrets::Shown});
+}
+
 std::vector<TLJiraOptions::DocumentKind> TLJiraOptions::defaultDocuments()
 {
     return {{QStringLiteral("tessaloom"), QStringLiteral("tessaloompacket")}};
@@ -37,8 +71,11 @@ void TLJiraOptions::use(const TLJiraOptions& options)
         dropPoint(kind.extension);
         dropPoint(kind.packetExtension);
     }
-    const std::lock_guard lock(chosen().mutex);
-    chosen().options = usable;
+    {
+        const std::lock_guard lock(chosen().mutex);
+        chosen().options = usable;
+    }
+    usable.log.apply();
 }
 
 TLJiraOptions TLJiraOptions::inUse()

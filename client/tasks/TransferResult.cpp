@@ -1,6 +1,7 @@
 #include "client/tasks/TransferResult.h"
 
 #include "client/ServerSentence.h"
+#include "platform/foundation/Secrets.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -48,7 +49,7 @@ tljira::Error notTheDocument(const QString& path, const QString& text)
     QFile file(path);
     QJsonObject answer;
     if (file.size() <= longestAnswer && file.open(QFile::ReadOnly))
-        answer = QJsonDocument::fromJson(file.readAll()).object();
+        answer = tljira::withoutTokens(QJsonDocument::fromJson(file.readAll()).object()).toObject();
     auto error = tljira::makeError(QLatin1String(tljira::URLErrorDomain),
                                    static_cast<qint64>(tljira::URLError::CannotParseResponse), text);
     const QJsonObject own = error.userInfo.value_or(QJsonValue()).toObject();

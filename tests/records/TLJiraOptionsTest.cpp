@@ -34,4 +34,39 @@ TEST(TLJiraOptions, takeExtensionsWithAPointInFront)
     EXPECT_EQ(TLJiraOptions::inUse().documents, TLJiraOptions::defaultDocuments());
 }
 
+using Log = TLJiraOptions::Log;
+
+TEST(TLJiraOptions, areTheSameWithLogsOfTheSameKind)
+{
+    const Log all[] = {Log(), Log::on(), Log::off(), Log::to([](const QString&) {}),
+                       Log::to([](const QString&) {}, Log::Secrets::Shown)};
+    for (const Log& one : all) {
+        for (const Log& other : all)
+            EXPECT_EQ(one == other, &one == &other);
+    }
+    EXPECT_EQ(Log(), Log::on(Log::Secrets::Shown));
+    EXPECT_EQ(Log::to({}), Log::off());
+}
+
+TEST(TLJiraOptions, areTheSameWithCopiesOfOneLogFunction)
+{
+    const auto function = [](const QString&) {};
+    const TLJiraOptions chosen{.log = Log::to(function)};
+    const TLJiraOptions copy = chosen;
+    EXPECT_EQ(copy, chosen);
+    EXPECT_NE(chosen, TLJiraOptions{.log = Log::to(function)});
+    TLJiraOptions::use(chosen);
+    EXPECT_EQ(TLJiraOptions::inUse(), chosen);
+    TLJiraOptions::use({});
+}
+
+TEST(TLJiraOptions, letGoOfALogFunctionWhenAnotherIsChosen)
+{
+    const auto held = std::make_shared<int>(0);
+    TLJiraOptions::use({.log = Log::to([held](const QString&) {})});
+    EXPECT_EQ(held.use_count(), 2);
+    TLJiraOptions::use({});
+    EXPECT_EQ(held.use_count(), 1);
+}
+
 } // namespace

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
 namespace tljira {
 
@@ -33,10 +34,24 @@ struct TL_EXPORT URLSessionConfiguration
     std::shared_ptr<tljira::HTTPCookieStorage> HTTPCookieStorage;
     /// See the enumeration.
     tljira::HTTPCookieAcceptPolicy HTTPCookieAcceptPolicy = tljira::HTTPCookieAcceptPolicy::Always;
+    ///@{
+    /// Where a value of one of these is no good, every request ends with an error that says so, and nothing is sent.
+
     /// Routes of this session, in the form of setDefaultRoutes().
     QStringList routes;
-    /// The field "User-Agent" of every request.
+    /// The field "User-Agent" of every request. Control characters, line ends among them, are no good.
     QString userAgent;
+    /// The proxy of every request: "http://HOST:PORT", "socks5://HOST:PORT" or, if the proxy is to look up the names of
+    /// servers, "socks5h://HOST:PORT", each with or without "USER:PASSWORD@" before the host, percent-encoded. An empty
+    /// text stands for none at all. Nothing stands for what the environment says: http_proxy, https_proxy and
+    /// no_proxy, which otherwise do not count.
+    std::optional<QString> proxy = {};
+    /// A file of certificates in PEM form, or a folder with such files, of authorities that may vouch for servers.
+    /// Empty for none but the system's.
+    QString authorities = {};
+    ///@}
+    /// Whether the system's authorities, or those that SSL_CERT_FILE and SSL_CERT_DIR name, count beside `authorities`.
+    bool trustsSystemAuthorities = true;
 };
 
 } // namespace tljira

@@ -25,6 +25,14 @@ protected:
     {
     }
 
+    /// The next requests go through a session of this configuration.
+    void use(const tljira::URLSessionConfiguration& configuration)
+    {
+        session = tljira::URLSession::sessionWithConfiguration(
+            configuration, std::shared_ptr<tljira::URLSessionDelegate>(anchor, this));
+        events.clear();
+    }
+
     tljira::URLRequest requestFor(const char* path, double timeout = 60) const
     {
         return tljira::URLRequest(QString::fromStdString(server.url()) + QString::fromUtf8(path),

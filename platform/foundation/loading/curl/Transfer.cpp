@@ -1,5 +1,7 @@
 #include "platform/foundation/loading/curl/Transfer.h"
 
+#include "platform/foundation/Secrets.h"
+#include "platform/foundation/loading/curl/Authorities.h"
 #include "platform/foundation/loading/curl/CurlError.h"
 #include "platform/foundation/loading/curl/CurlShare.h"
 #include "platform/foundation/values/URL.h"
@@ -16,6 +18,8 @@ namespace {
 constexpr int mostRedirects = 20;
 constexpr long sendBufferSize = 512L * 1024;
 constexpr long receiveBufferSize = 512L * 1024;
+/// Shorter values of a jar's cookies are settings of a page, such as a language.
+constexpr qsizetype shortestSecretCookie = 8;
 constexpr auto reportInterval = std::chrono::microseconds(16'600);
 
 bool isNamed(const QString& field, QStringView name)
@@ -56,17 +60,6 @@ bool isStepDown(const QUrl& from, const QUrl& to)
     return from.scheme() == u"https" && to.scheme() == u"http";
 }
 
-/// The authorities that OpenSSL's own variables name. libcurl's built-in places keep OpenSSL from looking at them.
-QByteArray authorityFile()
-{
-    return qgetenv("SSL_CERT_FILE");
-}
-
-QByteArray authorityFolder()
-{
-    return qgetenv("SSL_CERT_DIR");
-}
-
 Error errorWithText(URLError code, const QString& text)
 {
     return makeError(QLatin1String(URLErrorDomain), static_cast<qint64>(code), text);
@@ -89,6 +82,7 @@ Transfer::Transfer(URLRequest request, const URLSessionConfiguration& configurat
     , m_jar(std::move(jar))
     , m_destination(destination)
     , m_observer(std::move(observer))
+    , m_proxy(configuration.proxy)
     , m_timeout(asDuration(m_request.timeoutInterval))
 {
     // libcurl takes addresses as they go on the wire.
@@ -108,8 +102,11 @@ bool Transfer::prepareHop(CURL* easy)
     m_reportedSent = 0;
     m_downloaded = 0;
     noteMove();
-    if (const auto error = checkAddress()) {
-        abort(*error);
+    auto problem = checkAddress();
+    if (!problem)
+        problem = checkConfiguration();
+    if (problem) {
+        abort(*problem);
         return false;
     }
     if (usesJar() && !m_jar->share().isUsable()) {
@@ -150,6 +147,23 @@ std::optional<Error> Transfer::checkAddress()
     return makeURLError(code == CURLUE_OUT_OF_MEMORY ? URLError::ResourceUnavailable : URLError::BadURL);
 }
 
+std::optional<Error> Transfer::checkConfiguration()
+{
+    for (const QString& route : m_configuration.routes) {
+        if (!URLSessionConfiguration::isRoute(route))
+            return errorWithText(URLError::BadURL,
+                                 QStringLiteral("“%1” is no route of the form HOST:PORT:ADDRESS:PORT.").arg(route));
+    }
+    const auto isControl = [](QChar c) { return c.category() == QChar::Other_Control; };
+    if (std::ranges::any_of(m_configuration.userAgent, isControl))
+        return errorWithText(
+            URLError::BadURL,
+            QStringLiteral("The name of the user agent has a line break or another character that steers."));
+    if (const auto problem = m_proxy.problem())
+        return problem;
+    return Authorities::use(m_easy, m_configuration);
+}
+
 void Transfer::setMethodAndBody()
 {
     const QByteArray method = lineText(m_request.HTTPMethod);
@@ -188,8 +202,11 @@ void Transfer::setHeaders()
             cookies = m_mayCarryCredentials ? value : QString();
             continue;
         }
-        if (isNamed(name, u"Authorization") && !m_mayCarryAuthorization)
-            continue;
+        if (isNamed(name, u"Authorization")) {
+            if (!m_mayCarryAuthorization)
+                continue;
+            hideAuthorization(value);
+        }
         if (isNamed(name, u"Content-Type")) {
             if (m_hasLostBody)
                 continue;
@@ -233,6 +250,12 @@ void Transfer::setCookies(const QString& explicitCookies)
     const std::vector<HTTPCookie> jarCookies = usesJar() ? CurlShare::cookiesOf(m_easy) : std::vector<HTTPCookie>();
     const QString separator = QStringLiteral("; ");
     QStringList pairs = explicitCookies.split(separator);
+    for (const QString& pair : pairs)
+        hide(SecretKind::Login, pair.section(u'=', 1));
+    for (const HTTPCookie& cookie : jarCookies) {
+        if (cookie.value.size() >= shortestSecretCookie)
+            hide(SecretKind::Login, cookie.value);
+    }
     pairs.removeIf([&](const QString& pair) {
         return std::ranges::any_of(jarCookies, [&](const HTTPCookie& cookie) {
             return cookie.matches(url.scheme(), url.host(), url.path()) && cookie.name + u'=' + cookie.value == pair;
@@ -252,10 +275,7 @@ void Transfer::setConnection()
     // A look-up that nobody waits for any more is left to itself: otherwise the end of one transfer would hold up all
     // others until the name server answers.
     curl_easy_setopt(m_easy, CURLOPT_QUICK_EXIT, 1L);
-    if (const QByteArray file = authorityFile(); !file.isEmpty())
-        curl_easy_setopt(m_easy, CURLOPT_CAINFO, file.constData());
-    if (const QByteArray folder = authorityFolder(); !folder.isEmpty())
-        curl_easy_setopt(m_easy, CURLOPT_CAPATH, folder.constData());
+    m_proxy.use(m_easy);
     curl_easy_setopt(m_easy, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(m_easy, CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_1_1);
     curl_easy_setopt(m_easy, CURLOPT_HTTP_CONTENT_DECODING, 0L);
@@ -409,6 +429,8 @@ std::optional<Error> Transfer::errorOf(CURLcode code)
         return makeURLError(URLError::Cancelled);
     if (m_source && m_source->error())
         return m_source->error();
+    if (auto error = m_proxy.errorOf(code, m_easy))
+        return error;
     if (code == CURLE_OK) {
         // libcurl takes a connection that closes within the head for the end of an answer without a body.
         return m_head.isComplete() ? std::nullopt : std::optional(makeURLError(URLError::NetworkConnectionLost));
@@ -419,11 +441,8 @@ std::optional<Error> Transfer::errorOf(CURLcode code)
         return errorWithText(URLError::DataLengthExceedsMaximum,
                              QStringLiteral("The head of the server’s answer is too large."));
     }
-    if (code == CURLE_SSL_CACERT_BADFILE && !authorityFile().isEmpty()) {
-        return errorWithText(URLError::SecureConnectionFailed,
-                             QStringLiteral("The certificates in “%1”, which SSL_CERT_FILE names, cannot be read.")
-                                 .arg(QString::fromLocal8Bit(authorityFile())));
-    }
+    if (code == CURLE_SSL_CACERT_BADFILE)
+        return Authorities::errorOf(m_configuration);
     if (code == CURLE_OUT_OF_MEMORY)
         return makeURLError(URLError::ResourceUnavailable);
     if (code == CURLE_WRITE_ERROR)

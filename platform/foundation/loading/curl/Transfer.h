@@ -6,6 +6,7 @@
 #include "platform/foundation/loading/curl/AnswerHead.h"
 #include "platform/foundation/loading/curl/BodySource.h"
 #include "platform/foundation/loading/curl/CookieJar.h"
+#include "platform/foundation/loading/curl/Proxy.h"
 #include "platform/foundation/loading/curl/TransferObserver.h"
 
 #include <curl/curl.h>
@@ -80,6 +81,7 @@ private:
                             curl_off_t uploaded);
 
     std::optional<Error> checkAddress();
+    std::optional<Error> checkConfiguration();
     bool usesJar() const;
     void setMethodAndBody();
     void setHeaders();
@@ -101,6 +103,7 @@ private:
     const std::shared_ptr<CookieJar> m_jar;
     const AnswerBody::Destination m_destination;
     const std::shared_ptr<TransferObserver> m_observer;
+    const Proxy m_proxy;
     const Clock::duration m_timeout;
 
     CURL* m_easy = nullptr;
