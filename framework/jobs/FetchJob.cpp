@@ -102,7 +102,7 @@ void FetchJob::downloadArrived(const tljira::URLSessionTask& task, const QString
         taskEnded(task, client::writeError(JobTexts::notKept().arg(*place.problem)));
         return;
     }
-    if (m_expectedSize > 0 && size != m_expectedSize) {
+    if (size != m_expectedSize) {
         const QString text =
             JobTexts::notTheDocument().arg(QLocale().toString(size), QLocale().toString(m_expectedSize));
         const tljira::Error error = client::notTheDocument(place.path, text);

@@ -244,6 +244,32 @@ TEST_F(FetchTest, failsWhereTheServerSendsSomethingElse)
     EXPECT_THAT(foldersNamed(QStringLiteral("Fetched-")), IsEmpty());
 }
 
+TEST_F(FetchTest, failsWhereTheServerSendsSomethingInPlaceOfNothing)
+{
+    store("plan.tessaloom", "");
+    server.misbehave(Match::on("*/secure/attachment/*").once(),
+                     Fault().status(200, "<html>Log in</html>", "text/html"));
+    ASSERT_TRUE(fetch());
+    openList();
+    pressDownload();
+    ASSERT_TRUE(waitForDownload());
+    leaveList();
+
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(ends[0].outcome, Outcome::Failed);
+    EXPECT_EQ(ends[0].error.value_or(tljira::Error()).localizedDescription(),
+              QStringLiteral("The server sent something else than the document: 19 bytes instead of 0."));
+    EXPECT_THAT(foldersNamed(QStringLiteral("Fetched-")), IsEmpty());
+}
+
+TEST_F(FetchTest, bringsAnEmptyDocument)
+{
+    store("plan.tessaloom", "");
+    fetchFirst();
+    EXPECT_EQ(ends[0].outcome, Outcome::Done);
+    EXPECT_EQ(contentsOf(ends[0].path), QByteArray(""));
+}
+
 TEST_F(FetchTest, aRetryAfterAFailureIsDone)
 {
     store("plan.tessaloom", "wool");
