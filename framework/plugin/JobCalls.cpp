@@ -66,6 +66,31 @@ QVariantMap JobCalls::map(const TLJiraJobs::Result& result)
     return map;
 }
 
+QVariantMap JobCalls::map(const TLJiraTask::Result& result, const JAIssueObject::Attachments& documents)
+{
+    QVariantList list;
+    for (const auto& document : documents) {
+        list.append(QVariantMap{
+            {QStringLiteral("attachmentId"), document->ID().value_or(QString())},
+            {QStringLiteral("attachmentName"), document->name().value_or(QString())},
+            {QStringLiteral("size"), document->size()},
+            {QStringLiteral("date"), document->date().value_or(QDateTime())},
+        });
+    }
+    QVariantMap all = map(result);
+    all.insert(QStringLiteral("documents"), list);
+    return all;
+}
+
+QVariantMap JobCalls::map(const TLJiraTask::Result& result, const std::shared_ptr<const JAUser>& user)
+{
+    QVariantMap all = map(result);
+    all.insert(QStringLiteral("userName"), user ? user->name().value_or(QString()) : QString());
+    all.insert(QStringLiteral("displayName"), user ? user->displayName().value_or(QString()) : QString());
+    all.insert(QStringLiteral("email"), user ? user->email().value_or(QString()) : QString());
+    return all;
+}
+
 bool JobCalls::copyFile(const QString& path, QIODevice& device)
 {
     QFile file(path);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "client/tasks/TLJiraTask.h"
 #include "framework/TLJiraJobs.h"
 
 #include <QVariantMap>
@@ -12,6 +13,12 @@ TLJiraJobs::Options options(const QVariantMap& named, QString& problem);
 
 /// The fields by their names; the outcome is "done", "cancelled" or "failed".
 QVariantMap map(const TLJiraJobs::Result& result);
+
+/// The same with a list of the documents under "documents".
+QVariantMap map(const TLJiraTask::Result& result, const JAIssueObject::Attachments& documents);
+
+/// The same with who is signed in under "userName", "displayName" and "email".
+QVariantMap map(const TLJiraTask::Result& result, const std::shared_ptr<const JAUser>& user);
 
 /// Writes the file's bytes into the device. Throws the reason where the file cannot be read.
 bool copyFile(const QString& path, QIODevice& device);

@@ -33,6 +33,35 @@
 /// attached or fetched, and the "path" of what was fetched: it lies alone in a folder, and both are the host's. What
 /// does not apply is an empty text or 0.
 ///
+/// **Choices** for the whole process, before the first job:
+///
+///     QString setOptions(QVariantMap options)
+///
+/// answers an empty text, or what is wrong with them, and then nothing is chosen. What is left out is as if the host
+/// had chosen nothing. "address": "schemeAndHost" or "whole". "signIn": "password" or "token". "documents": a list of
+/// extensions, each a text or a map of "extension" and "packetExtension"; an empty one stands for all attachments.
+/// "log": "on", "off" or "signal", which emits each line as `logged(QString line)`, on the main thread and in their
+/// order; with "logSecrets" true its lines hold passwords and sessions, but never a token. "routes": a list, as for
+/// `setRoutes`. "userAgent": a text. "proxy": its address, or an empty text for none. "authorities": a file or folder
+/// of certificates, with "replaceSystemAuthorities" true in place of the system's.
+///
+/// **Without windows**, for hosts with an interface of their own:
+///
+///     int signIn(QString server, QString user, QString password)
+///     int askWhoIsSignedIn()
+///     int attachBytesTo(QString issueKey, QString name, QByteArray bytes)
+///     int attachFileTo(QString issueKey, QString name, QString path)
+///     int listDocuments(QString issueKey)
+///     int fetchAttachment(QString issueKey, QString attachmentId)
+///     bool cancel(int job)
+///     signal progress(int job, qint64 bytes, qint64 ofBytes)
+///
+/// Any number of them run side by side. Each returns at once, with a number for which `ended` comes once. `result`
+/// also holds "userName", "displayName" and "email" of who is signed in, or as "documents", newest first, a list of
+/// maps with "attachmentId", "attachmentName", "size" and "date". `progress` comes for what is attached or fetched,
+/// never after the end. `cancel` breaks a job off, which then ends as "cancelled"; it answers whether there was one
+/// that had not ended.
+///
 /// Everything is called on the main thread, of a host with a QApplication. The object belongs to the plug-in and lives
 /// as long as the process: a plug-in that was once loaded stays, because transfers may be under way at any time.
 class TLJiraControllerInterface

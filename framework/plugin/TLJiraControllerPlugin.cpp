@@ -1,6 +1,7 @@
 #include "framework/plugin/TLJiraControllerPlugin.h"
 
 #include "framework/plugin/JobCalls.h"
+#include "framework/plugin/OptionCalls.h"
 #include "platform/foundation/LogSwitch.h"
 #include "platform/foundation/files/FileManager.h"
 #include "platform/foundation/loading/URLSessionConfiguration.h"
@@ -42,6 +43,7 @@ private:
 
 bool TLJiraControllerPlugin::attach(const QString& name, const QString& path)
 {
+    m_hasBegun = true;
     const auto file = std::make_shared<HandedOver>(path);
     const auto write = [file](QIODevice& device) { return file->writeInto(device); };
     return TLJiraJobs::attach({name, write}, nullptr, [file](const TLJiraJobs::Result&) { file->jobHasEnded(); });
@@ -49,6 +51,7 @@ bool TLJiraControllerPlugin::attach(const QString& name, const QString& path)
 
 QString TLJiraControllerPlugin::fetch()
 {
+    m_hasBegun = true;
     const auto result = TLJiraJobs::fetchAndWait(nullptr);
     return result ? result->path : QString();
 }
@@ -61,6 +64,29 @@ void TLJiraControllerPlugin::setRoutes(const QStringList& routes)
 void TLJiraControllerPlugin::setLogEnabled(bool enabled)
 {
     tljira::setLogEnabled(enabled);
+}
+
+QString TLJiraControllerPlugin::setOptions(const QVariantMap& options)
+{
+    if (m_hasBegun)
+        return QStringLiteral("Options are chosen before the first job.");
+    // Lines may come from any thread.
+    const auto tell = [this](const QString& line) {
+        QMetaObject::invokeMethod(
+            this, [this, line] { Q_EMIT logged(line); }, Qt::QueuedConnection);
+    };
+    QString problem;
+    const TLJiraOptions chosen = OptionCalls::options(options, tell, problem);
+    if (problem.isEmpty())
+        TLJiraOptions::use(chosen);
+    return problem;
+}
+
+/// The number of a job that is about to begin.
+int TLJiraControllerPlugin::nextJob()
+{
+    m_hasBegun = true;
+    return ++m_newestJob;
 }
 
 int TLJiraControllerPlugin::attachBytes(const QString& name, const QByteArray& bytes, QObject* parent,
@@ -83,7 +109,7 @@ int TLJiraControllerPlugin::attachDocument(const TLJiraJobs::Document& document,
     const auto chosen = JobCalls::options(options, problem);
     if (!problem.isEmpty())
         return refuse(problem);
-    const int job = ++m_newestJob;
+    const int job = nextJob();
     return TLJiraJobs::attach(document, parent, telling(job), chosen) ? job : 0;
 }
 
@@ -93,7 +119,7 @@ int TLJiraControllerPlugin::fetchDocument(QObject* parent, const QVariantMap& op
     const auto chosen = JobCalls::options(options, problem);
     if (!problem.isEmpty())
         return refuse(problem);
-    const int job = ++m_newestJob;
+    const int job = nextJob();
     return TLJiraJobs::fetch(parent, telling(job), chosen) ? job : 0;
 }
 

@@ -24,10 +24,42 @@ constexpr char saysOfBothJobs[] = "attaching: a job of its own\n"
                                   "a dialog of the host\n"
                                   "fetched plan.tessaloom\n";
 
-PluginHost hostInAnotherLanguage()
+/// What a host says that chooses options, signs in, asks who that is, attaches, cancels, lists and fetches without a
+/// window. Truth and lists are written in each language's own way.
+std::string saysOfAllTasks(const std::string& yes, const std::string& no, const std::string& nothing)
+{
+    return "refused: This Jira plug-in has no option “colour”.\n"
+           "refused: The option “address” is “schemeAndHost” or “whole”.\n"
+           "chosen: " +
+           yes +
+           "\n"
+           "signed in: done\n"
+           "too late: Options are chosen before the first job.\n"
+           "who: anna anna\n"
+           "attached: done plan.tessaloom 300000 " +
+           yes +
+           "\n"
+           "cancel: " +
+           yes + ' ' + no + ' ' + no +
+           "\n"
+           "cancelled: cancelled\n"
+           "failed: failed 404 " +
+           nothing +
+           "\n"
+           "listed: plan.tessaloom 300000 " +
+           yes +
+           "\n"
+           "fetched: plan.tessaloom " +
+           yes +
+           "\n"
+           "log: " +
+           yes + ' ' + yes + ' ' + no + "\n";
+}
+
+PluginHost hostInAnotherLanguage(const std::string& says = saysOfBothJobs)
 {
     PluginHost host;
-    host.says = saysOfBothJobs;
+    host.says = says;
     host.handsOver = false;
     host.environment.insert(QStringLiteral("QT_QUICK_BACKEND"), QStringLiteral("software"));
     return host;
@@ -56,6 +88,21 @@ TEST(HostsTest, inQmlBringsADocumentToTheServerAndBack)
 {
     PluginHost host = hostInAnotherLanguage();
     host.program = QStringLiteral(QML_HOST);
+    EXPECT_EQ(complaints(host.expectRoundTrip(pluginFolder)), "");
+}
+
+TEST(HostsTest, inPythonDoesEveryJobWithoutAWindow)
+{
+    PluginHost host = hostInAnotherLanguage(saysOfAllTasks("True", "False", "[]"));
+    host.program = QStringLiteral(PYTHON);
+    host.firstArguments = QStringList{QStringLiteral(PYTHON_TASKS_HOST)};
+    EXPECT_EQ(complaints(host.expectRoundTrip(pluginFolder)), "");
+}
+
+TEST(HostsTest, inQmlDoesEveryJobWithoutAWindow)
+{
+    PluginHost host = hostInAnotherLanguage(saysOfAllTasks("true", "false", "0"));
+    host.program = QStringLiteral(QML_TASKS_HOST);
     EXPECT_EQ(complaints(host.expectRoundTrip(pluginFolder)), "");
 }
 
