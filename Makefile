@@ -4,7 +4,7 @@ PRESET ?= release
 BUILD := build/$(PRESET)
 JOBS ?= $(shell nproc)
 
-.PHONY: all release run test install packages check-packages check-fresh reference translations torture bench bench-report benchmarks deps format tidy pictures fuzz soak valgrind clean
+.PHONY: all release run test install packages check-packages check-fresh reference translations torture bench bench-report benchmarks deps format tidy pictures fuzz soak valgrind mutants clean
 
 all: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) -j $(JOBS)
@@ -104,6 +104,16 @@ fuzz:
 MINUTES ?= 10
 soak: all
 	scripts/soak $(BUILD) $(MINUTES)
+
+# Breaks one line after the other, and looks whether a test notices; writes the table of docs/reliability.md. All of it takes days:
+# SAMPLE=100 takes as many, drawn by lot with SEED. It goes on where the last run ended.
+SAMPLE ?= 0
+SEED ?= 1
+mutants:
+	scripts/install-packages ccache mold
+	cmake -G Ninja -B build/mutants -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0 -DCMAKE_CXX_COMPILER_LAUNCHER=ccache \
+		-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold -DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=mold
+	scripts/mutants build/mutants --sample $(SAMPLE) --seed $(SEED) --write docs/reliability.md
 
 # Valgrind's memcheck watches each command of the tool, in a build without optimisation.
 valgrind: build/debug/build.ninja
