@@ -11,6 +11,11 @@ TEST(TLJiraOptions, areTheDescribedOnesUntilOthersAreChosen)
     EXPECT_EQ(untouched.signIn, TLJiraOptions::SignIn::Password);
     EXPECT_EQ(untouched.documents, (std::vector<TLJiraOptions::DocumentKind>{
                                        {QStringLiteral("tessaloom"), QStringLiteral("tessaloompacket")}}));
+    EXPECT_EQ(untouched.log, TLJiraOptions::Log::on(TLJiraOptions::Log::Secrets::Shown));
+    EXPECT_EQ(untouched.routes, QStringList());
+    EXPECT_EQ(untouched.userAgent, QString());
+    EXPECT_EQ(untouched.proxy, std::nullopt);
+    EXPECT_EQ(untouched.authorities, (TLJiraOptions::Authorities{QString(), false}));
     EXPECT_EQ(untouched, TLJiraOptions());
 }
 
