@@ -18,11 +18,12 @@ const QString to = QStringLiteral("to");
 const QString passwordStdin = QStringLiteral("password-stdin");
 const QString token = QStringLiteral("token");
 const QString tokenStdin = QStringLiteral("token-stdin");
+const QString keyring = QStringLiteral("keyring");
 const QString verbose = QStringLiteral("verbose");
 const QString version = QStringLiteral("version");
 const QString help = QStringLiteral("help");
 /// Those that only some commands take.
-const QStringList commandOptions = {json, all, name, to, passwordStdin, token, tokenStdin};
+const QStringList commandOptions = {json, all, name, to, passwordStdin, token, tokenStdin, keyring};
 
 std::optional<QString> problemOfRoutes(const QStringList& routes)
 {
@@ -48,7 +49,7 @@ std::optional<QString> problemOfOperands(const CommandDescription& command, cons
 ArgumentParser::ArgumentParser()
 {
     const QString someValue = QStringLiteral("value");
-    for (const QString& flag : {json, all, passwordStdin, token, tokenStdin, verbose, version})
+    for (const QString& flag : {json, all, passwordStdin, token, tokenStdin, keyring, verbose, version})
         m_parser.addOption({flag, {}});
     for (const QString& option : {connectTo, proxy, cacert, userAgent, name, to})
         m_parser.addOption({option, {}, someValue});
@@ -91,6 +92,7 @@ Arguments ArgumentParser::readOptions() const
     arguments.takesPasswordFromStandardInput = m_parser.isSet(passwordStdin);
     arguments.takesTokenFromStandardInput = m_parser.isSet(tokenStdin);
     arguments.wantsToken = m_parser.isSet(token) || arguments.takesTokenFromStandardInput;
+    arguments.wantsKeyring = m_parser.isSet(keyring);
     arguments.name = value(name);
     arguments.destination = value(to);
     return arguments;

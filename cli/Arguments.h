@@ -29,6 +29,7 @@ struct Arguments
     /// Of --token and --token-stdin.
     bool wantsToken = false;
     bool takesTokenFromStandardInput = false;
+    bool wantsKeyring = false;
     /// Of --name and --to.
     std::optional<QString> name;
     std::optional<QString> destination;

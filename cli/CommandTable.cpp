@@ -61,11 +61,13 @@ const std::vector<CommandDescription>& commandTable()
     static const std::vector<CommandDescription> table = {
         {QStringLiteral("login"),
          {QStringLiteral("SERVER"), QStringLiteral("USER")},
-         {QStringLiteral("password-stdin"), QStringLiteral("token"), QStringLiteral("token-stdin")},
+         {QStringLiteral("password-stdin"), QStringLiteral("token"), QStringLiteral("token-stdin"),
+          QStringLiteral("keyring")},
          false,
          loginProblem,
          makeCommand<LoginCommand>,
-         1},
+         1,
+         false},
         {QStringLiteral("session"), {}, {json}, true, noProblem, makeCommand<SessionCommand>},
         {QStringLiteral("whoami"), {}, {json}, true, noProblem, makeCommand<WhoamiCommand>},
         {QStringLiteral("attachments"), {key}, {all, json}, true, issueProblem, makeCommand<AttachmentsCommand>},
@@ -81,7 +83,7 @@ const std::vector<CommandDescription>& commandTable()
          true,
          issueProblem,
          makeCommand<DownloadCommand>},
-        {QStringLiteral("logout"), {}, {}, true, noProblem, makeCommand<LogoutCommand>},
+        {QStringLiteral("logout"), {}, {}, true, noProblem, makeCommand<LogoutCommand>, 0, false},
     };
     return table;
 }

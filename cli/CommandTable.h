@@ -33,6 +33,8 @@ struct CommandDescription
     std::unique_ptr<Command> (*make)(const Arguments&, const Environment&);
     /// How many of the last operands may be left out, as far as `problem` does not mind.
     qsizetype optionalOperands = 0;
+    /// Whether it begins when the session or the token is there, which may have to be read from the keyring first.
+    bool needsLogin = true;
 };
 
 const std::vector<CommandDescription>& commandTable();

@@ -22,6 +22,7 @@ Options:
   --token                    login: by USER's API token in place of a password
                              or, without USER, by a personal access token
   --token-stdin              login: the same, read from standard input
+  --keyring                  login: save in the desktop's keyring, not in a file
   --all                      attachments: everything, in the server's order
   --json                     session, whoami, attachments: print one JSON value
   --name NAME                upload: the attachment's name, if not the file's

@@ -1,11 +1,14 @@
 #include "cli/LoginCommand.h"
 
 #include "cli/LineReader.h"
+#include "cli/SavedInKeyring.h"
 #include "cli/ServerAddress.h"
 #include "cli/TerminalPrompt.h"
 #include "cli/TerminalText.h"
+#include "client/KeyringLogin.h"
 #include "constants/JAConstants.h"
 #include "platform/foundation/loading/HTTPCookieStorage.h"
+#include "platform/foundation/settings/Keyring.h"
 #include "records/SavedLogin.h"
 
 namespace cli {
@@ -17,6 +20,7 @@ LoginCommand::LoginCommand(const Arguments& arguments, const Environment& enviro
     , m_user(arguments.operands.value(1))
     , m_usesToken(arguments.wantsToken)
     , m_readsStandardInput(arguments.takesPasswordFromStandardInput || arguments.takesTokenFromStandardInput)
+    , m_wasInKeyring(savedInKeyring().has_value())
 {
 }
 
@@ -66,6 +70,25 @@ QString LoginCommand::prompt() const
 
 void LoginCommand::login(const QString& secret, const Completion& completion)
 {
+    if (!client::isLoginUnread()) {
+        openSession(secret, completion);
+        return;
+    }
+    // A login that has to be taken back puts it back. What is not there, or locked, the keyring says in its own time.
+    client::readLogin([this, secret, completion](const auto& error) {
+        if (error && error->code != static_cast<qint64>(tljira::Keyring::Problem::NotFound)) {
+            completion(Outcome::failed(error));
+            return;
+        }
+        const auto former = records::secretsInMemory();
+        if (!former.isEmpty())
+            m_former = {records::savedLogin().stringForKey(kJiraURL).value_or(QString()), former};
+        openSession(secret, completion);
+    });
+}
+
+void LoginCommand::openSession(const QString& secret, const Completion& completion)
+{
     auto& saved = records::savedLogin();
     const auto before = saved.objectForKey(kJiraURL);
     m_changes.emplace(saved);
@@ -80,21 +103,49 @@ void LoginCommand::login(const QString& secret, const Completion& completion)
             // Any answer of status 200 is accepted, a page for people to log in included.
             completion(Outcome::failed(QStringLiteral("The server’s answer opens no session.")));
         else
-            completion(save());
+            save(completion);
     });
 }
 
 /// All of the login or nothing: the cookies first, since they are of no use without the session.
-Outcome LoginCommand::save()
+void LoginCommand::save(const Completion& completion)
 {
-    if (const auto error = tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->synchronize())
-        return Outcome::failed(
-            QStringLiteral("The cookies could not be saved: %1.").arg(error->localizedDescription()));
-    if (!m_changes->writeNow())
-        return Outcome::failed(QStringLiteral("Server and session could not be saved: %1.")
-                                   .arg(records::savedLogin().failure().value_or(QString())));
+    if (const auto error = tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->synchronize()) {
+        const QString reason = error->localizedDescription();
+        takeBackFromKeyring(Outcome::failed(QStringLiteral("The cookies could not be saved: %1.").arg(reason)),
+                            completion);
+        return;
+    }
+    if (!m_changes->writeNow()) {
+        const QString reason = records::savedLogin().failure().value_or(QString());
+        takeBackFromKeyring(Outcome::failed(QStringLiteral("Server and session could not be saved: %1.").arg(reason)),
+                            completion);
+        return;
+    }
     m_changes.reset();
-    return Outcome::done();
+    removeFromKeyring(completion);
+}
+
+void LoginCommand::takeBackFromKeyring(const Outcome& failure, const Completion& completion)
+{
+    if (records::usesKeyring())
+        client::setKeyringEntry(m_former, [failure, completion](const auto&) { completion(failure); });
+    else
+        completion(failure);
+}
+
+/// What an earlier login has there, when this one is in the settings.
+void LoginCommand::removeFromKeyring(const Completion& completion)
+{
+    if (records::usesKeyring() || !m_wasInKeyring) {
+        completion(Outcome::done());
+        return;
+    }
+    client::setKeyringEntry(std::nullopt, [completion](const auto& error) {
+        completion(error ? Outcome::failed(QStringLiteral("The login is saved, but the keyring has the former one: %1")
+                                               .arg(error->localizedDescription()))
+                         : Outcome::done());
+    });
 }
 
 LoginCommand::~LoginCommand()

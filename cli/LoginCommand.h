@@ -2,6 +2,7 @@
 
 #include "cli/CommandTable.h"
 #include "platform/foundation/settings/UserDefaults.h"
+#include "records/KeyringEntry.h"
 
 namespace cli {
 
@@ -22,7 +23,10 @@ private:
     InputLine askForSecret() const;
     QString prompt() const;
     void login(const QString& secret, const Completion& completion);
-    Outcome save();
+    void openSession(const QString& secret, const Completion& completion);
+    void save(const Completion& completion);
+    void takeBackFromKeyring(const Outcome& failure, const Completion& completion);
+    void removeFromKeyring(const Completion& completion);
 
     const std::shared_ptr<JAController> m_client;
     const tljira::console::InterruptSignal& m_interrupts;
@@ -31,6 +35,9 @@ private:
     /// Rather than a password. Without a user it is a personal access token.
     const bool m_usesToken;
     const bool m_readsStandardInput;
+    const bool m_wasInKeyring;
+    /// What the keyring has at the beginning.
+    std::optional<records::KeyringEntry> m_former;
     /// There until the login is saved; what was not is taken back.
     std::optional<tljira::UserDefaults::Hold> m_changes;
 };

@@ -10,7 +10,7 @@ namespace {
 
 QString whatIsSaved()
 {
-    return TLJiraOptions::inUse().signIn == TLJiraOptions::SignIn::Token
+    return TLJiraOptions::inUse().signIn == TLJiraOptions::SignIn::Token && !records::usesKeyring()
                ? QStringLiteral("The server’s address and the token")
                : QStringLiteral("The server’s address");
 }

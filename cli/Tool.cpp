@@ -4,8 +4,10 @@
 #include "cli/Help.h"
 #include "cli/LogOutput.h"
 #include "cli/PrivateFolder.h"
+#include "cli/SavedInKeyring.h"
 #include "cli/ServerAddress.h"
 #include "cli/TerminalText.h"
+#include "client/KeyringLogin.h"
 #include "platform/console/StandardStreams.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/files/TemporaryDirectory.h"
@@ -23,7 +25,13 @@ namespace {
 
 constexpr auto longestSleep = std::chrono::seconds(1);
 
-/// A login says how it signs in; what comes later goes by what it saved.
+bool isTokenSaved()
+{
+    const auto kind = savedInKeyring();
+    return kind ? *kind == u"token" : records::savedToken().has_value();
+}
+
+/// A login says how it signs in, and where that is saved; what comes later goes by what it saved.
 void chooseOptions(const Arguments& arguments)
 {
     TLJiraOptions options{.address = TLJiraOptions::Address::Whole};
@@ -32,8 +40,10 @@ void chooseOptions(const Arguments& arguments)
     options.authorities = {arguments.authorities.value_or(QString()), arguments.authorities.has_value()};
     TLJiraOptions::use(options);
     const bool isLogin = arguments.command == u"login";
-    if (isLogin ? arguments.wantsToken : records::savedToken().has_value())
+    if (isLogin ? arguments.wantsToken : isTokenSaved())
         options.signIn = TLJiraOptions::SignIn::Token;
+    if (isLogin ? arguments.wantsKeyring : savedInKeyring().has_value())
+        options.secrets = TLJiraOptions::Secrets::Keyring;
     TLJiraOptions::use(options);
 }
 
@@ -82,13 +92,14 @@ Outcome Tool::performCommand(const Arguments& arguments)
     const Environment environment = {JAController::sharedInstance(), m_interrupts,
                                      tljira::console::isErrorTerminal() && !arguments.isVerbose};
     const CommandDescription& description = *findCommand(arguments.command);
-    if (description.needsServer && !hasServer(*environment.client))
+    // A keyring that was locked may have kept what the last logout was to remove.
+    const bool isLogoutAgain = !description.needsLogin && savedInKeyring();
+    if (description.needsServer && !hasServer(*environment.client) && !isLogoutAgain)
         return withoutServer();
 
     m_interrupts.setHandler([this](int signalNumber) { interrupt(signalNumber); });
     m_command = description.make(arguments, environment);
-    tljira::MainQueue::instance().addOperation(
-        [this] { m_command->start([this](const Outcome& outcome) { end(outcome); }); });
+    tljira::MainQueue::instance().addOperation([this, needsLogin = description.needsLogin] { start(needsLogin); });
     // Another thread wakes the event loop through a descriptor, which may fail.
     QTimer pulse;
     pulse.start(longestSleep);
@@ -96,6 +107,21 @@ Outcome Tool::performCommand(const Arguments& arguments)
     // Takes the command's private folders with it.
     m_command.reset();
     return m_interruptedStatus ? Outcome{*m_interruptedStatus, {}, {}} : *m_outcome;
+}
+
+void Tool::start(bool needsLogin)
+{
+    const auto ended = [this](const Outcome& outcome) { end(outcome); };
+    if (!needsLogin || !client::isLoginUnread()) {
+        m_command->start(ended);
+        return;
+    }
+    client::readLogin([this, ended](const auto& error) {
+        if (error)
+            ended(Outcome::failed(error));
+        else
+            m_command->start(ended);
+    });
 }
 
 /// The first signal lets a transfer clean up, another one does not wait for it.

@@ -18,6 +18,7 @@ public:
 private:
     Outcome perform(const Arguments& arguments);
     Outcome performCommand(const Arguments& arguments);
+    void start(bool needsLogin);
     void interrupt(int signalNumber);
     void end(const Outcome& outcome);
     static int report(const Outcome& outcome);

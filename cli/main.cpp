@@ -1,4 +1,5 @@
 #include "cli/LogOutput.h"
+#include "cli/SavedInKeyring.h"
 #include "cli/TextMemory.h"
 #include "cli/Tool.h"
 #include "platform/console/InterruptSignal.h"
@@ -11,11 +12,13 @@ int main(int argc, char** argv)
     cli::endWithoutTextMemory();
     tljira::console::prepareStandardStreams();
     cli::showLog(false);
-    // GLib's event loop ends the process when it lacks a descriptor. Qt's own says so, see LogOutput.
-    qputenv("QT_NO_GLIB", "1");
+    // Names the folders of the tool's settings and cookies, and what it has in the keyring.
+    QCoreApplication::setApplicationName(QStringLiteral("tljira"));
+    // GLib's event loop ends the process when it lacks a descriptor. Qt's own says so, see LogOutput. The keyring's
+    // library knows none but GLib's.
+    if (!cli::mayAskKeyring(argc, argv))
+        qputenv("QT_NO_GLIB", "1");
     tljira::console::InterruptSignal interrupts;
     QCoreApplication application(argc, argv);
-    // Names the folders of the tool's settings and cookies.
-    QCoreApplication::setApplicationName(QStringLiteral("tljira"));
     return cli::Tool(interrupts).run(QCoreApplication::arguments());
 }

@@ -1,4 +1,5 @@
 #include "client/JAControllerState.h"
+#include "client/KeyringLogin.h"
 #include "constants/JAConstants.h"
 #include "platform/foundation/files/PathString.h"
 #include "platform/foundation/loading/HTTPCookieStorage.h"
@@ -35,14 +36,14 @@ const std::shared_ptr<JAController>& JAController::sharedInstance()
 
 std::shared_ptr<JAController> JAController::init()
 {
-    const std::shared_ptr<JAController> client(new JAController);
+    const std::shared_ptr<JAController> newClient(new JAController);
 
     auto configuration = configurationChosen();
     configuration.HTTPShouldSetCookies = true;
-    configuration.HTTPCookieStorage = tljira::HTTPCookieStorage::sharedHTTPCookieStorage();
+    configuration.HTTPCookieStorage = client::cookieStorage();
     configuration.HTTPCookieAcceptPolicy = tljira::HTTPCookieAcceptPolicy::Always;
-    client->setSession(tljira::URLSession::sessionWithConfiguration(configuration, client));
-    return client;
+    newClient->setSession(tljira::URLSession::sessionWithConfiguration(configuration, newClient));
+    return newClient;
 }
 
 JAController::JAController()

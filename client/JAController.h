@@ -150,19 +150,26 @@ public:
     /// no user, or an empty one, a personal access token. The server is asked for the current user with it; an answer
     /// of status 200 with a JSON object is a session, which the token that is saved stands for. A token that no server
     /// can have given out is refused without asking.
+    ///
+    /// Where the host chose TLJiraOptions::Secrets::Keyring, a session or a token that the server has accepted goes into
+    /// the keyring first, which may ask the user for as long as it likes. Only then does this end; where the keyring
+    /// does not take it the login is refused, and what was saved before stays.
     void login(const std::optional<QString>& user, const std::optional<QString>& password,
                const LoginCallBack& callBack);
 
     /// Asks whether the saved session is still good. The delegate hears the outcome: before the callback runs when the
     /// session is good or no answer came, after it when the server refused. The callback runs once. With
-    /// SignIn::Token it asks for the current user, and without a token for this server nobody: that is refused.
+    /// SignIn::Token it asks for the current user, and without a token for this server nobody: that is refused. With
+    /// Secrets::Keyring it first asks the keyring for the session or the token, if there is one for this server: an
+    /// earlier run's is in use from then on. A keyring that does not give it is a refusal.
     void updateSession(const LoginCallBack& callBack);
 
     /// Ends the session: empties the cookie jar, tells the server, and forgets its address before this call returns.
     /// The saved session stays. The delegate hears of the invalid session once, whatever the outcome. Status 204 is
     /// success. Without an answer the callback runs twice: with the transport's error before the delegate hears, and
     /// with an error of code 0 after. With SignIn::Token there is no session to end: the token is forgotten, the server
-    /// is told nothing, and all went well.
+    /// is told nothing, and all went well. With Secrets::Keyring the session is forgotten too, here and in the keyring;
+    /// the callback runs once, when server and keyring have answered, with the keyring's error if there is one.
     void logout(const CompletionCallBack& callBack);
 
     /// The callback runs once.
@@ -229,6 +236,13 @@ private:
     /// The completion of a task that calls back in a turn of the event loop of its own. Keeps the client until then.
     tljira::URLSessionDataTask::Completion callingBackLater(const RequestCallBack& callBack);
 
+    void lookIntoKeyring(const LoginCallBack& callBack, const std::function<void()>& proceed);
+    void keepInKeyring(const std::shared_ptr<const JALoginObject>& newSession, const QJsonObject& secrets,
+                       const std::optional<QString>& address, const LoginCallBack& callBack);
+    void logoutWithKeyring(const std::optional<QString>& sessionURL, const CompletionCallBack& callBack);
+    void forgetKeptLogin(const std::optional<QString>& sessionURL, const CompletionCallBack& callBack);
+
+    void checkSession(const LoginCallBack& callBack);
     void loginWithToken(const std::optional<QString>& user, const std::optional<QString>& token,
                         const LoginCallBack& callBack);
     void checkToken(const LoginCallBack& callBack);

@@ -1,10 +1,12 @@
 #include "client/Answer.h"
 #include "client/CallIfSet.h"
 #include "client/JAControllerState.h"
+#include "client/KeyringLogin.h"
 #include "constants/JAConstants.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/Secrets.h"
 #include "platform/foundation/loading/HTTPCookieStorage.h"
+#include "records/KeyringEntry.h"
 #include "records/SavedLogin.h"
 #include "records/SavedToken.h"
 #include "records/TLJiraOptions.h"
@@ -36,6 +38,13 @@ void hideSession(const QJsonObject& answer)
 bool isByToken()
 {
     return TLJiraOptions::inUse().signIn == TLJiraOptions::SignIn::Token;
+}
+
+/// Whether the keyring has this session already.
+bool isKept(const QJsonObject& dictionary)
+{
+    return records::usesKeyring() && client::isLoginInKeyring() &&
+           records::secretsOf(*JALoginObject::initWithDictionary(dictionary)) == records::secretsInMemory();
 }
 
 } // namespace
@@ -70,10 +79,16 @@ void JAController::login(const std::optional<QString>& user, const std::optional
 
 void JAController::updateSession(const LoginCallBack& callBack)
 {
-    if (isByToken()) {
-        checkToken(callBack);
-        return;
-    }
+    lookIntoKeyring(callBack, [this, callBack] {
+        if (isByToken())
+            checkToken(callBack);
+        else
+            checkSession(callBack);
+    });
+}
+
+void JAController::checkSession(const LoginCallBack& callBack)
+{
     sendGetRequest(url(kLoginURLPath), [this, callBack, address = m_state->jiraHost.get()](
                                            const auto& body, const auto& error, const auto& response) {
         const Answer answer = Answer::from(body, error, response);
@@ -83,7 +98,10 @@ void JAController::updateSession(const LoginCallBack& callBack)
             callIfSet(callBack, nullptr, answer.error);
             break;
         case Answer::Kind::Accepted:
-            acceptSession(answer.dictionary(), address, callBack);
+            if (isKept(answer.dictionary()))
+                beginSession(JALoginObject::initWithDictionary(answer.dictionary()), callBack);
+            else
+                acceptSession(answer.dictionary(), address, callBack);
             break;
         case Answer::Kind::Refused:
             refuseSession(answer.error, callBack);
@@ -94,6 +112,10 @@ void JAController::updateSession(const LoginCallBack& callBack)
 
 void JAController::logout(const CompletionCallBack& callBack)
 {
+    if (records::usesKeyring()) {
+        logoutWithKeyring(isByToken() ? std::nullopt : url(kLoginURLPath), callBack);
+        return;
+    }
     if (isByToken()) {
         forgetToken(callBack);
         return;
@@ -150,6 +172,11 @@ void JAController::acceptSession(const QJsonObject& dictionary, const std::optio
                                  const LoginCallBack& callBack)
 {
     std::shared_ptr<const JALoginObject> newSession;
+    if (records::usesKeyring()) {
+        newSession = JALoginObject::initWithDictionary(dictionary);
+        keepInKeyring(newSession, records::secretsOf(*newSession), address, callBack);
+        return;
+    }
     {
         auto& saved = records::savedLogin();
         const tljira::UserDefaults::Hold inOnePiece(saved);

@@ -6,6 +6,7 @@
 #include "platform/foundation/Log.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/loading/HTTPCookieStorage.h"
+#include "records/KeyringEntry.h"
 #include "records/SavedLogin.h"
 
 using client::Answer;
@@ -30,6 +31,10 @@ void JAController::loginWithToken(const std::optional<QString>& user, const std:
         tljira::log(u"Sign-in by token: %lld", client::statusOf(response));
         if (!client::namesAccount(offered, answer, response)) {
             refuseSession(client::refusedToken(offered, answer, response), callBack);
+            return;
+        }
+        if (records::usesKeyring()) {
+            keepInKeyring(JALoginObject::initWithDictionary({}), records::secretsOf(offered), typed, callBack);
             return;
         }
         {

@@ -26,7 +26,9 @@ JALoginObject::JALoginObject(const QJsonObject& dictionary)
     const QJsonObject session = dictionary.value(kSession).toObject();
     m_sessionName = records::textOrNumber(session.value(kSessionName));
     m_sessionValue = records::textOrNumber(session.value(kSessionValue));
-    saveSession();
+    // One that the keyring is to keep counts from when it has it.
+    if (!records::usesKeyring())
+        saveSession();
 }
 
 void JALoginObject::saveSession() const
@@ -38,6 +40,7 @@ void JALoginObject::saveSession() const
     defaults.setObject(*m_sessionValue, savedValueKey);
     defaults.setObject(*m_sessionName, savedNameKey);
     records::forgetToken();
+    records::forgetKeyring();
 }
 
 std::optional<QString> JALoginObject::restoreSession()

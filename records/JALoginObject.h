@@ -15,7 +15,7 @@
 class TL_EXPORT JALoginObject : public JAObject
 {
 public:
-    /// Reads the answer and saves the session that it names.
+    /// Reads the answer and saves the session that it names; with TLJiraOptions::Secrets::Keyring it only reads.
     static std::shared_ptr<const JALoginObject> initWithDictionary(const QJsonObject& dictionary);
 
     ///@{
@@ -34,7 +34,8 @@ public:
     const std::optional<QString>& sessionValue() const { return m_sessionValue; }
     ///@}
 
-    /// Makes this the saved session. Without both name and value the saved one stays as it is.
+    /// Makes this the saved session. Without both name and value the saved one stays as it is. With Secrets::Keyring it
+    /// is that of this process; a login brings it into the keyring.
     void saveSession() const;
 
     /// The saved session as the text of a "Cookie" header, NAME=VALUE; absent unless both are saved. From any thread.

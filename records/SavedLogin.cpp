@@ -5,6 +5,8 @@
 #include "records/ServerAddress.h"
 #include "records/TLJiraOptions.h"
 
+#include <atomic>
+
 namespace records {
 
 namespace {
@@ -28,10 +30,24 @@ tljira::UserDefaults& savedLogin()
 {
     static tljira::UserDefaults& defaults = []() -> tljira::UserDefaults& {
         auto& standard = tljira::UserDefaults::standardUserDefaults();
-        standard.keepTogether(kJiraURL, {savedValueKey, savedNameKey, savedTokenKey}, isSameServer);
+        standard.keepTogether(kJiraURL, secretKeys() + QStringList(savedInKeyringKey), isSameServer);
         return standard;
     }();
+    static std::atomic<bool> isInMemory = false;
+    const bool usesMemory = usesKeyring();
+    if (isInMemory.exchange(usesMemory) != usesMemory)
+        defaults.keepInMemory(usesMemory ? secretKeys() : QStringList());
     return defaults;
+}
+
+bool usesKeyring()
+{
+    return TLJiraOptions::inUse().secrets == TLJiraOptions::Secrets::Keyring;
+}
+
+QStringList secretKeys()
+{
+    return {savedValueKey, savedNameKey, savedTokenKey};
 }
 
 bool isSameServer(const QJsonValue& one, const QJsonValue& other)

@@ -3,8 +3,6 @@
 #include "records/JALoginObject.h"
 #include "records/SavedLogin.h"
 
-#include <QJsonObject>
-
 namespace records {
 
 namespace {
@@ -23,17 +21,28 @@ std::optional<SavedToken> savedToken()
     return token.origin.isEmpty() || token.token.isEmpty() ? std::nullopt : std::optional(token);
 }
 
+QJsonObject valueOf(const SavedToken& token)
+{
+    return {{originKey, token.origin}, {userKey, token.user}, {tokenKey, token.token}};
+}
+
 void saveToken(const SavedToken& token)
 {
     const tljira::UserDefaults::Hold inOnePiece(savedLogin());
     JALoginObject::resetSession();
-    savedLogin().setObject(QJsonObject{{originKey, token.origin}, {userKey, token.user}, {tokenKey, token.token}},
-                           savedTokenKey);
+    savedLogin().setObject(valueOf(token), savedTokenKey);
+    forgetKeyring();
 }
 
 void forgetToken()
 {
     savedLogin().removeObjectForKey(savedTokenKey);
+}
+
+void forgetKeyring()
+{
+    if (!usesKeyring())
+        savedLogin().removeObjectForKey(savedInKeyringKey);
 }
 
 } // namespace records

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/Export.h"
 
+#include <QJsonObject>
 #include <QString>
 
 #include <optional>
@@ -21,8 +22,12 @@ struct SavedToken
 
 /// Nothing unless all of it is saved. From any thread.
 TL_EXPORT std::optional<SavedToken> savedToken();
+/// As it is saved.
+QJsonObject valueOf(const SavedToken& token);
 /// Takes the place of a session, and of an earlier token.
 void saveToken(const SavedToken& token);
 void forgetToken();
+/// What is saved in the settings takes the place of what the keyring has.
+void forgetKeyring();
 
 } // namespace records

@@ -30,6 +30,12 @@ struct TL_EXPORT TLJiraOptions
         Token     ///< an API token with a user's name or e-mail address, or a personal access token without
     };
 
+    /// Where that lies for later runs which a login brings: the session or the token.
+    enum class Secrets {
+        Settings, ///< beside the server's address, in the user's settings; cookies in a file
+        Keyring   ///< in the desktop's keyring; cookies in memory alone
+    };
+
     /// A kind of document, as the names of attachments tell it.
     struct DocumentKind
     {
@@ -118,6 +124,10 @@ struct TL_EXPORT TLJiraOptions
     /// With SignIn::Token nobody is sent a cookie, and the token goes to nobody but the server of the login: not to
     /// another scheme, host or port, by a redirect or by a link.
     SignIn signIn = SignIn::Password;
+    /// With Secrets::Keyring no file ever has the session, the token or a cookie. A keyring that is locked, that is not
+    /// running or that the framework was built without is an error of every login, in words; nothing is kept elsewhere
+    /// instead. The main thread's event loop must be one of GLib, as Qt's own is on Linux.
+    Secrets secrets = Secrets::Settings;
     /// The attachments that are listed, and that a user may fetch; none of these stands for all attachments. A file
     /// that the windows download gets the (first) extension behind its name: with the default one always, with others
     /// unless it has one of them, and with all attachments never.

@@ -4,6 +4,7 @@
 #include "client/ServerName.h"
 #include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/MainQueue.h"
+#include "platform/foundation/settings/Keyring.h"
 #include "platform/toolkit/views/FitContent.h"
 #include "platform/toolkit/views/View.h"
 #include "platform/toolkit/windows/Window.h"
@@ -195,5 +196,10 @@ void JAHeadViewController::endSheetAtCancel()
 
 void JAHeadViewController::logOutAction()
 {
-    JAController::sharedInstance()->logout({});
+    const auto& client = JAController::sharedInstance();
+    client->logout([client](const auto& error) {
+        const bool isOfKeyring = error && error->domain == QLatin1String(tljira::Keyring::errorDomain);
+        if (const auto receiver = client->delegate(); receiver && isOfKeyring)
+            receiver->jaControlleLogoutCompletion(false, error);
+    });
 }

@@ -3,6 +3,7 @@
 #include "client/JAController.h"
 #include "constants/JAConstants.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/settings/Keyring.h"
 #include "platform/foundation/settings/UserDefaults.h"
 #include "platform/toolkit/nib/FrameworkBundle.h"
 #include "platform/toolkit/nib/InterfaceTexts.h"
@@ -29,9 +30,19 @@ bool isByToken()
     return TLJiraOptions::inUse().signIn == TLJiraOptions::SignIn::Token;
 }
 
+QString keyringText(const tljira::Error& error)
+{
+    const QString sentence =
+        tljira::InterfaceTexts::shared().text("Keyring", tljira::Keyring::sentenceOf(error).toUtf8().constData());
+    const QString detail = tljira::Keyring::detailOf(error);
+    return detail.isEmpty() ? sentence : QStringLiteral("%1 (%2)").arg(sentence, detail);
+}
+
 QString failureText(const tljira::Error& error)
 {
     const QString description = error.localizedDescription();
+    if (error.domain == QLatin1String(tljira::Keyring::errorDomain))
+        return keyringText(error);
     if (isByToken())
         return tljira::InterfaceTexts::shared().text("TokenSignIn", description.toUtf8().constData());
     return error.code == unauthorized ? QStringLiteral("Incorrect login or password") : description;

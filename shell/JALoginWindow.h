@@ -48,6 +48,9 @@ public:
     /// where that window is no sheet.
     void cancelAction();
 
+    /// Shows why there is no session, as after a login that failed.
+    void showError(const tljira::Error& error);
+
 protected:
     void windowDidLoad() override;
 
@@ -58,6 +61,5 @@ private:
     void fillInAddress();
     void setIsLoggingIn(bool isLoggingIn);
     void loginEnded(const std::shared_ptr<const JALoginObject>& result, const std::optional<tljira::Error>& error);
-    void showError(const tljira::Error& error);
     void askForPasswordAgain();
 };

@@ -3,6 +3,8 @@
 #include "client/JAController.h"
 #include "client/ServerName.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/MainQueue.h"
+#include "platform/foundation/settings/Keyring.h"
 #include "platform/toolkit/nib/FrameworkBundle.h"
 #include "platform/toolkit/nib/InterfaceTexts.h"
 #include "platform/toolkit/views/FillingSubview.h"
@@ -97,7 +99,19 @@ void SessionWindowController::windowDidLoad()
     setLoginViews();
     setDownloadViews();
     useOneWidth();
-    JAController::sharedInstance()->updateSession({});
+    const std::weak_ptr<SessionWindowController> weak = sharedFrom(this);
+    JAController::sharedInstance()->updateSession([weak](const auto&, const auto& error) {
+        if (const auto self = weak.lock())
+            self->showKeyringProblem(error);
+    });
+}
+
+// Of all that can keep a user from a session this is what the form cannot mend. It is there in the next turn.
+void SessionWindowController::showKeyringProblem(const std::optional<tljira::Error>& error)
+{
+    if (!error || error->domain != QLatin1String(tljira::Keyring::errorDomain))
+        return;
+    tljira::MainQueue::instance().addOperation([form = m_jaLoginWindow, error] { form->showError(*error); });
 }
 
 void SessionWindowController::showThatSessionIsLookedFor()
@@ -211,6 +225,11 @@ void SessionWindowController::jaValidSession()
 void SessionWindowController::jaInvalidSession()
 {
     setActualView(loginViewContainer());
+}
+
+void SessionWindowController::jaControlleLogoutCompletion(bool, const std::optional<tljira::Error>& error)
+{
+    showKeyringProblem(error);
 }
 
 void SessionWindowController::windowWillClose(tljira::Window&)

@@ -76,6 +76,8 @@ public:
     void jaValidSession() override;
     /// Shows the login form; the header keeps what it shows.
     void jaInvalidSession() override;
+    /// Shows in the form that a keyring goes on holding what the user wanted out of it.
+    void jaControlleLogoutCompletion(bool success, const std::optional<tljira::Error>& error) override;
 
     /// Ends the modal run, if one is going. Transfers go on.
     void windowWillClose(tljira::Window& window) override;
@@ -99,6 +101,7 @@ protected:
 private:
     void showThatSessionIsLookedFor();
     void useOneWidth();
+    void showKeyringProblem(const std::optional<tljira::Error>& error);
 
     std::shared_ptr<JALoginWindow> m_jaLoginWindow;
     std::shared_ptr<tljira::ViewController> m_body;

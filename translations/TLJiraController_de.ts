@@ -472,6 +472,33 @@ Anderes Jira: aus Ihrem Profil dort, ohne Benutzernamen</translation>
     </message>
 </context>
 <context>
+    <name>Keyring</name>
+    <message>
+        <source>This program was built without support for the desktop’s keyring.</source>
+        <translation>Dieses Programm wurde ohne Unterstützung für den Schlüsselbund des Desktops gebaut.</translation>
+    </message>
+    <message>
+        <source>The desktop’s keyring cannot be used with the event loop of this program.</source>
+        <translation>Der Schlüsselbund des Desktops ist mit der Ereignisschleife dieses Programms nicht zu verwenden.</translation>
+    </message>
+    <message>
+        <source>The desktop’s keyring cannot be reached. Is one running?</source>
+        <translation>Der Schlüsselbund des Desktops ist nicht erreichbar. Läuft einer?</translation>
+    </message>
+    <message>
+        <source>The desktop’s keyring is locked. Unlock it and try again.</source>
+        <translation>Der Schlüsselbund des Desktops ist gesperrt. Entsperren Sie ihn und versuchen Sie es noch einmal.</translation>
+    </message>
+    <message>
+        <source>The desktop’s keyring is locked, or your login is no longer in it.</source>
+        <translation>Der Schlüsselbund des Desktops ist gesperrt, oder Ihre Anmeldung ist nicht mehr darin.</translation>
+    </message>
+    <message>
+        <source>Your login is still in the desktop’s keyring. Is that running and unlocked?</source>
+        <translation>Ihre Anmeldung ist noch im Schlüsselbund des Desktops. Läuft er, und ist er entsperrt?</translation>
+    </message>
+</context>
+<context>
     <name>TLJiraJobs</name>
     <message>
         <source>The document could not be copied: %1</source>

@@ -75,7 +75,7 @@ void AttachTask::copied(const std::shared_ptr<DocumentCopy>& copy, const std::op
         const QString reason = problem->isEmpty() ? QString::fromLatin1(texts::notWritten) : *problem;
         fail(writeError(QString::fromLatin1(texts::noCopy).arg(reason)));
     } else {
-        send(copy->path());
+        whenSignedIn([this, copy] { send(copy->path()); });
     }
 }
 

@@ -9,8 +9,12 @@ namespace client {
 
 void IssueTask::start()
 {
-    if (lacksKey())
-        return;
+    if (!lacksKey())
+        whenSignedIn([this] { askForIssue(); });
+}
+
+void IssueTask::askForIssue()
+{
     const auto url = client().url(tljira::format(kGetIssue, escapedKey(issueKey())));
     client().sendGetRequest(url, [weak = weakFrom(this)](const auto& body, const auto& error, const auto& response) {
         const auto self = weak.lock();

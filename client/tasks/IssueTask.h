@@ -16,6 +16,7 @@ protected:
     virtual void issueArrived(const JAIssueObject& issue) = 0;
 
 private:
+    void askForIssue();
     void issueAnswered(const Answer& answer);
 };
 

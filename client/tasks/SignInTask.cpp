@@ -48,29 +48,45 @@ void SignInTask::start()
 {
     client().setJiraHost(m_login.server);
     const OwnSessionOnly ownSessionOnly(m_login.server);
-    client().login(m_login.user, m_login.password, [weak = weakFrom(this)](const auto& session, const auto& error) {
-        const auto self = weak.lock();
-        if (!self || self->isOver())
-            return;
-        if (!session)
-            self->fail(error.value_or(tljira::makeURLError(tljira::URLError::CannotParseResponse)));
-        else if (!isByToken() && (!session->sessionName() || !session->sessionValue()))
-            // Any answer of status 200 is accepted, a page for people to log in included.
-            self->failWith(QStringLiteral("The server’s answer opens no session."));
-        else
-            self->accept(*session);
-    });
+    client().login(m_login.user, m_login.password,
+                   [weak = weakFrom(this), login = m_login](const auto& session, const auto& error) {
+                       const auto self = weak.lock();
+                       if (self && !self->isOver())
+                           self->answered(session, error);
+                       else if (session && records::usesKeyring() && opensDoor(*session))
+                           // It was cancelled while the keyring asked its user, who has let it take the login.
+                           save(login, *session);
+                   });
 }
 
-void SignInTask::accept(const JALoginObject& session)
+bool SignInTask::opensDoor(const JALoginObject& session)
+{
+    return isByToken() || (session.sessionName() && session.sessionValue());
+}
+
+void SignInTask::answered(const std::shared_ptr<const JALoginObject>& session,
+                          const std::optional<tljira::Error>& error)
+{
+    if (!session) {
+        fail(error.value_or(tljira::makeURLError(tljira::URLError::CannotParseResponse)));
+    } else if (!opensDoor(*session)) {
+        // Any answer of status 200 is accepted, a page for people to log in included.
+        failWith(QStringLiteral("The server’s answer opens no session."));
+    } else {
+        save(m_login, *session);
+        succeed();
+    }
+}
+
+void SignInTask::save(const Login& login, const JALoginObject& session)
 {
     const auto& shared = JAController::sharedInstance();
     {
         // Before the address was that of this server, a look at the disk may have brought the other server's back.
         const tljira::UserDefaults::Hold inOnePiece(records::savedLogin());
-        shared->setHost(m_login.server);
+        shared->setHost(login.server);
         if (isByToken())
-            records::saveToken(offeredToken(m_login.user, m_login.password, client().url(kCurrentUserPath)));
+            records::saveToken(offeredToken(login.user, login.password, shared->url(kCurrentUserPath)));
         else
             session.saveSession();
     }
@@ -79,7 +95,6 @@ void SignInTask::accept(const JALoginObject& session)
     // A window that is open shows at once who has signed in.
     if (shared->delegate())
         shared->updateSession({});
-    succeed();
 }
 
 void SignInTask::tellHost()

@@ -22,7 +22,9 @@ protected:
     void tellHost() override;
 
 private:
-    void accept(const JALoginObject& session);
+    static bool opensDoor(const JALoginObject& session);
+    static void save(const Login& login, const JALoginObject& session);
+    void answered(const std::shared_ptr<const JALoginObject>& session, const std::optional<tljira::Error>& error);
 
     Login m_login;
     TLJiraTask::Ended m_ended;

@@ -28,7 +28,8 @@
 ///
 /// **Session.** Jobs speak to the server of the last sign-in, by signIn() or in a window, with the session that is
 /// saved at the moment when they begin. Where that is no longer good the server refuses them, with status 401 as a
-/// rule, which is then the code of the error.
+/// rule, which is then the code of the error. One that lies in the desktop's keyring (TLJiraOptions::Secrets::Keyring) is
+/// read by the first job that needs it; a keyring that does not give it is why that job fails.
 ///
 /// Main thread only, of a program with a QCoreApplication and its event loop. Nothing of the host's is changed or
 /// removed.
@@ -55,8 +56,9 @@ public:
 
     /// Opens a session on a server, "https://jira.example.com", and saves both for all that follows, windows included.
     /// Until the server has accepted, what was saved before stays in use; no session is shown to another server than
-    /// its own. A sign-in that the server has accepted before `cancel` is called is not undone. With
-    /// TLJiraOptions::SignIn::Token `password` is a token; a personal access token goes without a user.
+    /// its own. A sign-in that the server has accepted before `cancel` is called is not undone, also while a keyring
+    /// (TLJiraOptions::Secrets::Keyring) asks its user whether to take it. With TLJiraOptions::SignIn::Token `password`
+    /// is a token; a personal access token goes without a user.
     static std::shared_ptr<TLJiraTask> signIn(const QString& server, const QString& user, const QString& password,
                                               const Ended& ended);
 

@@ -1,5 +1,6 @@
 #include "client/tasks/Task.h"
 
+#include "client/KeyringLogin.h"
 #include "client/tasks/TransferResult.h"
 
 #include <utility>
@@ -49,6 +50,23 @@ void Task::succeed()
     TLJiraResult done;
     done.outcome = TLJiraResult::Outcome::Done;
     end(done);
+}
+
+void Task::whenSignedIn(const std::function<void()>& proceed)
+{
+    if (!isLoginUnread()) {
+        proceed();
+        return;
+    }
+    readLogin([weak = weakFrom(this), proceed](const auto& error) {
+        const auto self = weak.lock();
+        if (!self || self->isOver())
+            return;
+        if (error)
+            self->fail(*error);
+        else
+            proceed();
+    });
 }
 
 bool Task::lacksKey()

@@ -41,6 +41,8 @@ protected:
     void failWith(const QString& text);
     void succeed();
     ///@}
+    /// Goes on with the session that is saved, which may have to be read from the keyring first; otherwise at once.
+    void whenSignedIn(const std::function<void()>& proceed);
     /// Whether there is no key of an issue; that is an end then.
     bool lacksKey();
 

@@ -8,6 +8,11 @@ namespace client {
 
 void UserTask::start()
 {
+    whenSignedIn([this] { askForUser(); });
+}
+
+void UserTask::askForUser()
+{
     client().getCurrentUser([weak = weakFrom(this)](const auto& user, const auto& error) {
         const auto self = weak.lock();
         if (!self || self->isOver())

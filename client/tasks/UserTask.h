@@ -18,6 +18,8 @@ protected:
     void tellHost() override;
 
 private:
+    void askForUser();
+
     TLJiraTask::UserEnded m_ended;
     std::shared_ptr<const JAUser> m_user;
 };

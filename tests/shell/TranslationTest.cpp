@@ -71,6 +71,13 @@ TEST_F(TranslationTest, hasExactlyTheTextsOfTheInterfaceFilesAndThoseSetInCode)
           "A user name with a colon or a line break cannot be used with a token.", "No token is saved for this server.",
           "This address leads on to another one, and the token was not sent there. Type the server’s own address."})
         needed.insert({QStringLiteral("TokenSignIn"), QString::fromUtf8(text)});
+    for (const char* text : {"This program was built without support for the desktop’s keyring.",
+                             "The desktop’s keyring cannot be used with the event loop of this program.",
+                             "The desktop’s keyring cannot be reached. Is one running?",
+                             "The desktop’s keyring is locked. Unlock it and try again.",
+                             "The desktop’s keyring is locked, or your login is no longer in it.",
+                             "Your login is still in the desktop’s keyring. Is that running and unlocked?"})
+        needed.insert({QStringLiteral("Keyring"), QString::fromUtf8(text)});
     for (const FormProperty& property : shippedTexts()) {
         if (property.isTranslatable)
             needed.insert(property.text);

@@ -22,7 +22,8 @@ public:
     /// (QStandardPaths::AppDataLocation).
     static const std::shared_ptr<HTTPCookieStorage>& sharedHTTPCookieStorage();
 
-    /// A jar with a file of its own, made with the first cookie that has to be kept.
+    /// A jar with a file of its own, made with the first cookie that has to be kept. With an empty path it has none,
+    /// and all its cookies end with it.
     explicit HTTPCookieStorage(const QString& path);
     ~HTTPCookieStorage();
     HTTPCookieStorage(const HTTPCookieStorage&) = delete;

@@ -36,6 +36,13 @@ void apply(const QJsonObject& changes, QJsonObject& values)
     }
 }
 
+QJsonObject without(const QStringList& keys, QJsonObject values)
+{
+    for (const QString& key : keys)
+        values.remove(key);
+    return values;
+}
+
 } // namespace
 
 UserDefaults& UserDefaults::standardUserDefaults()
@@ -64,7 +71,11 @@ QJsonObject UserDefaults::dictionaryRepresentation() const
 {
     refreshNowAndThen();
     const std::lock_guard lock(m_mutex);
-    return m_values;
+    if (m_memoryKeys.isEmpty())
+        return m_values;
+    QJsonObject values = without(m_memoryKeys, m_values);
+    apply(m_inMemory, values);
+    return values;
 }
 
 std::optional<QString> UserDefaults::stringForKey(const QString& key) const
@@ -94,6 +105,10 @@ void UserDefaults::setObject(const std::optional<QJsonValue>& value, const QStri
     {
         const std::lock_guard lock(m_mutex);
         load();
+        if (m_memoryKeys.contains(key)) {
+            apply({{key, wanted}}, m_inMemory);
+            return;
+        }
         // A member that is as it was needs no saving, whatever another process has saved since for its own place.
         const bool isKept = m_group.isMember(key) && m_group.ownsMembersOf(m_values);
         if (holds(m_values) && (holds(m_inFile) || m_unsaved.contains(key) || isKept))
@@ -134,6 +149,12 @@ void UserDefaults::setPlaceOfMembers(const QJsonValue& place)
 {
     const std::lock_guard lock(m_mutex);
     m_group.noteOwner(place);
+}
+
+void UserDefaults::keepInMemory(const QStringList& keys)
+{
+    const std::lock_guard lock(m_mutex);
+    m_memoryKeys = keys;
 }
 
 /// Every request reads several values; what another process wrote within so short a time might as well have been
@@ -244,7 +265,7 @@ QJsonObject UserDefaults::valuesToWrite(QJsonObject inFile, const QJsonObject& u
         if (!m_group.isPlace(change.key()) && !m_group.isMember(change.key()))
             apply({{change.key(), change.value()}}, inFile);
     }
-    return m_group.written(inFile, m_values, unsaved);
+    return without(m_memoryKeys, m_group.written(inFile, m_values, unsaved));
 }
 
 /// On the writer's thread. Keeps `m_unsaved` for the next attempt when the disk refuses.
@@ -292,6 +313,7 @@ UserDefaults::Hold::Hold(UserDefaults& defaults)
     ++m_defaults.m_holds;
     m_values = m_defaults.m_values;
     m_unsaved = m_defaults.m_unsaved;
+    m_inMemory = m_defaults.m_inMemory;
     m_group = m_defaults.m_group;
 }
 
@@ -353,6 +375,7 @@ void UserDefaults::Hold::restoreLocked()
 {
     m_defaults.m_values = m_values;
     m_defaults.m_unsaved = m_unsaved;
+    m_defaults.m_inMemory = m_inMemory;
     m_defaults.m_group = m_group;
 }
 

@@ -58,6 +58,10 @@ public:
     /// The members that were set last belong to this place, which need not be the present one.
     void setPlaceOfMembers(const QJsonValue& place);
 
+    /// From now on the values of these keys are in memory alone. What is set under them never reaches the disk; what
+    /// the file has under them is not seen, and goes when the file is written next.
+    void keepInMemory(const QStringList& keys);
+
     /// While it lives, nothing that is set reaches the disk; when it ends, all of it does, in one piece.
     class TL_EXPORT Hold
     {
@@ -82,6 +86,7 @@ public:
         bool m_isOver = false;
         QJsonObject m_values;
         QJsonObject m_unsaved;
+        QJsonObject m_inMemory;
         KeyGroup m_group;
     };
 
@@ -109,6 +114,9 @@ private:
     mutable bool m_isUnread = false;
     /// What the disk does not have yet; null stands for a key to remove.
     QJsonObject m_unsaved;
+    QStringList m_memoryKeys;
+    /// The values of these.
+    QJsonObject m_inMemory;
     mutable KeyGroup m_group;
     int m_holds = 0;
     /// What is unsaved is on its way to the disk, and cannot be taken back.

@@ -68,6 +68,8 @@ CookieJar::CookieJar(const QString& path)
 
 void CookieJar::load()
 {
+    if (m_file.path().isEmpty())
+        return;
     const std::optional<QByteArray> bytes = m_file.read();
     if (!bytes)
         return;
@@ -136,6 +138,8 @@ std::optional<Error> CookieJar::synchronize()
 /// On the writer's thread.
 void CookieJar::work()
 {
+    if (m_file.path().isEmpty())
+        return;
     store();
     if (!std::exchange(m_hasClearedAway, true))
         m_file.removeLeftovers();

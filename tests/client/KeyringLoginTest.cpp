@@ -1,0 +1,323 @@
+#include "client/KeyringLogin.h"
+
+#include "platform/foundation/loading/HTTPCookieStorage.h"
+#include "platform/foundation/settings/Keyring.h"
+#include "records/SavedLogin.h"
+#include "records/TLJiraOptions.h"
+#include "tests/client/ClientTest.h"
+#include "tests/kit/KeyringWay.h"
+
+#include <QStandardPaths>
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using standin::Fault;
+using standin::Match;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using tests::DesktopKeyring;
+using tests::Jira;
+using tests::KeyringWay;
+
+const QString application = u"tests"_s;
+
+/// Before the client is made.
+class Choice : public testing::WithParamInterface<KeyringWay>
+{
+protected:
+    Choice()
+    {
+        using Options = TLJiraOptions;
+        TLJiraOptions::use({.signIn = GetParam().isByToken ? Options::SignIn::Token : Options::SignIn::Password,
+                            .secrets = Options::Secrets::Keyring});
+    }
+
+    DesktopKeyring keyring;
+};
+
+class KeyringLoginTest : public Choice, public tests::ClientTest
+{
+protected:
+    KeyringLoginTest() { client->setHost(Jira::address); }
+
+    void startKeyring() { ASSERT_TRUE(keyring.start()); }
+
+    void tryToLogIn(const char* secret = GetParam().secret)
+    {
+        events.clear();
+        client->login(QString::fromUtf8(GetParam().user), QString::fromUtf8(secret), loginCallBack());
+    }
+    void logIn()
+    {
+        tryToLogIn();
+        ASSERT_TRUE(waitForEvents(2));
+        ASSERT_THAT(events, ElementsAre("valid", "session, no error"));
+        events.clear();
+        server.forgetRequests();
+    }
+    void check()
+    {
+        events.clear();
+        client->updateSession(loginCallBack());
+        ASSERT_TRUE(waitForEvents(2));
+    }
+    void logOut()
+    {
+        events.clear();
+        client->logout(completionCallBack());
+        ASSERT_TRUE(waitForEvents(2));
+    }
+    /// What this process knows goes; the keyring and the settings stay.
+    static void beginNextRun() { records::setSecretsInMemory({}); }
+
+    /// Whether the last request says who sends it.
+    bool isSigned() const
+    {
+        return server.lastRequest().headerCount("Cookie") + server.lastRequest().headerCount("Authorization") > 0;
+    }
+    QString text() const { return error ? error->localizedDescription() : QString(); }
+
+    static QJsonObject onDisk()
+    {
+        EXPECT_TRUE(records::savedLogin().synchronize());
+        const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+        return QJsonDocument::fromJson(tests::contentsOf(folder + u"/userdefaults.json"_s).value_or(QByteArray()))
+            .object();
+    }
+    static QJsonObject withAddress(const QString& address = Jira::address) { return {{u"jiraUrl"_s, address}}; }
+    static QJsonObject withLogin()
+    {
+        return {{u"jiraUrl"_s, Jira::address}, {u"signInKeyring"_s, GetParam().isByToken ? u"token"_s : u"session"_s}};
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(By, KeyringLoginTest, testing::ValuesIn(tests::keyringWays()),
+                         testing::PrintToStringParamName());
+
+TEST_P(KeyringLoginTest, isInTheKeyringAndInNoFile)
+{
+    startKeyring();
+    logIn();
+    const QByteArray secret = tests::secretInKeyring(application);
+    ASSERT_FALSE(secret.isEmpty());
+    EXPECT_EQ(secret == GetParam().secret, GetParam().isByToken);
+    EXPECT_EQ(onDisk(), withLogin());
+    EXPECT_THAT(tests::filesWith({secret, secret.toBase64(), GetParam().secret}), IsEmpty());
+    for (const QString& line : log.lines())
+        EXPECT_FALSE(GetParam().isByToken && line.contains(QString::fromUtf8(secret))) << line.toStdString();
+}
+
+TEST_P(KeyringLoginTest, keepsCookiesInMemoryAlone)
+{
+    startKeyring();
+    server.misbehave(Match::next(), Fault().header("Set-Cookie", "remembered=whoever-has-this; Max-Age=86400; Path=/"));
+    logIn();
+    const auto& jar = client->session()->configuration().HTTPCookieStorage;
+    EXPECT_EQ(jar->cookies().empty(), GetParam().isByToken);
+    EXPECT_EQ(jar->synchronize(), std::nullopt);
+    EXPECT_THAT(tests::filesWith({"whoever-has-this"}), IsEmpty());
+}
+
+TEST_P(KeyringLoginTest, isFoundByTheNextRun)
+{
+    startKeyring();
+    logIn();
+    check();
+    EXPECT_THAT(events, ElementsAre("valid", "session, no error"));
+    const std::string head = server.lastRequest().head;
+    beginNextRun();
+    client->session()->configuration().HTTPCookieStorage->deleteAllCookies();
+    check();
+    EXPECT_THAT(events, ElementsAre("valid", "session, no error"));
+    EXPECT_EQ(server.lastRequest().head, head);
+    EXPECT_TRUE(isSigned());
+}
+
+TEST_P(KeyringLoginTest, isThatOfItsServerAlone)
+{
+    startKeyring();
+    logIn();
+    client->setHost(Jira::otherAddress);
+    EXPECT_EQ(onDisk(), withAddress(Jira::otherAddress));
+    check();
+    EXPECT_THAT(events, ElementsAre(testing::StartsWith("nil, "), "invalid"));
+    EXPECT_TRUE(server.requests().empty() || !isSigned());
+    client->setHost(Jira::address);
+    EXPECT_EQ(onDisk(), withLogin());
+    check();
+    EXPECT_THAT(events, ElementsAre("valid", "session, no error"));
+}
+
+TEST_P(KeyringLoginTest, isGoneAfterLoggingOut)
+{
+    startKeyring();
+    logIn();
+    logOut();
+    EXPECT_THAT(events, ElementsAre("invalid", "no error"));
+    EXPECT_EQ(server.requests().size(), GetParam().isByToken ? 0U : 1U);
+    EXPECT_FALSE(DesktopKeyring::hasTextOf(application));
+    EXPECT_THAT(onDisk(), QJsonObject());
+    EXPECT_THAT(records::secretsInMemory(), QJsonObject());
+    EXPECT_FALSE(client::isLoginInKeyring());
+}
+
+TEST_P(KeyringLoginTest, isEndedAtItsServerByANextRunThatLogsOut)
+{
+    startKeyring();
+    logIn();
+    beginNextRun();
+    client->session()->configuration().HTTPCookieStorage->deleteAllCookies();
+    logOut();
+    EXPECT_THAT(events, ElementsAre("invalid", "no error"));
+    EXPECT_TRUE(GetParam().isByToken || isSigned());
+    EXPECT_FALSE(DesktopKeyring::hasTextOf(application));
+}
+
+TEST_P(KeyringLoginTest, isRefusedWhereNoKeyringRuns)
+{
+    tryToLogIn();
+    ASSERT_TRUE(waitForEvents(2));
+    EXPECT_THAT(events, ElementsAre("nil, keyring -3", "invalid"));
+    EXPECT_TRUE(text().startsWith(u"The desktop’s keyring cannot be reached. Is one running? ("_s))
+        << text().toStdString();
+    EXPECT_EQ(client->jaSession(), nullptr);
+    EXPECT_EQ(onDisk(), withAddress());
+    EXPECT_EQ(records::secretsInMemory(), QJsonObject());
+    EXPECT_THAT(client->session()->configuration().HTTPCookieStorage->cookies(), IsEmpty());
+    EXPECT_THAT(tests::filesWith({GetParam().secret}), IsEmpty());
+}
+
+TEST_P(KeyringLoginTest, asksNoKeyringWhereNobodyHasLoggedIn)
+{
+    check();
+    EXPECT_THAT(events, ElementsAre(testing::StartsWith("nil, invalid sessioin"), "invalid"));
+    events.clear();
+    logOut();
+    EXPECT_THAT(events, ElementsAre("invalid", testing::Not(testing::HasSubstr("keyring"))));
+}
+
+TEST_P(KeyringLoginTest, staysAsItWasWhenALockedKeyringRefusesAnother)
+{
+    startKeyring();
+    logIn();
+    const QByteArray secret = tests::secretInKeyring(application);
+    const QJsonObject inMemory = records::secretsInMemory();
+    ASSERT_TRUE(keyring.lock());
+    tryToLogIn();
+    ASSERT_TRUE(waitForEvents(2));
+    EXPECT_THAT(events, ElementsAre("nil, keyring -4", "invalid"));
+    EXPECT_EQ(text(), u"The desktop’s keyring is locked. Unlock it and try again."_s);
+    EXPECT_EQ(records::secretsInMemory(), inMemory);
+    EXPECT_EQ(onDisk(), withLogin());
+    keyring.stop();
+    startKeyring();
+    EXPECT_EQ(tests::secretInKeyring(application), secret);
+    check();
+    EXPECT_THAT(events, ElementsAre("valid", "session, no error"));
+}
+
+TEST_P(KeyringLoginTest, staysAsItWasWhenTheServerRefusesAnother)
+{
+    startKeyring();
+    logIn();
+    const QByteArray secret = tests::secretInKeyring(application);
+    tryToLogIn("wrong");
+    ASSERT_TRUE(waitForEvents(2));
+    EXPECT_THAT(events, ElementsAre("nil, invalid sessioin 401", "invalid"));
+    EXPECT_EQ(tests::secretInKeyring(application), secret);
+    EXPECT_EQ(onDisk(), withLogin());
+}
+
+TEST_P(KeyringLoginTest, isNotGivenByALockedKeyring)
+{
+    startKeyring();
+    logIn();
+    beginNextRun();
+    ASSERT_TRUE(keyring.lock());
+    check();
+    EXPECT_THAT(events, ElementsAre("nil, keyring -5", "invalid"));
+    EXPECT_EQ(text(), u"The desktop’s keyring is locked, or your login is no longer in it."_s);
+    EXPECT_EQ(server.requestCount(), 0U);
+}
+
+TEST_P(KeyringLoginTest, saysThatALockedKeyringGoesOnHoldingIt)
+{
+    startKeyring();
+    logIn();
+    ASSERT_TRUE(keyring.lock());
+    logOut();
+    EXPECT_THAT(events, ElementsAre("invalid", "keyring -6"));
+    EXPECT_EQ(text(), u"Your login is still in the desktop’s keyring. Is that running and unlocked?"_s);
+    EXPECT_EQ(client->jiraHost(), std::nullopt);
+    EXPECT_TRUE(DesktopKeyring::hasTextOf(application));
+    keyring.stop();
+    startKeyring();
+    logOut();
+    EXPECT_THAT(events, ElementsAre("invalid", "no error"));
+    EXPECT_FALSE(DesktopKeyring::hasTextOf(application));
+    EXPECT_THAT(onDisk(), QJsonObject());
+}
+
+TEST_P(KeyringLoginTest, waitsForTheKeyringWithoutHoldingUpAnything)
+{
+    startKeyring();
+    keyring.hold();
+    tryToLogIn();
+    ASSERT_TRUE(tests::waitUntil([this] { return server.requestCount() == 1; }));
+    bool isAnswered = false;
+    client->sendGetRequest(client->url(u"rest/api/2/serverInfo"_s),
+                           [&](const auto&, const auto&, const auto&) { isAnswered = true; });
+    ASSERT_TRUE(tests::waitUntil([&] { return isAnswered; }));
+    tests::drainMainQueue();
+    EXPECT_THAT(events, IsEmpty());
+    EXPECT_EQ(records::secretsInMemory(), QJsonObject());
+    keyring.release();
+    ASSERT_TRUE(waitForEvents(2));
+    EXPECT_THAT(events, ElementsAre("valid", "session, no error"));
+    EXPECT_EQ(onDisk(), withLogin());
+}
+
+TEST_P(KeyringLoginTest, isNotForgottenByALogoutThatBeganBeforeIt)
+{
+    startKeyring();
+    logIn();
+    beginNextRun();
+    keyring.hold();
+    client->logout({});
+    client->setHost(Jira::address);
+    tryToLogIn();
+    ASSERT_TRUE(tests::waitUntil([this] { return server.requestCount() >= 1; }));
+    keyring.release();
+    ASSERT_TRUE(tests::waitUntil(
+        [this] { return std::find(events.begin(), events.end(), "session, no error") != events.end(); }));
+    tests::drainMainQueue();
+    EXPECT_TRUE(DesktopKeyring::hasTextOf(application));
+    EXPECT_EQ(onDisk(), withLogin());
+    EXPECT_FALSE(records::secretsInMemory().isEmpty());
+}
+
+TEST_P(KeyringLoginTest, takesWhatIsInFilesAwayFromThem)
+{
+    tljira::UserDefaults::standardUserDefaults().keepInMemory({});
+    TLJiraOptions::use({});
+    JALoginObject::initWithDictionary(
+        {{u"session"_s, QJsonObject{{u"name"_s, u"JSESSIONID"_s}, {u"value"_s, u"left-by-an-older-version"_s}}}});
+    tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->setCookie({.domain = Jira::address.section(u'/', 2, 2),
+                                                                     .path = u"/"_s,
+                                                                     .expires = 4'000'000'000,
+                                                                     .name = u"old"_s,
+                                                                     .value = u"left-as-well"_s});
+    ASSERT_EQ(tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->synchronize(), std::nullopt);
+    onDisk();
+    ASSERT_EQ(tests::filesWith({"left-by-an-older-version", "left-as-well"}).size(), 2);
+    TLJiraOptions::use({.signIn = GetParam().isByToken ? TLJiraOptions::SignIn::Token : TLJiraOptions::SignIn::Password,
+                        .secrets = TLJiraOptions::Secrets::Keyring});
+    startKeyring();
+    logIn();
+    EXPECT_EQ(onDisk(), withLogin());
+    EXPECT_EQ(tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->synchronize(), std::nullopt);
+    EXPECT_THAT(tests::filesWith({"left-by-an-older-version", "left-as-well"}), IsEmpty());
+}
+
+} // namespace
