@@ -139,7 +139,7 @@ TEST_P(KeyringCommandTest, saysThatTheKeyringIsLocked)
     EXPECT_EQ(runAndKeep(words("whoami")), refusal);
     EXPECT_EQ(runAndKeep(words("session --json")), refusal);
     EXPECT_EQ(runAndKeep(words("attachments ABC-1")), refusal);
-    EXPECT_EQ(server.requestCount(), 0U);
+    EXPECT_THAT(server.requests(), IsEmpty());
     EXPECT_EQ(runAndKeep(loginToKeyring(), input()),
               Result({1, {}, "The desktop’s keyring is locked. Unlock it and try again.\n"}));
     EXPECT_EQ(settings(), withLogin());
@@ -244,7 +244,7 @@ TEST_P(KeyringCommandTest, isInterruptedWhileTheKeyringAsks)
     // It has asked when it has joined the bus; a moment before that it is interrupted just as well.
     tool->sendSignal(SIGINT);
     EXPECT_EQ(tool->status(), 130);
-    EXPECT_EQ(server.requestCount(), 0U);
+    EXPECT_THAT(server.requests(), IsEmpty());
     keyring.release();
     EXPECT_EQ(runAndKeep(words("whoami")).status, 0);
 }

@@ -99,7 +99,7 @@ TEST_P(KeyringWindowsTest, findTheLoginOfAnEarlierRun)
     open();
     drainMainQueue();
     EXPECT_TRUE(isLookingForSession());
-    EXPECT_EQ(server.requestCount(), 0U);
+    EXPECT_THAT(server.requests(), IsEmpty());
     keyring.release();
     EXPECT_TRUE(waitForBody());
 }
@@ -126,7 +126,7 @@ TEST_P(KeyringWindowsTest, sayThatTheKeyringIsLockedAndLogInWhenItIsNot)
     openTheForm();
     ASSERT_TRUE(waitForError());
     EXPECT_EQ(errorText(), u"The desktop’s keyring is locked, or your login is no longer in it."_s);
-    EXPECT_EQ(server.requestCount(), 0U);
+    EXPECT_THAT(server.requests(), IsEmpty());
     fillIn();
     ui::click(form().loginButton());
     ASSERT_TRUE(

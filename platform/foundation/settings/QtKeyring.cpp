@@ -5,6 +5,10 @@
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
+#include <QLibrary>
+
+#include <deque>
+#include <utility>
 
 namespace tljira {
 
@@ -12,6 +16,36 @@ namespace {
 
 /// The name of the text among those of the application.
 const QString entryName = QStringLiteral("login");
+
+/// What is asked for, one thing after the other. Each says when it has ended.
+class Line
+{
+public:
+    using Work = std::function<void(const std::function<void()>& ended)>;
+
+    static void add(const Work& work)
+    {
+        // Never destroyed: the keyring may answer while the process ends.
+        static auto& line = *new Line;
+        line.m_waiting.push_back(work);
+        if (!line.m_isBusy)
+            line.next();
+    }
+
+private:
+    void next()
+    {
+        m_isBusy = !m_waiting.empty();
+        if (!m_isBusy)
+            return;
+        const Work work = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        work([this] { next(); });
+    }
+
+    std::deque<Work> m_waiting;
+    bool m_isBusy = false;
+};
 
 /// As it names the folder of the settings, so that each application has a text of its own.
 QString serviceName()
@@ -32,6 +66,14 @@ bool isAnswered()
 #endif
 }
 
+/// libsecret goes on speaking to a keyring that has ended, and never to the one that was started in its place.
+void lookForKeyringAnew()
+{
+    QLibrary library(QStringLiteral("secret-1"), 0);
+    if (const auto disconnect = reinterpret_cast<void (*)()>(library.resolve("secret_service_disconnect")))
+        disconnect();
+}
+
 Keyring::Problem problemOf(QKeychain::Error error)
 {
     switch (error) {
@@ -46,54 +88,79 @@ Keyring::Problem problemOf(QKeychain::Error error)
     }
 }
 
+bool isUnreachable(const QKeychain::Job& job)
+{
+    return job.error() != QKeychain::NoError && problemOf(job.error()) == Keyring::Problem::Unreachable;
+}
+
 /// What the library says adds nothing to the other problems.
 QString libraryDetail(const QKeychain::Job& job)
 {
-    return problemOf(job.error()) == Keyring::Problem::Unreachable ? job.errorString() : QString();
+    return isUnreachable(job) ? job.errorString() : QString();
 }
 
-using Ended = std::function<void(const QKeychain::Job* job)>;
+using MakeJob = std::function<QKeychain::Job*()>;
+using Ended = std::function<void(const QKeychain::Job& job)>;
 
-/// Without an event loop that brings the answer: null.
-void run(QKeychain::Job* job, const Ended& ended)
+void attempt(const MakeJob& makeJob, bool isLast, const Ended& ended)
 {
+    auto* const job = makeJob();
     job->setKey(entryName);
     // What it would fall back to is a file.
     job->setInsecureFallback(false);
-    if (!isAnswered()) {
-        delete job;
-        MainQueue::instance().addOperation([ended] { ended(nullptr); });
-        return;
-    }
-    QObject::connect(job, &QKeychain::Job::finished, job, [ended](const QKeychain::Job* finished) { ended(finished); });
+    QObject::connect(job, &QKeychain::Job::finished, job, [makeJob, isLast, ended](const QKeychain::Job* finished) {
+        if (isLast || !isUnreachable(*finished)) {
+            ended(*finished);
+            return;
+        }
+        lookForKeyringAnew();
+        attempt(makeJob, true, ended);
+    });
     job->start();
+}
+
+QKeychain::Job* writing(const QString& text)
+{
+    auto* const job = new QKeychain::WritePasswordJob(serviceName());
+    job->setTextData(text);
+    return job;
 }
 
 } // namespace
 
 void Keyring::read(const Read& callBack)
 {
-    run(new QKeychain::ReadPasswordJob(serviceName()), [callBack](const QKeychain::Job* job) {
-        if (!job)
-            callBack(std::nullopt, makeError(Problem::WrongEventLoop));
-        else if (job->error() != QKeychain::NoError)
-            callBack(std::nullopt, makeError(problemOf(job->error()), libraryDetail(*job)));
-        else
-            callBack(static_cast<const QKeychain::ReadPasswordJob*>(job)->textData(), std::nullopt);
+    if (!isAnswered()) {
+        MainQueue::instance().addOperation([callBack] { callBack(std::nullopt, makeError(Problem::WrongEventLoop)); });
+        return;
+    }
+    Line::add([callBack](const auto& ended) {
+        const auto answered = [callBack, ended](const QKeychain::Job& job) {
+            if (job.error() != QKeychain::NoError)
+                callBack(std::nullopt, makeError(problemOf(job.error()), libraryDetail(job)));
+            else
+                callBack(static_cast<const QKeychain::ReadPasswordJob&>(job).textData(), std::nullopt);
+            ended();
+        };
+        attempt([] { return new QKeychain::ReadPasswordJob(serviceName()); }, false, answered);
     });
 }
 
 void Keyring::write(const QString& text, const Done& callBack)
 {
-    auto* const job = new QKeychain::WritePasswordJob(serviceName());
-    job->setTextData(text);
-    run(job, [callBack](const QKeychain::Job* ended) {
-        if (!ended)
-            callBack(makeError(Problem::WrongEventLoop));
-        else if (ended->error() != QKeychain::NoError)
-            callBack(makeError(problemOf(ended->error()), libraryDetail(*ended)));
-        else
-            callBack(std::nullopt);
+    if (!isAnswered()) {
+        MainQueue::instance().addOperation([callBack] { callBack(makeError(Problem::WrongEventLoop)); });
+        return;
+    }
+    Line::add([text, callBack](const auto& ended) {
+        const auto answered = [callBack, ended](const QKeychain::Job& job) {
+            if (job.error() != QKeychain::NoError)
+                callBack(makeError(problemOf(job.error()), libraryDetail(job)));
+            else
+                callBack(std::nullopt);
+            ended();
+        };
+        attempt([text] { return writing(text); }, false, answered);
     });
 }
 
@@ -101,17 +168,25 @@ void Keyring::write(const QString& text, const Done& callBack)
 // and that it says.
 void Keyring::remove(const Done& callBack)
 {
-    const auto writing = std::make_shared<std::optional<Error>>();
-    write({}, [writing](const auto& error) { *writing = error; });
-    run(new QKeychain::DeletePasswordJob(serviceName()), [writing, callBack](const QKeychain::Job* job) {
-        if (!job)
-            callBack(makeError(Problem::WrongEventLoop));
-        else if (*writing)
-            callBack(makeError(Problem::NotRemoved, detailOf(**writing)));
-        else if (job->error() != QKeychain::NoError && job->error() != QKeychain::EntryNotFound)
-            callBack(makeError(Problem::NotRemoved, libraryDetail(*job)));
-        else
-            callBack(std::nullopt);
+    if (!isAnswered()) {
+        MainQueue::instance().addOperation([callBack] { callBack(makeError(Problem::WrongEventLoop)); });
+        return;
+    }
+    Line::add([callBack](const auto& ended) {
+        const auto removed = [callBack, ended](const QKeychain::Job& job) {
+            if (job.error() != QKeychain::NoError && job.error() != QKeychain::EntryNotFound)
+                callBack(makeError(Problem::NotRemoved, libraryDetail(job)));
+            else
+                callBack(std::nullopt);
+            ended();
+        };
+        const auto overwritten = [removed](const QKeychain::Job& job) {
+            if (job.error() != QKeychain::NoError)
+                removed(job);
+            else
+                attempt([] { return new QKeychain::DeletePasswordJob(serviceName()); }, false, removed);
+        };
+        attempt([] { return writing({}); }, false, overwritten);
     });
 }
 
