@@ -113,7 +113,9 @@ void JAController::checkSession(const LoginCallBack& callBack)
 void JAController::logout(const CompletionCallBack& callBack)
 {
     if (records::usesKeyring()) {
-        logoutWithKeyring(isByToken() ? std::nullopt : url(kLoginURLPath), callBack);
+        // What a locked keyring kept at an earlier logout is of no server any more.
+        const bool hasSession = !isByToken() && records::savedLogin().objectForKey(kJiraURL);
+        logoutWithKeyring(hasSession ? url(kLoginURLPath) : std::nullopt, callBack);
         return;
     }
     if (isByToken()) {

@@ -239,9 +239,10 @@ TEST_P(KeyringCommandTest, isInterruptedWhileTheKeyringAsks)
     logInHere();
     server.forgetRequests();
     keyring.hold();
+    const auto before = keyring.callers();
     const auto tool = start(words("whoami"));
     tool->sendInput({});
-    // It has asked when it has joined the bus; a moment before that it is interrupted just as well.
+    ASSERT_TRUE(tests::waitUntil([&] { return keyring.callers() > before; }));
     tool->sendSignal(SIGINT);
     EXPECT_EQ(tool->status(), 130);
     EXPECT_THAT(server.requests(), IsEmpty());

@@ -7,6 +7,7 @@
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QFile>
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 #include <csignal>
@@ -137,6 +138,12 @@ void DesktopKeyring::release() const
 void DesktopKeyring::stop()
 {
     end(m_daemon);
+}
+
+qsizetype DesktopKeyring::callers() const
+{
+    const auto* const bus = QDBusConnection(m_folder.path()).interface();
+    return bus->registeredServiceNames().value().filter(QRegularExpression(QStringLiteral("^:"))).size();
 }
 
 QByteArray DesktopKeyring::textOf(const QString& application)

@@ -28,6 +28,8 @@ public:
     ///@}
     /// Ends it.
     void stop();
+    /// How many have joined the bus.
+    qsizetype callers() const;
 
     /// The text that an application keeps; empty for none. For an unlocked keyring.
     static QByteArray textOf(const QString& application);

@@ -2,6 +2,7 @@
 
 #include "client/KeyringLogin.h"
 #include "platform/toolkit/views/View.h"
+#include "records/SavedLogin.h"
 #include "records/TLJiraOptions.h"
 #include "tests/kit/KeyringWay.h"
 #include "tests/shell/TLJiraUploadTest.h"
@@ -53,6 +54,8 @@ protected:
         fillIn();
         ui::click(form().loginButton());
         ASSERT_TRUE(waitForBody());
+        // The last that the header asks for.
+        ASSERT_TRUE(waitUntil([this] { return !entry->headViewController()->avatarImage()->image().isNull(); }));
         forgetThePast();
     }
     /// What this process knows goes, its windows first; keyring and settings stay.
