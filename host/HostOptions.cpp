@@ -9,6 +9,7 @@ namespace {
 const QString connectToOption = QStringLiteral("connect-to");
 const QString wholeAddressOption = QStringLiteral("whole-address");
 const QString tokenOption = QStringLiteral("token");
+const QString keyringOption = QStringLiteral("keyring");
 const QString documentsOption = QStringLiteral("documents");
 const QString statusOption = QStringLiteral("status");
 const QString darkOption = QStringLiteral("dark");
@@ -22,6 +23,7 @@ void describe(QCommandLineParser& parser)
          QStringLiteral("HOST:PORT:ADDR:PORT")},
         {wholeAddressOption, QStringLiteral("Let port and path of the server's address count.")},
         {tokenOption, QStringLiteral("Log in with an API token instead of a password.")},
+        {keyringOption, QStringLiteral("Keep the login in the desktop's keyring, and in no file.")},
         {documentsOption, QStringLiteral("List attachments with this extension, or \"all\"; may be repeated."),
          QStringLiteral("EXTENSION")},
         {statusOption, QStringLiteral("Show this in the status line."), QStringLiteral("TEXT")},
@@ -39,6 +41,8 @@ TLJiraOptions choicesOf(const QCommandLineParser& parser)
         choices.address = TLJiraOptions::Address::Whole;
     if (parser.isSet(tokenOption))
         choices.signIn = TLJiraOptions::SignIn::Token;
+    if (parser.isSet(keyringOption))
+        choices.secrets = TLJiraOptions::Secrets::Keyring;
     const QStringList extensions = parser.values(documentsOption);
     if (!extensions.isEmpty())
         choices.documents.clear();

@@ -64,6 +64,8 @@ TEST(ArgumentParser, readsNameDestinationAndPasswordOption)
     EXPECT_EQ(parsed("tljira upload ABC-1 plan --name=other")->name, u"other"_s);
     EXPECT_EQ(parsed("tljira download ABC-1 plan --to some/where")->destination, u"some/where"_s);
     EXPECT_TRUE(parsed("tljira login https://h/ anna --password-stdin")->takesPasswordFromStandardInput);
+    EXPECT_FALSE(parsed("tljira login https://h/ anna")->wantsKeyring);
+    EXPECT_TRUE(parsed("tljira login https://h/ anna --keyring")->wantsKeyring);
 }
 
 TEST(ArgumentParser, endsOptionsAtTwoHyphens)
@@ -101,6 +103,7 @@ TEST(ArgumentParser, refusesOptionsThatMeanNothingToTheCommand)
     EXPECT_EQ(errorOf("tljira download ABC-1 x --name y"), u"download takes no --name."_s);
     EXPECT_EQ(errorOf("tljira upload ABC-1 x --to y"), u"upload takes no --to."_s);
     EXPECT_EQ(errorOf("tljira session --password-stdin"), u"session takes no --password-stdin."_s);
+    EXPECT_EQ(errorOf("tljira whoami --keyring"), u"whoami takes no --keyring."_s);
 }
 
 TEST(ArgumentParser, refusesUnknownOptionsAndMissingValues)

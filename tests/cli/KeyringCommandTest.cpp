@@ -124,7 +124,7 @@ TEST_P(KeyringCommandTest, saysThatNoKeyringRunsAndSavesNothing)
     const Result result = runAndKeep(loginToKeyring(), input());
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "");
-    EXPECT_TRUE(result.error.startsWith("The desktop’s keyring cannot be reached. Is one running? (")) << result;
+    EXPECT_TRUE(result.error.startsWith("The desktop’s keyring cannot be reached. Is one running?")) << result;
     EXPECT_FALSE(QFileInfo::exists(settingsPath()));
     EXPECT_THAT(tests::filesWith({GetParam().secret}), IsEmpty());
 }

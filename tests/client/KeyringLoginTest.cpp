@@ -181,7 +181,7 @@ TEST_P(KeyringLoginTest, isRefusedWhereNoKeyringRuns)
     tryToLogIn();
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_THAT(events, ElementsAre("nil, keyring -3", "invalid"));
-    EXPECT_TRUE(text().startsWith(u"The desktop’s keyring cannot be reached. Is one running? ("_s))
+    EXPECT_TRUE(text().startsWith(u"The desktop’s keyring cannot be reached. Is one running?"_s))
         << text().toStdString();
     EXPECT_EQ(client->jaSession(), nullptr);
     EXPECT_EQ(onDisk(), withAddress());

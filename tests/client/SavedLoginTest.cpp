@@ -58,6 +58,19 @@ TEST_F(SavedLoginTest, isOneOfAddressNameAndValue)
     EXPECT_EQ(onDisk(), login(here, savedValue()));
 }
 
+TEST_F(SavedLoginTest, isJustThisInTheFileOfAHostThatChoseNothing)
+{
+    logInAt(here);
+    EXPECT_TRUE(records::savedLogin().synchronize());
+    const QString line = QStringLiteral(R"({"jiraUrl":"%1","kSessionName":"JSESSIONID","kSessionValue":"%2"})");
+    EXPECT_EQ(tests::contentsOf(path()), line.arg(here, savedValue()).toUtf8());
+    client->logout({});
+    EXPECT_TRUE(waitForEvents(1));
+    EXPECT_TRUE(records::savedLogin().synchronize());
+    const QString left = QStringLiteral(R"({"kSessionName":"JSESSIONID","kSessionValue":"%1"})");
+    EXPECT_EQ(tests::contentsOf(path()), left.arg(savedValue()).toUtf8());
+}
+
 TEST_F(SavedLoginTest, neverHasTheAddressOfOneServerAndTheSessionOfAnother)
 {
     logInAt(here);

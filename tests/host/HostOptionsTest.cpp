@@ -43,6 +43,7 @@ TEST(HostOptions, chooseWhatUsersOfOtherServersNeed)
 {
     EXPECT_EQ(parsed({QStringLiteral("--whole-address")}).choices.address, TLJiraOptions::Address::Whole);
     EXPECT_EQ(parsed({QStringLiteral("--token")}).choices.signIn, TLJiraOptions::SignIn::Token);
+    EXPECT_EQ(parsed({QStringLiteral("--keyring")}).choices.secrets, TLJiraOptions::Secrets::Keyring);
 }
 
 TEST(HostOptions, takeAnyNumberOfExtensions)
@@ -75,7 +76,7 @@ TEST(HostOptions, refusesWhatItDoesNotKnow)
 TEST(HostOptions, namesEveryOptionInItsHelp)
 {
     for (const char* option :
-         {"--connect-to", "--whole-address", "--token", "--documents", "--status", "--dark", "--help"})
+         {"--connect-to", "--whole-address", "--token", "--keyring", "--documents", "--status", "--dark", "--help"})
         EXPECT_TRUE(HostOptions::help().contains(QLatin1String(option))) << option;
 }
 

@@ -113,7 +113,7 @@ TEST_P(KeyringWindowsTest, sayThatNoKeyringRuns)
     fillIn();
     ui::click(form().loginButton());
     ASSERT_TRUE(waitForError());
-    EXPECT_TRUE(errorText().startsWith(u"The desktop’s keyring cannot be reached. Is one running? ("_s));
+    EXPECT_TRUE(errorText().startsWith(u"The desktop’s keyring cannot be reached. Is one running?"_s));
     EXPECT_TRUE(form().loginButton()->isEnabled());
     EXPECT_TRUE(ui::isOnScreen(form().view()));
     EXPECT_TRUE(records::savedLogin().synchronize());
@@ -147,7 +147,7 @@ TEST_P(KeyringWindowsTest, sayItInTheUsersLanguage)
     fillIn();
     ui::click(form().loginButton());
     ASSERT_TRUE(waitForError());
-    EXPECT_TRUE(errorText().startsWith(u"Der Schlüsselbund des Desktops ist nicht erreichbar. Läuft einer? ("_s))
+    EXPECT_TRUE(errorText().startsWith(u"Der Schlüsselbund des Desktops ist nicht erreichbar. Läuft einer?"_s))
         << errorText().toStdString();
 }
 

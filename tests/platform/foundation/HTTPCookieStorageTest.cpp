@@ -291,4 +291,18 @@ TEST_F(HTTPCookieStorageTest, aFileThatCannotBeLookedAtIsNotTakenForEmptied)
     EXPECT_EQ(error->localizedDescription(), QStringLiteral("its present content cannot be read"));
 }
 
+TEST_F(HTTPCookieStorageTest, withoutAPathHasNoFile)
+{
+    const QTemporaryDir here;
+    ASSERT_TRUE(QDir::setCurrent(here.path()));
+    HTTPCookieStorage jar{QString()};
+    jar.setCookie(cookie("kept", "long"));
+    EXPECT_EQ(jar.synchronize(), std::nullopt);
+    EXPECT_THAT(jar.cookies(), ElementsAre(cookie("kept", "long")));
+    jar.deleteAllCookies();
+    EXPECT_EQ(jar.synchronize(), std::nullopt);
+    EXPECT_THAT(jar.cookies(), IsEmpty());
+    EXPECT_THAT(QDir(here.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), IsEmpty());
+}
+
 } // namespace

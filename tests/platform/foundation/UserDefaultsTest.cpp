@@ -481,4 +481,39 @@ TEST_F(UserDefaultsTest, whatTheDiskRefusedTooLateIsTakenBackThereToo)
     EXPECT_EQ(defaults.objectForKey(added), std::nullopt);
 }
 
+TEST_F(UserDefaultsTest, keepsSomeValuesInMemoryAlone)
+{
+    const auto secret = QStringLiteral("secret");
+    UserDefaults before(m_path);
+    before.setObject(QStringLiteral("on disk"), secret);
+    EXPECT_EQ(bytes(before), R"({"secret":"on disk"})");
+
+    UserDefaults defaults(m_path);
+    defaults.keepInMemory({secret});
+    EXPECT_EQ(defaults.objectForKey(secret), std::nullopt);
+    defaults.setObject(QStringLiteral("in memory"), secret);
+    EXPECT_EQ(defaults.stringForKey(secret), QStringLiteral("in memory"));
+    EXPECT_EQ(bytes(defaults), R"({"secret":"on disk"})");
+    defaults.setObject(1, key);
+    EXPECT_EQ(bytes(defaults), R"({"key":1})");
+    EXPECT_EQ(defaults.dictionaryRepresentation(), (QJsonObject{{key, 1}, {secret, QStringLiteral("in memory")}}));
+    defaults.removeObjectForKey(secret);
+    EXPECT_EQ(defaults.objectForKey(secret), std::nullopt);
+    EXPECT_EQ(bytes(defaults), R"({"key":1})");
+}
+
+TEST_F(UserDefaultsTest, takesBackWhatIsInMemoryAlone)
+{
+    UserDefaults defaults(m_path);
+    defaults.keepInMemory({key});
+    defaults.setObject(1, key);
+    {
+        UserDefaults::Hold hold(defaults);
+        defaults.setObject(2, key);
+        EXPECT_EQ(defaults.objectForKey(key), QJsonValue(2));
+        hold.takeBack();
+    }
+    EXPECT_EQ(defaults.objectForKey(key), QJsonValue(1));
+}
+
 } // namespace
