@@ -151,9 +151,9 @@ public:
     /// of status 200 with a JSON object is a session, which the token that is saved stands for. A token that no server
     /// can have given out is refused without asking.
     ///
-    /// Where the host chose TLJiraOptions::Secrets::Keyring, a session or a token that the server has accepted goes into
-    /// the keyring first, which may ask the user for as long as it likes. Only then does this end; where the keyring
-    /// does not take it the login is refused, and what was saved before stays.
+    /// Where the host chose TLJiraOptions::Secrets::Keyring, a session or a token that the server has accepted goes
+    /// into the keyring first, which may ask the user for as long as it likes. Only then does this end; where the
+    /// keyring does not take it the login is refused, and what was saved before stays.
     void login(const std::optional<QString>& user, const std::optional<QString>& password,
                const LoginCallBack& callBack);
 

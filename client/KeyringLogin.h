@@ -20,7 +20,7 @@ namespace client {
 using KeyringDone = std::function<void(const std::optional<tljira::Error>& error)>;
 
 /// Whether the keyring has a login for the server that is set.
-TL_EXPORT bool isLoginInKeyring();
+bool isLoginInKeyring();
 /// And nobody has looked there yet.
 TL_EXPORT bool isLoginUnread();
 
@@ -35,7 +35,7 @@ void keepLogin(const QJsonObject& secrets, const std::optional<QString>& address
 unsigned loginCount();
 
 /// Removes the login from the keyring. What is in memory stays.
-TL_EXPORT void removeLogin(const KeyringDone& done);
+void removeLogin(const KeyringDone& done);
 
 /// What the keyring is to hold instead, and nothing else: for a login that is taken back, or one that goes to the
 /// settings. Nothing removes it.

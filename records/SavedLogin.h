@@ -4,8 +4,8 @@
 #include "platform/foundation/settings/UserDefaults.h"
 
 /// The server's address and the session, or the token, of a login, which the user defaults keep together: see
-/// tljira::UserDefaults::keepTogether. Every reader and writer of them comes here for the defaults. Where the host chose
-/// TLJiraOptions::Secrets::Keyring, session and token are there in memory alone; see KeyringEntry.
+/// tljira::UserDefaults::keepTogether. Every reader and writer of them comes here for the defaults. Where the host
+/// chose TLJiraOptions::Secrets::Keyring, session and token are there in memory alone; see KeyringEntry.
 namespace records {
 
 TL_EXPORT tljira::UserDefaults& savedLogin();

@@ -96,14 +96,15 @@ const QStringList windowFolders = {QStringLiteral("platform/toolkit"), QStringLi
 /// What the window library and the command-line tool share with the client library, and nobody else.
 const QStringList internalNames =
     QStringLiteral(
-        "DateFormatter DocumentCopy FetchedFile FileLock GlobalQueue MainQueue SingleEnd TransferListener URL "
+        "DateFormatter DocumentCopy FetchedFile FileLock GlobalQueue Keyring MainQueue SingleEnd TransferListener URL "
         "UserDefaults "
         "appendingPathComponent appendingPathExtension attached baseOf "
         "createDirectoryAtPath deletingLastPathComponent deletingPathExtension documentsAmong documentsNewestFirst "
         "failure "
-        "fileNameFromUntrustedText filesBelowPath formatArguments isNewer isSameServer lastPathComponent logCategory "
-        "moveItemAtPath notTheDocument pathExtension "
-        "removeItemAtPath removeLeftovers savedLogin savedToken serverSentence temporaryDirectory writeError writeLog")
+        "fileNameFromUntrustedText filesBelowPath formatArguments isLoginUnread isNewer isSameServer lastPathComponent "
+        "logCategory moveItemAtPath notTheDocument pathExtension readLogin "
+        "removeItemAtPath removeLeftovers savedLogin savedToken secretsInMemory serverSentence setKeyringEntry "
+        "temporaryDirectory usesKeyring writeError writeLog")
         .split(u' ');
 
 TEST(Symbols, areThoseOfThePublicHeaders)

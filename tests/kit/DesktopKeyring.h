@@ -8,8 +8,8 @@ namespace tests {
 
 /// A session bus for this process and those that it starts, from construction to destruction, and on it, from start()
 /// on, the keyring of a desktop: gnome-keyring, whose files lie in the home of the test. Both end with the process,
-/// however it ends. The environment names the bus. One for a process, whose event loop does not run any more afterwards:
-/// GLib ends a program whose session bus goes.
+/// however it ends. The environment names the bus. One for a process, whose event loop does not run any more
+/// afterwards: GLib ends a program whose session bus goes.
 class DesktopKeyring
 {
 public:
