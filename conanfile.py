@@ -46,6 +46,8 @@ class TLJiraController(ConanFile):
         toolchain = CMakeToolchain(self)
         for part in ("TESTS", "STANDIN", "HOST"):
             toolchain.cache_variables[f"TL_BUILD_{part}"] = False
+        # What is found by chance is no part of a package.
+        toolchain.cache_variables["TL_KEYRING"] = "OFF"
         # Wherever it is built: Debian's own folder is for Debian's packages.
         toolchain.cache_variables["CMAKE_INSTALL_LIBDIR"] = "lib"
         toolchain.generate()

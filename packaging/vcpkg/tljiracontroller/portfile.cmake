@@ -10,6 +10,7 @@ vcpkg_cmake_configure(
         -DTL_BUILD_TESTS=OFF
         -DTL_BUILD_STANDIN=OFF
         -DTL_BUILD_HOST=OFF
+        -DTL_KEYRING=OFF
         -DCMAKE_INSTALL_LIBDIR=lib)
 vcpkg_cmake_install()
 vcpkg_cmake_config_fixup(PACKAGE_NAME TLJiraController CONFIG_PATH lib/cmake/TLJiraController)
