@@ -270,7 +270,7 @@ TEST_F(TokenLogin, asksForTheTokenAtTheTerminalWithoutShowingIt)
 TEST_F(TokenLogin, saysWhatCloudWants)
 {
     server.misbehave(Match::next(), Fault().status(403, R"({"error":"x"})", "application/json"));
-    EXPECT_EQ(run(words("login http://jira.example.test/ --token-stdin"), "token\n"),
+    EXPECT_EQ(run(words("login http://jira.example.test/ --token-stdin"), "hers-and-wrong\n"),
               Result({1,
                       {},
                       "The server denies access with this token alone. Jira Cloud wants your e-mail address with "
