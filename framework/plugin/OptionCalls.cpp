@@ -142,6 +142,8 @@ TLJiraOptions OptionCalls::options(const QVariantMap& named, const Log::Function
         chosen.address = TLJiraOptions::Address::Whole;
     if (reader.choice("signIn", {QStringLiteral("password"), QStringLiteral("token")}) == 1)
         chosen.signIn = TLJiraOptions::SignIn::Token;
+    if (reader.choice("secrets", {QStringLiteral("settings"), QStringLiteral("keyring")}) == 1)
+        chosen.secrets = TLJiraOptions::Secrets::Keyring;
     chosen.documents = documents(reader);
     chosen.log = logChoice(reader, log);
     chosen.routes = routes(reader);

@@ -38,12 +38,12 @@
 ///     QString setOptions(QVariantMap options)
 ///
 /// answers an empty text, or what is wrong with them, and then nothing is chosen. What is left out is as if the host
-/// had chosen nothing. "address": "schemeAndHost" or "whole". "signIn": "password" or "token". "documents": a list of
-/// extensions, each a text or a map of "extension" and "packetExtension"; an empty one stands for all attachments.
-/// "log": "on", "off" or "signal", which emits each line as `logged(QString line)`, on the main thread and in their
-/// order; with "logSecrets" true its lines hold passwords and sessions, but never a token. "routes": a list, as for
-/// `setRoutes`. "userAgent": a text. "proxy": its address, or an empty text for none. "authorities": a file or folder
-/// of certificates, with "replaceSystemAuthorities" true in place of the system's.
+/// had chosen nothing. "address": "schemeAndHost" or "whole". "signIn": "password" or "token". "secrets": "settings" or
+/// "keyring". "documents": a list of extensions, each a text or a map of "extension" and "packetExtension"; an empty
+/// one stands for all attachments. "log": "on", "off" or "signal", which emits each line as `logged(QString line)`, on
+/// the main thread and in their order; with "logSecrets" true its lines hold passwords and sessions, but never a token.
+/// "routes": a list, as for `setRoutes`. "userAgent": a text. "proxy": its address, or an empty text for none.
+/// "authorities": a file or folder of certificates, with "replaceSystemAuthorities" true in place of the system's.
 ///
 /// **Without windows**, for hosts with an interface of their own:
 ///

@@ -40,6 +40,7 @@ TEST_F(OptionCallsTest, knowEachOption)
                                     QVariantMap{{u"extension"_s, u"ods"_s}, {u"packetExtension"_s, u"odz"_s}}};
     const Options expected{.address = Options::Address::Whole,
                            .signIn = Options::SignIn::Token,
+                           .secrets = Options::Secrets::Keyring,
                            .documents = {{u"odt"_s}, {u"ods"_s, u"odz"_s}},
                            .log = Options::Log::off(),
                            .routes = {u"a:80:b:81"_s, u"c:80:d:81"_s},
@@ -48,6 +49,7 @@ TEST_F(OptionCallsTest, knowEachOption)
                            .authorities = {u"/etc/own.pem"_s, true}};
     EXPECT_EQ(optionsOf({{u"address"_s, u"whole"_s},
                          {u"signIn"_s, u"token"_s},
+                         {u"secrets"_s, u"keyring"_s},
                          {u"documents"_s, documents},
                          {u"log"_s, u"off"_s},
                          {u"routes"_s, QVariantList{u"a:80:b:81"_s, u"c:80:d:81"_s}},
@@ -61,7 +63,9 @@ TEST_F(OptionCallsTest, knowEachOption)
 
 TEST_F(OptionCallsTest, knowWhatIsChosenWhenNothingElseIs)
 {
-    EXPECT_EQ(optionsOf({{u"address"_s, u"schemeAndHost"_s}, {u"signIn"_s, u"password"_s}}), Options());
+    EXPECT_EQ(
+        optionsOf({{u"address"_s, u"schemeAndHost"_s}, {u"signIn"_s, u"password"_s}, {u"secrets"_s, u"settings"_s}}),
+        Options());
     EXPECT_EQ(optionsOf({{u"documents"_s, QVariantList()}}), Options{.documents = {}});
     EXPECT_EQ(optionsOf({{u"documents"_s, QStringList{u"odt"_s}}}), Options{.documents = {{u"odt"_s}}});
     EXPECT_EQ(optionsOf({{u"proxy"_s, QString()}}), Options{.proxy = QString()});
@@ -83,6 +87,7 @@ TEST_F(OptionCallsTest, sayWhatIsWrong)
     EXPECT_EQ(problemOf({{u"colour"_s, true}}), "This Jira plug-in has no option “colour”.");
     EXPECT_EQ(problemOf({{u"address"_s, u"Whole"_s}}), "The option “address” is “schemeAndHost” or “whole”.");
     EXPECT_EQ(problemOf({{u"signIn"_s, 1}}), "The option “signIn” is “password” or “token”.");
+    EXPECT_EQ(problemOf({{u"secrets"_s, true}}), "The option “secrets” is “settings” or “keyring”.");
     EXPECT_EQ(problemOf({{u"log"_s, false}}), "The option “log” is “on” or “off” or “signal”.");
     EXPECT_EQ(problemOf({{u"logSecrets"_s, u"yes"_s}}), "The option “logSecrets” is either true or false.");
     EXPECT_EQ(problemOf({{u"replaceSystemAuthorities"_s, 1}}),
