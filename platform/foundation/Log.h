@@ -13,7 +13,7 @@ namespace tljira {
 
 /// The category of every line of the platform log, "platform.log", on by default. A host routes it with
 /// qInstallMessageHandler and silences it with setLogEnabled().
-TL_EXPORT const QLoggingCategory& logCategory();
+const QLoggingCategory& logCategory();
 
 /// Where the lines go, and what they hold.
 struct LogSettings

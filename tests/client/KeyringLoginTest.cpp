@@ -286,7 +286,8 @@ TEST_P(KeyringLoginTest, isNotForgottenByALogoutThatBeganBeforeIt)
     logIn();
     beginNextRun();
     keyring.hold();
-    client->logout({});
+    bool hasLogoutEnded = false;
+    client->logout([&hasLogoutEnded](const auto&) { hasLogoutEnded = true; });
     client->setHost(Jira::address);
     log.clear();
     tryToLogIn();
@@ -296,7 +297,7 @@ TEST_P(KeyringLoginTest, isNotForgottenByALogoutThatBeganBeforeIt)
     keyring.release();
     ASSERT_TRUE(tests::waitUntil(
         [this] { return std::find(events.begin(), events.end(), "session, no error") != events.end(); }));
-    tests::drainMainQueue();
+    ASSERT_TRUE(tests::waitUntil([&] { return hasLogoutEnded; }));
     EXPECT_TRUE(DesktopKeyring::hasTextOf(application));
     EXPECT_EQ(onDisk(), withLogin());
     EXPECT_FALSE(records::secretsInMemory().isEmpty());

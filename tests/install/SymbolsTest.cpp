@@ -101,10 +101,11 @@ const QStringList internalNames =
         "appendingPathComponent appendingPathExtension attached baseOf "
         "createDirectoryAtPath deletingLastPathComponent deletingPathExtension documentsAmong documentsNewestFirst "
         "failure "
-        "fileNameFromUntrustedText filesBelowPath formatArguments isLoginUnread isNewer isSameServer lastPathComponent "
-        "logCategory moveItemAtPath notTheDocument pathExtension readLogin "
+        "fileNameFromUntrustedText filesBelowPath formatArguments isLogHeard isLoginUnread isNewer isSameServer "
+        "lastPathComponent "
+        "moveItemAtPath notTheDocument pathExtension readLogin "
         "removeItemAtPath removeLeftovers savedLogin savedToken secretsInMemory serverSentence setKeyringEntry "
-        "temporaryDirectory usesKeyring writeError writeLog")
+        "temporaryDirectory usesKeyring withoutTokens writeError writeLog")
         .split(u' ');
 
 TEST(Symbols, areThoseOfThePublicHeaders)
@@ -135,7 +136,9 @@ TEST(Symbols, ofOneLibraryAreNotInTheOther)
 
 TEST(Symbols, includeEveryPublicClass)
 {
-    const QSet<QString> published = namesOf(exportedSymbols(clientLibrary) + exportedSymbols(windowLibrary));
+    const QStringList exported = exportedSymbols(clientLibrary) + exportedSymbols(windowLibrary);
+    const QSet<QString> published = namesOf(exported);
+    const QString allExported = exported.join(u'\n');
     static const QRegularExpression aClass(QStringLiteral("(?:class|struct) TL_EXPORT (\\w+)"));
     QStringList missing;
     int classes = 0;
@@ -144,7 +147,8 @@ TEST(Symbols, includeEveryPublicClass)
     while (header.hasNext()) {
         for (auto found = aClass.globalMatch(textOf(header.next())); found.hasNext(); ++classes) {
             const QString name = found.next().captured(1);
-            if (!published.contains(name))
+            const bool isInsideAnother = allExported.contains(QStringLiteral("::%1::").arg(name));
+            if (!published.contains(name) && !isInsideAnother)
                 missing.append(name);
         }
     }
