@@ -6,7 +6,7 @@ from xml.sax.saxutils import escape
 from measure import MIB, size_name
 
 WIDTH, HEIGHT = 800, 430
-LEFT, RIGHT, TOP, BOTTOM = 78, 190, 78, 104
+LEFT, RIGHT, TOP, BOTTOM = 96, 190, 78, 104
 PROGRAMS = {"tljira": "tljira", "curl": "curl", "python3-jira": "python3-jira"}
 
 STYLE = """
