@@ -52,8 +52,9 @@ tljira::URLRequest uploadRequest(const std::optional<QString>& url, const tljira
 {
     tljira::URLRequest request = client::sessionRequest(QStringLiteral("POST"), url);
     request.cachePolicy = tljira::URLRequestCachePolicy::ReloadIgnoringLocalCacheData;
-    request.setValue(tljira::format(QStringLiteral("multipart/form-data; boundary=%@"), client::multipartBoundary),
-                     QStringLiteral("Content-Type"));
+    request.setValue(
+        tljira::format(QStringLiteral("multipart/form-data; boundary=%@"), QString(client::multipartBoundary)),
+        QStringLiteral("Content-Type"));
     request.setValue(QStringLiteral("nocheck"), QStringLiteral("X-Atlassian-Token"));
     request.HTTPBody = body;
     return request;

@@ -4,8 +4,6 @@
 
 namespace client {
 
-const QString multipartBoundary = QStringLiteral("-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-16f8d24075108476");
-
 namespace {
 
 template <typename... Arguments>
@@ -22,12 +20,12 @@ tljira::Data multipartBody(const std::optional<tljira::Data>& fileBytes, const s
     tljira::Data body;
     if (fileBytes) {
         const QByteArray head =
-            line(u"--%@\r\n", multipartBoundary) +
+            line(u"--%@\r\n", QString(multipartBoundary)) +
             line(u"Content-Disposition: form-data; name=%@; filename=%@\r\n", QStringLiteral("file"), fileName) +
             line(u"Content-Type: %@\r\n\r\n", contentType);
         body.append(head).append(*fileBytes).append(QByteArray("\r\n"));
     }
-    body.append(line(u"--%@--\r\n", multipartBoundary));
+    body.append(line(u"--%@--\r\n", QString(multipartBoundary)));
     return body;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/values/Data.h"
 
+#include <QLatin1String>
 #include <QString>
 
 #include <optional>
@@ -10,7 +11,7 @@
 namespace client {
 
 /// The same in every request.
-extern const QString multipartBoundary;
+inline constexpr QLatin1String multipartBoundary("-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-x-X-16f8d24075108476");
 
 /// Names go in without quotation marks, as they are. Without file bytes the form is only its closing line. The file's
 /// pieces are shared, not copied.

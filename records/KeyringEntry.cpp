@@ -9,7 +9,7 @@ namespace records {
 
 namespace {
 
-const QString serverKey = QStringLiteral("server");
+constexpr QLatin1String serverKey("server");
 
 QJsonObject secretsIn(const QJsonObject& values)
 {

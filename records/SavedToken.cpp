@@ -7,9 +7,9 @@ namespace records {
 
 namespace {
 
-const QString originKey = QStringLiteral("origin");
-const QString userKey = QStringLiteral("user");
-const QString tokenKey = QStringLiteral("token");
+constexpr QLatin1String originKey("origin");
+constexpr QLatin1String userKey("user");
+constexpr QLatin1String tokenKey("token");
 
 } // namespace
 

@@ -32,7 +32,8 @@ QString baseOf(const QString& address)
 std::optional<QString> originOf(const QString& address)
 {
     // Neither a user nor an escaped character nor a backslash: readers do not agree where a host with these ends.
-    static const QRegularExpression pattern(
+    // Never destroyed: other threads may ask while the process exits.
+    static const auto& pattern = *new QRegularExpression(
         QStringLiteral(R"(\A(https?)://([\p{L}\p{M}\p{N}._-]+|\[[0-9a-f:.]+\])(?::([0-9]{1,5}))?(?:[/?#].*)?\z)"),
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
     const auto match = pattern.match(address);

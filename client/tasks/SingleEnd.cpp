@@ -13,7 +13,8 @@ namespace {
 
 std::vector<std::shared_ptr<SingleEnd>>& underWay()
 {
-    static std::vector<std::shared_ptr<SingleEnd>> all;
+    // Never destroyed: an operation may end while the process exits.
+    static auto& all = *new std::vector<std::shared_ptr<SingleEnd>>;
     return all;
 }
 

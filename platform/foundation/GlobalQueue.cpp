@@ -1,11 +1,11 @@
 #include "platform/foundation/GlobalQueue.h"
 
 #include "platform/foundation/MainQueue.h"
+#include "platform/foundation/ProcessExit.h"
 
 #include <QCoreApplication>
 
 #include <chrono>
-#include <cstdlib>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -30,7 +30,7 @@ public:
     }
     static void followProcess()
     {
-        std::atexit([] { GlobalQueue::instance().settle(true); });
+        whenProcessExits([] { GlobalQueue::instance().settle(true); });
     }
 };
 

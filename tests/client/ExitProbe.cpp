@@ -98,6 +98,8 @@ void start(const QString& way)
         download([] { std::exit(0); });
     else if (way == u"request-return-at-once")
         QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
+    else if (way == u"request-exit-at-once")
+        QTimer::singleShot(0, [] { std::exit(0); });
     JAController::sharedInstance()->getCurrentUser(nullptr);
 }
 

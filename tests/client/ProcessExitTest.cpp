@@ -48,7 +48,7 @@ TEST_P(ProcessExitTest, isQuietAndLosesNothing)
 
 INSTANTIATE_TEST_SUITE_P(InMidTransfer, ProcessExitTest,
                          testing::Values("upload", "upload-from-pool", "download", "download-exit-in-callback",
-                                         "request-return-at-once", "stuck-operation", "look-up",
+                                         "request-return-at-once", "request-exit-at-once", "stuck-operation", "look-up",
                                          "upload-from-silent-disk"));
 
 } // namespace

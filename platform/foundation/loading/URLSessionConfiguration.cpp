@@ -36,7 +36,8 @@ void URLSessionConfiguration::setDefaultRoutes(const QStringList& routes)
 
 bool URLSessionConfiguration::isRoute(const QString& text)
 {
-    static const QRegularExpression form(
+    // Never destroyed: the network thread may ask while the process exits.
+    static const auto& form = *new QRegularExpression(
         QStringLiteral(R"(^(\[[0-9A-Fa-f:.]+\]|[^:\[\]]*):(\d*):(\[[0-9A-Fa-f:.]+\]|[^:\[\]]*):(\d*)$)"));
     return form.match(text).hasMatch();
 }

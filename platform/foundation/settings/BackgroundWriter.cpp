@@ -1,6 +1,7 @@
 #include "platform/foundation/settings/BackgroundWriter.h"
 
-#include <cstdlib>
+#include "platform/foundation/ProcessExit.h"
+
 #include <set>
 #include <system_error>
 #include <utility>
@@ -44,7 +45,7 @@ public:
 private:
     RunningWriters()
     {
-        std::atexit([] { instance().stopAll(); });
+        whenProcessExits([] { instance().stopAll(); });
     }
 
     void stopAll()

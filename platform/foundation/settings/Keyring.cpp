@@ -7,8 +7,8 @@ namespace tljira {
 
 namespace {
 
-const QString sentenceKey = QStringLiteral("sentence");
-const QString detailKey = QStringLiteral("detail");
+constexpr QLatin1String sentenceKey("sentence");
+constexpr QLatin1String detailKey("detail");
 
 // Marked for the windows, which show them in the user's language.
 

@@ -15,7 +15,7 @@ namespace tljira {
 namespace {
 
 /// The name of the text among those of the application.
-const QString entryName = QStringLiteral("login");
+constexpr QLatin1String entryName("login");
 
 /// What is asked for, one thing after the other. Each says when it has ended.
 class Line

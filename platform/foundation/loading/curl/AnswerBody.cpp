@@ -1,5 +1,7 @@
 #include "platform/foundation/loading/curl/AnswerBody.h"
 
+#include <algorithm>
+
 namespace tljira {
 
 namespace {
@@ -9,9 +11,9 @@ constexpr int mostMebibytesOfAPicture = 4;
 /// Servers also name what is no encoding at all, such as "UTF-8" or "none".
 bool isPacking(const QByteArray& encoding)
 {
-    static const QByteArrayList packings = {"gzip", "x-gzip", "deflate", "compress", "x-compress",  "br",
-                                            "zstd", "dcb",    "dcz",     "exi",      "pack200-gzip"};
-    return packings.contains(encoding);
+    static constexpr const char* packings[] = {"gzip", "x-gzip", "deflate", "compress", "x-compress",  "br",
+                                               "zstd", "dcb",    "dcz",     "exi",      "pack200-gzip"};
+    return std::find(std::begin(packings), std::end(packings), encoding) != std::end(packings);
 }
 
 } // namespace

@@ -1,9 +1,9 @@
 #include "platform/foundation/loading/curl/NetworkThread.h"
 
+#include "platform/foundation/ProcessExit.h"
 #include "platform/foundation/loading/curl/CurlShare.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <set>
 #include <system_error>
 #include <utility>
@@ -45,7 +45,7 @@ private:
     {
         // Registered after libcurl's own libraries were started, hence run before they are taken down.
         startCurl();
-        std::atexit([] { instance().stopAll(); });
+        whenProcessExits([] { instance().stopAll(); });
     }
 
     void stopAll()
