@@ -1,20 +1,8 @@
 #include "records/JAAttachmentObject.h"
 
 #include "platform/foundation/Log.h"
-#include "platform/foundation/values/DateFormatter.h"
+#include "records/CreatedDate.h"
 #include "records/JSONReading.h"
-
-namespace {
-
-/// Kept for all attachments: an issue may have thousands, and making a formatter costs more than reading one of them.
-const tljira::DateFormatter& createdFormatter()
-{
-    thread_local const auto formatter =
-        tljira::DateFormatter::withPattern(QStringLiteral("yyyy-MM-dd'T'HH:mm:s.SSSZZZ"));
-    return formatter;
-}
-
-} // namespace
 
 std::shared_ptr<const JAAttachmentObject> JAAttachmentObject::initWithDictionary(const QJsonObject& dictionary)
 {
@@ -28,7 +16,7 @@ JAAttachmentObject::JAAttachmentObject(const QJsonObject& dictionary)
     , m_time(records::text(dictionary.value(u"created")))
     , m_size(records::integer(dictionary.value(u"size")))
     , m_ID(records::textOrNumber(dictionary.value(u"id")))
-    , m_date(m_time ? createdFormatter().dateFromString(*m_time) : std::nullopt)
+    , m_date(m_time ? records::createdDate(*m_time) : std::nullopt)
 {
     tljira::log(u"%@", *this);
     tljira::log(u"%@", m_time);

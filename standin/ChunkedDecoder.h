@@ -8,7 +8,8 @@
 
 namespace standin {
 
-/// Takes the chunked transfer coding off a stream of bytes.
+/// Takes the chunked transfer coding off a stream of bytes. Boost.Beast, which reads the heads, would go on waiting after
+/// a line that ends in a line feed alone and after a chunk that is longer than it says.
 class ChunkedDecoder
 {
 public:

@@ -1,6 +1,6 @@
 #include "standin/Digester.h"
 
-#include "standin/Text.h"
+#include <QByteArray>
 
 #include <openssl/evp.h>
 #include <zlib.h>
@@ -48,7 +48,7 @@ std::string Digester::finish()
         unsigned char bytes[EVP_MAX_MD_SIZE];
         unsigned int size = 0;
         EVP_DigestFinal_ex(m_state->sha.get(), bytes, &size);
-        return hexadecimal({reinterpret_cast<const char*>(bytes), size});
+        return QByteArray(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(size)).toHex().toStdString();
     }
     return {};
 }

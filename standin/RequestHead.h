@@ -1,10 +1,11 @@
 #pragma once
 
+#include <boost/beast/http/fields.hpp>
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace standin {
@@ -29,23 +30,20 @@ public:
     std::vector<std::string> headers(std::string_view name) const;
 
     std::int64_t contentLength() const { return m_contentLength; }
-    bool isChunked() const;
-    bool keepsConnection() const;
+    bool isChunked() const { return m_isChunked; }
+    bool keepsConnection() const { return m_keepsConnection; }
     bool expectsContinue() const;
 
 private:
-    bool parseRequestLine(std::string_view line);
-    bool parseHeader(std::string_view line);
-    bool parseContentLength();
-
     std::string m_bytes;
     std::string m_method;
     std::string m_target;
     std::string m_path;
     std::string m_query;
-    bool m_isOldVersion = false;
-    std::vector<std::pair<std::string, std::string>> m_headers;
+    boost::beast::http::fields m_headers;
     std::int64_t m_contentLength = 0;
+    bool m_isChunked = false;
+    bool m_keepsConnection = true;
 };
 
 } // namespace standin

@@ -1,39 +1,27 @@
 #include "standin/Text.h"
 
-#include <algorithm>
-#include <cctype>
+#include <QByteArray>
+#include <QLatin1String>
 
 namespace standin {
 
 namespace {
 
-char lower(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool isUnreserved(char c)
-{
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '.' ||
-           c == '_' || c == '~';
-}
-
 int hexDigit(char c)
 {
     if (c >= '0' && c <= '9')
         return c - '0';
-    if (lower(c) >= 'a' && lower(c) <= 'f')
-        return lower(c) - 'a' + 10;
-    return -1;
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
 }
-
-constexpr std::string_view digits = "0123456789abcdef";
 
 } // namespace
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b)
 {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
+    return QLatin1String(a.data(), static_cast<qsizetype>(a.size()))
+               .compare(QLatin1String(b.data(), static_cast<qsizetype>(b.size())), Qt::CaseInsensitive) == 0;
 }
 
 std::string_view trimmed(std::string_view text)
@@ -56,6 +44,7 @@ std::vector<std::string_view> split(std::string_view text, char separator)
     }
 }
 
+/// Qt would make other bytes of an escape that is broken.
 std::string percentDecoded(std::string_view text)
 {
     std::string decoded;
@@ -75,18 +64,7 @@ std::string percentDecoded(std::string_view text)
 
 std::string percentEncoded(std::string_view text)
 {
-    std::string encoded;
-    for (const char c : text) {
-        if (isUnreserved(c)) {
-            encoded += c;
-            continue;
-        }
-        const auto byte = static_cast<unsigned char>(c);
-        encoded += '%';
-        encoded += static_cast<char>(std::toupper(digits[byte >> 4]));
-        encoded += static_cast<char>(std::toupper(digits[byte & 15]));
-    }
-    return encoded;
+    return QByteArray(text.data(), static_cast<qsizetype>(text.size())).toPercentEncoding().toStdString();
 }
 
 bool matchesPattern(std::string_view pattern, std::string_view text)
@@ -102,17 +80,6 @@ bool matchesPattern(std::string_view pattern, std::string_view text)
             return true;
     }
     return false;
-}
-
-std::string hexadecimal(std::string_view bytes)
-{
-    std::string text;
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        text += digits[byte >> 4];
-        text += digits[byte & 15];
-    }
-    return text;
 }
 
 } // namespace standin

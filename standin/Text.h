@@ -17,7 +17,4 @@ std::string percentEncoded(std::string_view text);
 /// "*" in the pattern stands for any run of characters.
 bool matchesPattern(std::string_view pattern, std::string_view text);
 
-/// `bytes` in lower-case hexadecimal digits.
-std::string hexadecimal(std::string_view bytes);
-
 } // namespace standin

@@ -47,9 +47,4 @@ TEST(Text, matchesAStarWithAnyRunOfCharacters)
     EXPECT_FALSE(matchesPattern("ab*ba", "aba"));
 }
 
-TEST(Text, writesBytesAsHexadecimalDigits)
-{
-    EXPECT_EQ(hexadecimal(std::string_view("\x00\x7f\xff", 3)), "007fff");
-}
-
 } // namespace
