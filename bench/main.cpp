@@ -111,8 +111,13 @@ int run(const QCommandLineParser& options)
     if (path.isEmpty())
         return 0;
     QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(report.data(), qint64(report.size())) > 0 && file.commit() ? 0
-                                                                                                                    : 1;
+    const auto size = static_cast<qint64>(report.size());
+    // On a full disk commit() may not notice that its own flush failed.
+    const bool isSaved =
+        file.open(QIODevice::WriteOnly) && file.write(report.data(), size) == size && file.flush() && file.commit();
+    if (!isSaved)
+        std::fprintf(stderr, "%s: %s\n", qPrintable(path), qPrintable(file.errorString()));
+    return isSaved ? 0 : 1;
 }
 
 } // namespace

@@ -265,10 +265,12 @@ bool EditorWindow::saveAs()
 
 bool EditorWindow::write(const QString& path)
 {
-    // The old file stays whole until the new one is.
+    // The old file stays whole until the new one is. On a full disk commit() may not notice that its own flush failed.
     QSaveFile file(path);
     const QByteArray bytes = documentBytes();
-    if (!file.open(QSaveFile::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+    const bool isSaved =
+        file.open(QSaveFile::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() && file.commit();
+    if (!isSaved) {
         report(tr("“%1” cannot be saved.").arg(QFileInfo(path).fileName()), file.errorString());
         return false;
     }

@@ -6,6 +6,7 @@
 #include "standin/Server.h"
 #include "tests/kit/LogCapture.h"
 #include "tests/kit/Printers.h"
+#include "tests/kit/SmallDisk.h"
 #include "tests/kit/Ui.h"
 #include "tests/kit/WaitUntil.h"
 
@@ -74,6 +75,7 @@ protected:
     {
         whenUp<QMessageBox>([this, answer](QMessageBox& box) {
             question = box.text();
+            reason = box.informativeText();
             QTest::mouseClick(box.button(answer), Qt::LeftButton);
         });
     }
@@ -81,6 +83,7 @@ protected:
     QTemporaryDir folder;
     EditorWindow editor;
     QString question;
+    QString reason;
 };
 
 TEST_F(EditorWindowTest, beginsWithAnUntitledDocument)
@@ -151,6 +154,31 @@ TEST_F(EditorWindowTest, saysWhatCannotBeSavedAndKeepsTheChange)
     EXPECT_EQ(question, QStringLiteral("“plan.tessaloom” cannot be saved."));
     EXPECT_TRUE(editor.isWindowModified());
     EXPECT_EQ(editor.documentBytes(), QByteArray("woolly"));
+}
+
+TEST_F(EditorWindowTest, keepsTheSavedFileWhereTheDiskIsFull)
+{
+    const tests::SmallDisk disk(folder.filePath(QStringLiteral("disk")), 64);
+    if (!disk.isThere())
+        GTEST_SKIP() << "this system lets nobody mount a small disk";
+    const QString path = makeFile("disk/plan.tessaloom", "wool");
+    editor.open(path);
+    typeAtEnd(QStringLiteral("ly"));
+    QFile filling(pathOf("disk/filling"));
+    ASSERT_TRUE(filling.open(QFile::WriteOnly | QFile::Unbuffered));
+    while (filling.write(QByteArray(4096, 'w')) > 0) {
+    }
+
+    answerNextQuestion(QMessageBox::Ok);
+    EXPECT_FALSE(editor.save());
+
+    EXPECT_EQ(question, QStringLiteral("“plan.tessaloom” cannot be saved."));
+    EXPECT_EQ(reason, QStringLiteral("No space left on device"));
+    EXPECT_TRUE(editor.isWindowModified());
+    EXPECT_EQ(bytesOf(path), QByteArray("wool"));
+    EXPECT_TRUE(filling.remove());
+    EXPECT_TRUE(editor.save());
+    EXPECT_EQ(bytesOf(path), QByteArray("woolly"));
 }
 
 TEST_F(EditorWindowTest, refusesAFileThatItCouldNotSaveUnchanged)
