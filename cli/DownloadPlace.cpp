@@ -122,7 +122,9 @@ tljira::Error DownloadPlace::withoutFolderBeside(const tljira::Error& error) con
 std::optional<tljira::Error> DownloadPlace::publish() const
 {
     const QString complete = m_beside.pathOf(m_name);
-    setUsualPermissions(complete, complete + QStringLiteral(".new"));
+    // The name may be as long as a name can be.
+    const QString probe = m_name == u"new" ? QStringLiteral("other") : QStringLiteral("new");
+    setUsualPermissions(complete, m_beside.pathOf(probe));
     return tljira::FileManager::moveItemAtPath(complete, m_destination);
 }
 

@@ -16,9 +16,9 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(QStringLiteral("tljira"));
     // GLib's event loop ends the process when it lacks a descriptor. Qt's own says so, see LogOutput. The keyring's
     // library knows none but GLib's.
+    tljira::console::InterruptSignal interrupts;
     if (!cli::mayAskKeyring(argc, argv))
         qputenv("QT_NO_GLIB", "1");
-    tljira::console::InterruptSignal interrupts;
     QCoreApplication application(argc, argv);
     return cli::Tool(interrupts).run(QCoreApplication::arguments());
 }

@@ -26,11 +26,19 @@ class GlobalQueueEnding
 public:
     static void followApplication()
     {
-        qAddPostRoutine([] { GlobalQueue::instance().settle(false); });
+        // The main queue ends with the application too, but ahead of this where a running application loads the
+        // library: what operations have asked of it since is dropped here.
+        qAddPostRoutine([] {
+            GlobalQueue::instance().settle(false);
+            MainQueue::instance().close();
+        });
     }
     static void followProcess()
     {
-        whenProcessExits([] { GlobalQueue::instance().settle(true); });
+        whenProcessExits([] {
+            GlobalQueue::instance().settle(true);
+            MainQueue::instance().dropWhatNobodyRuns();
+        });
     }
 };
 
@@ -98,7 +106,7 @@ void GlobalQueue::settle(bool isForGood)
     std::deque<std::function<void()>> dropped; // Outlives the lock: what it holds may add operations as it goes.
     std::unique_lock lock(m_mutex);
     dropped.swap(m_operations);
-    m_isClosed = isForGood;
+    m_isClosed |= isForGood;
     m_hasWork.notify_all();
     m_hasEnded.wait_for(lock, longestFarewell, [&] { return m_threads == (isForGood ? 0 : m_idleThreads); });
 }

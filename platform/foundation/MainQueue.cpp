@@ -49,8 +49,8 @@ void MainQueue::runNext()
             return;
         operation = std::move(m_operations.front());
         m_operations.pop_front();
-        // Qt's event dispatcher for GLib sends events in batches, and an event loop that is run inside a batch takes the
-        // rest of it for sent until somebody wakes the dispatcher.
+        // Qt's event dispatcher for GLib sends events in batches, and an event loop that is run inside a batch takes
+        // the rest of it for sent until somebody wakes the dispatcher.
         if (!m_operations.empty())
             QAbstractEventDispatcher::instance()->wakeUp();
     }
@@ -75,6 +75,14 @@ void MainQueue::close()
     const std::lock_guard lock(m_mutex);
     delete std::exchange(m_receiver, nullptr);
     dropped.swap(m_operations);
+}
+
+void MainQueue::dropWhatNobodyRuns()
+{
+    std::deque<std::function<void()>> dropped;
+    const std::lock_guard lock(m_mutex);
+    if (!m_receiver)
+        dropped.swap(m_operations);
 }
 
 namespace {

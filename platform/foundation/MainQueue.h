@@ -26,11 +26,14 @@ public:
     MainQueue& operator=(const MainQueue&) = delete;
 
 private:
+    friend class GlobalQueueEnding;
     friend class MainQueueReceiver;
 
     MainQueue() = default;
     void open();
     void close();
+    /// Operations that were added after the last application had gone, say by a thread that a disk had kept.
+    void dropWhatNobodyRuns();
     void runNext();
 
     std::mutex m_mutex;

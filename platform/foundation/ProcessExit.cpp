@@ -37,6 +37,9 @@ public:
 private:
     void run()
     {
+        // A child process that a fork has made has neither the threads nor the files.
+        if (QCoreApplication::applicationPid() != m_process)
+            return;
         while (const auto function = takeLast())
             function();
     }
@@ -51,6 +54,7 @@ private:
         return function;
     }
 
+    const qint64 m_process = QCoreApplication::applicationPid();
     std::mutex m_mutex;
     std::vector<void (*)()> m_functions;
 };

@@ -91,19 +91,26 @@ TEST_F(DownloadPlaceTest, appearsCompleteAndLeavesNothingElse)
     EXPECT_EQ(itemsOf(folder.path()), QStringList{u"plan"_s});
 }
 
-TEST_F(DownloadPlaceTest, hasThePermissionsOfOrdinaryFiles)
+class NamesOfDownloads : public DownloadPlaceTest, public testing::WithParamInterface<QString>
+{
+};
+
+TEST_P(NamesOfDownloads, haveThePermissionsOfOrdinaryFiles)
 {
     const mode_t before = ::umask(027);
-    DownloadPlace place(path(u"plan"_s));
+    DownloadPlace place(path(GetParam()));
     ASSERT_EQ(place.prepare(), std::nullopt);
     write(place.receivingPath(), "bytes");
     ASSERT_TRUE(QFile::setPermissions(place.receivingPath(), QFile::ReadOwner | QFile::WriteOwner));
     EXPECT_EQ(settled(place), std::nullopt);
     struct stat status = {};
-    ASSERT_EQ(::stat(QFile::encodeName(path(u"plan"_s)).constData(), &status), 0);
+    ASSERT_EQ(::stat(QFile::encodeName(path(GetParam())).constData(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0640U);
     ::umask(before);
 }
+
+INSTANTIATE_TEST_SUITE_P(All, NamesOfDownloads, testing::Values(u"plan"_s, u"new"_s, QString(255, u'n')),
+                         [](const auto& tested) { return tested.param.left(4).toStdString(); });
 
 TEST_F(DownloadPlaceTest, crossesFileSystems)
 {

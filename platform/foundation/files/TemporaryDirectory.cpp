@@ -1,12 +1,12 @@
 #include "platform/foundation/files/TemporaryDirectory.h"
 
+#include "platform/foundation/ProcessExit.h"
 #include "platform/foundation/os/PrivateFolder.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 #include <QUuid>
 
-#include <cstdlib>
 #include <mutex>
 
 namespace tljira {
@@ -47,7 +47,7 @@ public:
 private:
     FolderOfProcess()
     {
-        std::atexit([] { instance().removeIfEmpty(); });
+        whenProcessExits([] { instance().removeIfEmpty(); });
     }
 
     /// No other process will find it again.

@@ -19,8 +19,7 @@ namespace tljira {
 ///   without the jar's cookies.
 /// - A "Cookie" field of the request and the jar's cookies leave in one header line, a pair that is in both only once.
 /// - A body that is shorter than announced, or whose encoding is cut short, is an error. So is one that is to be held
-/// in
-///   memory and has more than 64 MiB, or 4 MiB for a picture, and a head of more than 256 KiB.
+///   in memory and has more than 64 MiB, or 4 MiB for a picture, and a head of more than 256 KiB.
 /// - The authorities that may vouch for a server are the system's, or those in the file and the folder that the
 ///   environment names as SSL_CERT_FILE and SSL_CERT_DIR.
 /// - Errors: URLErrorDomain for the transport; CocoaErrorDomain where a file of the body or of a download fails.

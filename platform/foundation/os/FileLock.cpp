@@ -33,8 +33,11 @@ std::error_code FileLock::lockOpened()
 
 void FileLock::unlock()
 {
-    if (m_descriptor >= 0)
+    if (m_descriptor >= 0) {
+        // Closing alone leaves the lock to a child process that a fork has given the descriptor.
+        flock(m_descriptor, LOCK_UN);
         close(m_descriptor);
+    }
     m_descriptor = -1;
 }
 

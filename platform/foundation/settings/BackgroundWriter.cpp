@@ -98,17 +98,17 @@ void BackgroundWriter::look(std::chrono::milliseconds limit)
 bool BackgroundWriter::finish()
 {
     std::unique_lock lock(m_mutex);
-    start(lock, true);
+    const bool isUnderWay = start(lock, true);
     if (!lock.owns_lock())
-        return true;
+        return isUnderWay;
     const auto request = ++m_asked;
     m_changed.notify_all();
     lock.unlock();
     return waitFor(request, Clock::time_point::max());
 }
 
-/// Leaves the lock when there is no thread to be had: the work is then done already.
-void BackgroundWriter::start(std::unique_lock<std::mutex>& lock, bool mustWrite)
+/// Leaves the lock when there is no thread to be had: the work is then done already. False when it could not be done.
+bool BackgroundWriter::start(std::unique_lock<std::mutex>& lock, bool mustWrite)
 {
     if (!m_isRunning && !m_isStopping) {
         lock.unlock();
@@ -126,18 +126,19 @@ void BackgroundWriter::start(std::unique_lock<std::mutex>& lock, bool mustWrite)
     }
     if (m_isRunning && !m_isStopping) {
         m_mustWrite |= mustWrite;
-        return;
+        return true;
     }
     lock.unlock();
-    runHere(mustWrite);
+    return runHere(mustWrite);
 }
 
 /// Not behind a thread that a disk has kept since before the process began to exit.
-void BackgroundWriter::runHere(bool mustWrite)
+bool BackgroundWriter::runHere(bool mustWrite)
 {
     const std::unique_lock lock(m_workMutex, LongestWaitForOthers);
     if (lock.owns_lock())
         m_owner.work(mustWrite);
+    return lock.owns_lock();
 }
 
 void BackgroundWriter::run()

@@ -36,16 +36,17 @@ public:
     void ask();
     /// Has the thread look at the disk, and waits so long for it unless the thread has work already.
     void look(std::chrono::milliseconds limit);
-    /// Does the work once more and waits for the disk, but for another process no longer than a second; false then.
+    /// Does the work once more and waits for the disk, but for another process, or for others that do the work in their
+    /// own calls, no longer than a second; false then.
     bool finish();
 
 private:
     friend class RunningWriters;
     using Clock = std::chrono::steady_clock;
 
-    void start(std::unique_lock<std::mutex>& lock, bool mustWrite);
+    bool start(std::unique_lock<std::mutex>& lock, bool mustWrite);
     void run();
-    void runHere(bool mustWrite);
+    bool runHere(bool mustWrite);
     bool waitFor(unsigned long long request, Clock::time_point latest);
     void stop(Clock::time_point latest);
 

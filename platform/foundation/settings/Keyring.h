@@ -10,7 +10,8 @@ namespace tljira {
 
 /// The one text that this application keeps in the desktop's keyring, below its own name. The keyring may ask the user
 /// to unlock it, for as long as the user likes, so every answer comes by a callback: once, on the main thread, in a
-/// later turn of its event loop. What is asked for is done in that order. Main thread only.
+/// later turn of its event loop. What is asked for is done in that order. What has no answer yet when the application
+/// object goes gets none. Main thread only.
 class Keyring
 {
 public:

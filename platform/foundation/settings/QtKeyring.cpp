@@ -23,13 +23,26 @@ class Line
 public:
     using Work = std::function<void(const std::function<void()>& ended)>;
 
-    static void add(const Work& work)
+    static Line& instance()
     {
         // Never destroyed: the keyring may answer while the process ends.
         static auto& line = *new Line;
-        line.m_waiting.push_back(work);
-        if (!line.m_isBusy)
-            line.next();
+        return line;
+    }
+
+    void add(const Work& work)
+    {
+        m_waiting.push_back(work);
+        if (!m_isBusy)
+            next();
+    }
+
+    /// What the library has been asked never ends when the application does.
+    void drop()
+    {
+        m_waiting.clear();
+        m_isBusy = false;
+        ++m_application;
     }
 
 private:
@@ -40,11 +53,15 @@ private:
             return;
         const Work work = std::move(m_waiting.front());
         m_waiting.pop_front();
-        work([this] { next(); });
+        work([this, application = m_application] {
+            if (application == m_application)
+                next();
+        });
     }
 
     std::deque<Work> m_waiting;
     bool m_isBusy = false;
+    int m_application = 0;
 };
 
 /// As it names the folder of the settings, so that each application has a text of its own.
@@ -134,7 +151,7 @@ void Keyring::read(const Read& callBack)
         MainQueue::instance().addOperation([callBack] { callBack(std::nullopt, makeError(Problem::WrongEventLoop)); });
         return;
     }
-    Line::add([callBack](const auto& ended) {
+    Line::instance().add([callBack](const auto& ended) {
         const auto answered = [callBack, ended](const QKeychain::Job& job) {
             if (job.error() != QKeychain::NoError)
                 callBack(std::nullopt, makeError(problemOf(job.error()), libraryDetail(job)));
@@ -152,7 +169,7 @@ void Keyring::write(const QString& text, const Done& callBack)
         MainQueue::instance().addOperation([callBack] { callBack(makeError(Problem::WrongEventLoop)); });
         return;
     }
-    Line::add([text, callBack](const auto& ended) {
+    Line::instance().add([text, callBack](const auto& ended) {
         const auto answered = [callBack, ended](const QKeychain::Job& job) {
             if (job.error() != QKeychain::NoError)
                 callBack(makeError(problemOf(job.error()), libraryDetail(job)));
@@ -172,7 +189,7 @@ void Keyring::remove(const Done& callBack)
         MainQueue::instance().addOperation([callBack] { callBack(makeError(Problem::WrongEventLoop)); });
         return;
     }
-    Line::add([callBack](const auto& ended) {
+    Line::instance().add([callBack](const auto& ended) {
         const auto removed = [callBack, ended](const QKeychain::Job& job) {
             if (job.error() != QKeychain::NoError && job.error() != QKeychain::EntryNotFound)
                 callBack(makeError(Problem::NotRemoved, libraryDetail(job)));
@@ -189,5 +206,16 @@ void Keyring::remove(const Done& callBack)
         attempt([] { return writing({}); }, false, overwritten);
     });
 }
+
+namespace {
+
+void followApplication()
+{
+    qAddPostRoutine([] { Line::instance().drop(); });
+}
+
+Q_COREAPP_STARTUP_FUNCTION(followApplication)
+
+} // namespace
 
 } // namespace tljira

@@ -156,6 +156,18 @@ TEST_F(HTTPCookieStorageTest, takesOnlyItsOwnCookiesOutOfTheSharedFile)
     EXPECT_THAT(pairs(HTTPCookieStorage(path)), ElementsAre("theirs=2"));
 }
 
+TEST_F(HTTPCookieStorageTest, leavesTheCookieThatAnotherProcessHasRenewedWhenItsOwnRunsOut)
+{
+    const qint64 soon = QDateTime::currentSecsSinceEpoch() + 2;
+    HTTPCookieStorage mine(path);
+    set(mine, cookie("name", "old", soon));
+    HTTPCookieStorage theirs(path);
+    set(theirs, cookie("name", "renewed"));
+    ASSERT_TRUE(tests::waitUntil([soon] { return QDateTime::currentSecsSinceEpoch() > soon; }));
+    set(mine, cookie("other", "1"));
+    EXPECT_THAT(pairs(HTTPCookieStorage(path)), UnorderedElementsAre("name=renewed", "other=1"));
+}
+
 TEST_F(HTTPCookieStorageTest, isPrivate)
 {
     HTTPCookieStorage storage(path);

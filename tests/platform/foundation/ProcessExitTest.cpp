@@ -5,14 +5,19 @@
 
 namespace {
 
-QString orderOf(const QString& scene)
+QString outputOf(const QString& program, const QStringList& arguments)
 {
     QProcess process;
-    process.start(QStringLiteral(PROCESS_EXIT_ORDER), {scene});
+    process.start(program, arguments);
     EXPECT_TRUE(process.waitForFinished(60000));
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), 0);
     return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+QString orderOf(const QString& scene)
+{
+    return outputOf(QStringLiteral(PROCESS_END), {scene});
 }
 
 TEST(ProcessExit, comesBeforeAnyVariableIsDestroyedWhenTheApplicationHasEnded)
@@ -26,6 +31,21 @@ TEST(ProcessExit, comesBeforeEarlierVariablesAreDestroyedWhenTheApplicationLives
     const QString order = QStringLiteral("later variable\ngiven last\ngiven first\nearlier variable\n");
     EXPECT_EQ(orderOf(QStringLiteral("exit")), order);
     EXPECT_EQ(orderOf(QStringLiteral("without application")), order);
+}
+
+TEST(ProcessExit, letsNothingBeginAfterItInAnApplicationThatEndsLater)
+{
+    EXPECT_EQ(orderOf(QStringLiteral("late application")), QStringLiteral("nothing began\n"));
+}
+
+TEST(ProcessExit, isNoneOfAChildProcessThatAForkHasMade)
+{
+    EXPECT_EQ(orderOf(QStringLiteral("fork")), QStringLiteral("child 7\nparent\n"));
+}
+
+TEST(ProcessExit, dropsWhatOperationsAskOfTheMainThreadWhenARunningApplicationHasLoadedThem)
+{
+    EXPECT_EQ(outputOf(QStringLiteral(LATE_LOADING), {}), QStringLiteral("released\n"));
 }
 
 } // namespace

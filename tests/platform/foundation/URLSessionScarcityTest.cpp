@@ -1,3 +1,4 @@
+#include "platform/foundation/settings/BackgroundWriter.h"
 #include "tests/kit/HeldSystem.h"
 #include "tests/platform/foundation/ScarceSystem.h"
 #include "tests/platform/foundation/SessionTest.h"
@@ -172,5 +173,33 @@ TEST_P(WithoutCookieEngine, endsRequestsThatNeedTheJar)
 
 INSTANTIATE_TEST_SUITE_P(AtTheStart, WithoutCookieEngine,
                          testing::Values(Resource::EasyHandles, Resource::ShareHandles));
+
+/// Without a thread of its own the work is done in the calls that ask for it, one at a time.
+TEST(BackgroundWriterWithoutAThread, saysSoWhenAnotherCallKeepsTheWork)
+{
+    std::counting_semaphore<100> mayBegin{0};
+    std::counting_semaphore<100> mayEnd{0};
+    std::atomic<int> begun = 0;
+    tljira::BackgroundWriter writer({[&](bool) {
+                                         ++begun;
+                                         mayEnd.acquire();
+                                     },
+                                     [] { return false; }, [] {}});
+    std::atomic<bool> isFinished = false;
+    std::thread other([&] {
+        mayBegin.acquire();
+        isFinished = writer.finish();
+    });
+    {
+        const Scarcity scarcity(Resource::Threads);
+        mayBegin.release();
+        EXPECT_TRUE(tests::waitUntil([&] { return begun == 1; }));
+        EXPECT_FALSE(writer.finish());
+        mayEnd.release(10);
+        other.join();
+    }
+    EXPECT_TRUE(isFinished);
+    EXPECT_EQ(begun, 1);
+}
 
 } // namespace

@@ -42,12 +42,17 @@ bool holdsSlot(const std::vector<HTTPCookie>& cookies, const HTTPCookie& cookie)
     return std::ranges::any_of(cookies, [&](const HTTPCookie& other) { return other.isSameSlotAs(cookie); });
 }
 
-/// What other processes left in the file, with what this process added, replaced and removed since `before`.
+/// What other processes left in the file, with what this process added, replaced and removed since `before`. A cookie
+/// whose time is over was not removed: another process may hold a renewed one.
 std::vector<HTTPCookie> merged(std::vector<HTTPCookie> inFile, const std::vector<HTTPCookie>& before,
                                const std::vector<HTTPCookie>& now)
 {
-    std::erase_if(inFile,
-                  [&](const HTTPCookie& cookie) { return holdsSlot(before, cookie) && !holdsSlot(now, cookie); });
+    const qint64 present = QDateTime::currentSecsSinceEpoch();
+    std::erase_if(inFile, [&](const HTTPCookie& cookie) {
+        const auto own = std::ranges::find_if(before, [&](const auto& other) { return other.isSameSlotAs(cookie); });
+        const bool isRemoved = own != before.end() && own->expires > present && !holdsSlot(now, cookie);
+        return isRemoved || (!cookie.isSessionOnly() && cookie.expires <= present);
+    });
     for (const HTTPCookie& cookie : now) {
         if (std::ranges::find(before, cookie) != before.end())
             continue;

@@ -28,10 +28,13 @@ public:
         return threads;
     }
 
-    void add(NetworkThread* thread)
+    /// False when the process has begun to exit.
+    bool add(NetworkThread* thread)
     {
         const std::lock_guard lock(m_mutex);
-        m_threads.insert(thread);
+        if (!m_isOver)
+            m_threads.insert(thread);
+        return !m_isOver;
     }
 
     void remove(NetworkThread* thread)
@@ -51,6 +54,7 @@ private:
     void stopAll()
     {
         const std::lock_guard lock(m_mutex);
+        m_isOver = true;
         for (NetworkThread* thread : m_threads) {
             thread->stop();
             thread->discardFiles();
@@ -59,13 +63,15 @@ private:
 
     std::mutex m_mutex;
     std::set<NetworkThread*> m_threads;
+    bool m_isOver = false;
 };
 
 } // namespace
 
 NetworkThread::NetworkThread()
 {
-    RunningThreads::instance().add(this);
+    if (!RunningThreads::instance().add(this))
+        stop();
 }
 
 NetworkThread::~NetworkThread()
@@ -110,12 +116,16 @@ std::shared_ptr<CommandQueue> NetworkThread::queue() const
 
 void NetworkThread::stop()
 {
-    const std::lock_guard lock(m_mutex);
-    m_isStopped = true;
-    if (!m_thread.joinable())
-        return;
-    m_queue->stop();
-    m_thread.join();
+    std::thread thread; // Waited for without the lock: the thread may wait for a task that waits for the lock.
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isStopped = true;
+        if (!m_thread.joinable())
+            return;
+        m_queue->stop();
+        thread = std::move(m_thread);
+    }
+    thread.join();
 }
 
 void NetworkThread::discardFiles()
