@@ -149,6 +149,9 @@ void WindowParts::moveOutOf(WindowParts& parent)
     parent.cover = nullptr;
     delete sheetEdge;
     widget.hide();
+    // Behind another window hiding does not release the keyboard, and the parent would go on pointing to a view here.
+    if (QWidget* const focused = parent.widget.window()->focusWidget(); focused && widget.isAncestorOf(focused))
+        focused->clearFocus();
     widget.setParent(nullptr, windowStyle);
     widget.setAutoFillBackground(false);
     widget.setAttribute(Qt::WA_NoMousePropagation, false);

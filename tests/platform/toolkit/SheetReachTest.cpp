@@ -64,6 +64,19 @@ TEST_F(SheetReach, theKeyboardComesBackToSomethingElseIfWhatHadItIsDisabled)
     EXPECT_TRUE(below.hasFocus(below.field));
 }
 
+TEST_F(SheetReach, theKeyboardIsNotLeftWithASheetWhoseWindowClosesBehindAnotherOne)
+{
+    below.window->beginSheet(sheet.window, [this](int) { below.window->close(); });
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(waitUntil([&] { return QApplication::activeWindow() == &other; }));
+    below.window->endSheet(sheet.window);
+
+    // Who asks the window for it meets no view that may go before the window does.
+    EXPECT_FALSE(sheet.window->widget()->isAncestorOf(below.window->widget()->focusWidget()));
+}
+
 TEST_F(SheetReach, tabGoesRoundInTheSheet)
 {
     begin();
