@@ -4,10 +4,7 @@
 #include "client/tasks/TransferResult.h"
 #include "framework/jobs/CloseFilter.h"
 #include "framework/jobs/JobTexts.h"
-#include "platform/toolkit/windows/Application.h"
 #include "platform/toolkit/windows/WindowParts.h"
-
-#include <QTimer>
 
 namespace jobs {
 
@@ -99,6 +96,7 @@ std::optional<qint64> AttachJob::documentSize() const
 
 UploadCompanion::Provider AttachJob::uploadBegins(const QString& key)
 {
+    stayOpen();
     if (!m_result.isDone()) {
         m_result = {};
         m_result.issueKey = key;
@@ -137,17 +135,6 @@ void AttachJob::uploadEnded(const Ending& ending)
         closeSoon();
 }
 
-void AttachJob::closeSoon()
-{
-    QTimer::singleShot(doneIsInSight, context(), [this] {
-        // A window that closes ends the innermost modal run.
-        if (tljira::Application::modalWindow())
-            closeSoon();
-        else if (!isUploading())
-            m_entry->window()->close();
-    });
-}
-
 void AttachJob::windowCloses()
 {
     m_isClosed = true;
@@ -155,9 +142,22 @@ void AttachJob::windowCloses()
         finish();
 }
 
+// A window that is hidden has no Cancel that could be pressed.
 void AttachJob::closeWindow()
 {
+    if (isUploading())
+        m_entry->bodyViewController()->jaUploadingWindow()->cancelAction();
     m_entry->window()->widget()->close();
+}
+
+void AttachJob::closeAfterDone()
+{
+    m_entry->window()->close();
+}
+
+std::shared_ptr<tljira::Window> AttachJob::window() const
+{
+    return m_entry->window();
 }
 
 TLJiraJobs::Result AttachJob::result() const

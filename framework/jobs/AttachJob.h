@@ -23,7 +23,9 @@ public:
 
 protected:
     TLJiraJobs::Result result() const override;
+    std::shared_ptr<tljira::Window> window() const override;
     void closeWindow() override;
+    void closeAfterDone() override;
 
 private:
     AttachJob(const TLJiraJobs::Document& document, const Order& order);
@@ -32,7 +34,6 @@ private:
     bool isUploading() const;
     bool makesRoom();
     void windowCloses();
-    void closeSoon();
 
     const TLJiraJobs::Document m_document;
     std::shared_ptr<TLJiraUpload> m_entry;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/toolkit/windows/Application.h"
 #include "platform/toolkit/windows/WindowDelegate.h"
 
 #include <functional>
@@ -17,9 +18,13 @@ public:
     {
     }
 
+    /// A controller whose window closes ends the innermost modal run: it does not hear of it while that is another
+    /// window's.
     void windowWillClose(tljira::Window& window) override
     {
-        if (const auto own = m_own.lock())
+        const auto modal = tljira::Application::modalWindow();
+        const auto own = m_own.lock();
+        if (own && (!modal || modal.get() == &window))
             own->windowWillClose(window);
         m_closes();
     }

@@ -9,7 +9,6 @@
 
 #include <QFileInfo>
 #include <QLocale>
-#include <QTimer>
 
 namespace jobs {
 
@@ -118,7 +117,7 @@ void FetchJob::downloadArrived(const tljira::URLSessionTask& task, const QString
     m_result.path = place.path;
     m_task = nullptr;
     if (has(TLJiraJobs::CloseWhenDone))
-        leaveListSoon();
+        closeSoon();
 }
 
 void FetchJob::taskEnded(const tljira::URLSessionTask& task, const std::optional<tljira::Error>& error)
@@ -132,17 +131,20 @@ void FetchJob::taskEnded(const tljira::URLSessionTask& task, const std::optional
     m_result.issueKey = m_begun.issueKey;
 }
 
-void FetchJob::leaveListSoon()
-{
-    QTimer::singleShot(doneIsInSight, context(), [this] {
-        if (!m_task && list()->window()->sheetParent())
-            list()->cancalAction(nullptr);
-    });
-}
-
 void FetchJob::closeWindow()
 {
     m_entry->window()->widget()->close();
+}
+
+void FetchJob::closeAfterDone()
+{
+    if (!m_task && list()->window()->sheetParent())
+        list()->cancalAction(nullptr);
+}
+
+std::shared_ptr<tljira::Window> FetchJob::window() const
+{
+    return m_entry->window();
 }
 
 TLJiraJobs::Result FetchJob::result() const

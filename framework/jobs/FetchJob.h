@@ -26,14 +26,15 @@ public:
 
 protected:
     TLJiraJobs::Result result() const override;
+    std::shared_ptr<tljira::Window> window() const override;
     void closeWindow() override;
+    void closeAfterDone() override;
 
 private:
     explicit FetchJob(const Order& order);
 
     void open();
     std::shared_ptr<JAListAttachedFilesWindow> list() const;
-    void leaveListSoon();
 
     std::shared_ptr<JMWindowController> m_entry;
     std::shared_ptr<ClosingWatch> m_watch;

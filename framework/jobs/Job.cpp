@@ -1,16 +1,32 @@
 #include "framework/jobs/Job.h"
 
 #include "client/tasks/DocumentCopy.h"
+#include "platform/toolkit/windows/Application.h"
 
+#include <chrono>
 #include <utility>
 
 namespace jobs {
+
+namespace {
+
+constexpr std::chrono::milliseconds doneIsInSight(1500);
+
+} // namespace
 
 Job::Job(const Order& order)
     : m_parent(order.parent)
     , m_ended(order.ended)
     , m_options(order.options)
 {
+    m_closing.setSingleShot(true);
+    QObject::connect(&m_closing, &QTimer::timeout, context(), [this] {
+        const auto modal = tljira::Application::modalWindow();
+        if (modal && modal != window())
+            closeSoon();
+        else
+            closeAfterDone();
+    });
 }
 
 void Job::begin()
@@ -19,6 +35,11 @@ void Job::begin()
     keep();
     if (m_parent)
         QObject::connect(m_parent, &QObject::destroyed, context(), [this] { giveUp(); });
+}
+
+void Job::closeSoon()
+{
+    m_closing.start(doneIsInSight);
 }
 
 void Job::stop()

@@ -4,8 +4,13 @@
 #include "framework/TLJiraJobs.h"
 
 #include <QPointer>
+#include <QTimer>
 
-#include <chrono>
+#include <memory>
+
+namespace tljira {
+class Window;
+}
 
 namespace jobs {
 
@@ -29,13 +34,19 @@ protected:
     bool has(TLJiraJobs::Option option) const { return m_options.testFlag(option); }
     QObject* parent() const { return m_parent; }
 
-    /// What has to be in sight before a window may close by itself.
-    static constexpr std::chrono::milliseconds doneIsInSight{1500};
+    /// The window closes by itself when its user has seen what it says, and no other window runs modally: closing may
+    /// end the innermost run.
+    void closeSoon();
+    /// Not any more.
+    void stayOpen() { m_closing.stop(); }
 
     /// How the job would end at this moment.
     virtual TLJiraJobs::Result result() const = 0;
-    /// As its user closes it.
+    virtual std::shared_ptr<tljira::Window> window() const = 0;
+    /// As its user closes it; what is under way is broken off.
     virtual void closeWindow() = 0;
+    /// As its user closes it after what went well.
+    virtual void closeAfterDone() = 0;
 
 private:
     void stop() final;
@@ -44,6 +55,7 @@ private:
     QPointer<QObject> m_parent;
     TLJiraJobs::Ended m_ended;
     const TLJiraJobs::Options m_options;
+    QTimer m_closing;
 };
 
 } // namespace jobs

@@ -13,6 +13,15 @@ using testing::IsEmpty;
 /// Each end of a job for attaching comes once.
 class AttachEndTest : public JobsTest
 {
+protected:
+    /// The upload that the server holds was broken off, and did not end by its time-out.
+    void expectTheUploadIsCancelled()
+    {
+        ASSERT_TRUE(waitForAttempt());
+        EXPECT_EQ(sheet().errorMessage()->text(), QStringLiteral("cancelled"));
+        server.release();
+        EXPECT_THAT(attached(), IsEmpty());
+    }
 };
 
 TEST_F(AttachEndTest, closedByTheTitleBarBeforeAnythingWasSent)
@@ -151,9 +160,7 @@ TEST_F(AttachEndTest, itsParentIsDestroyedInMidTransfer)
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
     EXPECT_EQ(ends[0].issueKey, QStringLiteral("ABC-1"));
-    ASSERT_TRUE(waitForAttempt());
-    server.release();
-    EXPECT_THAT(attached(), IsEmpty());
+    expectTheUploadIsCancelled();
 }
 
 TEST_F(AttachEndTest, itsParentIsDestroyedAfterItWasDone)
@@ -248,6 +255,19 @@ TEST_F(AttachEndTest, doesNotCloseByItselfWhenItHasFailed)
     EXPECT_TRUE(ui::isOnScreen(sheet().errorView()));
 }
 
+TEST_F(AttachEndTest, doesNotCloseByItselfWhileItsUserLooksAtALaterFailure)
+{
+    open(TLJiraJobs::CloseWhenDone);
+    pressUpload();
+    ASSERT_TRUE(waitForAttempt());
+    closeSheet();
+    pressUpload(QStringLiteral("NO-1"));
+    ASSERT_TRUE(waitForAttempt());
+
+    EXPECT_FALSE(waitUntil([this] { return !upload->window()->isVisible(); }, std::chrono::seconds(4)));
+    EXPECT_TRUE(ui::isOnScreen(sheet().errorView()));
+}
+
 TEST_F(AttachEndTest, goesOnWithoutItsWindowWhereTheHostSaysSo)
 {
     openAndHold(TLJiraJobs::UploadOutlivesWindow);
@@ -261,6 +281,28 @@ TEST_F(AttachEndTest, goesOnWithoutItsWindowWhereTheHostSaysSo)
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(ends[0].outcome, Outcome::Done);
     EXPECT_THAT(attached(), ElementsAre(heldBytes.toStdString()));
+}
+
+TEST_F(AttachEndTest, endsNoOtherWindowsRunWhereItEndsWithoutItsWindow)
+{
+    openAndHold(TLJiraJobs::UploadOutlivesWindow);
+    closeByTitleBar(*upload);
+
+    EXPECT_TRUE(runsOnDuring([this] {
+        server.release();
+        EXPECT_TRUE(waitForEnd());
+    }));
+    EXPECT_EQ(ends[0].outcome, Outcome::Done);
+}
+
+TEST_F(AttachEndTest, endsNoOtherWindowsRunWithItsParent)
+{
+    open();
+
+    EXPECT_TRUE(runsOnDuring([this] {
+        host.reset();
+        EXPECT_TRUE(waitForEnd());
+    }));
 }
 
 TEST_F(AttachEndTest, comesBackIntoSightWhereItGoesOnWithoutItsWindow)
@@ -285,9 +327,32 @@ TEST_F(AttachEndTest, endsWithItsParentAlsoWhereItGoesOnWithoutItsWindow)
 
     ASSERT_TRUE(waitForEnd());
     EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
-    ASSERT_TRUE(waitForAttempt());
-    server.release();
-    EXPECT_THAT(attached(), IsEmpty());
+    expectTheUploadIsCancelled();
+}
+
+TEST_F(AttachEndTest, itsParentIsDestroyedWhileItGoesOnWithoutItsWindow)
+{
+    openAndHold(TLJiraJobs::UploadOutlivesWindow);
+    closeByTitleBar(*upload);
+    drainMainQueue();
+    host.reset();
+
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
+    expectTheUploadIsCancelled();
+}
+
+TEST_F(AttachEndTest, theApplicationIsAboutToQuitWhileItGoesOnWithoutItsWindow)
+{
+    openAndHold(TLJiraJobs::UploadOutlivesWindow);
+    closeByTitleBar(*upload);
+    drainMainQueue();
+    QMetaObject::invokeMethod(qApp, &QApplication::quit, Qt::QueuedConnection);
+    QApplication::exec();
+
+    ASSERT_EQ(ends.size(), 1U);
+    EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
+    expectTheUploadIsCancelled();
 }
 
 TEST_F(AttachEndTest, refusesNobodyWhoQuitsWhereItGoesOnWithoutItsWindow)

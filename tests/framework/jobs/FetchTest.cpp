@@ -325,6 +325,35 @@ TEST_F(FetchTest, closesByItselfWhenItIsDoneWhereTheHostSaysSo)
     EXPECT_EQ(contentsOf(ends[0].path), QByteArray("wool"));
 }
 
+TEST_F(FetchTest, endsNoOtherWindowsRunWhenItClosesByItself)
+{
+    store("plan.tessaloom", "wool");
+    ASSERT_TRUE(fetch(TLJiraJobs::CloseWhenDone));
+    openList();
+    pressDownload();
+    ASSERT_TRUE(waitForDownload());
+
+    EXPECT_TRUE(runsOnDuring([this] {
+        // It waits, and would have closed by now.
+        EXPECT_FALSE(waitUntil([this] { return !entry->window()->isVisible(); }, std::chrono::seconds(4)));
+    }));
+    ASSERT_TRUE(waitForEnd());
+    EXPECT_EQ(ends[0].outcome, Outcome::Done);
+}
+
+TEST_F(FetchTest, closesByItselfWhileItsCallerWaits)
+{
+    store("plan.tessaloom", "wool");
+    whileWaiting([this] {
+        openList();
+        pressDownload();
+    });
+    const auto result = TLJiraJobs::fetchAndWait(host.get(), TLJiraJobs::CloseWhenDone);
+
+    ASSERT_TRUE(result.has_value());
+    EXPECT_EQ(result->outcome, Outcome::Done);
+}
+
 TEST_F(FetchTest, staysOpenWhenItIsDoneUnlessTheHostSaysOtherwise)
 {
     store("plan.tessaloom", "wool");
@@ -368,10 +397,12 @@ TEST_F(FetchTest, waitsUntilItIsClosed)
 
 TEST_F(FetchTest, goesOnWaitingWhenAnotherWindowCloses)
 {
-    open();
+    // One that is no job's: it ends the run as it closes.
+    const auto other = TLJiraUpload::init();
+    other->showWindow();
     bool wasOpen = false;
     whileWaiting([&] {
-        upload->window()->close();
+        other->window()->close();
         QTimer::singleShot(1, [&] {
             wasOpen =
                 ui::isOnScreen(entry->window()->widget()) && tljira::Application::modalWindow() == entry->window();

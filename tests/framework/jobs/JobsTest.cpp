@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QProgressBar>
+#include <QTimer>
 
 namespace tests {
 
@@ -163,6 +164,23 @@ void JobsTest::fetchFirst()
 QStringList JobsTest::foldersNamed(const QString& prefix)
 {
     return QDir(tljira::temporaryDirectory()).entryList({prefix + u'*'}, QDir::Dirs);
+}
+
+bool runsOnDuring(const std::function<void()>& steps)
+{
+    const auto other = JMWindowController::init();
+    bool isClosedByItsUser = false;
+    const QObject duringRun;
+    // A run that somebody has ended has no further turn. Not 0: posted events would not be handed out in the meantime.
+    QTimer::singleShot(1, &duringRun, [&] {
+        steps();
+        QTimer::singleShot(1, &duringRun, [&] {
+            isClosedByItsUser = true;
+            closeByTitleBar(*other);
+        });
+    });
+    other->run({});
+    return isClosedByItsUser;
 }
 
 void closeByTitleBar(const tljira::WindowController& controller)

@@ -6,6 +6,7 @@
 #include "tests/kit/Files.h"
 #include "tests/kit/JiraTest.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -67,6 +68,10 @@ protected:
     std::shared_ptr<JMWindowController> entry;
     std::vector<Result> ends;
 };
+
+/// Runs a window of the framework modally that is none of a job, as a host may, and takes these steps meanwhile.
+/// Answers whether it went on running until its user closed it after them.
+bool runsOnDuring(const std::function<void()>& steps);
 
 /// As its user closes it, with the title bar's button.
 void closeByTitleBar(const tljira::WindowController& controller);
