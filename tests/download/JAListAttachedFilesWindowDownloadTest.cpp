@@ -238,7 +238,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, showsNothingOfAnEarlierDownloadWhi
 TEST_F(JAListAttachedFilesWindowDownloadTest, showsHowMuchHasComeHowFastAndHowLongItTakes)
 {
     showSyntheticFile(40 << 20);
-    server.misbehave(Match::on("*/secure/*"), Fault().drip(1 << 20, 100ms));
+    server.misbehave(Match::on("*/secure/*"), Fault().drip(1 << 18, 100ms));
     press();
     const QRegularExpression all(
         QStringLiteral("^\\d+\\.\\d of 40\\.00 MB · \\d+(\\.\\d)? [KM]B/s · (about )?\\d+ s left$"));
@@ -252,11 +252,13 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, tellsThatNothingComesAnyMore)
     showSyntheticFile(40 << 20);
     server.misbehave(Match::on("*/secure/*"), Fault().hold(Point::responseBody(20 << 20)));
     press();
-    ASSERT_TRUE(tests::waitUntil([this] { return details().contains(QStringLiteral("B/s")); }));
+    const auto arrived = QStringLiteral("20.0 of 40.00 MB · ");
+    ASSERT_TRUE(tests::waitUntil([&] {
+        return details().startsWith(arrived) && details().contains(QStringLiteral("B/s"));
+    })) << details().toStdString();
     const QString before = details();
-    EXPECT_TRUE(before.startsWith(QStringLiteral("20.0 of 40.00 MB · ")));
     EXPECT_TRUE(tests::waitUntil([&] { return details() != before; }));
-    EXPECT_TRUE(details().startsWith(QStringLiteral("20.0 of 40.00 MB · "))) << details().toStdString();
+    EXPECT_TRUE(details().startsWith(arrived)) << details().toStdString();
 }
 
 TEST_F(JAListAttachedFilesWindowDownloadTest, leavesOutOfTheNumbersWhatHasNoRoom)
@@ -338,7 +340,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, everythingHasItsRoomInALargeFont)
 TEST_F(JAListAttachedFilesWindowDownloadTest, showsHowFarItIs)
 {
     showSyntheticFile(1'000'000);
-    server.misbehave(Match::on("*/secure/*"), Fault().drip(50'000, 20ms));
+    server.misbehave(Match::on("*/secure/*"), Fault().drip(50'000, 200ms));
     press();
     std::vector<int> shown;
     ASSERT_TRUE(tests::waitUntil([&] {

@@ -26,7 +26,9 @@ protected:
 
     bool isFolderGone() const { return !QFileInfo::exists(large.folder()); }
 
-    LoneDocument large{QByteArray(8 << 20, 'x')};
+    /// More than the buffers between client and server hold, so that a held upload cannot end.
+    static constexpr int largeSize = 32 << 20;
+    LoneDocument large{QByteArray(largeSize, 'x')};
 };
 
 TEST_F(UploadEndingTest, cancelsUnderWay)
@@ -150,7 +152,7 @@ TEST_F(TwoUploadsTest, anUploadThatIsStillGoingEndsBeforeTheNextBegins)
     server.release();
 
     ASSERT_TRUE(waitUntil([this] { return server.attachments("ABC-1").size() == 2; }));
-    EXPECT_EQ(server.attachments("ABC-1").at(0).size, 8 << 20);
+    EXPECT_EQ(server.attachments("ABC-1").at(0).size, largeSize);
     expectAnotherArrived();
     EXPECT_TRUE(isFolderGone());
 }
@@ -256,7 +258,7 @@ TEST_F(UploadEndingTest, goesOnWhenTheWindowCloses)
     ASSERT_TRUE(waitUntil([this] { return isDone(); }));
     EXPECT_TRUE(isFolderGone());
     ASSERT_EQ(server.attachments("ABC-1").size(), 1U);
-    EXPECT_EQ(server.attachments("ABC-1").at(0).size, 8 << 20);
+    EXPECT_EQ(server.attachments("ABC-1").at(0).size, largeSize);
 }
 
 TEST_F(UploadEndingTest, goesOnWhenThePanelIsLetGo)

@@ -202,13 +202,14 @@ TEST_F(UploadProgressTest, showsTheBarAtOneWhenNothingIsExpected)
 
 TEST_F(UploadProgressTest, showsHowFarAHeldUploadHasCome)
 {
-    const LoneDocument large(QByteArray(8 << 20, 'x'));
+    // More than the buffers between client and server hold.
+    const LoneDocument large(QByteArray(32 << 20, 'x'));
     panel->setNewPathFile(large.path(), LoneDocument::name());
     holdUploadsAfter(1 << 20);
     upload();
     waitForHeldExchange();
 
-    ASSERT_TRUE(waitUntil([this] { return sheet()->sizeLabel()->text().endsWith(QStringLiteral(" / 8.00 mb")); }));
+    ASSERT_TRUE(waitUntil([this] { return sheet()->sizeLabel()->text().endsWith(QStringLiteral(" / 32.00 mb")); }));
     EXPECT_LT(sheet()->uploadingProgressBar()->value(), 100);
     EXPECT_FALSE(isDone());
 
