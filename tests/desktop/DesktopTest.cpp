@@ -40,20 +40,23 @@ void DesktopTest::closeAndExpectFreeHost(const std::shared_ptr<tljira::Window>& 
 {
     // A first request may end the sheet alone.
     const auto sheet = window->attachedSheet();
-    // The title bar may be on its way to another place while a window grows or shrinks.
-    const auto hasEnded = [&] { return !window->isVisible() || window->attachedSheet() != sheet; };
-    for (int attempt = 0; attempt < 10 && !hasEnded(); ++attempt) {
-        user.clickClose(window->widget());
-        waitUntil(hasEnded, std::chrono::seconds(3));
-    }
-    ASSERT_TRUE(hasEnded());
+    clickCloseUntil(*window, [&] { return !window->isVisible() || window->attachedSheet() != sheet; });
     drainMainQueue();
     if (window->isVisible()) {
         EXPECT_EQ(window->attachedSheet(), nullptr);
-        user.clickClose(window->widget());
-        ASSERT_TRUE(waitUntil([&] { return !window->isVisible(); }));
+        clickCloseUntil(*window, [&] { return !window->isVisible(); });
     }
     expectFreeHost();
+}
+
+void DesktopTest::clickCloseUntil(const tljira::Window& window, const std::function<bool()>& hasEnded)
+{
+    // The title bar may be on its way to another place while a window grows or shrinks.
+    for (int attempt = 0; attempt < 10 && !hasEnded(); ++attempt) {
+        user.clickClose(window.widget());
+        waitUntil(hasEnded, std::chrono::seconds(3));
+    }
+    ASSERT_TRUE(hasEnded());
 }
 
 void DesktopTest::picture(const QString& what)

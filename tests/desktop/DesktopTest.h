@@ -28,6 +28,9 @@ protected:
     User user;
     QWidget host;
     QLineEdit hostField;
+
+private:
+    void clickCloseUntil(const tljira::Window& window, const std::function<bool()>& hasEnded);
 };
 
 } // namespace tests

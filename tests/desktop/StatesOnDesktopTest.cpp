@@ -53,6 +53,13 @@ protected:
         }
     }
 
+    static void expectNoFlawsIn(tljira::Window& window)
+    {
+        // What a smaller window leads to may not have been drawn yet.
+        waitUntil([&] { return layoutFlaws(window).isEmpty(); });
+        EXPECT_THAT(layoutFlaws(window), testing::IsEmpty());
+    }
+
     bool hasTitleBarOnScreen() const
     {
         const QRect frame = frameOf(widget());
@@ -99,10 +106,9 @@ TEST_P(StatesOnDesktopTest, isMovedAndResized)
     // Texts that wrap may make it higher instead.
     ASSERT_TRUE(waitUntil([&] { return widget()->width() < large.width() && widget()->height() != large.height(); }));
     expectInOrder("made as small as it gets");
-    EXPECT_THAT(layoutFlaws(*scene.window()), testing::IsEmpty());
-    if (const auto sheet = scene.window()->attachedSheet()) {
-        EXPECT_THAT(layoutFlaws(*sheet), testing::IsEmpty());
-    }
+    expectNoFlawsIn(*scene.window());
+    if (const auto sheet = scene.window()->attachedSheet())
+        expectNoFlawsIn(*sheet);
     picture("smaller");
 }
 

@@ -112,6 +112,7 @@ void User::holdUntil(const char* key, int repeats, const std::function<bool()>& 
     const int interval = QApplication::doubleClickInterval();
     QApplication::setDoubleClickInterval(0);
     int before = m_keyPresses;
+    XServer::instance().setRepeating(repeats > 0);
     XServer::instance().keyDown(key);
     const bool hasArrived = waitUntil([&] { return m_keyPresses > before; });
     drainMainQueue();
@@ -120,6 +121,7 @@ void User::holdUntil(const char* key, int repeats, const std::function<bool()>& 
     before = m_keyPresses;
     const bool isRepeated = waitUntil([&] { return m_keyPresses >= before + repeats; });
     release(key);
+    XServer::instance().setRepeating(false);
     ASSERT_TRUE(hasArrived && holds && isRepeated) << key;
 }
 

@@ -73,6 +73,7 @@ XServer::XServer()
         std::cerr << "the screen cannot be reached, or takes no keys from a program\n";
         std::abort();
     }
+    setRepeating(false);
 }
 
 bool XServer::hasWindowManager()
@@ -99,6 +100,15 @@ void XServer::keyUp(const char* name)
 {
     XTestFakeKeyEvent(displayOf(m_display), keyCode(m_display, XStringToKeysym(name)), False, CurrentTime);
     XFlush(displayOf(m_display));
+}
+
+void XServer::setRepeating(bool isRepeating)
+{
+    if (isRepeating)
+        XAutoRepeatOn(displayOf(m_display));
+    else
+        XAutoRepeatOff(displayOf(m_display));
+    XSync(displayOf(m_display), False);
 }
 
 void XServer::type(QChar character)

@@ -19,10 +19,12 @@ public:
     /// Whether a window manager has taken the screen over, and answers. To be asked until it has.
     bool hasWindowManager();
 
-    /// A key by its name in the X world, such as "Return" or "a". It is repeated by the server for as long as it is
-    /// down.
+    /// A key by its name in the X world, such as "Return" or "a".
     void keyDown(const char* name);
     void keyUp(const char* name);
+    /// Whether the server repeats a key for as long as it is down. It does not at first: a slow program may leave a key
+    /// down for longer than a user would.
+    void setRepeating(bool isRepeating);
     /// Presses and releases the keys that write this character on an American keyboard.
     void type(QChar character);
 

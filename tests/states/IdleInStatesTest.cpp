@@ -59,14 +59,24 @@ TEST_P(IdleInStatesTest, wakesNothingUp)
     EXPECT_EQ(whoRunsWhileIdle(span(), 20), "");
 }
 
+/// In one of ten spans, since a busy machine may let a thread wait for longer than one.
+bool isSomethingSeen()
+{
+    for (int span = 0; span < 10; ++span) {
+        if (!whoRunsWhileIdle(1s, 1).empty())
+            return true;
+    }
+    return false;
+}
+
 TEST(WakeUps, areSeen)
 {
     QTimer timer;
     timer.start(100ms);
-    EXPECT_NE(whoRunsWhileIdle(1s, 2), "");
+    EXPECT_TRUE(isSomethingSeen());
     // Nor is it rest when there is always something more to do.
     timer.start(0ms);
-    EXPECT_NE(whoRunsWhileIdle(1s, 2), "");
+    EXPECT_TRUE(isSomethingSeen());
     timer.stop();
     EXPECT_EQ(whoRunsWhileIdle(1s, 30), "");
 }

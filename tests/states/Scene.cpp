@@ -322,6 +322,11 @@ const std::vector<State>& allStates()
     return states;
 }
 
+bool hasList(const State& state)
+{
+    return state.reach == &Scene::list || state.reach == &Scene::olderList;
+}
+
 void PrintTo(const State& state, std::ostream* out)
 {
     *out << state.name;

@@ -100,6 +100,9 @@ struct State
 /// All states of all windows.
 const std::vector<State>& allStates();
 
+/// Whether documents are listed in it.
+bool hasList(const State& state);
+
 /// For the names of tests and the files of pictures.
 void PrintTo(const State& state, std::ostream* out);
 
