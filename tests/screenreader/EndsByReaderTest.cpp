@@ -83,7 +83,7 @@ TEST_F(EndsByReaderTest, followsTheSelectionOfAList)
 TEST_F(EndsByReaderTest, hearsOfADownloadOnceASecond)
 {
     scene.list();
-    server.misbehave(Match::on("*/secure/attachment/*"), Fault().drip(1, 400ms));
+    server.misbehave(Match::on("*/secure/attachment/*"), Fault().drip(1, 1000ms));
     reader.takeNews();
     const auto begin = std::chrono::steady_clock::now();
     hands.press(Qt::Key_Return);

@@ -230,6 +230,9 @@ double Reader::value(const QString& path)
 
 QList<News> Reader::takeNews()
 {
+    // What the program has told before it answers comes before the answer.
+    ask(QLatin1String(root), accessible, "GetRole");
+    drainMainQueue();
     return std::exchange(m_news, {});
 }
 

@@ -77,7 +77,7 @@ public:
     bool write(const QString& path, const QString& text);
     double value(const QString& path);
 
-    /// Since the last call.
+    /// All that the program has told by now, since the last call.
     QList<News> takeNews();
 
 private Q_SLOTS:

@@ -57,7 +57,6 @@ void ReaderTest::write(const QString& label, const QString& text)
 QStringList ReaderTest::alerts()
 {
     QStringList alerts;
-    drainMainQueue();
     for (const News& news : reader.takeNews()) {
         if (news.kind != News::Kind::Shown)
             continue;

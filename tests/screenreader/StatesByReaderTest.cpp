@@ -1,3 +1,4 @@
+#include "tests/kit/WaitUntil.h"
 #include "tests/screenreader/ReaderHands.h"
 #include "tests/screenreader/ReaderTest.h"
 #include "tests/states/Animations.h"
@@ -22,12 +23,30 @@ protected:
     {
         (scene.*GetParam().reach)();
         waitForAnimations();
-        const QString title = scene.window()->title();
-        const QList<Told> windows = reader.windows();
-        const auto it =
-            std::find_if(windows.begin(), windows.end(), [&](const Told& each) { return each.name == title; });
-        ASSERT_NE(it, windows.end()) << title.toStdString();
-        window = *it;
+        // What arrives while a window is read shows it half as it was before.
+        readWindow();
+        ASSERT_TRUE(waitUntil([this] {
+            const QStringList before = paths();
+            readWindow();
+            return !window.path.isEmpty() && paths() == before;
+        })) << scene.window()->title().toStdString();
+    }
+
+    void readWindow()
+    {
+        window = Told();
+        for (const Told& each : reader.windows()) {
+            if (each.name == scene.window()->title())
+                window = each;
+        }
+    }
+
+    QStringList paths() const
+    {
+        QStringList paths;
+        for (const Told& part : window.all())
+            paths.append(part.path);
+        return paths;
     }
 
     /// What a part of the program is, which this process can tell from its number.
@@ -100,14 +119,17 @@ protected:
 
     void expectRows() const
     {
+        int lists = 0;
         for (const Told& part : window.all()) {
             if (part.role != Told::List)
                 continue;
+            ++lists;
             const QList<Told> all = part.all();
             const auto rows =
                 std::count_if(all.begin(), all.end(), [](const Told& row) { return row.role == Told::ListItem; });
             EXPECT_EQ(rows, static_cast<qsizetype>(server.attachments("ABC-1").size()));
         }
+        EXPECT_EQ(lists, hasList(GetParam()) ? 1 : 0);
     }
 
     ReaderHands hands{user};
