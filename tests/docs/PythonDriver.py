@@ -32,7 +32,7 @@ def exec_with_user(application):
         lambda user: user.click(user.seen(QPushButton, "downloadButton")),
         lambda user: len(ends) == 2 and (application.exit() or True),
     ])
-    QTimer.singleShot(60000, os.abort)  # A user who gives up.
+    QTimer.singleShot(110000, os.abort)  # A user who gives up.
     return wait_for_events()
 
 

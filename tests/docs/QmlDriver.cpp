@@ -36,7 +36,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("editor"));
     QApplication::setQuitOnLastWindowClosed(false);
-    QTimer::singleShot(60000, [] { std::abort(); }); // A user who gives up.
+    QTimer::singleShot(110'000, [] { std::abort(); }); // A user who gives up.
     const TLJiraControllerLoader jira;
     QQmlApplicationEngine engine;
     if (const QString problem = offerJira(engine); !problem.isEmpty()) {

@@ -115,7 +115,7 @@ Outcome Workshop::run(const QString& program, const QStringList& arguments, cons
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.setStandardInputFile(QProcess::nullDevice());
     process.start(program, arguments);
-    if (!process.waitForFinished(240000) || process.exitStatus() != QProcess::NormalExit)
+    if (!process.waitForFinished(800000) || process.exitStatus() != QProcess::NormalExit)
         return {-1, QString::fromUtf8(process.readAll()) + process.errorString()};
     return {process.exitCode(), QString::fromUtf8(process.readAll())};
 }

@@ -111,7 +111,7 @@ int main(int argc, char** argv)
     const QStringList arguments = QApplication::arguments();
     tljira::URLSessionConfiguration::setDefaultRoutes({arguments.value(1)});
     // A user who gives up.
-    QTimer::singleShot(60000, [] { std::abort(); });
+    QTimer::singleShot(110'000, [] { std::abort(); });
 
     upload(arguments.value(2));
     const std::optional<QString> fetched = fetch();

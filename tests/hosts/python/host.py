@@ -77,7 +77,7 @@ def main():
     application = QApplication(sys.argv)
     application.setApplicationName("plugin_host")
     application.setQuitOnLastWindowClosed(False)
-    QTimer.singleShot(60000, os.abort)  # A user who gives up.
+    QTimer.singleShot(110000, os.abort)  # A user who gives up.
     folder, route, document, fetched = sys.argv[1:5]
 
     loader = QPluginLoader(QDir(folder).filePath("TLJiraControllerPlugin"))

@@ -75,7 +75,7 @@ class Host:
 def main():
     application = QApplication(sys.argv)
     application.setApplicationName("plugin_host")
-    QTimer.singleShot(60000, os.abort)  # A user who gives up.
+    QTimer.singleShot(110000, os.abort)  # A user who gives up.
     folder, route, document, fetched = sys.argv[1:5]
 
     jira = QPluginLoader(QDir(folder).filePath("TLJiraControllerPlugin")).instance()

@@ -72,7 +72,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("plugin_host"));
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList arguments = QApplication::arguments();
-    QTimer::singleShot(60000, [] { std::abort(); }); // A user who gives up.
+    QTimer::singleShot(110'000, [] { std::abort(); }); // A user who gives up.
 
     const TLJiraControllerLoader jira({arguments.value(1)});
     if (!jira.object()) {
