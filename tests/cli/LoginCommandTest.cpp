@@ -184,8 +184,12 @@ TEST_F(ManyLogins, atOnceSaveTheSessionWithItsServer)
         std::vector<std::unique_ptr<tests::ToolRun>> tools;
         for (const char* name : {"a", "b", "c", "d"})
             tools.push_back(startLogin(QString::fromLatin1(name)));
-        for (const auto& tool : tools)
-            EXPECT_EQ(tool->status(), 0) << tool->error().toStdString();
+        int saved = 0;
+        for (const auto& tool : tools) {
+            saved += tool->status() == 0;
+            EXPECT_TRUE(tool->status() == 0 || tool->hasGivenUpWaiting()) << tool->error().toStdString();
+        }
+        EXPECT_GT(saved, 0);
         expectSessionOfItsServer();
     }
 }

@@ -53,4 +53,10 @@ QByteArray ToolRun::error()
     return m_process.readAllStandardError();
 }
 
+bool ToolRun::hasGivenUpWaiting()
+{
+    m_process.setReadChannel(QProcess::StandardError);
+    return status() == 1 && m_process.peek(m_process.bytesAvailable()).endsWith("another process keeps it locked.\n");
+}
+
 } // namespace tests

@@ -24,6 +24,8 @@ public:
     /// Of an ended run.
     QByteArray output();
     QByteArray error();
+    /// Waits for the end. Whether the run gave up because others kept a file locked for too long.
+    bool hasGivenUpWaiting();
 
 private:
     QProcess m_process;
