@@ -35,6 +35,7 @@ protected:
     }
 
     const JAListAttachedFilesWindow& list() const { return *panel->jaListAttachedWindow(); }
+    QString help() const { return tljira::text(QPointer(tljira::findView<QLabel>(panel->view(), "downloadHelp"))); }
 
     void add(const char* issue, const char* name)
     {
@@ -252,8 +253,10 @@ TEST_F(JABodyViewControllerTest, saysNothingOfALookUpInVain)
     server.misbehave(Match::on("*/issue/DOWN-1"), Fault().close(Point::responseHead(0)));
     for (const char* key : {"NO-1", "", "DOWN-1"}) {
         const auto before = server.finishedRequestCount();
+        const QString usual = help();
         press(QString::fromUtf8(key));
-        ASSERT_TRUE(tests::waitUntil([&] { return server.finishedRequestCount() > before; }));
+        EXPECT_EQ(help() == usual, *key == '\0');
+        ASSERT_TRUE(tests::waitUntil([&] { return server.finishedRequestCount() > before && help() == usual; }));
         tests::drainMainQueue();
         EXPECT_EQ(window->attachedSheet(), nullptr) << key;
         EXPECT_TRUE(panel->checkDownloadFiles()->isVisible());
@@ -263,9 +266,6 @@ TEST_F(JABodyViewControllerTest, saysNothingOfALookUpInVain)
 
 TEST_F(JABodyViewControllerTest, saysWhileALookUpRunsThatItLooks)
 {
-    const auto help = [this] {
-        return tljira::text(QPointer(tljira::findView<QLabel>(panel->view(), "downloadHelp")));
-    };
     const QString before = help();
     server.misbehave(Match::on("*/issue/*").once(), Fault().hold(Point::responseHead(0)));
     press(QStringLiteral("NO-1"));

@@ -217,7 +217,10 @@ private:
     void waitForAnswer()
     {
         const auto asked = m_server.requestCount();
-        RC_ASSERT(waitUntil([&] { return m_server.finishedRequestCount() >= asked; }));
+        const auto* help = m_panel->view()->findChild<QLabel*>(QStringLiteral("issueKeyHelp"));
+        RC_ASSERT(waitUntil([&] {
+            return m_server.finishedRequestCount() >= asked && !help->text().startsWith(QStringLiteral("Looking for"));
+        }));
         drainMainQueue();
     }
 
