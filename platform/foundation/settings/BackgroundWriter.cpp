@@ -128,17 +128,28 @@ bool BackgroundWriter::start(std::unique_lock<std::mutex>& lock, bool mustWrite)
         m_mustWrite |= mustWrite;
         return true;
     }
-    lock.unlock();
-    return runHere(mustWrite);
+    return runHere(lock, mustWrite);
 }
 
 /// Not behind a thread that a disk has kept since before the process began to exit.
-bool BackgroundWriter::runHere(bool mustWrite)
+bool BackgroundWriter::runHere(std::unique_lock<std::mutex>& lock, bool mustWrite)
 {
-    const std::unique_lock lock(m_workMutex, LongestWaitForOthers);
-    if (lock.owns_lock())
-        m_owner.work(mustWrite);
-    return lock.owns_lock();
+    const bool mayWork = m_changed.wait_for(lock, LongestWaitForOthers, [this] { return !m_isWorking; });
+    if (mayWork)
+        doWork(lock, mustWrite);
+    lock.unlock();
+    return mayWork;
+}
+
+/// Nobody else is at work.
+void BackgroundWriter::doWork(std::unique_lock<std::mutex>& lock, bool mustWrite)
+{
+    m_isWorking = true;
+    lock.unlock();
+    m_owner.work(mustWrite);
+    lock.lock();
+    m_isWorking = false;
+    m_changed.notify_all();
 }
 
 void BackgroundWriter::run()
@@ -150,12 +161,8 @@ void BackgroundWriter::run()
             break;
         const auto request = m_asked;
         const bool mustWrite = std::exchange(m_mustWrite, false);
-        lock.unlock();
-        {
-            const std::lock_guard isWorking(m_workMutex);
-            m_owner.work(mustWrite);
-        }
-        lock.lock();
+        m_changed.wait(lock, [this] { return !m_isWorking; });
+        doWork(lock, mustWrite);
         m_done = request;
         m_changed.notify_all();
     }

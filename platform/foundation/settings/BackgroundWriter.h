@@ -46,7 +46,8 @@ private:
 
     bool start(std::unique_lock<std::mutex>& lock, bool mustWrite);
     void run();
-    bool runHere(bool mustWrite);
+    bool runHere(std::unique_lock<std::mutex>& lock, bool mustWrite);
+    void doWork(std::unique_lock<std::mutex>& lock, bool mustWrite);
     bool waitFor(unsigned long long request, Clock::time_point latest);
     void stop(Clock::time_point latest);
 
@@ -58,8 +59,8 @@ private:
     bool m_mustWrite = false;
     bool m_isStopping = false;
     bool m_isRunning = false;
-    /// Around the work.
-    std::timed_mutex m_workMutex;
+    /// The owner is at work, on whichever thread.
+    bool m_isWorking = false;
     std::thread m_thread;
 };
 
