@@ -96,6 +96,7 @@ protected:
     void expectRequestsOfThisWay() const
     {
         const bool isWhole = GetParam().address == whole;
+        ASSERT_FALSE(server.requests().empty());
         for (const auto& request : server.requests()) {
             if (request.header("Host") == "other.example.test") {
                 EXPECT_EQ(request.headerCount("Authorization") + request.headerCount("Cookie"), 0) << request.target;

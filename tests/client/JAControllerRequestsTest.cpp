@@ -144,6 +144,7 @@ TEST_F(JAControllerRequestsTest, carriesTheSavedSession)
     ASSERT_TRUE(waitForEvents(2));
     client->sendPostRequest(myself(), std::nullopt, std::nullopt, requestCallBack());
     ASSERT_TRUE(waitForEvents(3));
+    ASSERT_EQ(server.requests().size(), 3U);
     for (const auto& request : server.requests()) {
         EXPECT_EQ(request.header("Cookie"), "N=V");
         EXPECT_EQ(request.headerCount("Cookie"), 1);

@@ -170,6 +170,7 @@ TEST_P(SignInJobsTest, attachesAndFetches)
     ASSERT_TRUE(fetch());
     ASSERT_TRUE(waitUntil([this] { return ui::isOnScreen(fetchPanel().getAttachButton()); }));
     drainMainQueue();
+    EXPECT_FALSE(server.requests().empty());
     expectRequestsOfThisWay();
     closeByTitleBar(*entry);
 }
