@@ -19,5 +19,7 @@ public:
 private:
     using Begin = std::function<void()>;
 
+    static void beginOrWait(const std::shared_ptr<Begin>& next);
+
     std::weak_ptr<Begin> m_waiting;
 };

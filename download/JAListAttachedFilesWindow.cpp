@@ -305,13 +305,19 @@ void JAListAttachedFilesWindow::updateDownload(qint64 bytes, qint64 total, const
 {
     const HeldUpdates held(downloadView());
     const auto task = JAController::sharedInstance()->downloadTask();
-    setIsRunning(task && !task->hasEnded());
+    // The ends of other requests come here as well.
+    const bool isRunning = task && !task->hasEnded();
+    const bool showedError = !tljira::text(downloadError()).isEmpty();
+    setIsRunning(isRunning);
     const qint64 divisor = total == 0 ? 1 : total;
     const float percent = static_cast<float>(100.0 / static_cast<double>(divisor) * static_cast<double>(bytes));
     setError(QString());
     if (error) {
         setError(error->localizedDescription());
-        m_state->fail();
+        if (isRunning)
+            m_state->fit();
+        else
+            m_state->fail();
         return;
     }
     tljira::log(u"percent:%f total:%lld bytes: %lld %hhd", percent, total, bytes, completion);
@@ -321,7 +327,10 @@ void JAListAttachedFilesWindow::updateDownload(qint64 bytes, qint64 total, const
         m_state->finish();
     } else {
         incrementProgressBar(tljira::truncatedToInt64(percent));
-        m_state->advance(bytes);
+        if (bytes > 0)
+            m_state->advance(bytes);
+        if (showedError)
+            m_state->fit();
     }
 }
 

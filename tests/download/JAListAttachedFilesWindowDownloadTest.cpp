@@ -1,6 +1,7 @@
 #include "download/DownloadFolder.h"
 #include "download/JAListAttachedFilesWindow.h"
 
+#include "client/TransferListener.h"
 #include "platform/foundation/files/FileManager.h"
 #include "platform/foundation/files/TemporaryDirectory.h"
 #include "platform/toolkit/views/PaletteColors.h"
@@ -17,6 +18,7 @@
 #include <QtTest/QTest>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -81,6 +83,22 @@ protected:
         list->setError(QString());
         press();
         waitForEnd();
+    }
+
+    /// Starts a download that stops in its middle, of which the window has heard.
+    void downloadHalf()
+    {
+        showSyntheticFile(1'000'000);
+        downloadAndHold(Point::responseBody(500'000));
+        ASSERT_TRUE(tests::waitUntil([this] { return bar() == 50; }));
+    }
+
+    /// The answer to another request breaks off.
+    void letAnotherRequestFail()
+    {
+        server.misbehave(Match::on("*/myself").once(), Fault().close(Point::responseBody(3)));
+        client->getCurrentUser({});
+        ASSERT_TRUE(tests::waitUntil([this] { return !error().isEmpty(); }));
     }
 
     /// Starts a download that stops after so many bytes of the answer's body.
@@ -665,6 +683,61 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, theEndOfALaterRequestClearsTheErro
     EXPECT_FALSE(list->isDone());
 }
 
+TEST_F(JAListAttachedFilesWindowDownloadTest, goesOnThoughAnotherRequestFails)
+{
+    downloadHalf();
+    letAnotherRequestFail();
+    EXPECT_EQ(error(), QStringLiteral("The network connection was lost."));
+    EXPECT_TRUE(list->downloadError()->isVisible());
+    EXPECT_EQ(bar(), 100);
+    EXPECT_EQ(title(), QStringLiteral("Downloading"));
+    EXPECT_EQ(closeButtonText(), QStringLiteral("Cancel"));
+    EXPECT_NE(barColor(), tljira::errorColor(list->view()->palette()));
+    EXPECT_TRUE(label("downloadDetails")->isVisible());
+    server.release();
+    ASSERT_TRUE(tests::waitUntil([this] { return list->isDone(); }));
+    tests::drainMainQueue();
+    EXPECT_EQ(title(), QStringLiteral("Downloaded"));
+    EXPECT_EQ(error(), QString());
+    EXPECT_EQ(contentsOf(target()).value_or(QByteArray()).size(), 1'000'000);
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, makesRoomForTheErrorOfAnotherRequestWhileItGoesOn)
+{
+    const QFont font = list->view()->font();
+    const auto* area = tljira::findView<QScrollArea>(list->view(), "downloadScrollArea");
+    const QLabel* heading = label("downloadTitle");
+    int sizesThatNeedRoom = 0;
+    for (int points = 10; points <= 24; ++points) {
+        QFont larger = font;
+        larger.setPointSize(points);
+        list->view()->setFont(larger);
+        downloadHalf();
+        const bool hadHeading = heading->isVisible();
+        letAnotherRequestFail();
+        tests::drainMainQueue();
+        sizesThatNeedRoom += hadHeading && !heading->isVisible();
+        EXPECT_TRUE(!heading->isVisible() || area->widget()->height() <= area->viewport()->height()) << points;
+        client->getCurrentUser({});
+        ASSERT_TRUE(tests::waitUntil([this] { return error().isEmpty(); }));
+        EXPECT_EQ(heading->isVisible(), hadHeading) << points;
+        server.release();
+        waitForEnd();
+    }
+    EXPECT_GT(sizesThatNeedRoom, 0);
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, keepsItsNumbersWhenAnotherRequestEnds)
+{
+    showSyntheticFile(40 << 20);
+    server.misbehave(Match::on("*/secure/*"), Fault().hold(Point::responseBody(20 << 20)));
+    press();
+    ASSERT_TRUE(tests::waitUntil([this] { return details().startsWith(QStringLiteral("20.0 of 40.00 MB")); }));
+    client->getCurrentUser({});
+    ASSERT_TRUE(tests::waitUntil([this] { return percent() == QStringLiteral("0 %"); }));
+    EXPECT_TRUE(details().startsWith(QStringLiteral("20.0 of 40.00 MB"))) << details().toStdString();
+}
+
 // Cancel.
 
 TEST_F(JAListAttachedFilesWindowDownloadTest, cancelEndsTheSheetAndTheDownloadBeforeTheAnswer)
@@ -950,6 +1023,57 @@ TEST_F(TwoDownloadsTest, anotherWindowsDownloadIsToldThatItWasCancelled)
     expectTheSecondAlone();
     EXPECT_EQ(other->downloadError()->text(), QStringLiteral("cancelled"));
     EXPECT_FALSE(other->isDone());
+}
+
+/// Reports the end of a request a second time.
+class SecondReport : public client::TransferListener
+{
+public:
+    void taskEnded(const tljira::URLSessionTask&, const std::optional<tljira::Error>& error) override
+    {
+        if (!std::exchange(m_hasReported, true))
+            JAController::sharedInstance()->didCompleteWithError(nullptr, error);
+    }
+
+private:
+    bool m_hasReported = false;
+};
+
+TEST_F(TwoDownloadsTest, theSecondBeginsOnceHoweverManyRequestsEndWithTheFirst)
+{
+    downloadAndHold(Point::responseBody(5));
+    bringTheListBack();
+    const auto another = std::make_shared<SecondReport>();
+    client::TransferListener::add(another);
+    press(1);
+    ASSERT_TRUE(tests::waitUntil([this] { return isSecondThere(); }));
+    expectTheSecondAlone();
+    EXPECT_EQ(server.requests("*/secure/*").size(), 2U);
+}
+
+TEST_F(TwoDownloadsTest, ofTwoWindowsThatWaitForAThirdEachGetsItsOwnBytesOrNone)
+{
+    const auto other = JAListAttachedFilesWindow::init();
+    const auto host = tests::shownWindow();
+    host->beginSheet(other->window(), [](int) {});
+    other->setAttachments({list->attachments().at(0)});
+    other->reload();
+    tests::drainMainQueue();
+    const auto running = attach({.fileName = "running", .bytes = "what nobody waits for"});
+    server.misbehave(Match::on("*/secure/*").once(), Fault().hold(Point::responseBody(5)));
+    client->downloadFile(running->downloadLink(), {}, folder + QStringLiteral("/running"));
+    waitForHeldExchange();
+    // Both in one turn of the event loop: the cancelled one ends after that.
+    other->downloadAction(tests::cellAtRow(*other, 0)->downloadButton());
+    list->downloadAction(tests::cellAtRow(*list, 1)->downloadButton());
+    const auto hasEnded = [](const JAListAttachedFilesWindow& window) {
+        return window.downloadPercent()->text() == QStringLiteral("DONE") || !window.downloadError()->text().isEmpty();
+    };
+    ASSERT_TRUE(tests::waitUntil([&] { return hasEnded(*list) && hasEnded(*other); }));
+    ASSERT_TRUE(tests::waitUntil([this] { return isSecondThere(); }));
+    expectTheSecondAlone();
+    EXPECT_FALSE(other->isDone());
+    EXPECT_EQ(other->downloadError()->text(), QStringLiteral("cancelled"));
 }
 
 // Ends from outside.
