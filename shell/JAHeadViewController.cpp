@@ -90,9 +90,11 @@ void JAHeadViewController::setOkSessionView()
     ++m_lookUps;
     showServer();
     showLookUp();
-    client->getCurrentUser([self = sharedFrom(this)](const auto& user, const auto&) {
+    client->getCurrentUser([self = sharedFrom(this), number = ++m_newestLookUp](const auto& user, const auto&) {
         --self->m_lookUps;
-        self->showUser(user);
+        // An earlier answer may be about somebody who has logged out since.
+        if (number == self->m_newestLookUp)
+            self->showUser(user);
         self->showLookUp();
     });
 }
@@ -146,16 +148,15 @@ void JAHeadViewController::showServer()
 void JAHeadViewController::setAvatarByURL(const std::optional<QString>& url)
 {
     JAController::sharedInstance()->sendGetRequest(
-        url, [self = sharedFrom(this)](const auto& body, const auto& error, const auto&) {
-            if (!error)
-                self->showAvatar(body.value_or(QByteArray()));
+        url, [self = sharedFrom(this), number = ++m_newestAvatar](const auto& body, const auto& error, const auto&) {
+            if (!error && number == self->m_newestAvatar)
+                self->showAvatar(body.value_or(QByteArray()), number);
         });
 }
 
 // The decoding thread hands its reference back with the image: views must not go on another thread than the main one.
-void JAHeadViewController::showAvatar(const QByteArray& bytes)
+void JAHeadViewController::showAvatar(const QByteArray& bytes, quint64 number)
 {
-    const quint64 number = ++m_newestAvatar;
     tljira::GlobalQueue::instance().addOperation([self = sharedFrom(this), number, bytes]() mutable {
         const QImage image = tljira::ImageView::decode(bytes, largestAvatarSide);
         tljira::MainQueue::instance().addOperation([self = std::move(self), number, image] {

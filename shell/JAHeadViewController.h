@@ -46,11 +46,11 @@ public:
     void setActualView(QWidget* view);
 
     /// Shows the panel and asks the server whose session it is; without a session it does nothing. Where the server
-    /// does not say, the labels become empty.
+    /// does not say, the labels become empty. Of several answers that for the last call counts.
     void setOkSessionView();
 
     /// Fetches the avatar. Without an answer it stays as it is; an answer that is no picture clears it. Pictures are
-    /// decoded off the main thread; the one whose answer came last is shown.
+    /// decoded off the main thread. An answer that comes when another avatar has been asked for since is left out.
     void setAvatarByURL(const std::optional<QString>& url);
 
     /// Begins the sheet with the login form; after a login the panel shows whose session it is. The form's Cancel ends
@@ -71,14 +71,17 @@ private:
     void showLookUp();
     void showServer();
     void showPlaceholder();
-    void showAvatar(const QByteArray& bytes);
+    void showAvatar(const QByteArray& bytes, quint64 number);
     QList<QPushButton*> buttonsBelowPanel();
     void endSheetAtCancel();
 
     std::shared_ptr<JALoginWindow> m_jaLoginWindow;
     QMetaObject::Connection m_cancelConnection;
-    /// Counts the answers with avatars, so that one that takes long to decode does not cover a later one.
+    ///@{
+    /// Count the questions, so that an answer that takes long does not cover that to a later one.
     quint64 m_newestAvatar = 0;
+    quint64 m_newestLookUp = 0;
+    ///@}
     /// Under way, of who is logged in.
     int m_lookUps = 0;
 };

@@ -233,6 +233,39 @@ TEST_F(JAHeadViewControllerTest, saysThatItAsksWhoTheUserIs)
     ASSERT_TRUE(waitUntil([spinner] { return !ui::isOnScreen(spinner); }));
 }
 
+TEST_F(JAHeadViewControllerTest, isNotEmptiedByAnEarlierQuestionThatEndsLater)
+{
+    logIn();
+    server.misbehave(Match::on(userPath).once(),
+                     Fault().status(500, "{}", "application/json").hold(Point::responseHead(0)));
+    header->setOkSessionView();
+    waitForHeldExchange();
+    header->setOkSessionView();
+    ASSERT_TRUE(waitForAvatar());
+    EXPECT_EQ(names(), annasNames);
+    server.release();
+    const auto* spinner = tljira::findView<tljira::ProgressIndicator>(header->view(), "lookupIndicator");
+    ASSERT_TRUE(waitUntil([spinner] { return !ui::isOnScreen(spinner); }));
+    EXPECT_EQ(names(), annasNames);
+}
+
+TEST_F(JAHeadViewControllerTest, showsNoAvatarThatWasAskedForBeforeTheLastOne)
+{
+    logIn();
+    server.misbehave(Match::on(avatarPath).once(),
+                     Fault().status(200, standin::avatarPng(16), "image/png").hold(Point::responseBody(10)));
+    header->setAvatarByURL(address + QStringLiteral("secure/useravatar"));
+    waitForHeldExchange();
+    header->setAvatarByURL(address + QStringLiteral("secure/useravatar"));
+    ASSERT_TRUE(waitForAvatar());
+    log.clear();
+    server.release();
+    ASSERT_TRUE(waitUntil([this] { return !log.lines().filter(QStringLiteral("Error task")).isEmpty(); }));
+    drainMainQueue();
+    waitForOtherThreads();
+    EXPECT_EQ(header->avatarImage()->image().size(), QSize(48, 48));
+}
+
 TEST_F(JAHeadViewControllerTest, offersToLogOutWithoutMuchNoise)
 {
     fill();
