@@ -35,15 +35,16 @@ void FetchTask::issueArrived(const JAIssueObject& issue)
         return;
     }
     m_attachment = *found;
-    download();
+    whenSignedIn([this] { download(); });
 }
 
 void FetchTask::download()
 {
     TransferListener::add(weakFrom(this));
-    // Where the file lies for the moment in which it is looked at; nobody else's file can be there.
-    m_place = tljira::appendingPathComponent(tljira::temporaryDirectory(),
-                                             QStringLiteral("Arriving-") + QUuid::createUuid().toString(QUuid::Id128));
+    // Where the file lies for the moment in which it is looked at; nobody else's file can be there. By such a name a
+    // later run knows what a killed one has left.
+    const QString name = QStringLiteral("Download_%1.tmp").arg(QUuid::createUuid().toString(QUuid::Id128));
+    m_place = tljira::appendingPathComponent(tljira::temporaryDirectory(), name);
     client().downloadFile(
         m_attachment->downloadLink(),
         [weak = weakFrom(this)](qint64, qint64 bytes, const auto& error, bool isFinished) {

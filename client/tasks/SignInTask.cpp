@@ -53,8 +53,8 @@ void SignInTask::start()
                        const auto self = weak.lock();
                        if (self && !self->isOver())
                            self->answered(session, error);
-                       else if (session && records::usesKeyring() && opensDoor(*session))
-                           // It was cancelled while the keyring asked its user, who has let it take the login.
+                       else if (session && opensDoor(*session))
+                           // It was cancelled when the server had accepted, and half of the login is saved by now.
                            save(login, *session);
                    });
 }

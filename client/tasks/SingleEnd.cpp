@@ -18,6 +18,8 @@ std::vector<std::shared_ptr<SingleEnd>>& underWay()
     return all;
 }
 
+bool hasPostRoutine = false;
+
 } // namespace
 
 SingleEnd::SingleEnd() = default;
@@ -29,13 +31,16 @@ void SingleEnd::keep()
     underWay().push_back(shared_from_this());
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &m_context, [this] { endNow(); });
     // Without an event loop nobody is about to quit.
-    [[maybe_unused]] static const bool endsWithApplication = [] {
-        qAddPostRoutine([] {
-            for (const auto& one : std::vector(underWay()))
-                one->endNow();
-        });
-        return true;
-    }();
+    if (!std::exchange(hasPostRoutine, true))
+        qAddPostRoutine(endAll);
+}
+
+/// Qt forgets its post routines once it has called them: with the next application object there is none.
+void SingleEnd::endAll()
+{
+    hasPostRoutine = false;
+    for (const auto& one : std::vector(underWay()))
+        one->endNow();
 }
 
 void SingleEnd::finish()

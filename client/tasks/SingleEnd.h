@@ -41,6 +41,7 @@ protected:
     virtual void tell() = 0;
 
 private:
+    static void endAll();
     void deliver();
 
     QObject m_context;

@@ -28,8 +28,10 @@
 ///
 /// **Session.** Jobs speak to the server of the last sign-in, by signIn() or in a window, with the session that is
 /// saved at the moment when they begin. Where that is no longer good the server refuses them, with status 401 as a
-/// rule, which is then the code of the error. One that lies in the desktop's keyring (TLJiraOptions::Secrets::Keyring)
-/// is read by the first job that needs it; a keyring that does not give it is why that job fails.
+/// rule, which is then the code of the error. A job that has something left to ask when the program is no longer signed
+/// in to its server, but to another, fails with that code and asks nobody. A session that lies in the desktop's keyring
+/// (TLJiraOptions::Secrets::Keyring) is read by the first job that needs it; a keyring that does not give it is why
+/// that job fails.
 ///
 /// Main thread only, of a program with a QCoreApplication and its event loop. Nothing of the host's is changed or
 /// removed.

@@ -1,14 +1,47 @@
 #include "client/tasks/Task.h"
 
+#include "client/Answer.h"
 #include "client/KeyringLogin.h"
 #include "client/tasks/TransferResult.h"
+#include "constants/JAConstants.h"
+#include "records/SavedLogin.h"
 
 #include <utility>
 
 namespace client {
 
+namespace {
+
+constexpr qint64 unauthorized = 401;
+
+QJsonObject savedLogin()
+{
+    const QJsonObject saved = records::savedLogin().dictionaryRepresentation();
+    QJsonObject login;
+    for (const QString& key : records::secretKeys() + QStringList(kJiraURL)) {
+        if (saved.contains(key))
+            login.insert(key, saved.value(key));
+    }
+    return login;
+}
+
+QJsonObject withoutServer(QJsonObject login)
+{
+    login.remove(kJiraURL);
+    return login;
+}
+
+tljira::Error noLongerSignedIn()
+{
+    const QString text = QStringLiteral("The program is no longer signed in to this server.");
+    return unexpectedStatus(unauthorized, QJsonObject{{QLatin1String(tljira::Error::localizedDescriptionKey), text}});
+}
+
+} // namespace
+
 Task::Task(const QString& issueKey)
     : m_issueKey(issueKey)
+    , m_login(savedLogin())
     , m_client(JAController::init())
 {
     m_result.issueKey = m_issueKey;
@@ -54,6 +87,8 @@ void Task::succeed()
 
 void Task::whenSignedIn(const std::function<void()>& proceed)
 {
+    if (hasLostSession())
+        return;
     if (!isLoginUnread()) {
         proceed();
         return;
@@ -64,9 +99,20 @@ void Task::whenSignedIn(const std::function<void()>& proceed)
             return;
         if (error)
             self->fail(*error);
-        else
+        else if (!self->hasLostSession())
             proceed();
     });
+}
+
+// An address that has only been typed in leaves the session as it is, which may then go on to its own server.
+bool Task::hasLostSession()
+{
+    const QJsonObject login = savedLogin();
+    if (withoutServer(login) == withoutServer(m_login) ||
+        records::isSameServer(login.value(kJiraURL), m_login.value(kJiraURL)))
+        return false;
+    fail(noLongerSignedIn());
+    return true;
 }
 
 bool Task::lacksKey()

@@ -4,6 +4,8 @@
 #include "client/tasks/SingleEnd.h"
 #include "client/tasks/TLJiraTask.h"
 
+#include <QJsonObject>
+
 namespace client {
 
 /// A job without a window. It has a client of its own: so it can be broken off at any moment, whatever it is about to
@@ -41,7 +43,8 @@ protected:
     void failWith(const QString& text);
     void succeed();
     ///@}
-    /// Goes on with the session that is saved, which may have to be read from the keyring first; otherwise at once.
+    /// Goes on with the session that is saved, which may have to be read from the keyring first; otherwise at once. One
+    /// of another server than at the start is an end. Ahead of every request that is not made with the first.
     void whenSignedIn(const std::function<void()>& proceed);
     /// Whether there is no key of an issue; that is an end then.
     bool lacksKey();
@@ -52,7 +55,12 @@ protected:
     virtual void tellHost() = 0;
 
 private:
+    /// Whether what is saved is for another server than this job's; that is an end then.
+    bool hasLostSession();
+
     const QString m_issueKey;
+    /// The saved address, session and token at the start.
+    const QJsonObject m_login;
     std::shared_ptr<JAController> m_client;
     TLJiraResult m_result;
 };

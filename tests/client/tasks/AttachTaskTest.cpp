@@ -106,6 +106,24 @@ TEST_F(AttachTaskTest, whatAKilledProcessLeftGoesWithTheFirstOne)
     EXPECT_TRUE(waitUntil([&] { return !QFileInfo::exists(left); }));
 }
 
+TEST_F(AttachTaskTest, sendsNothingWithTheSessionOfAnotherServer)
+{
+    HeldGlobalQueue slowDisk;
+    attach("warp");
+    signIn(Jira::otherAddress);
+    ASSERT_TRUE(waitForEnds());
+    ASSERT_EQ(ends[0].outcome, Outcome::Done);
+    server.forgetRequests();
+    slowDisk.letGo();
+
+    ASSERT_TRUE(waitForEnds(2));
+    EXPECT_EQ(ends[1].outcome, Outcome::Failed);
+    ASSERT_TRUE(ends[1].error.has_value());
+    EXPECT_EQ(ends[1].error->code, 401);
+    EXPECT_THAT(server.requests(), IsEmpty());
+    EXPECT_EQ(temporaryItems(), QStringList());
+}
+
 TEST_F(AttachTaskTest, takesTheKeyAsTheUserTypedIt)
 {
     attach("warp", QStringLiteral(" ABC-1 "));

@@ -1,6 +1,9 @@
 #include "tests/client/tasks/TaskTest.h"
 
+#include "client/JAController.h"
 #include "platform/foundation/files/TemporaryDirectory.h"
+#include "platform/foundation/loading/curl/TemporaryFile.h"
+#include "tests/kit/OldFiles.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -114,6 +117,74 @@ TEST_F(FetchTaskTest, twoRunSideBySide)
         EXPECT_EQ(contentsOf(end.path), isOne ? QByteArray(1 << 20, 'w') : QByteArray(1 << 19, 's'));
     }
     EXPECT_NE(ends[0].attachmentName, ends[1].attachmentName);
+}
+
+TEST_F(FetchTaskTest, whatAKilledProcessLeavesOfItGoesLater)
+{
+    fetch(store("plan.tessaloom", "wool"));
+    ASSERT_TRUE(waitForEnds());
+    const QString newLocation = QStringLiteral("New location: ");
+    const QStringList places = log.lines().filter(newLocation);
+    ASSERT_EQ(places.size(), 1);
+    const QString arrival = places[0].mid(newLocation.size());
+    ASSERT_FALSE(QFileInfo::exists(arrival));
+    writeFile(arrival, "wool");
+    makeOlder(arrival, std::chrono::hours(25));
+    tljira::TemporaryFile::removeLeftovers();
+
+    EXPECT_FALSE(QFileInfo::exists(arrival));
+    EXPECT_EQ(contentsOf(ends[0].path), QByteArray("wool"));
+}
+
+// Another login meanwhile.
+
+TEST_F(FetchTaskTest, doesNotGoOnWithTheSessionOfAnotherServer)
+{
+    const auto id = store("plan.tessaloom", "wool");
+    server.misbehave(Match::on("*/issue/*"), Fault().hold(Point::responseHead(0)));
+    fetch(id);
+    ASSERT_TRUE(waitForHeld());
+    signIn(Jira::otherAddress);
+    ASSERT_TRUE(waitForEnds());
+    ASSERT_EQ(ends[0].outcome, Outcome::Done);
+    server.release();
+
+    ASSERT_TRUE(waitForEnds(2));
+    EXPECT_EQ(ends[1].outcome, Outcome::Failed);
+    ASSERT_TRUE(ends[1].error.has_value());
+    EXPECT_EQ(ends[1].error->code, 401);
+    EXPECT_EQ(ends[1].error->localizedDescription(),
+              QStringLiteral("The program is no longer signed in to this server."));
+    EXPECT_THAT(server.requests("*/secure/*"), IsEmpty());
+    EXPECT_EQ(temporaryItems(), QStringList());
+}
+
+TEST_F(FetchTaskTest, goesOnWithANewSessionOfItsServer)
+{
+    const auto id = store("plan.tessaloom", "wool");
+    server.misbehave(Match::on("*/issue/*"), Fault().hold(Point::responseHead(0)));
+    fetch(id);
+    ASSERT_TRUE(waitForHeld());
+    signIn(QStringLiteral("HTTP://jira.example.test"));
+    ASSERT_TRUE(waitForEnds());
+    ASSERT_EQ(ends[0].outcome, Outcome::Done);
+    server.release();
+
+    ASSERT_TRUE(waitForEnds(2));
+    EXPECT_EQ(ends[1].outcome, Outcome::Done);
+}
+
+TEST_F(FetchTaskTest, goesOnWhileAnotherAddressHasOnlyBeenTyped)
+{
+    const auto id = store("plan.tessaloom", "wool");
+    server.misbehave(Match::on("*/issue/*"), Fault().hold(Point::responseHead(0)));
+    fetch(id);
+    ASSERT_TRUE(waitForHeld());
+    JAController::sharedInstance()->setHost(Jira::otherAddress);
+    server.release();
+
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_EQ(ends[0].outcome, Outcome::Done);
 }
 
 // What goes wrong: nothing lies anywhere then.

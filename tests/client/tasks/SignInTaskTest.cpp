@@ -1,6 +1,7 @@
 #include "tests/client/tasks/TaskTest.h"
 
 #include "client/JAController.h"
+#include "client/TransferListener.h"
 #include "constants/JAConstants.h"
 #include "records/SavedLogin.h"
 #include "tests/client/RecordingDelegate.h"
@@ -161,6 +162,39 @@ TEST_F(SignInTaskTest, isCancelledWhileTheServerThinks)
     drainMainQueue();
     EXPECT_EQ(JALoginObject::restoreSession(), std::nullopt);
     EXPECT_EQ(savedServer(), std::nullopt);
+}
+
+/// Lets its user cancel a job when the answer is there, before anybody has looked at it.
+class CancelAtAnswer : public client::TransferListener
+{
+public:
+    void taskEnded(const tljira::URLSessionTask&, const std::optional<tljira::Error>&) override
+    {
+        if (task)
+            task->cancel();
+    }
+
+    std::shared_ptr<TLJiraTask> task;
+};
+
+TEST_F(SignInTaskTest, isNotHalfUndoneWhereItIsCancelledWhenTheServerHasAccepted)
+{
+    signInAndWait();
+    const auto session = JALoginObject::restoreSession();
+    const auto impatient = std::make_shared<CancelAtAnswer>();
+    client::TransferListener::add(impatient);
+    impatient->task = signIn(Jira::otherAddress);
+
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
+    impatient->task = nullptr;
+    EXPECT_NE(JALoginObject::restoreSession(), session);
+    EXPECT_EQ(savedServer(), QJsonValue(Jira::otherAddress));
+    EXPECT_EQ(JAController::sharedInstance()->jiraHost(), Jira::otherAddress);
+    list();
+    ASSERT_TRUE(waitForEnds(2));
+    EXPECT_EQ(ends[1].outcome, Outcome::Done);
+    EXPECT_EQ(server.lastRequest().header("Host"), "other.example.test");
 }
 
 // Who is signed in.

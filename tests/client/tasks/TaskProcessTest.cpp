@@ -22,4 +22,12 @@ TEST_F(TaskProcessTest, endsOnceAndLeavesNothingWhenTheApplicationGoesWithoutQui
     EXPECT_EQ(temporaryItems(), QStringList());
 }
 
+TEST_F(TaskProcessTest, endsWithEachApplicationObjectThatGoesWithoutQuitting)
+{
+    const auto program = runProgram(QStringLiteral(SINGLE_END_HOST), {});
+
+    EXPECT_EQ(program.output, "stopped\ntold\nstopped\ntold\n");
+    EXPECT_EQ(program.status, 0) << program.error;
+}
+
 } // namespace
