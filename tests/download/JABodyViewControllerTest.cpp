@@ -256,8 +256,9 @@ TEST_F(JABodyViewControllerTest, saysNothingOfALookUpInVain)
         const QString usual = help();
         press(QString::fromUtf8(key));
         EXPECT_EQ(help() == usual, *key == '\0');
-        ASSERT_TRUE(tests::waitUntil([&] { return server.finishedRequestCount() > before && help() == usual; }));
-        tests::drainMainQueue();
+        ASSERT_TRUE(tests::waitUntil([&] { return server.finishedRequestCount() > before; }));
+        hearAnswers();
+        ASSERT_TRUE(tests::waitUntil([&] { return help() == usual; }));
         EXPECT_EQ(window->attachedSheet(), nullptr) << key;
         EXPECT_TRUE(panel->checkDownloadFiles()->isVisible());
         EXPECT_THAT(panel->jaListAttachedWindow()->attachments(), IsEmpty());

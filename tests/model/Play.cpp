@@ -22,7 +22,7 @@ void expectForAll(int count, const std::function<void()>& property)
 void expectSame(const Act& act, const std::function<QString()>& seen, const QString& model)
 {
     // A machine may be busy; but each step towards the shortest story waits so long in vain.
-    waitUntil([&] { return seen() == model; }, std::chrono::seconds(15));
+    waitUntil([&] { return seen() == model; }, std::chrono::seconds(30));
     const QString last = seen();
     if (last != model)
         RC_FAIL(QStringLiteral("after \"%1\" there is\n  %2\ninstead of\n  %3")

@@ -91,7 +91,7 @@ TEST_F(SheetCoverTest, whatChangesWhileTheSheetSlidesInIsDrawn)
     paint(Qt::green);
 
     EXPECT_TRUE(waitUntil([this] { return !isSliding(); }));
-    EXPECT_TRUE(waitUntil([this] { return colorIn(*below.window) == QColor(Qt::green); }, std::chrono::seconds(5)));
+    EXPECT_TRUE(waitUntil([this] { return colorIn(*below.window) == QColor(Qt::green); }));
 }
 
 TEST_F(SheetCoverTest, keysAndTheMouseReachTheSheetWhileItSlidesIn)
