@@ -28,14 +28,6 @@ std::shared_ptr<const JAAttachmentObject> DownloadTest::attach(const standin::Ne
     return nullptr;
 }
 
-void DownloadTest::hearAnswers()
-{
-    bool isAnswered = false;
-    client->sendGetRequest(address, [&](const auto&, const auto&, const auto&) { isAnswered = true; });
-    ASSERT_TRUE(waitUntil([&] { return isAnswered; }));
-    drainMainQueue();
-}
-
 std::shared_ptr<const JAAttachmentObject> attachment(const QJsonObject& json)
 {
     return JAAttachmentObject::initWithDictionary(json);

@@ -16,8 +16,6 @@ protected:
 
     /// Adds a file to ABC-1 and answers its record.
     std::shared_ptr<const JAAttachmentObject> attach(const standin::NewAttachment& attachment);
-    /// Returns when the client has heard what the server has answered by now: a further answer comes behind it.
-    void hearAnswers();
 };
 
 /// A record as the server would send it.

@@ -6,6 +6,7 @@
 #include "platform/toolkit/windows/WindowDelegate.h"
 #include "records/TLJiraOptions.h"
 #include "tests/download/DownloadTest.h"
+#include "tests/kit/HearAnswers.h"
 
 #include <QApplication>
 #include <QTimer>
@@ -66,7 +67,7 @@ protected:
         press();
         EXPECT_EQ(help(), key.isEmpty() ? usualHelp : busyHelp);
         ASSERT_TRUE(tests::waitUntil([&] { return server.finishedRequestCount() > before; }));
-        hearAnswers();
+        tests::hearAnswers(*client);
     }
 
     /// Looks something up that fails in whatever way.
