@@ -1,12 +1,11 @@
 #include "cli/UploadCommand.h"
 
 #include "client/IssueKey.h"
+#include "client/tasks/AttachmentName.h"
 #include "platform/foundation/files/PathString.h"
 #include "platform/foundation/values/Data.h"
 
 #include <QFileInfo>
-
-#include <algorithm>
 
 namespace cli {
 
@@ -36,12 +35,9 @@ QString UploadCommand::attachmentName(const Arguments& arguments)
 
 std::optional<QString> UploadCommand::problemOfName(const QString& name)
 {
-    // The name stands in a header line as it is, where a line end would begin another one.
-    const bool hasControls =
-        std::any_of(name.begin(), name.end(), [](QChar c) { return c.category() == QChar::Other_Control; });
-    if (name.trimmed().isEmpty() || hasControls)
-        return QStringLiteral("“%1” cannot be an attachment’s name; see --name.").arg(name);
-    return std::nullopt;
+    if (client::canBeAttachmentName(name))
+        return std::nullopt;
+    return QStringLiteral("“%1” cannot be an attachment’s name; see --name.").arg(name);
 }
 
 UploadCommand::UploadCommand(const Arguments& arguments, const Environment& environment)

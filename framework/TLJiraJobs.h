@@ -35,7 +35,8 @@ class QObject;
 class TL_EXPORT TLJiraJobs
 {
 public:
-    /// What is attached. A writer is asked at each press of Upload; what it has against that the window tells.
+    /// What is attached. A writer is asked at each press of Upload; what it has against that the window tells. So it
+    /// does of a name that is blank or has control characters, line ends among them: nothing is sent under it.
     using Document = TLJiraDocument;
 
     /// How a job ended.

@@ -501,6 +501,10 @@ Anderes Jira: aus Ihrem Profil dort, ohne Benutzernamen</translation>
 <context>
     <name>TLJiraJobs</name>
     <message>
+        <source>“%1” cannot be an attachment’s name.</source>
+        <translation>„%1“ kann kein Name eines Anhangs sein.</translation>
+    </message>
+    <message>
         <source>The document could not be copied: %1</source>
         <translation>Das Dokument konnte nicht kopiert werden: %1</translation>
     </message>

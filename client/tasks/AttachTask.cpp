@@ -2,28 +2,17 @@
 
 #include "client/CallIfSet.h"
 #include "client/IssueKey.h"
+#include "client/tasks/AttachmentName.h"
 #include "client/tasks/DocumentCopy.h"
+#include "client/tasks/FileDocument.h"
 #include "client/tasks/TaskTexts.h"
 #include "client/tasks/TransferResult.h"
 #include "platform/foundation/GlobalQueue.h"
 #include "platform/foundation/MainQueue.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace client {
-
-namespace {
-
-/// The name stands in a header line as it is, where a line end would begin another one.
-bool canBeSent(const QString& name)
-{
-    const bool hasControls =
-        std::any_of(name.begin(), name.end(), [](QChar c) { return c.category() == QChar::Other_Control; });
-    return !name.trimmed().isEmpty() && !hasControls;
-}
-
-} // namespace
 
 AttachTask::AttachTask(const TLJiraDocument& document, const QString& issueKey, const TLJiraTask::Ended& ended,
                        const TLJiraTask::Progress& progress)
@@ -38,14 +27,14 @@ void AttachTask::start()
 {
     if (lacksKey())
         return;
-    if (!canBeSent(m_document.name)) {
-        fail(writeError(QStringLiteral("“%1” cannot be an attachment’s name.").arg(m_document.name)));
+    if (!canBeAttachmentName(m_document.name)) {
+        fail(writeError(QString::fromUtf8(texts::notAName).arg(m_document.name)));
         return;
     }
     TransferListener::add(weakFrom(this));
     DocumentCopy::tidyOnce();
     // The host's code runs on the main thread, the disk is waited for on another.
-    if (!m_document.writer) {
+    if (!FileDocument::isWrittenByHost(m_document)) {
         copyLater();
         return;
     }

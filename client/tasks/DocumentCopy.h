@@ -20,8 +20,8 @@ public:
     DocumentCopy(const DocumentCopy&) = delete;
     DocumentCopy& operator=(const DocumentCopy&) = delete;
 
-    /// From any thread, for a document that is bytes. Answers why there is no copy, without a text where the writer did
-    /// not say; nothing if there is one.
+    /// From any thread, unless the host's own code writes the document. Answers why there is no copy, without a text
+    /// where the writer did not say; nothing if there is one.
     std::optional<QString> write(const TLJiraDocument& document);
 
     QString path() const;

@@ -5,6 +5,8 @@
 /// What can go wrong with a document on its way, in English. The windows say it in the user's language.
 namespace client::texts {
 
+/// With a place for what it is to be called.
+inline constexpr char notAName[] = QT_TRANSLATE_NOOP("TLJiraJobs", "“%1” cannot be an attachment’s name.");
 /// With a place for the reason.
 inline constexpr char noCopy[] = QT_TRANSLATE_NOOP("TLJiraJobs", "The document could not be copied: %1");
 /// A reason: the host's writer gave none.

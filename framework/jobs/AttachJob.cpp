@@ -1,6 +1,8 @@
 #include "framework/jobs/AttachJob.h"
 
+#include "client/tasks/AttachmentName.h"
 #include "client/tasks/DocumentCopy.h"
+#include "client/tasks/FileDocument.h"
 #include "client/tasks/TransferResult.h"
 #include "framework/jobs/CloseFilter.h"
 #include "framework/jobs/JobTexts.h"
@@ -101,10 +103,14 @@ UploadCompanion::Provider AttachJob::uploadBegins(const QString& key)
         m_result = {};
         m_result.issueKey = key;
     }
+    if (!client::canBeAttachmentName(m_document.name)) {
+        const auto error = client::writeError(JobTexts::notAName().arg(m_document.name));
+        return [error] { return File{std::nullopt, error, nullptr}; };
+    }
     const auto copy = std::make_shared<client::DocumentCopy>();
     const Texts texts;
     // The host's code runs on the main thread, the disk is waited for on another.
-    if (m_document.writer)
+    if (client::FileDocument::isWrittenByHost(m_document))
         return [file = fileOf(copy, copy->write(m_document), texts)] { return file; };
     return [copy, texts, document = m_document] { return fileOf(copy, copy->write(document), texts); };
 }

@@ -12,6 +12,11 @@ QString text(const char* source)
 
 } // namespace
 
+QString JobTexts::notAName()
+{
+    return text(client::texts::notAName);
+}
+
 QString JobTexts::noCopy()
 {
     return text(client::texts::noCopy);

@@ -5,6 +5,8 @@
 /// What the windows of the jobs say beside what their own floors say, in the user's language. Main thread only.
 namespace JobTexts {
 
+/// With a place for what the document is to be called.
+QString notAName();
 /// With a place for the reason.
 QString noCopy();
 /// A reason: the host's writer gave none.

@@ -1,8 +1,7 @@
 #include "framework/plugin/JobCalls.h"
 
-#include <QFile>
-
-#include <stdexcept>
+#include "platform/foundation/files/FileManager.h"
+#include "upload/DocumentFolder.h"
 
 namespace {
 
@@ -91,16 +90,9 @@ QVariantMap JobCalls::map(const TLJiraTask::Result& result, const std::shared_pt
     return all;
 }
 
-bool JobCalls::copyFile(const QString& path, QIODevice& device)
+void JobCalls::removeHandedOver(const QString& path, const TLJiraJobs::Result& result)
 {
-    QFile file(path);
-    if (!file.open(QFile::ReadOnly))
-        throw std::runtime_error(file.errorString().toLocal8Bit().toStdString());
-    constexpr qint64 pieceSize = 1 << 20;
-    while (!file.atEnd()) {
-        const QByteArray piece = file.read(pieceSize);
-        if (piece.isEmpty() || device.write(piece) != piece.size())
-            return false;
-    }
-    return file.error() == QFile::NoError;
+    const bool wasTried = !result.issueKey.isEmpty();
+    if (const auto folder = wasTried ? folderToRemove(path) : std::nullopt)
+        tljira::FileManager::removeItemAtPath(*folder);
 }

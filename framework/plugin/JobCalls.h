@@ -20,7 +20,8 @@ QVariantMap map(const TLJiraTask::Result& result, const JAIssueObject::Attachmen
 /// The same with who is signed in under "userName", "displayName" and "email".
 QVariantMap map(const TLJiraTask::Result& result, const std::shared_ptr<const JAUser>& user);
 
-/// Writes the file's bytes into the device. Throws the reason where the file cannot be read.
-bool copyFile(const QString& path, QIODevice& device);
+/// The job is over for which the host has handed the file over: the folder that holds it goes, unless the user never
+/// pressed Upload.
+void removeHandedOver(const QString& path, const TLJiraJobs::Result& result);
 
 } // namespace JobCalls

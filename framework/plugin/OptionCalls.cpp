@@ -80,16 +80,23 @@ private:
     QStringList m_known;
 };
 
+bool isText(const QVariant& value)
+{
+    return value.metaType() == QMetaType::fromType<QString>();
+}
+
 /// "odt", or the same with the extension of its packets. Nothing for anything else.
 std::optional<Kind> kindOf(const QVariant& value)
 {
-    if (value.metaType() == QMetaType::fromType<QString>())
-        return Kind{value.toString()};
-    const QVariantMap parts = value.toMap();
-    const QString extension = parts.value(QStringLiteral("extension")).toString();
-    if (extension.isEmpty())
-        return std::nullopt;
-    return Kind{extension, parts.value(QStringLiteral("packetExtension")).toString()};
+    QVariantMap parts = isText(value) ? QVariantMap{{QStringLiteral("extension"), value}} : value.toMap();
+    const QVariant extension = parts.take(QStringLiteral("extension"));
+    const QVariant packetExtension = parts.take(QStringLiteral("packetExtension"));
+    const bool isKnown =
+        isText(extension) && (isText(packetExtension) || !packetExtension.isValid()) && parts.isEmpty();
+    const Kind kind{extension.toString(), packetExtension.toString()};
+    // A point at the beginning does not count.
+    const bool isEmpty = kind.extension.isEmpty() || kind.extension == QLatin1String(".");
+    return isKnown && !isEmpty ? std::optional(kind) : std::nullopt;
 }
 
 std::vector<Kind> documents(Reader& reader)

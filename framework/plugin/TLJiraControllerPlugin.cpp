@@ -1,52 +1,16 @@
 #include "framework/plugin/TLJiraControllerPlugin.h"
 
+#include "client/tasks/FileDocument.h"
 #include "framework/plugin/JobCalls.h"
 #include "framework/plugin/OptionCalls.h"
 #include "platform/foundation/LogSwitch.h"
-#include "platform/foundation/files/FileManager.h"
 #include "platform/foundation/loading/URLSessionConfiguration.h"
-#include "upload/DocumentFolder.h"
-
-#include <memory>
-
-namespace {
-
-/// A file that the host has handed over. When the window has gone, so has the folder that holds it, unless its user
-/// never pressed Upload.
-class HandedOver
-{
-public:
-    explicit HandedOver(const QString& path)
-        : m_path(path)
-    {
-    }
-
-    bool writeInto(QIODevice& device)
-    {
-        m_wasSent = true;
-        return JobCalls::copyFile(m_path, device);
-    }
-
-    void jobHasEnded() const
-    {
-        const auto folder = m_wasSent ? folderToRemove(m_path) : std::nullopt;
-        if (folder)
-            tljira::FileManager::removeItemAtPath(*folder);
-    }
-
-private:
-    const QString m_path;
-    bool m_wasSent = false;
-};
-
-} // namespace
 
 bool TLJiraControllerPlugin::attach(const QString& name, const QString& path)
 {
     m_hasBegun = true;
-    const auto file = std::make_shared<HandedOver>(path);
-    const auto write = [file](QIODevice& device) { return file->writeInto(device); };
-    return TLJiraJobs::attach({name, write}, nullptr, [file](const TLJiraJobs::Result&) { file->jobHasEnded(); });
+    const auto removeFile = [path](const TLJiraJobs::Result& result) { JobCalls::removeHandedOver(path, result); };
+    return TLJiraJobs::attach(client::FileDocument::of(name, path), nullptr, removeFile);
 }
 
 QString TLJiraControllerPlugin::fetch()
@@ -98,8 +62,7 @@ int TLJiraControllerPlugin::attachBytes(const QString& name, const QByteArray& b
 int TLJiraControllerPlugin::attachFile(const QString& name, const QString& path, QObject* parent,
                                        const QVariantMap& options)
 {
-    return attachDocument({name, [path](QIODevice& device) { return JobCalls::copyFile(path, device); }}, parent,
-                          options);
+    return attachDocument(client::FileDocument::of(name, path), parent, options);
 }
 
 int TLJiraControllerPlugin::attachDocument(const TLJiraJobs::Document& document, QObject* parent,

@@ -1,3 +1,4 @@
+#include "client/tasks/FileDocument.h"
 #include "framework/plugin/JobCalls.h"
 #include "framework/plugin/TLJiraControllerPlugin.h"
 
@@ -26,7 +27,7 @@ int TLJiraControllerPlugin::attachBytesTo(const QString& issueKey, const QString
 
 int TLJiraControllerPlugin::attachFileTo(const QString& issueKey, const QString& name, const QString& path)
 {
-    return attachTo(issueKey, {name, [path](QIODevice& device) { return JobCalls::copyFile(path, device); }});
+    return attachTo(issueKey, client::FileDocument::of(name, path));
 }
 
 int TLJiraControllerPlugin::attachTo(const QString& issueKey, const TLJiraTask::Document& document)

@@ -57,7 +57,8 @@ TEST_F(TranslationTest, hasExactlyTheTextsOfTheInterfaceFilesAndThoseSetInCode)
     for (const char* text :
          {"%1 KB/s", "%1 MB/s", "about %1 h left", "about %1 min left", "about %1 s left", "%1 s left"})
         needed.insert({QStringLiteral("TransferRate"), QString::fromUtf8(text)});
-    for (const char* text : {"The document could not be copied: %1", "The program could not write it.",
+    for (const char* text : {"“%1” cannot be an attachment’s name.", "The document could not be copied: %1",
+                             "The program could not write it.",
                              "The server sent something else than the document: %1 bytes instead of %2.",
                              "The document could not be put in its place: %1"})
         needed.insert({QStringLiteral("TLJiraJobs"), QString::fromUtf8(text)});

@@ -1,5 +1,7 @@
+#include "client/tasks/FileDocument.h"
 #include "tests/client/tasks/TaskTest.h"
 #include "tests/kit/HeldGlobalQueue.h"
+#include "tests/kit/HeldSystem.h"
 
 #include "platform/foundation/files/TemporaryDirectory.h"
 
@@ -7,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 
 #include <stdexcept>
 
@@ -33,6 +36,17 @@ protected:
         return TLJiraTask::attach({name, writer}, QStringLiteral("ABC-1"), remember(), follow());
     }
 
+    /// Its disk does not give the file's bytes until HeldFile::release().
+    std::shared_ptr<TLJiraTask> attachHeldFile()
+    {
+        writeFile(file, "warp");
+        heldFile.emplace(file, 0);
+        return TLJiraTask::attach(client::FileDocument::of(name, file), QStringLiteral("ABC-1"), remember());
+    }
+
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("document"));
+    std::optional<HeldFile> heldFile;
     /// More than what lies in the system's hands while a server does not read.
     const QByteArray large = QByteArray(16 << 20, 'w');
 };
@@ -53,6 +67,32 @@ TEST_F(AttachTaskTest, sendsTheDocumentAndTellsWhatTheServerMadeOfIt)
     EXPECT_EQ(ends[0].size, 4);
     EXPECT_EQ(ends[0].path, QString());
     EXPECT_THAT(attached(), ElementsAre("warp"));
+}
+
+TEST_F(AttachTaskTest, waitsForASlowFileOfTheHostWithoutHoldingItUp)
+{
+    attachHeldFile();
+    // As the host goes on.
+    ASSERT_TRUE(waitUntil([] { return HeldFile::waiting() == 1; }));
+    EXPECT_THAT(ends, IsEmpty());
+
+    HeldFile::release();
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_EQ(ends[0].outcome, Outcome::Done);
+    EXPECT_THAT(attached(), ElementsAre("warp"));
+}
+
+TEST_F(AttachTaskTest, isCancelledWhileItWaitsForASlowFileOfTheHost)
+{
+    const auto task = attachHeldFile();
+    ASSERT_TRUE(waitUntil([] { return HeldFile::waiting() == 1; }));
+    task->cancel();
+
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
+    HeldFile::release();
+    ASSERT_TRUE(waitUntil([] { return temporaryItems().isEmpty(); }));
+    EXPECT_THAT(attached(), IsEmpty());
 }
 
 TEST_F(AttachTaskTest, tellsHowFarItIs)

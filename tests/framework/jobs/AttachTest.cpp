@@ -1,6 +1,8 @@
 #include "tests/framework/jobs/JobsTest.h"
 
+#include "client/tasks/FileDocument.h"
 #include "platform/foundation/files/TemporaryDirectory.h"
+#include "tests/kit/HeldSystem.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -184,6 +186,25 @@ TEST_F(AttachTest, touchesNoFileOfTheHost)
     EXPECT_THAT(attached(), ElementsAre("contents of the document\n"));
 }
 
+TEST_F(AttachTest, aSlowFileOfTheHostHoldsUpNoWindow)
+{
+    const LoneDocument own;
+    open(client::FileDocument::of(name, own.path()));
+    const HeldFile held(own.path(), 0);
+    pressUpload();
+    // As the window can be used.
+    ASSERT_TRUE(waitUntil([] { return HeldFile::waiting() == 1; }));
+    ui::click(sheet().cancelButton());
+    EXPECT_TRUE(waitUntil([this] { return panel().taskTextField()->isEnabled(); }));
+
+    HeldFile::release();
+    ASSERT_TRUE(waitForAttempt());
+    EXPECT_THAT(attached(), IsEmpty());
+    pressUpload();
+    ASSERT_TRUE(waitForAttempt());
+    EXPECT_THAT(attached(), ElementsAre("contents of the document\n"));
+}
+
 TEST_F(AttachTest, aWriterThatFailsSendsNothingAndTheWindowSaysSo)
 {
     bool isReady = false;
@@ -240,6 +261,22 @@ TEST_F(AttachTest, aCopyThatCannotBeMadeSendsNothing)
     ASSERT_TRUE(waitForAttempt());
 
     EXPECT_THAT(errorInWindow().toStdString(), testing::StartsWith("The document could not be copied: "));
+    EXPECT_EQ(server.requests("/rest/api/2/issue/ABC-1/attachments").size(), 0U);
+}
+
+TEST_F(AttachTest, aNameThatWouldBreakTheFormSendsNothing)
+{
+    for (const QString& broken :
+         {QStringLiteral("plan\r\nX-Header: b"), QStringLiteral("plan\n"), QStringLiteral(" ")}) {
+        open({broken, bytes});
+        pressUpload();
+        ASSERT_TRUE(waitForAttempt());
+        EXPECT_EQ(errorInWindow(), QStringLiteral("“%1” cannot be an attachment’s name.").arg(broken));
+        closeByTitleBar(*upload);
+    }
+    ASSERT_TRUE(waitForEnd(3));
+    EXPECT_EQ(ends[0].outcome, Outcome::Failed);
+    EXPECT_EQ(ends[0].issueKey, QStringLiteral("ABC-1"));
     EXPECT_EQ(server.requests("/rest/api/2/issue/ABC-1/attachments").size(), 0U);
 }
 

@@ -1,13 +1,10 @@
 #include "framework/plugin/JobCalls.h"
 
-#include "tests/kit/Files.h"
 #include "tests/kit/LoneDocument.h"
 
-#include <QBuffer>
+#include <QFileInfo>
 
 #include <gmock/gmock.h>
-
-#include <stdexcept>
 
 namespace {
 
@@ -95,31 +92,16 @@ TEST_F(JobCallsTest, tellOfACancel)
     EXPECT_EQ(JobCalls::map({}).value(QStringLiteral("outcome")), QStringLiteral("cancelled"));
 }
 
-TEST_F(JobCallsTest, copyAFileOfSeveralPieces)
+TEST_F(JobCallsTest, removeWhatWasHandedOverOnceAnUploadWasTried)
 {
     const tests::LoneDocument file;
-    const QByteArray contents = QByteArray(1 << 20, 'w') + "weft";
-    tests::writeFile(file.path(), contents);
-    QBuffer buffer;
-    ASSERT_TRUE(buffer.open(QBuffer::WriteOnly));
+    TLJiraJobs::Result result;
+    JobCalls::removeHandedOver(file.path(), result);
+    EXPECT_TRUE(QFileInfo::exists(file.path()));
 
-    EXPECT_TRUE(JobCalls::copyFile(file.path(), buffer));
-    EXPECT_EQ(buffer.data(), contents);
-}
-
-TEST_F(JobCallsTest, sayWhyAFileCannotBeCopied)
-{
-    QBuffer buffer;
-    ASSERT_TRUE(buffer.open(QBuffer::WriteOnly));
-    EXPECT_THROW(JobCalls::copyFile(QStringLiteral("/nowhere/plan"), buffer), std::runtime_error);
-}
-
-TEST_F(JobCallsTest, failWhereThereIsNoRoomForTheCopy)
-{
-    const tests::LoneDocument file;
-    QBuffer closed;
-    ASSERT_TRUE(closed.open(QBuffer::ReadOnly));
-    EXPECT_FALSE(JobCalls::copyFile(file.path(), closed));
+    result.issueKey = QStringLiteral("ABC-1");
+    JobCalls::removeHandedOver(file.path(), result);
+    EXPECT_FALSE(QFileInfo::exists(QFileInfo(file.path()).path()));
 }
 
 } // namespace

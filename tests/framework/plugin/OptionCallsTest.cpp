@@ -94,7 +94,16 @@ TEST_F(OptionCallsTest, sayWhatIsWrong)
               "The option “replaceSystemAuthorities” is either true or false.");
     EXPECT_EQ(problemOf({{u"routes"_s, u"a:80:b:81"_s}}), "The option “routes” is a list.");
     EXPECT_EQ(problemOf({{u"documents"_s, u"odt"_s}}), "The option “documents” is a list.");
-    for (const QVariant& kind : {QVariant(1), QVariant(QVariantMap{{u"packetExtension"_s, u"odz"_s}})})
+    const QVariantList noKinds{
+        1,
+        QString(),
+        u"."_s,
+        QVariantMap{{u"packetExtension"_s, u"odz"_s}},
+        QVariantMap{{u"extension"_s, u"."_s}},
+        QVariantMap{{u"extension"_s, u"odt"_s}, {u"packetExtension"_s, 1}},
+        QVariantMap{{u"extension"_s, u"odt"_s}, {u"packetExtention"_s, u"odz"_s}},
+    };
+    for (const QVariant& kind : noKinds)
         EXPECT_EQ(problemOf({{u"documents"_s, QVariantList{kind}}}),
                   "The option “documents” is a list of extensions, as texts or as “extension” and “packetExtension”.");
     for (const char* text : {"userAgent", "proxy", "authorities"})
