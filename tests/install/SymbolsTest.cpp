@@ -96,9 +96,10 @@ const QStringList windowFolders = {QStringLiteral("platform/toolkit"), QStringLi
 /// What the window library and the command-line tool share with the client library, and nobody else.
 const QStringList internalNames =
     QStringLiteral(
-        "DateFormatter DocumentCopy FetchedFile FileLock GlobalQueue Keyring MainQueue SingleEnd TransferListener URL "
+        "DateFormatter DocumentCopy FetchedFile FileDocument FileLock GlobalQueue Keyring MainQueue SingleEnd "
+        "TransferListener URL "
         "UserDefaults "
-        "appendingPathComponent appendingPathExtension attached baseOf "
+        "appendingPathComponent appendingPathExtension attached baseOf canBeAttachmentName "
         "createDirectoryAtPath deletingLastPathComponent deletingPathExtension documentsAmong documentsNewestFirst "
         "failure "
         "fileNameFromUntrustedText filesBelowPath formatArguments isLogHeard isLoginUnread isNewer isSameServer "
