@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/stat.h>
+
 // A host without the framework, and what it finds where the plug-in should be.
 
 namespace {
@@ -76,6 +78,17 @@ TEST(PluginTest, isLoadedInAnApplicationWithWidgets)
     const auto host =
         tests::runProgram(QStringLiteral(APPLICATION_HOST), {QStringLiteral("widgets"), QStringLiteral(PLUGIN_FOLDER)});
     EXPECT_EQ(host.output, "loaded\n");
+    EXPECT_EQ(host.status, 0) << host.error;
+}
+
+TEST(PluginTest, holdsUpNobodyWhoseFileIsReadSlowly)
+{
+    const QTemporaryDir folder;
+    const QString pipe = folder.filePath(QStringLiteral("pipe"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const auto host = tests::runProgram(QStringLiteral(SLOW_FILE_HOST), {QStringLiteral(PLUGIN_FOLDER), pipe});
+    // Nobody is signed in.
+    EXPECT_EQ(host.output, "goes on\nfailed\n");
     EXPECT_EQ(host.status, 0) << host.error;
 }
 
