@@ -1,6 +1,7 @@
 #include "download/JABodyViewController.h"
 
 #include "client/JAController.h"
+#include "download/IssueLookUp.h"
 #include "download/LookUpHint.h"
 #include "platform/foundation/Log.h"
 #include "platform/toolkit/views/FillingSubview.h"
@@ -104,17 +105,8 @@ void JABodyViewController::uploadAction()
 
 void JABodyViewController::getListAttachedFilesAction()
 {
-    const QString key = tljira::text(keyDownloadTextField());
-    if (m_lookUpHint)
-        m_lookUpHint->begin(key);
-    JAController::sharedInstance()->getIssueObject(
-        key, [self = sharedFrom(this), hint = m_lookUpHint, key](const std::shared_ptr<const JAIssueObject>& issue,
-                                                                 const auto&) {
-            if (hint)
-                hint->end(key);
-            if (issue)
-                self->showAttachments(*issue);
-        });
+    lookUpIssue(tljira::text(keyDownloadTextField()), m_lookUpHint,
+                [self = sharedFrom(this)](const JAIssueObject& issue) { self->showAttachments(issue); });
 }
 
 void JABodyViewController::showAttachments(const JAIssueObject& issue)

@@ -1,6 +1,6 @@
 #include "download/JADownloadBodyViewController.h"
 
-#include "client/JAController.h"
+#include "download/IssueLookUp.h"
 #include "download/LookUpHint.h"
 #include "platform/toolkit/views/View.h"
 #include "platform/toolkit/windows/Application.h"
@@ -51,16 +51,9 @@ void JADownloadBodyViewController::cancel()
 void JADownloadBodyViewController::getAttachAction()
 {
     const QString key = tljira::text(issueKeyTextField());
-    if (m_lookUpHint)
-        m_lookUpHint->begin(key);
-    JAController::sharedInstance()->getIssueObject(
-        key, [self = sharedFrom(this), hint = m_lookUpHint, key](const std::shared_ptr<const JAIssueObject>& issue,
-                                                                 const auto&) {
-            if (hint)
-                hint->end(key);
-            if (issue)
-                self->showAttachments(key, issue->attachments());
-        });
+    lookUpIssue(key, m_lookUpHint, [self = sharedFrom(this), key](const JAIssueObject& issue) {
+        self->showAttachments(key, issue.attachments());
+    });
 }
 
 void JADownloadBodyViewController::showAttachments(const QString& key, const Attachments& attachments)

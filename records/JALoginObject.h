@@ -11,7 +11,9 @@
 
 /// A session that the server opened or confirmed, and the one that is saved in the user defaults.
 ///
-/// The saved session outlives logging out: until the next login replaces it, every request goes on to carry it.
+/// The saved session outlives logging out: until the next login replaces it, every request goes on to carry it. Not so
+/// under TLJiraOptions::SignIn::Token, where requests carry a token instead, nor with TLJiraOptions::Secrets::Keyring,
+/// where logging out forgets it.
 class TL_EXPORT JALoginObject : public JAObject
 {
 public:
@@ -41,7 +43,7 @@ public:
     /// The saved session as the text of a "Cookie" header, NAME=VALUE; absent unless both are saved. From any thread.
     static std::optional<QString> restoreSession();
 
-    /// Forgets the saved session. The client never does so by itself.
+    /// Forgets the saved session. The client does so by itself only where a token takes its place.
     static void resetSession();
 
 private:

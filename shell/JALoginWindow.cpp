@@ -4,13 +4,13 @@
 #include "constants/JAConstants.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/settings/Keyring.h"
-#include "platform/foundation/settings/UserDefaults.h"
 #include "platform/toolkit/nib/FrameworkBundle.h"
 #include "platform/toolkit/nib/InterfaceTexts.h"
 #include "platform/toolkit/views/FitContent.h"
 #include "platform/toolkit/views/MessageLine.h"
 #include "platform/toolkit/views/PaletteColors.h"
 #include "platform/toolkit/views/View.h"
+#include "records/SavedLogin.h"
 #include "records/TLJiraOptions.h"
 #include "shell/UIViewStyle.h"
 
@@ -131,7 +131,7 @@ void JALoginWindow::showOptions()
 
 void JALoginWindow::fillInAddress()
 {
-    const QString saved = tljira::UserDefaults::standardUserDefaults().stringForKey(kJiraURL).value_or(QString());
+    const QString saved = records::savedLogin().stringForKey(kJiraURL).value_or(QString());
     if (saved.isEmpty())
         return;
     tljira::setText(hostTextField(), saved);

@@ -23,7 +23,8 @@
 /// When an upload has ended, well or not, the folder that holds the file is removed with everything in it. The file has
 /// to lie alone in a folder made for the purpose. After an upload that went well the panel says so, and after one that
 /// failed it says, in the place of the document's name, that there is nothing left to send; its Cancel reads Close
-/// then.
+/// then. In a window of TLJiraJobs, which provides a private copy for each upload, the panel removes nothing and goes
+/// on showing the document.
 ///
 /// An upload goes on, and its folder is removed, also when the panel's window closes and its owner lets go of it
 /// meanwhile. Everything is called on the main thread.
@@ -66,7 +67,7 @@ public:
     void setFileName(const std::optional<QString>& name);
     ///@}
     ///@{
-    /// What the newest upload sends: `filePath` as it was when the upload began.
+    /// What the newest upload sends: `filePath` as it was when the upload began; in a window of TLJiraJobs its copy.
     std::optional<QString> zipFilePath() const;
     void setZipFilePath(const std::optional<QString>& path);
     ///@}
