@@ -6,6 +6,44 @@
 #include "platform/foundation/LogSwitch.h"
 #include "platform/foundation/loading/URLSessionConfiguration.h"
 
+/// Hands lines of the log, which may come from any thread, to a plug-in that the host may unload.
+class TLJiraControllerPlugin::LogReceiver
+{
+public:
+    explicit LogReceiver(TLJiraControllerPlugin* plugin)
+        : m_plugin(plugin)
+    {
+    }
+
+    void take(const QString& line)
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_plugin)
+            QMetaObject::invokeMethod(
+                m_plugin, [plugin = m_plugin, line] { Q_EMIT plugin->logged(line); }, Qt::QueuedConnection);
+    }
+
+    void forget()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_plugin = nullptr;
+    }
+
+private:
+    std::mutex m_mutex;
+    TLJiraControllerPlugin* m_plugin;
+};
+
+TLJiraControllerPlugin::TLJiraControllerPlugin()
+    : m_logReceiver(std::make_shared<LogReceiver>(this))
+{
+}
+
+TLJiraControllerPlugin::~TLJiraControllerPlugin()
+{
+    m_logReceiver->forget();
+}
+
 bool TLJiraControllerPlugin::attach(const QString& name, const QString& path)
 {
     m_hasBegun = true;
@@ -34,11 +72,7 @@ QString TLJiraControllerPlugin::setOptions(const QVariantMap& options)
 {
     if (m_hasBegun)
         return QStringLiteral("Options are chosen before the first job.");
-    // Lines may come from any thread.
-    const auto tell = [this](const QString& line) {
-        QMetaObject::invokeMethod(
-            this, [this, line] { Q_EMIT logged(line); }, Qt::QueuedConnection);
-    };
+    const auto tell = [receiver = m_logReceiver](const QString& line) { receiver->take(line); };
     QString problem;
     const TLJiraOptions chosen = OptionCalls::options(options, tell, problem);
     if (problem.isEmpty())
@@ -100,5 +134,8 @@ int TLJiraControllerPlugin::refuse(const QString& reason)
 
 TLJiraJobs::Ended TLJiraControllerPlugin::telling(int job)
 {
-    return [this, job](const TLJiraJobs::Result& result) { Q_EMIT ended(job, JobCalls::map(result)); };
+    return [self = QPointer(this), job](const TLJiraJobs::Result& result) {
+        if (self)
+            Q_EMIT self->ended(job, JobCalls::map(result));
+    };
 }

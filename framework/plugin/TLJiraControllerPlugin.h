@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QObject>
+#include <QPointer>
 #include <QVariantMap>
 
 #include <map>
@@ -19,6 +20,10 @@ class TLJiraControllerPlugin : public QObject, public TLJiraControllerInterface
     Q_INTERFACES(TLJiraControllerInterface)
 
 public:
+    TLJiraControllerPlugin();
+    /// The host has unloaded it, or the process ends.
+    ~TLJiraControllerPlugin() override;
+
     Q_INVOKABLE int interfaceVersion() const override { return version; }
     bool attach(const QString& name, const QString& path) override;
     QString fetch() override;
@@ -48,12 +53,15 @@ Q_SIGNALS:
 private:
     int nextJob();
     int attachTo(const QString& issueKey, const TLJiraTask::Document& document);
+    auto ending(int job);
     TLJiraTask::Progress following(int job);
     void endTask(int job, const QVariantMap& result);
     int attachDocument(const TLJiraJobs::Document& document, QObject* parent, const QVariantMap& options);
     int refuse(const QString& reason);
     TLJiraJobs::Ended telling(int job);
 
+    class LogReceiver;
+    const std::shared_ptr<LogReceiver> m_logReceiver;
     int m_newestJob = 0;
     /// Choices come too late.
     bool m_hasBegun = false;

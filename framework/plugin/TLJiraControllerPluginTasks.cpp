@@ -4,19 +4,26 @@
 
 // Jobs without windows.
 
+/// What a host has unloaded tells nothing more; its jobs go on.
+auto TLJiraControllerPlugin::ending(int job)
+{
+    return [self = QPointer(this), job](const auto&... told) {
+        if (self)
+            self->endTask(job, JobCalls::map(told...));
+    };
+}
+
 int TLJiraControllerPlugin::signIn(const QString& server, const QString& user, const QString& password)
 {
     const int job = nextJob();
-    m_tasks[job] = TLJiraTask::signIn(
-        server, user, password, [this, job](const TLJiraTask::Result& result) { endTask(job, JobCalls::map(result)); });
+    m_tasks[job] = TLJiraTask::signIn(server, user, password, ending(job));
     return job;
 }
 
 int TLJiraControllerPlugin::askWhoIsSignedIn()
 {
     const int job = nextJob();
-    m_tasks[job] = TLJiraTask::askWhoIsSignedIn(
-        [this, job](const TLJiraTask::Result& result, const auto& user) { endTask(job, JobCalls::map(result, user)); });
+    m_tasks[job] = TLJiraTask::askWhoIsSignedIn(ending(job));
     return job;
 }
 
@@ -33,27 +40,21 @@ int TLJiraControllerPlugin::attachFileTo(const QString& issueKey, const QString&
 int TLJiraControllerPlugin::attachTo(const QString& issueKey, const TLJiraTask::Document& document)
 {
     const int job = nextJob();
-    m_tasks[job] = TLJiraTask::attach(
-        document, issueKey, [this, job](const TLJiraTask::Result& result) { endTask(job, JobCalls::map(result)); },
-        following(job));
+    m_tasks[job] = TLJiraTask::attach(document, issueKey, ending(job), following(job));
     return job;
 }
 
 int TLJiraControllerPlugin::listDocuments(const QString& issueKey)
 {
     const int job = nextJob();
-    m_tasks[job] = TLJiraTask::list(issueKey, [this, job](const TLJiraTask::Result& result, const auto& documents) {
-        endTask(job, JobCalls::map(result, documents));
-    });
+    m_tasks[job] = TLJiraTask::list(issueKey, ending(job));
     return job;
 }
 
 int TLJiraControllerPlugin::fetchAttachment(const QString& issueKey, const QString& attachmentId)
 {
     const int job = nextJob();
-    m_tasks[job] = TLJiraTask::fetch(
-        issueKey, attachmentId, [this, job](const TLJiraTask::Result& result) { endTask(job, JobCalls::map(result)); },
-        following(job));
+    m_tasks[job] = TLJiraTask::fetch(issueKey, attachmentId, ending(job), following(job));
     return job;
 }
 
@@ -68,7 +69,10 @@ bool TLJiraControllerPlugin::cancel(int job)
 
 TLJiraTask::Progress TLJiraControllerPlugin::following(int job)
 {
-    return [this, job](qint64 bytes, qint64 ofBytes) { Q_EMIT progress(job, bytes, ofBytes); };
+    return [self = QPointer(this), job](qint64 bytes, qint64 ofBytes) {
+        if (self)
+            Q_EMIT self->progress(job, bytes, ofBytes);
+    };
 }
 
 /// An end never comes inside the call that began the job: the number is there.

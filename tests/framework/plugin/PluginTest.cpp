@@ -92,6 +92,18 @@ TEST(PluginTest, holdsUpNobodyWhoseFileIsReadSlowly)
     EXPECT_EQ(host.status, 0) << host.error;
 }
 
+TEST(PluginTest, mayBeUnloadedWithAJobUnderWay)
+{
+    const QTemporaryDir folder;
+    const QString plugin = QStringLiteral(PLUGIN_FOLDER) + pluginFile;
+    const QString copy = folder.path() + pluginFile;
+    ASSERT_TRUE(QFile::copy(plugin, copy));
+    const auto host = tests::runProgram(QStringLiteral(UNLOADING_HOST), {plugin, copy});
+    // Nobody is signed in.
+    EXPECT_EQ(host.output, "unloaded\nfailed\n");
+    EXPECT_EQ(host.status, 0) << host.error;
+}
+
 TEST(PluginTest, whereItIsMissingTheHostSaysWhereItWasLookedForAndGoesOn)
 {
     const QTemporaryDir folder;
