@@ -92,7 +92,9 @@ bool XServer::hasWindowManager()
 
 void XServer::keyDown(const char* name)
 {
-    XTestFakeKeyEvent(displayOf(m_display), keyCode(m_display, XStringToKeysym(name)), True, CurrentTime);
+    // In milliseconds: no finger presses a key again within the one in which it let go, but a held key's repeats do.
+    constexpr unsigned long delay = 2;
+    XTestFakeKeyEvent(displayOf(m_display), keyCode(m_display, XStringToKeysym(name)), True, delay);
     XFlush(displayOf(m_display));
 }
 
