@@ -15,11 +15,6 @@ using tljira::Keyring;
 
 unsigned logins = 0;
 
-bool isNotFound(const tljira::Error& error)
-{
-    return error.code == static_cast<qint64>(Keyring::Problem::NotFound);
-}
-
 /// What an earlier version of the program left in files is of no more use.
 void forgetCookiesOnDisk()
 {
@@ -57,9 +52,8 @@ void readLogin(const KeyringDone& done)
             const auto entry = records::KeyringEntry::fromText(*text);
             const bool isOfServer = entry && records::isSameServer(entry->server, server);
             records::setSecretsInMemory(isOfServer ? entry->secrets : QJsonObject());
-        } else if (isNotFound(*error)) {
-            records::setSecretsInMemory({});
         }
+        // A locked keyring often says that it has found nothing: what this process knows goes on serving its windows.
         done(error);
     });
 }

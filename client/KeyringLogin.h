@@ -24,8 +24,7 @@ bool isLoginInKeyring();
 /// And nobody has looked there yet.
 TL_EXPORT bool isLoginUnread();
 
-/// Brings the login into memory. That of another server than the present one is none. An error leaves what is in
-/// memory, but for a login that is no longer there.
+/// Brings the login into memory. That of another server than the present one is none. An error leaves what is there.
 TL_EXPORT void readLogin(const KeyringDone& done);
 
 /// Brings a login of the server `address` into the keyring, then into memory. An error leaves both as they were.

@@ -452,6 +452,10 @@ Anderes Jira: aus Ihrem Profil dort, ohne Benutzernamen</translation>
         <translation>Es wurde nichts gesendet. Drücken Sie auf Hochladen, um es noch einmal zu versuchen.</translation>
     </message>
     <message>
+        <source>Give the document another name, then attach it again.</source>
+        <translation>Geben Sie dem Dokument einen anderen Namen, und hängen Sie es dann erneut an.</translation>
+    </message>
+    <message>
         <source>Press Upload again, now or later.</source>
         <translation>Drücken Sie jetzt oder später noch einmal auf Hochladen.</translation>
     </message>

@@ -37,7 +37,10 @@ const char* adviceToTryAgain(const tljira::Error& error)
     }
     if (error.domain == QLatin1String(tljira::URLErrorDomain))
         return QT_TRANSLATE_NOOP("JAUploadingWindow", "Check the connection, then press Upload again.");
-    if (error.domain == QLatin1String(tljira::CocoaErrorDomain))
+    const bool isOfFile = error.domain == QLatin1String(tljira::CocoaErrorDomain);
+    if (isOfFile && error.code == static_cast<qint64>(tljira::FileError::WriteInvalidFileName))
+        return QT_TRANSLATE_NOOP("JAUploadingWindow", "Give the document another name, then attach it again.");
+    if (isOfFile)
         return QT_TRANSLATE_NOOP("JAUploadingWindow", "Nothing was sent. Press Upload to try again.");
     return QT_TRANSLATE_NOOP("JAUploadingWindow", "Press Upload again, now or later.");
 }

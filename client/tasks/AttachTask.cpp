@@ -28,7 +28,8 @@ void AttachTask::start()
     if (lacksKey())
         return;
     if (!canBeAttachmentName(m_document.name)) {
-        fail(writeError(QString::fromUtf8(texts::notAName).arg(m_document.name)));
+        fail(tljira::makeFileError(tljira::FileError::WriteInvalidFileName,
+                                   QString::fromUtf8(texts::notAName).arg(m_document.name)));
         return;
     }
     TransferListener::add(weakFrom(this));

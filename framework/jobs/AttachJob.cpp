@@ -104,7 +104,8 @@ UploadCompanion::Provider AttachJob::uploadBegins(const QString& key)
         m_result.issueKey = key;
     }
     if (!client::canBeAttachmentName(m_document.name)) {
-        const auto error = client::writeError(JobTexts::notAName().arg(m_document.name));
+        const auto error =
+            tljira::makeFileError(tljira::FileError::WriteInvalidFileName, JobTexts::notAName().arg(m_document.name));
         return [error] { return File{std::nullopt, error, nullptr}; };
     }
     const auto copy = std::make_shared<client::DocumentCopy>();

@@ -243,6 +243,21 @@ TEST_P(KeyringLoginTest, isNotGivenByALockedKeyring)
     EXPECT_THAT(server.requests(), IsEmpty());
 }
 
+TEST_P(KeyringLoginTest, servesThisProcessOnWhileTheKeyringIsLocked)
+{
+    startKeyring();
+    logIn();
+    ASSERT_TRUE(keyring.lock());
+    // As another window does when it opens.
+    check();
+    EXPECT_THAT(events, ElementsAre("nil, keyring -5", "invalid"));
+    bool isAnswered = false;
+    client->sendGetRequest(client->url(u"rest/api/2/myself"_s),
+                           [&](const auto&, const auto&, const auto&) { isAnswered = true; });
+    ASSERT_TRUE(tests::waitUntil([&] { return isAnswered; }));
+    EXPECT_TRUE(isSigned());
+}
+
 TEST_P(KeyringLoginTest, saysThatALockedKeyringGoesOnHoldingIt)
 {
     startKeyring();

@@ -46,7 +46,7 @@ TEST_F(TranslationTest, hasExactlyTheTextsOfTheInterfaceFilesAndThoseSetInCode)
           "Check the connection, then attach the document again.", "Attach the document again, now or later.",
           "Log out and in again, then press Upload again.", "Check the issue key, then press Upload again.",
           "Check the connection, then press Upload again.", "Nothing was sent. Press Upload to try again.",
-          "Press Upload again, now or later."})
+          "Give the document another name, then attach it again.", "Press Upload again, now or later."})
         needed.insert({QStringLiteral("JAUploadingWindow"), QString::fromUtf8(text)});
     for (const char* text : {"Cancel", "Close", "Open", "Downloading", "Downloaded", "Not downloaded", "%1 of %2",
                              "Documents of %1", "%1 has no documents of this program", "Attachments of %1",

@@ -72,6 +72,7 @@ enum class FileError : qint64 {
     ReadUnknown = 256,
     WriteUnknown = 512,
     WriteNoPermission = 513,
+    WriteInvalidFileName = 514,
     WriteFileExists = 516,
     WriteOutOfSpace = 640,
     WriteVolumeReadOnly = 642,

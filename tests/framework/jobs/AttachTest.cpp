@@ -272,6 +272,7 @@ TEST_F(AttachTest, aNameThatWouldBreakTheFormSendsNothing)
         pressUpload();
         ASSERT_TRUE(waitForAttempt());
         EXPECT_EQ(errorInWindow(), QStringLiteral("“%1” cannot be an attachment’s name.").arg(broken));
+        EXPECT_EQ(adviceInWindow(), QStringLiteral("Give the document another name, then attach it again."));
         closeByTitleBar(*upload);
     }
     ASSERT_TRUE(waitForEnd(3));
