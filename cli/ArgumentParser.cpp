@@ -13,6 +13,7 @@ const QString cacert = QStringLiteral("cacert");
 const QString userAgent = QStringLiteral("user-agent");
 const QString json = QStringLiteral("json");
 const QString all = QStringLiteral("all");
+const QString documents = QStringLiteral("documents");
 const QString name = QStringLiteral("name");
 const QString to = QStringLiteral("to");
 const QString passwordStdin = QStringLiteral("password-stdin");
@@ -23,7 +24,7 @@ const QString verbose = QStringLiteral("verbose");
 const QString version = QStringLiteral("version");
 const QString help = QStringLiteral("help");
 /// Those that only some commands take.
-const QStringList commandOptions = {json, all, name, to, passwordStdin, token, tokenStdin, keyring};
+const QStringList commandOptions = {json, all, documents, name, to, passwordStdin, token, tokenStdin, keyring};
 
 std::optional<QString> problemOfRoutes(const QStringList& routes)
 {
@@ -51,7 +52,7 @@ ArgumentParser::ArgumentParser()
     const QString someValue = QStringLiteral("value");
     for (const QString& flag : {json, all, passwordStdin, token, tokenStdin, keyring, verbose, version})
         m_parser.addOption({flag, {}});
-    for (const QString& option : {connectTo, proxy, cacert, userAgent, name, to})
+    for (const QString& option : {connectTo, proxy, cacert, userAgent, documents, name, to})
         m_parser.addOption({option, {}, someValue});
     m_parser.addOption({{QStringLiteral("h"), help}, {}});
 }
@@ -93,6 +94,7 @@ Arguments ArgumentParser::readOptions() const
     arguments.takesTokenFromStandardInput = m_parser.isSet(tokenStdin);
     arguments.wantsToken = m_parser.isSet(token) || arguments.takesTokenFromStandardInput;
     arguments.wantsKeyring = m_parser.isSet(keyring);
+    arguments.documents = m_parser.values(documents);
     arguments.name = value(name);
     arguments.destination = value(to);
     return arguments;

@@ -30,6 +30,8 @@ struct Arguments
     bool wantsToken = false;
     bool takesTokenFromStandardInput = false;
     bool wantsKeyring = false;
+    /// Of --documents: extensions, or "all".
+    QStringList documents;
     /// Of --name and --to.
     std::optional<QString> name;
     std::optional<QString> destination;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/CommandTable.h"
+#include "records/TLJiraOptions.h"
 
 namespace cli {
 
@@ -8,6 +9,11 @@ namespace cli {
 class AttachmentsCommand final : public Command
 {
 public:
+    /// What --documents has said, as a host's choice; without any the described documents.
+    static std::vector<TLJiraOptions::DocumentKind> documentKinds(const QStringList& documents);
+    /// Nothing where each is an extension that a name can have, or "all".
+    static std::optional<QString> problemOfDocuments(const QStringList& documents);
+
     AttachmentsCommand(const Arguments& arguments, const Environment& environment);
 
     void start(const Completion& completion) override;

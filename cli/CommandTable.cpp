@@ -44,6 +44,15 @@ std::optional<QString> issueProblem(const Arguments& arguments)
     return std::nullopt;
 }
 
+std::optional<QString> attachmentsProblem(const Arguments& arguments)
+{
+    if (const auto problem = issueProblem(arguments))
+        return problem;
+    if (arguments.wantsAll && !arguments.documents.isEmpty())
+        return QStringLiteral("attachments takes --all or --documents, not both.");
+    return AttachmentsCommand::problemOfDocuments(arguments.documents);
+}
+
 std::optional<QString> uploadProblem(const Arguments& arguments)
 {
     if (const auto problem = issueProblem(arguments))
@@ -70,7 +79,12 @@ const std::vector<CommandDescription>& commandTable()
          false},
         {QStringLiteral("session"), {}, {json}, true, noProblem, makeCommand<SessionCommand>},
         {QStringLiteral("whoami"), {}, {json}, true, noProblem, makeCommand<WhoamiCommand>},
-        {QStringLiteral("attachments"), {key}, {all, json}, true, issueProblem, makeCommand<AttachmentsCommand>},
+        {QStringLiteral("attachments"),
+         {key},
+         {all, QStringLiteral("documents"), json},
+         true,
+         attachmentsProblem,
+         makeCommand<AttachmentsCommand>},
         {QStringLiteral("upload"),
          {key, QStringLiteral("FILE")},
          {QStringLiteral("name")},

@@ -24,6 +24,8 @@ Options:
   --token-stdin              login: the same, read from standard input
   --keyring                  login: save in the desktop's keyring, not in a file
   --all                      attachments: everything, in the server's order
+  --documents EXTENSION      attachments: names with this extension in place of
+                             tessaloom, or "all"; may be repeated
   --json                     session, whoami, attachments: print one JSON value
   --name NAME                upload: the attachment's name, if not the file's
   --to PATH                  download: a file to make, or a folder to put it in

@@ -1,6 +1,7 @@
 #include "cli/Tool.h"
 
 #include "cli/ArgumentParser.h"
+#include "cli/AttachmentsCommand.h"
 #include "cli/Help.h"
 #include "cli/LogOutput.h"
 #include "cli/PrivateFolder.h"
@@ -35,6 +36,7 @@ bool isTokenSaved()
 void chooseOptions(const Arguments& arguments)
 {
     TLJiraOptions options{.address = TLJiraOptions::Address::Whole};
+    options.documents = AttachmentsCommand::documentKinds(arguments.documents);
     options.userAgent = arguments.userAgent.value_or(QString());
     options.proxy = arguments.proxy;
     options.authorities = {arguments.authorities.value_or(QString()), arguments.authorities.has_value()};

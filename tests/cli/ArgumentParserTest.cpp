@@ -55,6 +55,7 @@ TEST(ArgumentParser, leavesWhatIsNotGivenUnset)
     EXPECT_FALSE(arguments->wantsAll);
     EXPECT_FALSE(arguments->wantsJSON);
     EXPECT_FALSE(arguments->takesPasswordFromStandardInput);
+    EXPECT_TRUE(arguments->documents.isEmpty());
     EXPECT_EQ(arguments->name, std::nullopt);
     EXPECT_EQ(arguments->destination, std::nullopt);
 }
@@ -66,6 +67,26 @@ TEST(ArgumentParser, readsNameDestinationAndPasswordOption)
     EXPECT_TRUE(parsed("tljira login https://h/ anna --password-stdin")->takesPasswordFromStandardInput);
     EXPECT_FALSE(parsed("tljira login https://h/ anna")->wantsKeyring);
     EXPECT_TRUE(parsed("tljira login https://h/ anna --keyring")->wantsKeyring);
+}
+
+TEST(ArgumentParser, takesAnyNumberOfExtensions)
+{
+    EXPECT_EQ(parsed("tljira attachments ABC-1 --documents odt --documents .tar --documents all")->documents,
+              (QStringList{u"odt"_s, u".tar"_s, u"all"_s}));
+}
+
+TEST(ArgumentParser, refusesExtensionsThatNoNameHas)
+{
+    for (const QString& extension : {u""_s, u"."_s, u"tar.gz"_s, u"..odt"_s, u"a/odt"_s, u"odt/"_s}) {
+        EXPECT_EQ(errorOf({u"tljira"_s, u"attachments"_s, u"ABC-1"_s, u"--documents"_s, extension}),
+                  u"“%1” is no extension of a name."_s.arg(extension));
+    }
+}
+
+TEST(ArgumentParser, refusesDocumentsBesideEverything)
+{
+    EXPECT_EQ(errorOf("tljira attachments ABC-1 --all --documents odt"),
+              u"attachments takes --all or --documents, not both."_s);
 }
 
 TEST(ArgumentParser, endsOptionsAtTwoHyphens)
@@ -99,6 +120,7 @@ TEST(ArgumentParser, refusesTooFewAndTooManyWords)
 TEST(ArgumentParser, refusesOptionsThatMeanNothingToTheCommand)
 {
     EXPECT_EQ(errorOf("tljira whoami --all"), u"whoami takes no --all."_s);
+    EXPECT_EQ(errorOf("tljira download ABC-1 x --documents odt"), u"download takes no --documents."_s);
     EXPECT_EQ(errorOf("tljira logout --json"), u"logout takes no --json."_s);
     EXPECT_EQ(errorOf("tljira download ABC-1 x --name y"), u"download takes no --name."_s);
     EXPECT_EQ(errorOf("tljira upload ABC-1 x --to y"), u"upload takes no --to."_s);

@@ -42,6 +42,49 @@ TEST_F(AttachmentsCommand, listsEverythingInTheServersOrder)
                       {}}));
 }
 
+TEST_F(AttachmentsCommand, listsTheKindThatWasChosenInPlaceOfDocuments)
+{
+    logIn();
+    for (const char* command : {"attachments ABC-1 --documents png", "attachments --documents .png ABC-1"})
+        EXPECT_EQ(run(words(command)), Result({0, "10001  1  2018-01-01 00:00:00  picture.png\n", {}})) << command;
+    EXPECT_EQ(run(words("attachments ABC-1 --documents PNG")), Result({0, {}, {}}));
+    EXPECT_EQ(run(words("attachments ABC-1 --json --documents odt")), Result({0, "[]\n", {}}));
+}
+
+TEST_F(AttachmentsCommand, listsSeveralKindsNewestFirst)
+{
+    logIn();
+    attach("notes.odt", "12", "2018-06-01T00:00:00.000+0000");
+    EXPECT_EQ(run(words("attachments ABC-1 --documents png --documents odt")),
+              Result({0,
+                      "10003  2  2018-06-01 00:00:00  notes.odt\n"
+                      "10001  1  2018-01-01 00:00:00  picture.png\n",
+                      {}}));
+}
+
+TEST_F(AttachmentsCommand, listsEveryKindNewestFirst)
+{
+    logIn();
+    attach("README", "12", "2018-06-01T00:00:00.000+0000");
+    const Result everything = {0,
+                               "10002  100000  2019-12-31 23:59:59  new ?[31m.tessaloom\n"
+                               "10003       2  2018-06-01 00:00:00  README\n"
+                               "10001       1  2018-01-01 00:00:00  picture.png\n"
+                               "10000       5  2017-10-16 08:06:29  old.tessaloom\n",
+                               {}};
+    EXPECT_EQ(run(words("attachments ABC-1 --documents all")), everything);
+    EXPECT_EQ(run(words("attachments ABC-1 --documents png --documents all")), everything);
+    EXPECT_EQ(run(words("attachments ABC-1 --documents .all")), Result({0, {}, {}}));
+}
+
+TEST_F(AttachmentsCommand, remembersNoKinds)
+{
+    logIn();
+    const Result before = run(words("attachments ABC-1"));
+    EXPECT_EQ(run(words("attachments ABC-1 --documents png")).status, 0);
+    EXPECT_EQ(run(words("attachments ABC-1")), before);
+}
+
 TEST_F(AttachmentsCommand, printsOneJSONArray)
 {
     logIn();
