@@ -1,4 +1,4 @@
-// Both jobs by their windows with every option of the host, each by itself.
+// Both jobs by their windows with every option of the host, each by itself, in every way to sign in.
 
 #include "shell/JALoginWindow.h"
 #include "tests/framework/jobs/JobsTest.h"
@@ -9,7 +9,7 @@ namespace {
 using namespace tests;
 
 /// The server of JobsTest is one that nobody asks.
-class OptionJobsTest : public testing::WithParamInterface<Choice>, public OptionWorld, public JobsTest
+class OptionJobsTest : public testing::WithParamInterface<ChoiceAndWay>, public OptionWorld, public JobsTest
 {
 protected:
     OptionJobsTest()
@@ -23,15 +23,15 @@ protected:
     {
         ASSERT_TRUE(waitUntil([&] { return ui::isOnScreen(form.loginButton()); }));
         ui::type(form.hostTextField(), address());
-        ui::type(form.emailTextField(), QLatin1String(Jira::user));
-        ui::type(form.passwordTextField(), QLatin1String(Jira::password));
+        ui::type(form.emailTextField(), QLatin1String(way().user));
+        ui::type(form.passwordTextField(), QLatin1String(way().secret));
         ui::click(form.loginButton());
     }
 
     using OptionWorld::address;
 };
 
-INSTANTIATE_TEST_SUITE_P(All, OptionJobsTest, testing::ValuesIn(allChoices()), testing::PrintToStringParamName());
+INSTANTIATE_TEST_SUITE_P(All, OptionJobsTest, allChoicesAndWays(), nameOfChoiceAndWay);
 
 TEST_P(OptionJobsTest, attachesListsAndFetches)
 {
@@ -50,8 +50,8 @@ TEST_P(OptionJobsTest, attachesListsAndFetches)
     EXPECT_EQ(ends[1].outcome, Outcome::Done);
     EXPECT_EQ(ends[1].attachmentName, document());
     EXPECT_EQ(contentsOf(ends[1].path), bytes);
-    EXPECT_EQ(list().attachments().size(), document() == u"plan" ? 3U : 2U);
-    expectTheChoice();
+    EXPECT_EQ(list().attachments().size(), listed());
+    expectTheChoice(log.lines());
     EXPECT_EQ(JobsTest::server.requestCount(), 0U);
 }
 
