@@ -12,10 +12,8 @@ namespace {
 using namespace Qt::StringLiterals;
 using standin::Fault;
 using standin::Match;
-using testing::Each;
 using testing::HasSubstr;
 using testing::Not;
-using testing::StartsWith;
 using tests::Jira;
 using tests::LoopbackProxy;
 using tests::words;
@@ -57,15 +55,6 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Kinds, ProxyOfTheTool, testing::Values("http", "socks5h"));
 
-TEST_P(ProxyOfTheTool, carriesEveryJob)
-{
-    options = {u"--proxy"_s, u"%1://anna:the-password@127.0.0.1:%2"_s.arg(QLatin1String(GetParam())).arg(proxy.port())};
-    doEveryJob(u"http://only-the-proxy-knows.test"_s);
-    EXPECT_GE(proxy.asked().size(), 7U);
-    for (const std::string& question : proxy.asked())
-        EXPECT_THAT(question, HasSubstr("only-the-proxy-knows.test")) << question;
-}
-
 TEST_P(ProxyOfTheTool, itsPasswordIsShownNowhere)
 {
     const QString address = QLatin1String(GetParam()) + u"://anna:%1@127.0.0.1:%2"_s;
@@ -85,15 +74,6 @@ TEST_F(NetworkOptionsTest, noProxyIsAChoiceToo)
     EXPECT_EQ(run(words("login http://jira.example.test anna --password-stdin"), "secret\n").status, 1);
     options = {u"--proxy"_s, QString()};
     doEveryJob(u"http://jira.example.test"_s);
-}
-
-TEST_F(NetworkOptionsTest, theNameOfTheAgentGoesWithEveryJob)
-{
-    options = {u"--user-agent"_s, u"Weaver/2.1"_s};
-    doEveryJob(u"http://jira.example.test"_s);
-    ASSERT_GE(server.requests().size(), 8U);
-    for (const auto& request : server.requests())
-        EXPECT_EQ(request.header("User-Agent"), "Weaver/2.1") << request.target;
 }
 
 struct BadChoice
