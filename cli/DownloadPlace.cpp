@@ -2,6 +2,7 @@
 
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/files/FileManager.h"
+#include "platform/foundation/files/Leftovers.h"
 #include "platform/foundation/files/PathString.h"
 #include "platform/foundation/files/TemporaryDirectory.h"
 
@@ -15,6 +16,9 @@
 namespace cli {
 
 namespace {
+
+/// Beside the user's own files, hidden.
+constexpr QLatin1String scratchPrefix(".tljira-");
 
 tljira::Error savingError(tljira::FileError code, const QString& destination, const QString& reason)
 {
@@ -74,6 +78,11 @@ DownloadPlace::DownloadPlace(const QString& destination)
 {
 }
 
+void DownloadPlace::removeLeftovers(const QString& folder)
+{
+    tljira::removeLeftovers(folder, [](const QString& name) { return name.startsWith(scratchPrefix); });
+}
+
 std::optional<tljira::Error> DownloadPlace::prepare()
 {
     if (isTaken(m_destination))
@@ -82,10 +91,10 @@ std::optional<tljira::Error> DownloadPlace::prepare()
     const QString folder = tljira::deletingLastPathComponent(m_destination);
     if (const auto problem = problemOfFolder(folder))
         return savingError(tljira::FileError::NoSuchFile, m_destination, *problem);
-    PrivateFolder::removeLeftovers(folder);
-    if (const auto error = m_beside.create(folder))
+    removeLeftovers(folder);
+    if (const auto error = m_beside.create(folder, scratchPrefix))
         return error;
-    return m_receiving.create(tljira::temporaryDirectory());
+    return m_receiving.create(tljira::temporaryDirectory(), scratchPrefix);
 }
 
 void DownloadPlace::settle(const Completion& completion)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/PrivateFolder.h"
+#include "platform/foundation/files/ScratchFolder.h"
 
 #include <functional>
 #include <memory>
@@ -11,7 +11,7 @@ namespace cli {
 /// otherwise the current folder. The result is absolute.
 QString downloadDestination(const std::optional<QString>& to, const QString& attachmentName);
 
-/// The way of a download to its place. It is received in one private folder, which shares its file system with the
+/// The way of a download to its place. It is received in one folder of its own, which shares its file system with the
 /// transport's own file, and goes over another one beside the destination, so that it appears under its name complete
 /// or not at all. Whatever stands at the destination stays.
 class DownloadPlace
@@ -20,6 +20,9 @@ public:
     using Completion = std::function<void(const std::optional<tljira::Error>&)>;
 
     explicit DownloadPlace(const QString& destination);
+
+    /// Removes from `folder` what killed processes left of such ways more than a day ago.
+    static void removeLeftovers(const QString& folder);
 
     /// Finds out what would prevent the file from getting to its place, as far as that can be known beforehand.
     std::optional<tljira::Error> prepare();
@@ -36,8 +39,8 @@ private:
 
     const QString m_destination;
     const QString m_name;
-    PrivateFolder m_receiving;
-    PrivateFolder m_beside;
+    tljira::ScratchFolder m_receiving;
+    tljira::ScratchFolder m_beside;
     /// Expires with this.
     std::shared_ptr<const bool> m_life = std::make_shared<bool>(true);
 };

@@ -2,9 +2,9 @@
 
 #include "cli/ArgumentParser.h"
 #include "cli/AttachmentsCommand.h"
+#include "cli/DownloadPlace.h"
 #include "cli/Help.h"
 #include "cli/LogOutput.h"
-#include "cli/PrivateFolder.h"
 #include "cli/SavedInKeyring.h"
 #include "cli/ServerAddress.h"
 #include "cli/TerminalText.h"
@@ -90,7 +90,7 @@ Outcome Tool::performCommand(const Arguments& arguments)
     showLog(arguments.isVerbose);
     tljira::URLSessionConfiguration::setDefaultRoutes(arguments.routes);
     chooseOptions(arguments);
-    PrivateFolder::removeLeftovers(tljira::temporaryDirectory());
+    DownloadPlace::removeLeftovers(tljira::temporaryDirectory());
     const Environment environment = {JAController::sharedInstance(), m_interrupts,
                                      tljira::console::isErrorTerminal() && !arguments.isVerbose};
     const CommandDescription& description = *findCommand(arguments.command);

@@ -1,13 +1,10 @@
 #include "client/tasks/DocumentCopy.h"
 
 #include "platform/foundation/GlobalQueue.h"
-#include "platform/foundation/files/FileManager.h"
 #include "platform/foundation/files/Leftovers.h"
-#include "platform/foundation/files/PathString.h"
 #include "platform/foundation/files/TemporaryDirectory.h"
 
-#include <QDir>
-#include <QUuid>
+#include <QFile>
 
 #include <exception>
 
@@ -74,49 +71,23 @@ void removeLeftovers()
 
 } // namespace
 
-DocumentCopy::~DocumentCopy()
-{
-    if (m_folder.isEmpty())
-        return;
-    // What is known need not be looked up, for which there may be no descriptor left.
-    QFile::remove(path());
-    if (!QDir().rmdir(m_folder))
-        tljira::FileManager::removeItemAtPath(m_folder);
-}
-
 QString DocumentCopy::path() const
 {
-    return tljira::appendingPathComponent(m_folder, QStringLiteral("document"));
+    return m_folder.pathOf(QStringLiteral("document"));
 }
 
 std::optional<QString> DocumentCopy::write(const TLJiraDocument& document)
 {
-    if (const QString reason = makeFolder(); !reason.isEmpty())
-        return reason;
+    auto problem = m_folder.create(tljira::temporaryDirectory(), newPrefix);
+    if (!problem)
+        problem = m_folder.rename(prefix);
+    if (problem)
+        return problem->localizedDescription();
     WholeFile file(path());
     if (!file.open(QFile::ReadWrite | QFile::NewOnly))
         return file.errorString();
     file.setPermissions(readAndWrite);
     return contentsInto(file, document);
-}
-
-// A process that looks for what others left takes no folder that is locked, and this one is from the moment on at which
-// it has its name.
-QString DocumentCopy::makeFolder()
-{
-    const QString parent = tljira::temporaryDirectory();
-    const QString id = QUuid::createUuid().toString(QUuid::Id128);
-    const QString fresh = tljira::appendingPathComponent(parent, newPrefix + id);
-    if (const auto error = tljira::FileManager::createDirectoryAtPath(fresh, false))
-        return error->localizedDescription();
-    m_folder = fresh;
-    QFile::setPermissions(fresh, readAndWrite | QFile::ExeOwner);
-    static_cast<void>(m_sign.lockExisting(QFile::encodeName(fresh).toStdString()));
-    const QString named = tljira::appendingPathComponent(parent, prefix + id);
-    if (const auto error = tljira::FileManager::moveItemAtPath(fresh, named))
-        return error->localizedDescription();
-    m_folder = named;
-    return QString();
 }
 
 void DocumentCopy::tidyOnce()

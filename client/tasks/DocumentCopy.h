@@ -2,7 +2,7 @@
 
 #include "client/tasks/TLJiraDocument.h"
 #include "platform/foundation/Export.h"
-#include "platform/foundation/os/FileLock.h"
+#include "platform/foundation/files/ScratchFolder.h"
 
 #include <QFile>
 #include <QString>
@@ -15,11 +15,6 @@ namespace client {
 class TL_EXPORT DocumentCopy
 {
 public:
-    DocumentCopy() = default;
-    ~DocumentCopy();
-    DocumentCopy(const DocumentCopy&) = delete;
-    DocumentCopy& operator=(const DocumentCopy&) = delete;
-
     /// From any thread, unless the host's own code writes the document. Answers why there is no copy, without a text
     /// where the writer did not say; nothing if there is one.
     std::optional<QString> write(const TLJiraDocument& document);
@@ -30,11 +25,7 @@ public:
     static void tidyOnce();
 
 private:
-    QString makeFolder();
-
-    QString m_folder;
-    /// Tells other processes that the folder has an owner.
-    tljira::os::FileLock m_sign;
+    tljira::ScratchFolder m_folder;
 };
 
 } // namespace client

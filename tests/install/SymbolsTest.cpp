@@ -96,7 +96,8 @@ const QStringList windowFolders = {QStringLiteral("platform/toolkit"), QStringLi
 /// What the window library and the command-line tool share with the client library, and nobody else.
 const QStringList internalNames =
     QStringLiteral(
-        "DateFormatter DocumentCopy FetchedFile FileDocument FileLock GlobalQueue Keyring MainQueue SingleEnd "
+        "DateFormatter DocumentCopy FetchedFile FileDocument GlobalQueue Keyring MainQueue ScratchFolder "
+        "SingleEnd "
         "TransferListener URL "
         "UserDefaults "
         "appendingPathComponent appendingPathExtension attached baseOf canBeAttachmentName "

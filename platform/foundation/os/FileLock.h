@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/foundation/Export.h"
-
 #include <filesystem>
 #include <system_error>
 
@@ -10,7 +8,7 @@ namespace tljira::os {
 
 /// The system's own lock on a file or a folder. It keeps out other processes and other objects of this one that lock
 /// the same item, and nobody else. However a process ends, its locks end with it.
-class TL_EXPORT FileLock
+class FileLock
 {
 public:
     FileLock() = default;
