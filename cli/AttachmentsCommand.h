@@ -9,7 +9,7 @@ namespace cli {
 class AttachmentsCommand final : public Command
 {
 public:
-    /// What --documents has said, as a host's choice; without any the described documents.
+    /// What --documents has said, as a host's choice; without any, the default kinds.
     static std::vector<TLJiraOptions::DocumentKind> documentKinds(const QStringList& documents);
     /// Nothing where each is an extension that a name can have, or "all".
     static std::optional<QString> problemOfDocuments(const QStringList& documents);

@@ -135,7 +135,7 @@ const Options both{.address = Options::Address::Whole, .signIn = Options::SignIn
 
 INSTANTIATE_TEST_SUITE_P(
     All, SignInJobsTest,
-    testing::Values(Way{"described", {}, plain, Jira::user, Jira::password, {}},
+    testing::Values(Way{"defaults", {}, plain, Jira::user, Jira::password, {}},
                     Way{"wholeAddress", wholeAddress, whole, Jira::user, Jira::password, {.contextPath = "/jira"}},
                     Way{"basic", token, plain, Jira::email, Jira::apiToken, {}},
                     Way{"bearer", token, plain, "", Jira::accessToken, {}},
