@@ -81,9 +81,6 @@ void JABodyViewController::setDownloadActualView(QWidget* view)
 void JABodyViewController::openFileAction()
 {
     tljira::OpenPanel panel;
-    panel.setCanChooseFiles(true);
-    panel.setCanChooseDirectories(false);
-    panel.setAllowsMultipleSelection(false);
     if (panel.runModal() != tljira::ModalResponse::OK)
         return;
     const std::optional<QString> path = panel.path();
@@ -122,7 +119,6 @@ void JABodyViewController::errorMessage(const QString& text)
 {
     tljira::Alert alert;
     alert.setMessageText(QStringLiteral("Error"));
-    alert.setStyle(tljira::Alert::Style::Warning);
     alert.setInformativeText(text);
     alert.runModal();
 }

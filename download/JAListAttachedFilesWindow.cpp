@@ -124,7 +124,6 @@ void JAListAttachedFilesWindow::windowWillLoad()
 void JAListAttachedFilesWindow::windowDidLoad()
 {
     WindowController::windowDidLoad();
-    m_isDone = false;
     if (auto* layer = tljira::Layer::wantLayer(view())) {
         layer->setBackgroundColor(QColor(Qt::white));
         view()->setPalette(paletteOnWhite(QApplication::palette()));

@@ -118,11 +118,11 @@ void SessionWindowController::showThatSessionIsLookedFor()
 {
     if (auto* indicator = tljira::findView<tljira::ProgressIndicator>(view(), "connectingIndicator"))
         indicator->startAnimation();
-    const int initialWidth = view() ? view()->width() : 0;
-    const QString host = client::serverName();
     auto* label = tljira::findView<QLabel>(view(), "connectingLabel");
     if (!label)
         return;
+    const int initialWidth = view()->width();
+    const QString host = client::serverName();
     if (!host.isEmpty())
         label->setText(text(QT_TRANSLATE_NOOP("JMWindowController", "Looking for your session on %1…")).arg(host));
     // On several lines only where one is too short: a text that may wrap does so early.

@@ -139,8 +139,6 @@ void JAUploadBodyViewController::viewDidLoad()
         layer->setBackgroundColor(QColor::fromRgbF(0, 0, 0, shadowOpacity));
         layer->setIsShade(true);
     }
-    tljira::setEnabled(taskTextField(), false);
-    tljira::setHidden(shadow(), false);
     jaValidSession();
 }
 
@@ -223,9 +221,6 @@ void JAUploadBodyViewController::setUploadActualView(QWidget* view)
 void JAUploadBodyViewController::openFileAction()
 {
     tljira::OpenPanel panel;
-    panel.setCanChooseFiles(true);
-    panel.setAllowsMultipleSelection(false);
-    panel.setCanChooseDirectories(false);
     if (panel.runModal() != tljira::ModalResponse::OK)
         return;
     const QString path = panel.path().value_or(QString());
@@ -405,7 +400,6 @@ void JAUploadBodyViewController::alert(const QString& title, const QString& mess
 {
     tljira::Alert alert;
     alert.setMessageText(title);
-    alert.setStyle(tljira::Alert::Style::Warning);
     alert.setInformativeText(message);
     alert.runModal();
 }

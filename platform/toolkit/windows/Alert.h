@@ -8,7 +8,7 @@ class QMessageBox;
 
 namespace tljira {
 
-/// A message with one button, "OK", that the user has to see before going on.
+/// A message with one button, "OK", that the user has to see before going on; a warning, unless it is told otherwise.
 class Alert
 {
 public:

@@ -10,8 +10,8 @@ class QFileDialog;
 
 namespace tljira {
 
-/// Lets the user choose existing files, or existing folders. One panel offers one of the two: where both are allowed,
-/// files. Where neither is, it does not come up.
+/// Lets the user choose existing files, or existing folders; one file, unless it is told otherwise. One panel offers
+/// one of the two: where both are allowed, files. Where neither is, it does not come up.
 class OpenPanel
 {
 public:
