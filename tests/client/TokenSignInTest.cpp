@@ -70,6 +70,14 @@ TEST_P(TokenSignInTest, leavesOutBlanksAroundWhatWasPasted)
     EXPECT_EQ(onDisk(), saved(Jira::address, origin, GetParam()));
 }
 
+TEST_P(TokenSignInTest, writesTheStatusOfTheAnswerToTheLog)
+{
+    logIn();
+    EXPECT_THAT(log.lines(), testing::Contains(u"Sign-in by token: 200"_s));
+    logInWith(QLatin1String(GetParam().user), u"wrong"_s);
+    EXPECT_THAT(log.lines(), testing::Contains(u"Sign-in by token: 401"_s));
+}
+
 TEST_P(TokenSignInTest, isSavedWithItsAddressForTheUserAlone)
 {
     logIn();

@@ -3,6 +3,7 @@
 #include "platform/foundation/files/FileManager.h"
 #include "platform/foundation/files/TemporaryDirectory.h"
 #include "tests/download/DownloadTest.h"
+#include "tests/kit/HeldGlobalQueue.h"
 #include "tests/kit/WithoutPrivileges.h"
 
 #include <QDir>
@@ -20,6 +21,20 @@ protected:
     void makeAnew() { DownloadFolder::makeAnew(path); }
 
     QString inFolder(const char* name) const { return path + u'/' + QString::fromUtf8(name); }
+
+    /// The names of those files below the temporary directory that this process has open, removed ones included.
+    static QStringList openFiles()
+    {
+        QStringList names;
+        const QString folder = tljira::temporaryDirectory() + u'/';
+        for (const QFileInfo& descriptor :
+             QDir(QStringLiteral("/proc/self/fd")).entryInfoList(QDir::System | QDir::Files)) {
+            const QString target = descriptor.symLinkTarget();
+            if (target.startsWith(folder))
+                names.append(target.section(u'/', -1));
+        }
+        return names;
+    }
 
     tests::LogCapture log;
     const QString path = DownloadFolder::path();
@@ -83,6 +98,22 @@ TEST_F(DownloadFolderTest, removesLinksInsideAndLeavesWhatTheyPointTo)
     makeAnew();
     EXPECT_FALSE(tljira::FileManager::fileExistsAtPath(inFolder("link")));
     EXPECT_EQ(contentsOf(elsewhere + QStringLiteral("/precious")), QByteArray("precious"));
+}
+
+/// A large file takes its time for that, in which nobody waits.
+TEST_F(DownloadFolderTest, givesTheBytesOfItsFilesBackOnAnotherThread)
+{
+    const QString elsewhere = tljira::temporaryDirectory() + QStringLiteral("/precious");
+    writeFile(elsewhere, "precious");
+    QDir().mkpath(inFolder("deep"));
+    writeFile(inFolder("large"), "large");
+    ASSERT_TRUE(QFile::link(elsewhere, inFolder("deep/link")));
+    tests::HeldGlobalQueue slowDisk;
+    makeAnew();
+    EXPECT_TRUE(QDir(path).isEmpty());
+    EXPECT_THAT(openFiles(), ElementsAre(QStringLiteral("large (deleted)")));
+    slowDisk.letGo();
+    EXPECT_TRUE(tests::waitUntil([] { return openFiles().isEmpty(); }));
 }
 
 TEST_F(DownloadFolderTest, saysWhenItCannotBeEmptied)

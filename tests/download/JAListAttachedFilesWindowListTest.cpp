@@ -1,9 +1,11 @@
 #include "download/JAListAttachedFilesWindow.h"
 
 #include "platform/foundation/values/DateFormatter.h"
+#include "platform/toolkit/views/ElidedLabel.h"
 #include "platform/toolkit/views/View.h"
 #include "tests/download/DownloadTest.h"
 
+#include <QBoxLayout>
 #include <QScrollBar>
 #include <QtTest/QTest>
 
@@ -321,6 +323,32 @@ TEST_F(JAListAttachedFilesWindowListTest, sizeAndButtonStandBelowTheNameWhereItW
     EXPECT_GT(cell().sizeLabel()->mapTo(&cell(), QPoint()).y(), cell().dateLabel()->geometry().bottom());
 }
 
+TEST_F(JAListAttachedFilesWindowListTest, aNameHasRoomForTwentyLettersBesideSizeAndButtonOrStandsAbove)
+{
+    showOne({{QStringLiteral("filename"), QStringLiteral("plan.tessaloom")}});
+    JAAttachedCell& row = cell();
+    auto* layout = qobject_cast<QBoxLayout*>(row.layout());
+    ASSERT_NE(layout, nullptr);
+    const auto* besideName = layout->itemAt(layout->count() - 1)->layout();
+    ASSERT_NE(besideName, nullptr);
+    const auto* title = qobject_cast<tljira::ElidedLabel*>(row.titleLabel());
+    ASSERT_NE(title, nullptr);
+    const int besides = row.sizeLabel()->fontMetrics().horizontalAdvance(QStringLiteral("000.00 MB")) +
+                        row.downloadButton()->sizeHint().width() + 3 * layout->spacing();
+    const int letters = 20 * title->fontMetrics().averageCharWidth();
+    const int least = layout->contentsMargins().left() + layout->contentsMargins().right() + besides + letters;
+    for (int time = 0; time < 2; ++time) {
+        row.resize(least - 1, row.height());
+        EXPECT_EQ(layout->direction(), QBoxLayout::TopToBottom);
+        EXPECT_EQ(besideName->spacing(), 4);
+        EXPECT_EQ(title->maximumLines(), 1);
+        row.resize(least, row.height());
+        EXPECT_EQ(layout->direction(), QBoxLayout::LeftToRight);
+        EXPECT_EQ(besideName->spacing(), layout->spacing());
+        EXPECT_EQ(title->maximumLines(), 2);
+    }
+}
+
 TEST_F(JAListAttachedFilesWindowListTest, aLongNameTakesASecondLine)
 {
     show({attachmentNamed(QStringLiteral("twill and herringbone with corrections.tessaloom"))});
@@ -380,7 +408,8 @@ TEST_F(JAListAttachedFilesWindowListTest, aButtonWhoseAttachmentIsGoneDoesNothin
     list->setAttachments(numbered(1));
     log.clear();
     tests::ui::click(cell(1).downloadButton());
-    EXPECT_EQ(log.lines().value(0), QStringLiteral("Download Action 1"));
+    EXPECT_EQ(log.lines(),
+              QStringList({QStringLiteral("Download Action 1"), QStringLiteral("there is no attachment 1 any more")}));
     EXPECT_EQ(list->path(), std::nullopt);
     EXPECT_TRUE(list->wrapperTableView()->isVisible());
 }

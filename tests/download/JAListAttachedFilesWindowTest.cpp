@@ -106,6 +106,16 @@ TEST_F(JAListAttachedFilesWindowTest, showsTheWholePercentWhileBytesArrive)
     EXPECT_FALSE(list->isDone());
 }
 
+TEST_F(JAListAttachedFilesWindowTest, drawsNothingOfAnUpdateBeforeTheWholeOfIt)
+{
+    std::vector<bool> isDrawn;
+    QObject::connect(list->downloadProgressBar(), &QProgressBar::valueChanged, list->downloadView(),
+                     [&] { isDrawn.push_back(list->downloadView()->updatesEnabled()); });
+    list->updateDownload(21, 50, std::nullopt, false);
+    EXPECT_THAT(isDrawn, testing::AllOf(testing::Not(IsEmpty()), testing::Each(false)));
+    EXPECT_TRUE(list->downloadView()->updatesEnabled());
+}
+
 TEST_F(JAListAttachedFilesWindowTest, cutsOffTheFraction)
 {
     list->updateDownload(999, 1000, std::nullopt, false);

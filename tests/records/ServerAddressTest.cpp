@@ -57,6 +57,20 @@ TEST_F(ServerAddress, tellsServersApartByWhatCounts)
     EXPECT_TRUE(records::isSameServer(u"http://h:80"_s, u"http://h/"_s));
 }
 
+TEST_F(ServerAddress, isThatOfAServerOnlyWithSchemeAndHost)
+{
+    const std::pair<QString, QString> pairs[] = {{u""_s, u"jiraUrl"_s},
+                                                 {u"jira"_s, u"jiraUrl"_s},
+                                                 {u"https:"_s, u"https:/"_s},
+                                                 {u"h:8443/x"_s, u"h:8443/y"_s},
+                                                 {u"https://h/a b"_s, u"https://h/a c"_s}};
+    for (const auto& [one, other] : pairs) {
+        EXPECT_FALSE(records::isSameServer(one, other)) << one.toStdString();
+        EXPECT_TRUE(records::isSameServer(one, one)) << one.toStdString();
+    }
+    EXPECT_FALSE(records::isSameServer(QJsonValue(), u""_s));
+}
+
 TEST_F(ServerAddress, hasAnOrigin)
 {
     EXPECT_EQ(records::originOf(u"https://Host/x?y#z"_s), u"https://host:443"_s);

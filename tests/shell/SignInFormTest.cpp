@@ -71,6 +71,17 @@ TEST_F(SignInFormTest, tellsOfATokenThatIsNoneWithoutAskingTheServer)
     EXPECT_EQ(server.requestCount(), 0U);
 }
 
+TEST_F(SignInFormTest, asksForTheTokenThatIsMissing)
+{
+    open({.signIn = TLJiraOptions::SignIn::Token});
+    ui::type(form->hostTextField(), Jira::address);
+    ui::press(form->window()->widget(), Qt::Key_Return);
+    ASSERT_TRUE(waitUntil([this] { return ui::isOnScreen(form->errorLabel()); }));
+    EXPECT_EQ(form->errorLabel()->text(), QStringLiteral("No token was given."));
+    EXPECT_EQ(form->window()->widget()->focusWidget(), form->passwordTextField());
+    EXPECT_EQ(server.requestCount(), 0U);
+}
+
 TEST_F(SignInFormTest, saysItInTheUsersLanguage)
 {
     QLocale::setDefault(QLocale(QStringLiteral("de")));

@@ -1,5 +1,6 @@
 #include "upload/JAUploadingWindow.h"
 
+#include "platform/toolkit/views/TransferRate.h"
 #include "platform/toolkit/views/View.h"
 #include "platform/toolkit/windows/AlertView.h"
 #include "tests/kit/JiraTest.h"
@@ -140,6 +141,7 @@ TEST_F(JAUploadingWindowTest, keepsALongErrorWithinReach)
     ASSERT_NE(area, nullptr);
     EXPECT_GE(area->widget()->height(), sheet->errorMessage()->heightForWidth(sheet->errorMessage()->width()));
     EXPECT_GT(area->widget()->height(), area->viewport()->height());
+    EXPECT_EQ(area->minimumHeight(), 8 * area->fontMetrics().lineSpacing());
 }
 
 TEST_F(JAUploadingWindowTest, returnsFromAnErrorToProgress)
@@ -268,6 +270,10 @@ TEST_F(JAUploadingWindowTest, tellsHowFarItIsBesideTheSize)
     sheet->setUploadingState(60, QStringLiteral(" 4.8 / 8.00 mb"));
     sheet->setSent(6, 10);
     EXPECT_EQ(textOf("rateLabel"), QStringLiteral("60 %"));
+    sheet->setSent(0, 1);
+    EXPECT_EQ(textOf("rateLabel"), QStringLiteral("0 %"));
+    sheet->setSent(1, 1);
+    EXPECT_EQ(textOf("rateLabel"), QStringLiteral("Waiting for the server…"));
     sheet->setSent(0, 0);
     EXPECT_FALSE(isOnScreen("rateLabel"));
 }
@@ -282,6 +288,72 @@ TEST_F(JAUploadingWindowTest, tellsHowFastItGoesAndHowLongItWillTake)
         sheet->setSent(sent += 1000, qint64(1) << 30);
         return textOf("rateLabel").contains(words);
     })) << textOf("rateLabel").toStdString();
+}
+
+TEST_F(JAUploadingWindowTest, measuresEachUploadAnew)
+{
+    std::chrono::milliseconds now(0);
+    tljira::TransferRate::setUsualClock([&now] { return now; });
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(1, QString());
+    for (qint64 second = 1; second <= 10; ++second) {
+        now += std::chrono::seconds(1);
+        sheet->setSent(second << 20, qint64(1) << 30);
+    }
+    EXPECT_EQ(textOf("rateLabel"), QStringLiteral("0 % · 1.0 MB/s · about 17 min left"));
+
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-2"));
+    sheet->setUploadingState(1, QString());
+    sheet->setSent(1 << 20, qint64(1) << 30);
+    EXPECT_EQ(textOf("rateLabel"), QStringLiteral("0 %"));
+    tljira::TransferRate::setUsualClock({});
+}
+
+/// The sheet renews what it says by itself while nothing comes.
+TEST_F(JAUploadingWindowTest, countsNothingOfTheUploadBeforeWhileTheNextOneHasNotBegun)
+{
+    std::chrono::milliseconds now(0);
+    tljira::TransferRate::setUsualClock([&now] { return now; });
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(60, QString());
+    sheet->setSent(6 << 20, 10 << 20);
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-2"));
+    EXPECT_EQ(textOf("rateLabel"), QString());
+    EXPECT_FALSE(isOnScreen("rateLabel"));
+
+    now += std::chrono::seconds(1);
+    EXPECT_TRUE(waitUntil([this] { return !textOf("rateLabel").isEmpty(); }));
+    EXPECT_EQ(textOf("rateLabel"), QStringLiteral("0 KB/s"));
+    tljira::TransferRate::setUsualClock({});
+}
+
+TEST_F(JAUploadingWindowTest, putsTheRateBelowASizeThatTakesTheLineUntilTheNextUpload)
+{
+    const auto isBelow = [this] {
+        drainMainQueue();
+        return part<QLabel>("rateLabel")->y() >= sheet->sizeLabel()->geometry().bottom();
+    };
+    const QString size = QStringLiteral(" 4.8 / 8.00 mb");
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(60, size);
+    sheet->setSent(6, 10);
+    EXPECT_FALSE(isBelow());
+    EXPECT_FALSE(part<QLabel>("rateLabel")->wordWrap());
+
+    const int width = sheet->uploadingView()->width() / sheet->sizeLabel()->fontMetrics().horizontalAdvance(u'8');
+    sheet->setUploadingState(60, QString(width, u'8'));
+    sheet->setSent(6, 10);
+    EXPECT_TRUE(isBelow());
+    EXPECT_TRUE(part<QLabel>("rateLabel")->wordWrap());
+    sheet->setUploadingState(70, size);
+    sheet->setSent(7, 10);
+    EXPECT_TRUE(isBelow());
+
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-2"));
+    sheet->setUploadingState(60, size);
+    sheet->setSent(6, 10);
+    EXPECT_FALSE(isBelow());
+    EXPECT_FALSE(part<QLabel>("rateLabel")->wordWrap());
 }
 
 TEST_F(JAUploadingWindowTest, waitsForTheServerOnceAllIsSent)

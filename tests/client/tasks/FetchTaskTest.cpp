@@ -246,6 +246,21 @@ TEST_F(FetchTaskFailure, whereTheServerSendsSomethingElse)
     EXPECT_EQ(ends[0].serverSentence, QStringLiteral("You may not."));
 }
 
+TEST_F(FetchTaskFailure, repeatsWhatTheServerSaysUnlessThatIsLong)
+{
+    const auto id = store("plan.tessaloom", large);
+    const std::string sentence = R"({"errorMessages":["You may not."]})";
+    for (const std::size_t size : {65536U, 65537U}) {
+        ends.clear();
+        server.behave();
+        const std::string answer = sentence + std::string(size - sentence.size(), ' ');
+        server.misbehave(contents, Fault().status(403, answer, "application/json"));
+        fetch(id);
+        expectFailure();
+        EXPECT_EQ(ends[0].serverSentence, size > 65536U ? QString() : QStringLiteral("You may not."));
+    }
+}
+
 TEST_F(FetchTaskFailure, whereTheServerSendsSomethingInPlaceOfNothing)
 {
     const auto id = store("plan.tessaloom", "");
