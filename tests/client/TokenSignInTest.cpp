@@ -245,6 +245,16 @@ TEST_P(TokenSignInTest, isForgottenByALogoutThatAsksNobody)
     EXPECT_THAT(events, ElementsAre("nil, invalid sessioin 401", "invalid"));
 }
 
+TEST_P(TokenSignInTest, leavesNoCookieAtALogout)
+{
+    const auto& jar = tljira::HTTPCookieStorage::sharedHTTPCookieStorage();
+    signIn(GetParam());
+    jar->setCookie({.domain = u"other.example.test"_s, .path = u"/"_s, .name = u"a"_s, .value = u"b"_s});
+    ASSERT_FALSE(jar->cookies().empty());
+    client->logout(nullptr);
+    EXPECT_TRUE(jar->cookies().empty());
+}
+
 TEST_P(TokenSignInTest, takesThePlaceOfASessionAndTheOtherWayRound)
 {
     TLJiraOptions::use({});
