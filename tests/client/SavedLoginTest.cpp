@@ -1,6 +1,7 @@
 #include "records/SavedLogin.h"
 
 #include "constants/JAConstants.h"
+#include "records/SavedToken.h"
 #include "tests/client/ClientTest.h"
 
 #include <QFile>
@@ -113,6 +114,35 @@ TEST_F(SavedLoginTest, staysWithoutItsAddressAfterALogout)
     QJsonObject expected = login(here, savedValue());
     expected.remove(kJiraURL);
     EXPECT_EQ(onDisk(), expected);
+}
+
+TEST_F(SavedLoginTest, isOfTheAddressUnderWhichItIsSavedAgain)
+{
+    const QJsonObject answer{{QStringLiteral("name"), QStringLiteral("JSESSIONID")},
+                             {QStringLiteral("value"), QStringLiteral("same")}};
+    const auto opened = JALoginObject::initWithDictionary(QJsonObject{{QStringLiteral("session"), answer}});
+    opened->saveSession();
+    ASSERT_EQ(onDisk().value(QStringLiteral("kSessionValue")), QStringLiteral("same"));
+    {
+        const tljira::UserDefaults::Hold inOnePiece(records::savedLogin());
+        client->setHost(here);
+        opened->saveSession();
+    }
+    EXPECT_EQ(onDisk(), login(here, QStringLiteral("same")));
+}
+
+TEST_F(SavedLoginTest, byATokenIsOfTheAddressUnderWhichItIsSavedAgain)
+{
+    const records::SavedToken token{here, QStringLiteral("anna"), QStringLiteral("same")};
+    records::saveToken(token);
+    ASSERT_TRUE(onDisk().contains(records::savedTokenKey));
+    {
+        const tljira::UserDefaults::Hold inOnePiece(records::savedLogin());
+        client->setHost(here);
+        records::saveToken(token);
+    }
+    EXPECT_EQ(onDisk().value(kJiraURL), here);
+    EXPECT_TRUE(onDisk().contains(records::savedTokenKey));
 }
 
 TEST_F(SavedLoginTest, ofAnotherProcessIsTakenUpOnlyForTheSameServer)

@@ -4,15 +4,9 @@
 
 namespace tests {
 
-void keepMemoryApart(QProcess& process)
-{
-    process.setChildProcessModifier([] {});
-}
-
 Outcome runProgram(const QString& program, const QStringList& arguments, const QProcessEnvironment& environment)
 {
     QProcess process;
-    keepMemoryApart(process);
     process.setProcessEnvironment(environment);
     process.start(program, arguments);
     const bool isEnded = process.waitForFinished(120000);

@@ -9,10 +9,6 @@
 
 namespace tests {
 
-/// Otherwise Qt lends the memory of this process to the new one until that has its own program, and the thread
-/// sanitizer loses sight of what the lending thread locks from then on.
-void keepMemoryApart(QProcess& process);
-
 /// What a program that ran to its end left.
 struct Outcome
 {

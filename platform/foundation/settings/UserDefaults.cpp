@@ -109,9 +109,12 @@ void UserDefaults::setObject(const std::optional<QJsonValue>& value, const QStri
             apply({{key, wanted}}, m_inMemory);
             return;
         }
-        // A member that is as it was needs no saving, whatever another process has saved since for its own place.
-        const bool isKept = m_group.isMember(key) && m_group.ownsMembersOf(m_values);
-        if (holds(m_values) && (holds(m_inFile) || m_unsaved.contains(key) || isKept))
+        // A member that is as it was needs no saving, whatever another process has saved since for its own place. What
+        // belongs to another place, or to none, does: from now on it is this one's.
+        const bool isPresentMember = m_group.isMember(key) && !wanted.isNull();
+        const bool isOwn = m_group.isMember(key) && m_group.ownsMembersOf(m_values);
+        const bool isKnown = holds(m_inFile) || m_unsaved.contains(key);
+        if (holds(m_values) && (isOwn || (isKnown && !isPresentMember)))
             return;
         m_unsaved.insert(key, wanted);
         apply(m_unsaved, m_values);

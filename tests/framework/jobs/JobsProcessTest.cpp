@@ -1,5 +1,4 @@
 #include "tests/framework/jobs/JobsTest.h"
-#include "tests/kit/RunProgram.h"
 #include "tests/kit/SmallDisk.h"
 
 #include <QDir>
@@ -62,7 +61,6 @@ TEST_F(JobsProcessTest, aCopyThatAnotherProcessIsWritingStays)
     // It is written by this one.
     open({QStringLiteral("plan.tessaloom"), [this](QIODevice& device) {
               QProcess other;
-              keepMemoryApart(other);
               other.start(QStringLiteral(JOBS_HOST), arguments(QStringLiteral("attach")));
               EXPECT_TRUE(waitUntil([&] { return other.state() == QProcess::NotRunning; }));
               EXPECT_EQ(other.readAllStandardOutput(), QByteArray("done \n"));
