@@ -38,10 +38,10 @@ TEST(PluginTest, doesSoInAHostThatHasTheNamesOfItsConstantsForItself)
 {
     PluginHost crowded;
     crowded.program = QStringLiteral(OWN_NAMES_HOST);
+    crowded.expectRoundTrip(QStringLiteral(PLUGIN_FOLDER));
     const auto names = tests::runProgram(QStringLiteral("nm"),
                                          {QStringLiteral("-D"), QStringLiteral("--defined-only"), crowded.program});
     EXPECT_THAT(names.output, HasSubstr(" kKey\n"));
-    crowded.expectRoundTrip(QStringLiteral(PLUGIN_FOLDER));
 }
 
 TEST(PluginTest, writesNoLogOnceItIsToldSoWhateverTheUsersRulesAre)
