@@ -2,9 +2,12 @@
 
 #include "platform/foundation/os/FileLock.h"
 #include "tests/cli/CommandTest.h"
-#include "tests/kit/KeyringWay.h"
+#include "tests/kit/DesktopKeyring.h"
+#include "tests/kit/SignInWay.h"
 
 #include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <csignal>
 
@@ -15,7 +18,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using tests::DesktopKeyring;
 using tests::Jira;
-using tests::KeyringWay;
+using tests::SignInWay;
 using tests::words;
 
 const QString application = u"tljira"_s;
@@ -27,7 +30,7 @@ protected:
     DesktopKeyring keyring;
 };
 
-class KeyringCommandTest : public testing::WithParamInterface<KeyringWay>, private Desktop, public tests::CommandTest
+class KeyringCommandTest : public testing::WithParamInterface<SignInWay>, private Desktop, public tests::CommandTest
 {
 protected:
     using Desktop::keyring;
@@ -66,7 +69,7 @@ protected:
     }
     void noteSecret()
     {
-        const QByteArray secret = tests::secretInKeyring(application);
+        const QByteArray secret = DesktopKeyring::secretOf(application);
         ASSERT_FALSE(secret.isEmpty());
         m_secrets << secret << secret.toBase64();
     }
@@ -84,7 +87,7 @@ private:
     QByteArrayList m_secrets;
 };
 
-INSTANTIATE_TEST_SUITE_P(By, KeyringCommandTest, testing::ValuesIn(tests::keyringWays()),
+INSTANTIATE_TEST_SUITE_P(By, KeyringCommandTest, testing::ValuesIn(tests::signInWays()),
                          testing::PrintToStringParamName());
 
 TEST_P(KeyringCommandTest, doesEveryJobWithWhatTheKeyringHas)

@@ -5,8 +5,10 @@
 #include "records/SavedLogin.h"
 #include "records/TLJiraOptions.h"
 #include "tests/client/ClientTest.h"
-#include "tests/kit/KeyringWay.h"
+#include "tests/kit/WithKeyring.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QStandardPaths>
 
 namespace {
@@ -18,25 +20,10 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using tests::DesktopKeyring;
 using tests::Jira;
-using tests::KeyringWay;
 
 const QString application = u"tests"_s;
 
-/// Before the client is made.
-class Choice : public testing::WithParamInterface<KeyringWay>
-{
-protected:
-    Choice()
-    {
-        using Options = TLJiraOptions;
-        TLJiraOptions::use({.signIn = GetParam().isByToken ? Options::SignIn::Token : Options::SignIn::Password,
-                            .secrets = Options::Secrets::Keyring});
-    }
-
-    DesktopKeyring keyring;
-};
-
-class KeyringLoginTest : public Choice, public tests::ClientTest
+class KeyringLoginTest : public tests::WithKeyring, public tests::ClientTest
 {
 protected:
     KeyringLoginTest() { client->setHost(Jira::address); }
@@ -92,14 +79,14 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(By, KeyringLoginTest, testing::ValuesIn(tests::keyringWays()),
+INSTANTIATE_TEST_SUITE_P(By, KeyringLoginTest, testing::ValuesIn(tests::signInWays()),
                          testing::PrintToStringParamName());
 
 TEST_P(KeyringLoginTest, isInTheKeyringAndInNoFile)
 {
     startKeyring();
     logIn();
-    const QByteArray secret = tests::secretInKeyring(application);
+    const QByteArray secret = DesktopKeyring::secretOf(application);
     ASSERT_FALSE(secret.isEmpty());
     EXPECT_EQ(secret == GetParam().secret, GetParam().isByToken);
     EXPECT_EQ(onDisk(), withLogin());
@@ -203,7 +190,7 @@ TEST_P(KeyringLoginTest, staysAsItWasWhenALockedKeyringRefusesAnother)
 {
     startKeyring();
     logIn();
-    const QByteArray secret = tests::secretInKeyring(application);
+    const QByteArray secret = DesktopKeyring::secretOf(application);
     const QJsonObject inMemory = records::secretsInMemory();
     ASSERT_TRUE(keyring.lock());
     tryToLogIn();
@@ -214,7 +201,7 @@ TEST_P(KeyringLoginTest, staysAsItWasWhenALockedKeyringRefusesAnother)
     EXPECT_EQ(onDisk(), withLogin());
     keyring.stop();
     startKeyring();
-    EXPECT_EQ(tests::secretInKeyring(application), secret);
+    EXPECT_EQ(DesktopKeyring::secretOf(application), secret);
     check();
     EXPECT_THAT(events, ElementsAre("valid", "session, no error")) << text().toStdString();
 }
@@ -223,11 +210,11 @@ TEST_P(KeyringLoginTest, staysAsItWasWhenTheServerRefusesAnother)
 {
     startKeyring();
     logIn();
-    const QByteArray secret = tests::secretInKeyring(application);
+    const QByteArray secret = DesktopKeyring::secretOf(application);
     tryToLogIn("wrong");
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_THAT(events, ElementsAre("nil, invalid sessioin 401", "invalid"));
-    EXPECT_EQ(tests::secretInKeyring(application), secret);
+    EXPECT_EQ(DesktopKeyring::secretOf(application), secret);
     EXPECT_EQ(onDisk(), withLogin());
 }
 
@@ -332,8 +319,7 @@ TEST_P(KeyringLoginTest, takesWhatIsInFilesAwayFromThem)
     ASSERT_EQ(tljira::HTTPCookieStorage::sharedHTTPCookieStorage()->synchronize(), std::nullopt);
     onDisk();
     ASSERT_EQ(tests::filesWith({"left-by-an-older-version", "left-as-well"}).size(), 2);
-    TLJiraOptions::use({.signIn = GetParam().isByToken ? TLJiraOptions::SignIn::Token : TLJiraOptions::SignIn::Password,
-                        .secrets = TLJiraOptions::Secrets::Keyring});
+    chooseKeyring();
     startKeyring();
     logIn();
     EXPECT_EQ(onDisk(), withLogin());

@@ -7,6 +7,8 @@
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 #include <QStandardPaths>
 
@@ -149,6 +151,14 @@ qsizetype DesktopKeyring::callers() const
 QByteArray DesktopKeyring::textOf(const QString& application)
 {
     return outputOf("secret-tool", {QStringLiteral("lookup"), QStringLiteral("server"), application});
+}
+
+QByteArray DesktopKeyring::secretOf(const QString& application)
+{
+    const QJsonObject entry = QJsonDocument::fromJson(textOf(application)).object();
+    const QString token =
+        entry.value(QStringLiteral("signInToken")).toObject().value(QStringLiteral("token")).toString();
+    return (token.isEmpty() ? entry.value(QStringLiteral("kSessionValue")).toString() : token).toUtf8();
 }
 
 bool DesktopKeyring::hasTextOf(const QString& application)

@@ -34,6 +34,8 @@ public:
 
     /// The text that an application keeps; empty for none. For an unlocked keyring.
     static QByteArray textOf(const QString& application);
+    /// What in that text is worth stealing: a session's value or a token. Empty for none.
+    static QByteArray secretOf(const QString& application);
     /// Whether it has one, locked or not.
     static bool hasTextOf(const QString& application);
 

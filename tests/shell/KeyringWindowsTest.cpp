@@ -3,8 +3,7 @@
 #include "client/KeyringLogin.h"
 #include "platform/toolkit/views/View.h"
 #include "records/SavedLogin.h"
-#include "records/TLJiraOptions.h"
-#include "tests/kit/KeyringWay.h"
+#include "tests/kit/WithKeyring.h"
 #include "tests/shell/TLJiraUploadTest.h"
 
 #include <QLocale>
@@ -17,21 +16,7 @@ using testing::IsEmpty;
 
 const QString application = u"tests"_s;
 
-/// Before the client of the process is made.
-class Choice : public testing::WithParamInterface<KeyringWay>
-{
-protected:
-    Choice()
-    {
-        using Options = TLJiraOptions;
-        TLJiraOptions::use({.signIn = GetParam().isByToken ? Options::SignIn::Token : Options::SignIn::Password,
-                            .secrets = Options::Secrets::Keyring});
-    }
-
-    DesktopKeyring keyring;
-};
-
-class KeyringWindowsTest : public Choice, public TLJiraUploadTest
+class KeyringWindowsTest : public WithKeyring, public TLJiraUploadTest
 {
 protected:
     void startKeyring() { ASSERT_TRUE(keyring.start()); }
@@ -81,13 +66,13 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(By, KeyringWindowsTest, testing::ValuesIn(keyringWays()), testing::PrintToStringParamName());
+INSTANTIATE_TEST_SUITE_P(By, KeyringWindowsTest, testing::ValuesIn(signInWays()), testing::PrintToStringParamName());
 
 TEST_P(KeyringWindowsTest, bringTheLoginIntoTheKeyringAlone)
 {
     startKeyring();
     logInHere();
-    const QByteArray secret = secretInKeyring(application);
+    const QByteArray secret = DesktopKeyring::secretOf(application);
     ASSERT_FALSE(secret.isEmpty());
     EXPECT_TRUE(records::savedLogin().synchronize());
     EXPECT_THAT(filesWith({secret, secret.toBase64(), GetParam().secret}), IsEmpty());

@@ -1,9 +1,8 @@
 #include "client/KeyringLogin.h"
 #include "constants/JAConstants.h"
 #include "records/SavedLogin.h"
-#include "records/TLJiraOptions.h"
 #include "tests/client/tasks/TaskTest.h"
-#include "tests/kit/KeyringWay.h"
+#include "tests/kit/WithKeyring.h"
 
 namespace {
 
@@ -12,23 +11,10 @@ using namespace tests;
 
 const QString application = u"tests"_s;
 
-/// There until all else has gone.
-class Desktop
-{
-protected:
-    DesktopKeyring keyring;
-};
-
 /// Jobs without windows of a host that chose the desktop's keyring.
-class KeyringTaskTest : public testing::WithParamInterface<KeyringWay>, protected Desktop, public TaskTest
+class KeyringTaskTest : public WithKeyring, public TaskTest
 {
 protected:
-    KeyringTaskTest()
-    {
-        using Options = TLJiraOptions;
-        TLJiraOptions::use({.signIn = GetParam().isByToken ? Options::SignIn::Token : Options::SignIn::Password,
-                            .secrets = Options::Secrets::Keyring});
-    }
     void SetUp() override { ASSERT_TRUE(keyring.start()); }
 
     std::shared_ptr<TLJiraTask> signInAt(const QString& address)
@@ -51,12 +37,12 @@ protected:
     static std::optional<QString> savedAddress() { return records::savedLogin().stringForKey(kJiraURL); }
 };
 
-INSTANTIATE_TEST_SUITE_P(By, KeyringTaskTest, testing::ValuesIn(keyringWays()), testing::PrintToStringParamName());
+INSTANTIATE_TEST_SUITE_P(By, KeyringTaskTest, testing::ValuesIn(signInWays()), testing::PrintToStringParamName());
 
 TEST_P(KeyringTaskTest, doTheirWorkWithWhatAnEarlierRunLeftThere)
 {
     signInHere();
-    const QByteArray secret = secretInKeyring(application);
+    const QByteArray secret = DesktopKeyring::secretOf(application);
     beginNextRun();
     attach("warp");
     ASSERT_TRUE(waitForEnds());

@@ -3,24 +3,16 @@
 
 #include "constants/JAConstants.h"
 #include "records/SavedLogin.h"
-#include "records/TLJiraOptions.h"
 #include "tests/client/tasks/TaskTest.h"
-#include "tests/kit/SignInWay.h"
+#include "tests/kit/WithKeyringOption.h"
 
 namespace {
 
 using namespace tests;
 
-class NoKeyringTaskTest : public testing::WithParamInterface<SignInWay>, public TaskTest
+class NoKeyringTaskTest : public WithKeyringOption, public TaskTest
 {
 protected:
-    NoKeyringTaskTest()
-    {
-        using Options = TLJiraOptions;
-        TLJiraOptions::use({.signIn = GetParam().isByToken ? Options::SignIn::Token : Options::SignIn::Password,
-                            .secrets = Options::Secrets::Keyring});
-    }
-    ~NoKeyringTaskTest() override { TLJiraOptions::use({}); }
     void SetUp() override {}
 };
 

@@ -2,10 +2,9 @@
 
 #include "records/KeyringEntry.h"
 #include "records/SavedLogin.h"
-#include "records/TLJiraOptions.h"
 #include "shell/JALoginWindow.h"
 #include "tests/framework/jobs/JobsTest.h"
-#include "tests/kit/KeyringWay.h"
+#include "tests/kit/WithKeyring.h"
 
 namespace {
 
@@ -13,22 +12,7 @@ using namespace tests;
 
 const QString application = QStringLiteral("tests");
 
-/// Before the client of the process is made.
-class Choice : public testing::WithParamInterface<KeyringWay>
-{
-protected:
-    Choice()
-    {
-        using Options = TLJiraOptions;
-        TLJiraOptions::use({.signIn = GetParam().isByToken ? Options::SignIn::Token : Options::SignIn::Password,
-                            .secrets = Options::Secrets::Keyring});
-    }
-    ~Choice() { TLJiraOptions::use({}); }
-
-    DesktopKeyring keyring;
-};
-
-class KeyringJobsTest : public Choice, public JobsTest
+class KeyringJobsTest : public WithKeyring, public JobsTest
 {
 protected:
     void SetUp() override
@@ -51,7 +35,7 @@ protected:
     /// The session's value or the token.
     void expectInTheKeyringAlone(const QByteArray& secret) const
     {
-        EXPECT_EQ(secretInKeyring(application), secret);
+        EXPECT_EQ(DesktopKeyring::secretOf(application), secret);
         EXPECT_TRUE(records::savedLogin().synchronize());
         EXPECT_THAT(filesWith(QByteArrayList{secret, secret.toBase64()} + GetParam().formsOfToken()),
                     testing::IsEmpty());
@@ -68,14 +52,14 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(By, KeyringJobsTest, testing::ValuesIn(keyringWays()), testing::PrintToStringParamName());
+INSTANTIATE_TEST_SUITE_P(By, KeyringJobsTest, testing::ValuesIn(signInWays()), testing::PrintToStringParamName());
 
 TEST_P(KeyringJobsTest, attachAndFetchWithWhatItHas)
 {
     ASSERT_TRUE(attach({QStringLiteral("plan.tessaloom"), bytes}));
     logInBy(*upload->jaLoginWindow());
     ASSERT_TRUE(waitUntil([this] { return ui::isOnScreen(panel().uploadView()); }));
-    const QByteArray secret = secretInKeyring(application);
+    const QByteArray secret = DesktopKeyring::secretOf(application);
     ASSERT_FALSE(secret.isEmpty());
     pressUpload();
     ASSERT_TRUE(waitForAttempt());

@@ -2,29 +2,15 @@
 // program and stands in front of the library's.
 
 #include "records/SavedLogin.h"
-#include "records/TLJiraOptions.h"
 #include "shell/JALoginWindow.h"
 #include "tests/framework/jobs/JobsTest.h"
-#include "tests/kit/SignInWay.h"
+#include "tests/kit/WithKeyringOption.h"
 
 namespace {
 
 using namespace tests;
 
-/// Before the client of the process is made.
-class Choice : public testing::WithParamInterface<SignInWay>
-{
-protected:
-    Choice()
-    {
-        using Options = TLJiraOptions;
-        TLJiraOptions::use({.signIn = GetParam().isByToken ? Options::SignIn::Token : Options::SignIn::Password,
-                            .secrets = Options::Secrets::Keyring});
-    }
-    ~Choice() { TLJiraOptions::use({}); }
-};
-
-class NoKeyringJobsTest : public Choice, public JobsTest
+class NoKeyringJobsTest : public WithKeyringOption, public JobsTest
 {
 protected:
     void SetUp() override { host->show(); }
