@@ -29,6 +29,7 @@ struct Bench
 std::vector<Row> transferCases(const Bench& bench);
 Row lookUpCase(const Bench& bench);
 std::vector<Row> cancelCases(const Bench& bench);
+std::vector<Row> interruptCases(const Bench& bench);
 std::vector<Row> issueCase(const Bench& bench);
 
 } // namespace bench

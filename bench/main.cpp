@@ -95,6 +95,8 @@ int run(const QCommandLineParser& options)
     rows.push_back(bench::lookUpCase(bench));
     for (const bench::Row& row : bench::cancelCases(bench))
         rows.push_back(row);
+    for (const bench::Row& row : bench::interruptCases(bench))
+        rows.push_back(row);
     for (const bench::Row& row : bench::issueCase(bench))
         rows.push_back(row);
 
