@@ -186,6 +186,21 @@ TEST_F(JAControllerDownloadTest, writesItsLinesToTheLogInOrder)
     EXPECT_EQ(lines[6], QStringLiteral("Error task: %1").arg(client->downloadTask()->hash()));
 }
 
+TEST_F(JAControllerDownloadTest, hasWrittenItsLastLineWhenTheCallerHearsOfTheEnd)
+{
+    server.misbehave(Match::next(), Fault().close(Point::responseBody(9)));
+    QStringList linesAtTheEnd;
+    client->downloadFile(
+        link,
+        [&](qint64, qint64, const auto& newError, bool) {
+            if (newError)
+                linesAtTheEnd = log.lines();
+        },
+        path("saved"));
+    ASSERT_TRUE(tests::waitUntil([&] { return !linesAtTheEnd.isEmpty(); }));
+    EXPECT_EQ(linesAtTheEnd.last(), QStringLiteral("Error task: %1").arg(client->downloadTask()->hash()));
+}
+
 TEST_F(JAControllerDownloadTest, writesThePlaceholderForARemovalThatWorked)
 {
     writeFile("saved", "old bytes");

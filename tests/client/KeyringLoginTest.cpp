@@ -145,10 +145,25 @@ TEST_P(KeyringLoginTest, isGoneAfterLoggingOut)
     logOut();
     EXPECT_THAT(events, ElementsAre("invalid", "no error"));
     EXPECT_EQ(server.requests().size(), GetParam().isByToken ? 0U : 1U);
+    EXPECT_THAT(client->session()->configuration().HTTPCookieStorage->cookies(), IsEmpty());
     EXPECT_FALSE(DesktopKeyring::hasTextOf(application));
     EXPECT_THAT(onDisk(), QJsonObject());
     EXPECT_THAT(records::secretsInMemory(), QJsonObject());
     EXPECT_FALSE(client::isLoginInKeyring());
+}
+
+TEST_P(KeyringLoginTest, isLeftAloneByALogoutWhoseSettingsDoNotNameIt)
+{
+    startKeyring();
+    bool isWritten = false;
+    tljira::Keyring::write(u"of the same application with another home"_s, [&](const auto&) { isWritten = true; });
+    ASSERT_TRUE(tests::waitUntil([&] { return isWritten; }));
+    logOut();
+    // Behind whatever the logout may have asked of it.
+    std::optional<QString> found;
+    tljira::Keyring::read([&](const auto& newText, const auto&) { found = newText.value_or(QString()); });
+    ASSERT_TRUE(tests::waitUntil([&] { return found.has_value(); }));
+    EXPECT_EQ(*found, u"of the same application with another home"_s);
 }
 
 TEST_P(KeyringLoginTest, isEndedAtItsServerByANextRunThatLogsOut)
@@ -175,6 +190,17 @@ TEST_P(KeyringLoginTest, isRefusedWhereNoKeyringRuns)
     EXPECT_EQ(records::secretsInMemory(), QJsonObject());
     EXPECT_THAT(client->session()->configuration().HTTPCookieStorage->cookies(), IsEmpty());
     EXPECT_THAT(tests::filesWith({GetParam().secret}), IsEmpty());
+}
+
+TEST_P(KeyringLoginTest, hasLeftNoCookieWhenTheCallerHearsOfARefusal)
+{
+    std::optional<std::size_t> cookies;
+    client->login(QString::fromUtf8(GetParam().user), QString::fromUtf8(GetParam().secret),
+                  [&](const auto&, const auto&) {
+                      cookies = client->session()->configuration().HTTPCookieStorage->cookies().size();
+                  });
+    ASSERT_TRUE(tests::waitUntil([&] { return cookies.has_value(); }));
+    EXPECT_EQ(*cookies, 0U);
 }
 
 TEST_P(KeyringLoginTest, asksNoKeyringWhereNobodyHasLoggedIn)

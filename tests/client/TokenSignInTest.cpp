@@ -155,13 +155,19 @@ TEST_P(TokenSignInTest, neverAsksWithWhatIsNoToken)
         logInWith(QLatin1String(GetParam().user), token);
         EXPECT_THAT(events, ElementsAre(HasSubstr("nil, invalid token "), "invalid")) << token.toStdString();
         EXPECT_FALSE(!token.isEmpty() && text().contains(token));
+        EXPECT_EQ(text(), token.trimmed().isEmpty() ? u"No token was given."_s
+                                                    : u"This is no token: it has blanks, line breaks or other "
+                                                      "characters that no token has."_s);
     }
-    EXPECT_EQ(text(), u"No token was given."_s);
     logInWith(u"anna:x"_s, u"token"_s);
     EXPECT_EQ(error->code, static_cast<qint64>(client::TokenProblem::NoUser));
     logInWith(u"an\nna"_s, u"token"_s);
     EXPECT_EQ(error->code, static_cast<qint64>(client::TokenProblem::NoUser));
-    EXPECT_EQ(server.requestCount(), 0U);
+    EXPECT_EQ(text(), u"A user name with a colon or a line break cannot be used with a token."_s);
+    // What had been sent would have come before this one.
+    logInWith(QLatin1String(GetParam().user), QLatin1String(GetParam().token));
+    EXPECT_THAT(events, ElementsAre("valid", "session, no error"));
+    EXPECT_EQ(server.requestCount(), 1U);
 }
 
 TEST_P(TokenSignInTest, isCheckedAgainLater)
