@@ -275,6 +275,19 @@ TEST_P(AttachTaskName, thatWouldBeMoreThanANameIsNotSent)
     EXPECT_EQ(server.requests().size(), 0U);
 }
 
+TEST_F(AttachTaskTest, asksNoWriterForWhatIsNotSent)
+{
+    bool isAsked = false;
+    const TLJiraDocument::Writer writer = [&isAsked](QIODevice&) {
+        isAsked = true;
+        return true;
+    };
+    TLJiraTask::attach({QStringLiteral("plan.tessaloom"), writer}, QString(), remember());
+    TLJiraTask::attach({QString(), writer}, QStringLiteral("ABC-1"), remember());
+    ASSERT_TRUE(waitForEnds(2));
+    EXPECT_FALSE(isAsked);
+}
+
 INSTANTIATE_TEST_SUITE_P(Names, AttachTaskName, testing::Values("", " ", "a\r\nContent-Type: text/html", "a\tb"));
 
 // Cancelling.
