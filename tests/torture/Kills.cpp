@@ -10,6 +10,8 @@ namespace torture {
 
 namespace {
 
+constexpr int mostRunsForAKill = 20;
+
 using Effect = Errand::Effect;
 
 /// Kills errands in one place, and looks at what is left.
@@ -163,8 +165,9 @@ KillTally killAtMoments(const Extent& extent, int kills, const QString& otherVol
     for (std::size_t index = 0; index < kinds.size(); ++index) {
         Killer killer(kinds[index], otherVolume);
         std::uniform_int_distribution<long> moment(1, killer.reference().time.count());
-        const auto share = (static_cast<std::size_t>(kills) + index) / kinds.size();
-        for (std::size_t count = 0; count < share; ++count)
+        const int share = static_cast<int>((static_cast<std::size_t>(kills) + index) / kinds.size());
+        // Some have ended before their moment.
+        for (int run = 0; run < share * mostRunsForAKill && killer.counts().kills < share; ++run)
             killer.kill({.killAfter = std::chrono::microseconds(moment(random))});
         tally[kinds[index]] = killer.counts();
     }
