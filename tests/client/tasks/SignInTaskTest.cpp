@@ -61,6 +61,17 @@ TEST_F(SignInTaskTest, opensASessionForAllThatFollows)
     EXPECT_EQ(ends[1].outcome, Outcome::Done);
 }
 
+TEST_F(SignInTaskTest, hasLetGoOfThePasswordWhenItTellsItsEnd)
+{
+    QString password = QStringLiteral("sec") + QStringLiteral("ret");
+    std::optional<bool> isItsOwnersAlone;
+    const auto task = TLJiraTask::signIn(Jira::address, QLatin1String(Jira::user), password,
+                                         [&](const Result&) { isItsOwnersAlone = password.isDetached(); });
+    EXPECT_FALSE(password.isDetached());
+    ASSERT_TRUE(waitUntil([&] { return isItsOwnersAlone.has_value(); }));
+    EXPECT_TRUE(*isItsOwnersAlone);
+}
+
 TEST_F(SignInTaskTest, isSeenByAWindowThatIsOpen)
 {
     std::vector<std::string> events;
