@@ -1,5 +1,6 @@
 #include "download/DownloadSizes.h"
 
+#include "tests/kit/GermanUser.h"
 #include "tests/kit/Printers.h"
 
 #include <gtest/gtest.h>
@@ -25,6 +26,15 @@ TEST(DownloadSizesTest, leavesOutAWholeThatIsNotKnownOrTooSmall)
     EXPECT_EQ(arrivedText(3 * megabyte, 0), QStringLiteral("3.0 MB"));
     EXPECT_EQ(arrivedText(3 * megabyte, -5), QStringLiteral("3.0 MB"));
     EXPECT_EQ(arrivedText(3 * megabyte, 2 * megabyte), QStringLiteral("3.0 MB"));
+}
+
+class GermanDownloadSizesTest : tests::GermanUser, public testing::Test
+{
+};
+
+TEST_F(GermanDownloadSizesTest, tellsHowMuchOfTheWholeHasCome)
+{
+    EXPECT_EQ(arrivedText(98 * megabyte / 10, 24 * megabyte), QStringLiteral("9.8 von 24.00 MB"));
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "platform/toolkit/windows/WindowDelegate.h"
 #include "records/TLJiraOptions.h"
 #include "tests/download/DownloadTest.h"
+#include "tests/kit/GermanUser.h"
 #include "tests/kit/HearAnswers.h"
 
 #include <QApplication>
@@ -165,6 +166,25 @@ TEST_F(JADownloadBodyViewControllerTest, theListNamesTheIssue)
     lookUp();
     EXPECT_TRUE(listLabel("listTitle")->isVisible());
     EXPECT_EQ(listLabel("listTitle")->text(), QStringLiteral("Documents of ABC-1"));
+}
+
+class GermanDownloadPanelTest : tests::GermanUser, public JADownloadBodyViewControllerTest
+{
+};
+
+TEST_F(GermanDownloadPanelTest, looksAndListsInTheUsersLanguage)
+{
+    add("a.tessaloom", early);
+    server.misbehave(Match::on("*/issue/*").once(), Fault().hold(Point::responseHead(0)));
+    typeKey(QStringLiteral("ABC-1"));
+    press();
+    EXPECT_EQ(help(), QStringLiteral("Der Vorgang wird gesucht\u00a0… Die Liste öffnet sich, wenn er gefunden ist."));
+    waitForHeldExchange();
+    server.release();
+    ASSERT_TRUE(tests::waitUntil([this] { return isSheetUp() && tests::cellAtRow(list(), 0) != nullptr; }));
+    EXPECT_EQ(listLabel("listTitle")->text(), QStringLiteral("Dokumente zu ABC-1"));
+    EXPECT_EQ(tests::cellAtRow(list(), 0)->downloadButton()->accessibleName(),
+              QStringLiteral("a.tessaloom herunterladen"));
 }
 
 TEST_F(JADownloadBodyViewControllerTest, theEmptyViewNamesTheIssue)

@@ -5,8 +5,10 @@
 #include "platform/foundation/files/FileManager.h"
 #include "platform/foundation/files/TemporaryDirectory.h"
 #include "platform/toolkit/views/PaletteColors.h"
+#include "platform/toolkit/views/TransferRate.h"
 #include "platform/toolkit/views/View.h"
 #include "tests/download/DownloadTest.h"
+#include "tests/kit/GermanUser.h"
 #include "tests/kit/WithoutPrivileges.h"
 
 #include <QApplication>
@@ -229,6 +231,32 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, saysInThePressWhatItDoes)
     EXPECT_EQ(bar(), 0);
 }
 
+class GermanDownloadTest : tests::GermanUser, public JAListAttachedFilesWindowDownloadTest
+{
+};
+
+TEST_F(GermanDownloadTest, isToldInTheUsersLanguage)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndHold(Point::responseHead(0));
+    EXPECT_EQ(title(), QStringLiteral("Download läuft"));
+    EXPECT_EQ(details(), QStringLiteral("Warten auf den Server\u00a0…"));
+    EXPECT_EQ(closeButtonText(), QStringLiteral("Abbrechen"));
+    server.release();
+    waitForEnd();
+    EXPECT_EQ(title(), QStringLiteral("Heruntergeladen"));
+    EXPECT_EQ(closeButtonText(), QStringLiteral("Schließen"));
+}
+
+TEST_F(GermanDownloadTest, thatFailsIsToldInTheUsersLanguage)
+{
+    showFile("plan.tessaloom", "the plan");
+    server.misbehave(Match::on("*/secure/*").once(), Fault().close(Point::responseBody(3)));
+    downloadAndWait();
+    EXPECT_EQ(title(), QStringLiteral("Nicht heruntergeladen"));
+    EXPECT_EQ(closeButtonText(), QStringLiteral("Schließen"));
+}
+
 TEST_F(JAListAttachedFilesWindowDownloadTest, showsNothingOfAnEarlierDownloadWhileItWaits)
 {
     showFile("plan.tessaloom", "the plan");
@@ -277,6 +305,29 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, tellsThatNothingComesAnyMore)
     const QString before = details();
     EXPECT_TRUE(tests::waitUntil([&] { return details() != before; }));
     EXPECT_TRUE(details().startsWith(arrived)) << details().toStdString();
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, measuresEachDownloadAnew)
+{
+    std::chrono::milliseconds now(0);
+    tljira::TransferRate::setUsualClock([&now] { return now; });
+    showSyntheticFile(40 << 20);
+    const QString arrived = QStringLiteral("20.0 of 40.00 MB");
+    server.misbehave(Match::on("*/secure/*"), Fault().hold(Point::responseBody(20 << 20)));
+    press();
+    ASSERT_TRUE(tests::waitUntil([&] { return details().startsWith(arrived); }));
+    now += 10s;
+    EXPECT_TRUE(tests::waitUntil([&] { return details().contains(QStringLiteral("B/s")); }));
+    server.release();
+    waitForEnd();
+    list->reload();
+    tests::drainMainQueue();
+
+    press();
+    EXPECT_TRUE(tests::waitUntil([&] { return details() == arrived; })) << details().toStdString();
+    server.release();
+    waitForEnd();
+    tljira::TransferRate::setUsualClock({});
 }
 
 TEST_F(JAListAttachedFilesWindowDownloadTest, leavesOutOfTheNumbersWhatHasNoRoom)

@@ -189,6 +189,16 @@ TEST_F(JAListAttachedFilesWindowListTest, anotherListBeginsWithItsFirstRow)
 
 // The cells.
 
+TEST_F(JAListAttachedFilesWindowListTest, showsDateAndSizeQuieterThanTheName)
+{
+    show(tests::attachmentsNamed({QStringLiteral("plan.tessaloom")}));
+    const auto colorOf = [](const QLabel* label) { return label->palette().color(label->foregroundRole()); };
+    const QColor quiet = cell().palette().color(QPalette::PlaceholderText);
+    EXPECT_EQ(colorOf(cell().dateLabel()), quiet);
+    EXPECT_EQ(colorOf(cell().sizeLabel()), quiet);
+    EXPECT_NE(colorOf(cell().titleLabel()), quiet);
+}
+
 TEST_F(JAListAttachedFilesWindowListTest, listsTheAttachmentsInTheirOrder)
 {
     const QStringList names = {QStringLiteral("b.tessaloom"), QStringLiteral("a.png"), QStringLiteral("c")};

@@ -234,6 +234,25 @@ TEST_F(JAHeadViewControllerTest, saysThatItAsksWhoTheUserIs)
     ASSERT_TRUE(waitUntil([spinner] { return !ui::isOnScreen(spinner); }));
 }
 
+TEST_F(JAHeadViewControllerTest, knowsSomebodyWhoHasOneNameAlone)
+{
+    const auto* label = tljira::findView<QLabel>(header->view(), "lookupLabel");
+    const auto* spinner = tljira::findView<tljira::ProgressIndicator>(header->view(), "lookupIndicator");
+    logIn();
+    for (const char* user : {R"({"name": "anna"})", R"({"displayName": "Anna Lindqvist"})"}) {
+        server.misbehave(Match::on(userPath).once(), Fault().status(200, user, "application/json"));
+        header->setOkSessionView();
+        ASSERT_TRUE(waitUntil([spinner] { return !ui::isOnScreen(spinner); }));
+        ASSERT_NE(header->nameLabel()->text().isEmpty(), header->displayNameLabel()->text().isEmpty());
+        server.misbehave(Match::on(userPath).once(), Fault().hold(Point::responseHead(0)));
+        header->setOkSessionView();
+        waitForHeldExchange();
+        EXPECT_FALSE(ui::isOnScreen(label)) << user;
+        server.release();
+        ASSERT_TRUE(waitUntil([spinner] { return !ui::isOnScreen(spinner); }));
+    }
+}
+
 TEST_F(JAHeadViewControllerTest, isNotEmptiedByAnEarlierQuestionThatEndsLater)
 {
     logIn();
@@ -283,6 +302,18 @@ TEST_F(JAHeadViewControllerTest, hidesWhatThePanelCovers)
     EXPECT_FALSE(header->findSessionProgressIndicator()->isHidden());
     header->setActualView(nullptr);
     EXPECT_TRUE(ui::isOnScreen(waiting));
+}
+
+TEST_F(JAHeadViewControllerTest, hidesThePanelForAnotherView)
+{
+    fill();
+    ASSERT_TRUE(ui::isOnScreen(header->okSessionView()));
+    auto* other = new QWidget(header->view());
+    ASSERT_FALSE(other->isVisible());
+    header->setActualView(other);
+
+    EXPECT_FALSE(ui::isOnScreen(header->okSessionView()));
+    EXPECT_TRUE(ui::isOnScreen(other));
 }
 
 TEST_F(JAHeadViewControllerTest, showsNamesAsPlainTextWhateverTheyHold)

@@ -183,6 +183,17 @@ TEST_F(JALoginWindowTest, takesUpNoBlanksAroundAnAddress)
     EXPECT_EQ(field->text(), address.left(1) + QStringLiteral(" x") + address.mid(1));
 }
 
+TEST_F(JALoginWindowTest, takesBackWhatWasTypedInAnAddress)
+{
+    QLineEdit* field = form->hostTextField();
+    field->setFocus();
+    QTest::keyClicks(field, QStringLiteral("http://jura"));
+    QTest::keySequence(field, QKeySequence::Undo);
+    EXPECT_EQ(field->text(), QString());
+    QTest::keySequence(field, QKeySequence::Redo);
+    EXPECT_EQ(field->text(), QStringLiteral("http://jura"));
+}
+
 TEST_F(JALoginWindowTest, handsOnWhatStandsInTheFieldUnchanged)
 {
     const QString set = u' ' + address + u' ';

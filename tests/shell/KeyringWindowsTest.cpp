@@ -146,6 +146,25 @@ TEST_P(KeyringWindowsTest, sayThatALockedKeyringGoesOnHoldingTheLogin)
     EXPECT_EQ(errorText(), u"Your login is still in the desktop’s keyring. Is that running and unlocked?"_s);
 }
 
+TEST_P(KeyringWindowsTest, tellTheDelegateThatALogoutHasNotWorked)
+{
+    struct Delegate : JAControllerDelegate
+    {
+        void jaValidSession() override {}
+        void jaInvalidSession() override {}
+        void jaControlleLogoutCompletion(bool success, const std::optional<tljira::Error>&) override { told = success; }
+        std::optional<bool> told;
+    };
+    const auto delegate = std::make_shared<Delegate>();
+    startKeyring();
+    logInHere();
+    ASSERT_TRUE(keyring.lock());
+    client->setDelegate(delegate);
+    pressLogOut();
+    ASSERT_TRUE(waitUntil([&] { return delegate->told.has_value(); }));
+    EXPECT_FALSE(*delegate->told);
+}
+
 TEST_P(KeyringWindowsTest, removeTheLoginFromTheKeyring)
 {
     startKeyring();

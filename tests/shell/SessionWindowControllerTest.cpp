@@ -2,6 +2,7 @@
 #include "platform/toolkit/views/View.h"
 #include "platform/toolkit/windows/Application.h"
 #include "platform/toolkit/windows/Decorations.h"
+#include "tests/kit/GermanUser.h"
 #include "tests/shell/TLJiraUploadTest.h"
 
 #include <QTimer>
@@ -256,6 +257,18 @@ TEST_F(SessionCheckTest, saysOnWhichServerItLooks)
     EXPECT_EQ(label->text(), QStringLiteral("Looking for your session on jira.example.test…"));
     EXPECT_TRUE(ui::isOnScreen(spinner));
     EXPECT_TRUE(spinner->isAnimating());
+    server.release();
+}
+
+class GermanSessionCheckTest : GermanUser, public SessionCheckTest
+{
+};
+
+TEST_F(GermanSessionCheckTest, saysOnWhichServerItLooks)
+{
+    openWithoutAnAnswer();
+    EXPECT_EQ(part<QLabel>("connectingLabel")->text(),
+              QStringLiteral("Ihre Sitzung auf jira.example.test wird gesucht\u00a0…"));
     server.release();
 }
 

@@ -1,5 +1,6 @@
 // What the login form says of a host's choices.
 
+#include "platform/toolkit/nib/ViewClasses.h"
 #include "platform/toolkit/views/View.h"
 #include "records/TLJiraOptions.h"
 #include "shell/JALoginWindow.h"
@@ -55,6 +56,17 @@ TEST_F(SignInFormTest, wantsATokenAndSaysWhereItsUserMakesOne)
     ASSERT_TRUE(ui::isShown(label("tokenHelp")));
     EXPECT_TRUE(label("tokenHelp")->text().contains(QStringLiteral("id.atlassian.com")));
     EXPECT_EQ(form->passwordTextField()->accessibleDescription(), label("tokenHelp")->text());
+}
+
+TEST_F(SignInFormTest, doesWithoutAPlaceForTheToken)
+{
+    tljira::observeLoadedViews([](QWidget* view) {
+        if (view->objectName() == QStringLiteral("passwordTextField"))
+            view->setObjectName(QStringLiteral("anotherField"));
+    });
+    open({.signIn = TLJiraOptions::SignIn::Token});
+    EXPECT_EQ(form->passwordTextField(), nullptr);
+    EXPECT_TRUE(ui::isShown(label("tokenHelp")));
 }
 
 TEST_F(SignInFormTest, tellsOfATokenThatIsNoneWithoutAskingTheServer)

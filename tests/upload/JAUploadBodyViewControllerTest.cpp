@@ -6,6 +6,7 @@
 #include "platform/toolkit/views/View.h"
 #include "platform/toolkit/windows/Alert.h"
 #include "platform/toolkit/windows/OpenPanel.h"
+#include "tests/kit/GermanUser.h"
 #include "tests/kit/HeldGlobalQueue.h"
 #include "tests/upload/UploadTest.h"
 
@@ -282,6 +283,50 @@ TEST_F(DocumentStateTest, isGoneAfterAFailureInThePlaceOfItsName)
     EXPECT_EQ(panel->pathLabel()->text(), LoneDocument::name());
     EXPECT_EQ(panel->cancelButton()->text(), QStringLiteral("Close"));
     EXPECT_TRUE(panel->uploadFileButton()->isEnabled());
+}
+
+class GermanUploadTest : tests::GermanUser, public DocumentStateTest
+{
+protected:
+    QString sheetText(const char* name) const
+    {
+        return tljira::text(QPointer(tljira::findView<QLabel>(sheet()->window()->widget(), name)));
+    }
+};
+
+TEST_F(GermanUploadTest, isToldInTheUsersLanguage)
+{
+    server.misbehave(standin::Match::on("POST", "*/attachments"),
+                     standin::Fault().hold(standin::Point::responseHead(0)));
+    upload();
+    waitForHeldExchange();
+    EXPECT_EQ(sheetText("uploadingTitle"), QStringLiteral("Wird hochgeladen"));
+    EXPECT_EQ(sheetText("documentLabel"), LoneDocument::name() + QStringLiteral(" an ABC-1"));
+    EXPECT_TRUE(waitUntil([&] { return sheetText("rateLabel") == QStringLiteral("Warten auf den Server\u00a0…"); }))
+        << sheetText("rateLabel").toStdString();
+    EXPECT_EQ(sheet()->cancelButton()->text(), QStringLiteral("Abbrechen"));
+    server.release();
+    ASSERT_TRUE(waitUntil([this] { return isDone(); }));
+    EXPECT_EQ(sheetText("uploadingTitle"), QStringLiteral("Hochgeladen"));
+    EXPECT_EQ(sheetText("doneLabel"), QStringLiteral("An ABC-1 angehängt"));
+    EXPECT_EQ(sheet()->cancelButton()->text(), QStringLiteral("Schließen"));
+    ui::click(sheet()->cancelButton());
+    EXPECT_EQ(textOf("attachedLabel"), QStringLiteral("An ABC-1 angehängt"));
+    EXPECT_EQ(panel->cancelButton()->text(), QStringLiteral("Schließen"));
+}
+
+TEST_F(GermanUploadTest, thatFailsIsToldInTheUsersLanguage)
+{
+    upload(QStringLiteral("NO-1"));
+    ASSERT_TRUE(waitUntil([this] { return hasFailed(); }));
+    EXPECT_TRUE(sheetText("serverSentence").startsWith(QStringLiteral("jira.example.test meldet: „")))
+        << sheetText("serverSentence").toStdString();
+    EXPECT_EQ(sheetText("advice"),
+              QStringLiteral("Hängen Sie das Dokument erneut an, und prüfen Sie den Vorgangsschlüssel."));
+    ui::click(sheet()->cancelButton());
+    ASSERT_TRUE(waitUntil([this] { return isOnScreen("goneLine"); }));
+    EXPECT_EQ(textOf("goneLabel"), QStringLiteral("Das Dokument ist nicht mehr da. Schließen Sie dieses Fenster und "
+                                                  "hängen Sie das Dokument erneut an."));
 }
 
 TEST_F(DocumentStateTest, isThereAgainWithAnotherDocument)
