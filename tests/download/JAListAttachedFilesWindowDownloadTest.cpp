@@ -518,6 +518,18 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, noKeyThatBeganADownloadTouchesItAg
     EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
 }
 
+TEST_F(JAListAttachedFilesWindowDownloadTest, spaceClosesTheSheetAtTheEnd)
+{
+    showFile("plan.tessaloom", "the plan");
+    press();
+    waitForEnd();
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    tests::drainMainQueue();
+    EXPECT_THAT(returnCodes, ElementsAre(0));
+    EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
+}
+
 TEST_F(JAListAttachedFilesWindowDownloadTest, returnDownloadsTheSelectedRow)
 {
     const auto first = attach({.fileName = "first.txt", .bytes = "first"});

@@ -157,6 +157,26 @@ TEST_F(TwoUploadsTest, anUploadThatIsStillGoingEndsBeforeTheNextBegins)
     EXPECT_TRUE(isFolderGone());
 }
 
+TEST_F(TwoUploadsTest, theSheetIsThatOfTheNextOneOnceTheFirstHasEnded)
+{
+    startHeldUpload();
+    window->close();
+    window->makeKeyAndOrderFront();
+    uploadAnother();
+    HeldGlobalQueue slowDisk;
+    server.behave();
+    server.release();
+    ASSERT_TRUE(waitUntil([this] { return server.attachments("ABC-1").size() == 1; }));
+    const auto isFirstShown = [this] { return sheet()->sizeLabel()->text().endsWith(QStringLiteral(" mb")); };
+    ASSERT_TRUE(waitUntil([&] { return !isFirstShown(); }));
+
+    EXPECT_EQ(sheet()->sizeLabel()->text(), QStringLiteral("size is calculated"));
+    EXPECT_EQ(sheet()->cancelButton()->text(), QStringLiteral("Cancel"));
+    slowDisk.letGo();
+    ASSERT_TRUE(waitUntil([this] { return server.attachments("ABC-1").size() == 2; }));
+    expectAnotherArrived();
+}
+
 TEST_F(TwoUploadsTest, anEndThatIsReportedTwiceTakesNothingFromTheNext)
 {
     server.misbehave(standin::Match::on("POST", "*/attachments").once(),
