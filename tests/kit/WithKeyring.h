@@ -5,7 +5,7 @@
 
 namespace tests {
 
-/// The same with a desktop that has a keyring, there until all else of the test has gone.
+/// The same on a desktop of its own, there until all else of the test has gone. The test starts its keyring.
 class WithKeyring : public WithKeyringOption
 {
 protected:
