@@ -121,6 +121,19 @@ Row memoryRow(const Bench& bench, const std::string& what, Command (*command)(co
             atSize - atSmall <= memoryAllowance};
 }
 
+/// What is left of the time of a small file.
+Row startRow(const Bench& bench)
+{
+    const Comparison comparison =
+        compareProcesses(transferRuns * bench.runs, {TLJIRA_PATH, "--version"}, {"curl", "--version"});
+    return {"the start of the process: --version (curl --version)",
+            seconds(comparison.ours),
+            seconds(comparison.peer),
+            times(comparison.ratio),
+            "stated",
+            true};
+}
+
 std::string named(const char* what, long long size)
 {
     return std::string(what) + " of " + mebibytes(static_cast<double>(size));
@@ -140,6 +153,7 @@ std::vector<Row> transferCases(const Bench& bench)
         rows.push_back(memoryRow(bench, named("upload", size), ourUpload, size));
         rows.push_back(memoryRow(bench, named("download", size), ourDownload, size));
     }
+    rows.push_back(startRow(bench));
     return rows;
 }
 
