@@ -129,7 +129,7 @@ void LoginCommand::save(const Completion& completion)
 void LoginCommand::takeBackFromKeyring(const Outcome& failure, const Completion& completion)
 {
     if (records::usesKeyring())
-        client::setKeyringEntry(m_former, [failure, completion](const auto&) { completion(failure); });
+        client::takeBackLogin(m_former, [failure, completion](const auto&) { completion(failure); });
     else
         completion(failure);
 }

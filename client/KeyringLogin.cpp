@@ -15,6 +15,13 @@ using tljira::Keyring;
 
 unsigned logins = 0;
 
+/// The entry of the last login that the keyring took.
+QString& lastKept()
+{
+    static auto& text = *new QString;
+    return text;
+}
+
 /// What an earlier version of the program left in files is of no more use.
 void forgetCookiesOnDisk()
 {
@@ -63,8 +70,10 @@ void keepLogin(const QJsonObject& secrets, const std::optional<QString>& address
     const records::KeyringEntry entry{address.value_or(QString()), secrets};
     ++logins;
     Keyring::write(entry.text(), [entry, address, done](const auto& error) {
-        if (!error)
+        if (!error) {
+            lastKept() = entry.text();
             takeUp(entry, address);
+        }
         done(error);
     });
 }
@@ -84,6 +93,16 @@ void removeLogin(const KeyringDone& done)
         if (!error && before == logins)
             records::savedLogin().removeObjectForKey(records::savedInKeyringKey);
         done(error);
+    });
+}
+
+void takeBackLogin(const std::optional<records::KeyringEntry>& former, const KeyringDone& done)
+{
+    Keyring::read([former, done](const auto& text, const auto& error) {
+        if (text == lastKept())
+            setKeyringEntry(former, done);
+        else
+            done(error);
     });
 }
 

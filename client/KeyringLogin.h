@@ -36,8 +36,11 @@ unsigned loginCount();
 /// Removes the login from the keyring. What is in memory stays.
 void removeLogin(const KeyringDone& done);
 
-/// What the keyring is to hold instead, and nothing else: for a login that is taken back, or one that goes to the
-/// settings. Nothing removes it.
+/// Puts an earlier entry, or nothing, in the place of the login that this process kept last. Where another process has
+/// kept one meanwhile, that stays.
+TL_EXPORT void takeBackLogin(const std::optional<records::KeyringEntry>& former, const KeyringDone& done);
+
+/// What the keyring is to hold instead, whatever it holds: for a login that goes to the settings. Nothing removes it.
 TL_EXPORT void setKeyringEntry(const std::optional<records::KeyringEntry>& entry, const KeyringDone& done);
 
 /// The cookies of all requests: of the process alone where no file is to have a secret.

@@ -197,6 +197,26 @@ TEST_P(KeyringCommandTest, keepsTheFormerLoginWhenTheDiskRefusesAnother)
     EXPECT_EQ(runAndKeep(words("whoami")).status, 0);
 }
 
+TEST_P(KeyringCommandTest, leavesTheLoginThatAnotherHasKeptWhenItTakesItsOwnBack)
+{
+    startKeyring();
+    ASSERT_EQ(run(login(), input()), Result({0, {}, {}}));
+    tljira::os::FileLock others;
+    ASSERT_FALSE(others.lockExisting((settingsPath() + u".lock"_s).toStdString()));
+    const auto tool = start(login("http://other.example.test/") << u"--keyring"_s);
+    tool->sendInput(input());
+    ASSERT_TRUE(tests::waitUntil([] { return DesktopKeyring::textOf(application).contains("other.example.test"); }));
+    // The keyring is that of the desktop, whatever home the settings have.
+    environment.insert(u"XDG_CONFIG_HOME"_s, path(u"another home"_s));
+    ASSERT_EQ(run(loginToKeyring(), input()), Result({0, {}, {}}));
+    const QByteArray entry = DesktopKeyring::textOf(application);
+    EXPECT_TRUE(entry.contains("jira.example.test"));
+
+    EXPECT_EQ(tool->status(), 1);
+    EXPECT_EQ(tool->error(), "Server and session could not be saved: another process keeps it locked.\n");
+    EXPECT_EQ(DesktopKeyring::textOf(application), entry);
+}
+
 TEST_P(KeyringCommandTest, leavesNoneInTheKeyringThatTheDiskDoesNotKnowOf)
 {
     startKeyring();

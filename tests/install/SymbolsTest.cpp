@@ -107,7 +107,7 @@ const QStringList internalNames =
         "lastPathComponent "
         "moveItemAtPath notTheDocument pathExtension readLogin "
         "removeItemAtPath removeLeftovers savedLogin savedToken secretsInMemory serverSentence setKeyringEntry "
-        "temporaryDirectory usesKeyring withoutTokens writeError writeLog")
+        "takeBackLogin temporaryDirectory usesKeyring withoutTokens writeError writeLog")
         .split(u' ');
 
 TEST(Symbols, areThoseOfThePublicHeaders)
