@@ -68,17 +68,8 @@ void JAHeadViewController::setActualView(QWidget* view)
 {
     tljira::setHidden(okSessionView(), true);
     tljira::setHidden(view, false);
-    // The panel covers them; nobody is to come upon them with the keyboard or a screen reader.
+    // The panel covers it; nobody is to come upon its button with the keyboard or a screen reader.
     tljira::setHidden(tljira::findView<QWidget>(this->view(), "waitingView"), view && view == okSessionView());
-    for (QPushButton* button : buttonsBelowPanel())
-        tljira::setHidden(button, view && view == okSessionView());
-}
-
-QList<QPushButton*> JAHeadViewController::buttonsBelowPanel()
-{
-    QList<QPushButton*> buttons = view() ? view()->findChildren<QPushButton*>() : QList<QPushButton*>();
-    buttons.removeIf([this](const QPushButton* button) { return okSessionView()->isAncestorOf(button); });
-    return buttons;
 }
 
 void JAHeadViewController::setOkSessionView()

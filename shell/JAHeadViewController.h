@@ -9,7 +9,6 @@
 
 #include <QByteArray>
 #include <QLabel>
-#include <QList>
 #include <QPushButton>
 #include <QString>
 #include <QWidget>
@@ -42,7 +41,7 @@ public:
     /// The form of the login sheet; null until the view is loaded.
     std::shared_ptr<JALoginWindow> jaLoginWindow() const { return m_jaLoginWindow; }
 
-    /// Hides `okSessionView`, then shows `view`. The buttons that `okSessionView` covers are hidden while it is shown.
+    /// Hides `okSessionView`, then shows `view`. What `okSessionView` covers is hidden while it is shown.
     void setActualView(QWidget* view);
 
     /// Shows the panel and asks the server whose session it is; without a session it does nothing. Where the server
@@ -72,7 +71,6 @@ private:
     void showServer();
     void showPlaceholder();
     void showAvatar(const QByteArray& bytes, quint64 number);
-    QList<QPushButton*> buttonsBelowPanel();
     void endSheetAtCancel();
 
     std::shared_ptr<JALoginWindow> m_jaLoginWindow;
