@@ -407,6 +407,11 @@ TEST_F(JAUploadingWindowTest, repeatsWhatTheServerSaysBelowTheMessage)
     EXPECT_EQ(part<QLabel>("serverSentence")->textFormat(), Qt::PlainText);
     EXPECT_TRUE(isOnScreen("errorIcon"));
 
+    // A logout has forgotten the address meanwhile.
+    client->setHost(std::nullopt);
+    sheet->setErrorState(error);
+    EXPECT_EQ(textOf("serverSentence"), QStringLiteral("The server says: “Issue Does Not Exist”"));
+
     sheet->setErrorState(refused);
     EXPECT_FALSE(isOnScreen("serverSentence"));
 }
