@@ -309,6 +309,14 @@ TEST_F(JAUploadingWindowTest, measuresEachUploadAnew)
     tljira::TransferRate::setUsualClock({});
 }
 
+TEST_F(JAUploadingWindowTest, cutsOffWhatIsNoWholePercent)
+{
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(99, QString());
+    sheet->setSent(999, 1000);
+    EXPECT_TRUE(textOf("rateLabel").startsWith(QStringLiteral("99 %"))) << textOf("rateLabel").toStdString();
+}
+
 /// The sheet renews what it says by itself while nothing comes.
 TEST_F(JAUploadingWindowTest, countsNothingOfTheUploadBeforeWhileTheNextOneHasNotBegun)
 {
