@@ -263,6 +263,20 @@ TEST_F(UserTaskTest, failsWhereAPageComesInPlaceOfAUser)
     EXPECT_EQ(ends[0].error->localizedDescription(), QStringLiteral("The server’s answer names no user."));
 }
 
+TEST_F(UserTaskTest, takesAnyOfTheNamesForAUser)
+{
+    signInAndWait();
+    for (const char* name : {"name", "key", "displayName"}) {
+        user = nullptr;
+        server.misbehave(Match::next(),
+                         Fault().status(200, std::string("{\"") + name + "\": \"anna\"}", "application/json"));
+        ask();
+        ASSERT_TRUE(waitForEnds(ends.size() + 1));
+        EXPECT_EQ(ends.back().outcome, Outcome::Done) << name;
+        EXPECT_NE(user, nullptr) << name;
+    }
+}
+
 TEST_F(UserTaskTest, isCancelledWhileTheServerThinks)
 {
     signInAndWait();
