@@ -186,7 +186,7 @@ TEST_F(JALoginWindowTest, takesUpNoBlanksAroundAnAddress)
 TEST_F(JALoginWindowTest, takesBackWhatWasTypedInAnAddress)
 {
     QLineEdit* field = form->hostTextField();
-    field->setFocus();
+    QTest::mouseClick(field, Qt::LeftButton);
     QTest::keyClicks(field, QStringLiteral("http://jura"));
     QTest::keySequence(field, QKeySequence::Undo);
     EXPECT_EQ(field->text(), QString());
