@@ -11,7 +11,8 @@ include(GNUInstallDirs)
 set(TL_INSTALL_HEADERDIR "${CMAKE_INSTALL_INCLUDEDIR}/TLJiraController")
 set(TL_INSTALL_INTERFACEDIR "${CMAKE_INSTALL_DATADIR}/TLJiraController/interface")
 # Qt looks for plug-ins of others below its own folder of plug-ins.
-set(TL_INSTALL_PLUGINDIR "${CMAKE_INSTALL_LIBDIR}/qt6/plugins/tljiracontroller")
+set(TL_PLUGIN_FOLDER "qt6/plugins/tljiracontroller")
+set(TL_INSTALL_PLUGINDIR "${CMAKE_INSTALL_LIBDIR}/${TL_PLUGIN_FOLDER}")
 set(TL_INSTALL_DOCDIR "${CMAKE_INSTALL_DATADIR}/doc/libtljiracontroller-dev")
 set(TL_INSTALL_PACKAGEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/TLJiraController")
 

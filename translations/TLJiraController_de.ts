@@ -501,6 +501,10 @@ Anderes Jira: aus Ihrem Profil dort, ohne Benutzernamen</translation>
         <source>Your login is still in the desktop’s keyring. Is that running and unlocked?</source>
         <translation>Ihre Anmeldung ist noch im Schlüsselbund des Desktops. Läuft er, und ist er entsperrt?</translation>
     </message>
+    <message>
+        <source>The part of this program that reaches the desktop’s keyring is missing or cannot be loaded.</source>
+        <translation>Der Teil dieses Programms, der den Schlüsselbund des Desktops erreicht, fehlt oder ist nicht zu laden.</translation>
+    </message>
 </context>
 <context>
     <name>TLJiraJobs</name>

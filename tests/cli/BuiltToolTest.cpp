@@ -31,6 +31,15 @@ TEST(BuiltTool, needsNoWindowSystemAndNoOtherNetworkLibrary)
         EXPECT_THAT(libraries.output, Not(HasSubstr(unwanted)));
 }
 
+TEST(BuiltTool, startsWithoutTheLibrariesOfTheKeyring)
+{
+    if (QStandardPaths::findExecutable(u"ldd"_s).isEmpty())
+        GTEST_SKIP() << "there is no ldd";
+    const auto libraries = tests::runProgram(u"ldd"_s, {tests::toolPath()});
+    for (const char* unwanted : {"keychain", "libQt6DBus", "libdbus"})
+        EXPECT_THAT(libraries.output, Not(HasSubstr(unwanted)));
+}
+
 TEST(BuiltTool, hasAManPageWithoutMistakes)
 {
     const QString page = QStringLiteral(MAN_PAGE);

@@ -117,6 +117,26 @@ TEST(InstalledTree, hasAToolThatRunsWithTheLibraryBesideIt)
     EXPECT_THAT(own.output, Not(HasSubstr("tljira::URLSession::")));
 }
 
+#ifdef WITH_KEYRING
+TEST(InstalledTree, hasAToolThatLoadsTheKeyringFromBelowTheLibrary)
+{
+    const QTemporaryDir home;
+    const QString folder = home.filePath(QStringLiteral("tljira"));
+    ASSERT_TRUE(QDir().mkpath(folder));
+    QFile settings(folder + QStringLiteral("/userdefaults.json"));
+    ASSERT_TRUE(settings.open(QFile::WriteOnly));
+    settings.write(R"({"jiraUrl":"http://jira.example.test/","signInKeyring":"session"})");
+    settings.close();
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.path());
+    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=/nowhere"));
+
+    const auto asked = runProgram(prefix + QStringLiteral("/bin/tljira"), {QStringLiteral("session")}, environment);
+    EXPECT_EQ(asked.status, 1);
+    EXPECT_THAT(asked.error, HasSubstr("The desktop’s keyring cannot be reached. Is one running?"));
+}
+#endif
+
 TEST(InstalledTree, tellsPkgConfigWhatIsNeeded)
 {
     EXPECT_EQ(packageSays({QStringLiteral("--modversion"), QStringLiteral("TLJiraControllerClient")}), "1.0.0");

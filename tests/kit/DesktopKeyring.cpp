@@ -2,6 +2,7 @@
 
 #include "tests/kit/WaitUntil.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -74,6 +75,7 @@ QByteArray outputOf(const char* name, const QStringList& arguments)
 
 DesktopKeyring::DesktopKeyring()
 {
+    QCoreApplication::addLibraryPath(QStringLiteral(QT_PLUGINS));
     QFile file(m_folder.filePath(QStringLiteral("bus.conf")));
     const QByteArray text = QString::fromLatin1(configuration).arg(m_folder.path()).toUtf8();
     if (!file.open(QFile::WriteOnly) || file.write(text) != text.size() || !file.flush() || !startBus())

@@ -77,7 +77,9 @@ TEST_F(TranslationTest, hasExactlyTheTextsOfTheInterfaceFilesAndThoseSetInCode)
                              "The desktop’s keyring cannot be reached. Is one running?",
                              "The desktop’s keyring is locked. Unlock it and try again.",
                              "The desktop’s keyring is locked, or your login is no longer in it.",
-                             "Your login is still in the desktop’s keyring. Is that running and unlocked?"})
+                             "Your login is still in the desktop’s keyring. Is that running and unlocked?",
+                             "The part of this program that reaches the desktop’s keyring is missing or cannot be "
+                             "loaded."})
         needed.insert({QStringLiteral("Keyring"), QString::fromUtf8(text)});
     for (const FormProperty& property : shippedTexts()) {
         if (property.isTranslatable)

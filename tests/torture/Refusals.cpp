@@ -138,10 +138,7 @@ std::vector<Case> casesOf(const Extent& extent, Worker& worker, bool hasOtherVol
                 streams.push_back({kind, refusal, sample(reference.calls.at(index), extent.every)});
         }
     }
-    std::vector<Case> cases = interleaved(streams);
-    if (extent.mostRuns > 0 && cases.size() > static_cast<std::size_t>(extent.mostRuns))
-        cases.resize(static_cast<std::size_t>(extent.mostRuns));
-    return cases;
+    return interleaved(streams);
 }
 
 QString textOf(const Case& what)
@@ -261,7 +258,9 @@ Tally torment(const Extent& extent, const QString& otherVolume)
         Worker first(otherVolume.isEmpty() ? QString() : otherVolume + QStringLiteral("/0"));
         cases = casesOf(extent, first, !otherVolume.isEmpty());
     }
-    std::printf("%zu runs\n", cases.size());
+    const std::size_t most = extent.mostRuns > 0 ? static_cast<std::size_t>(extent.mostRuns) : cases.size();
+    const std::size_t count = std::min(most, cases.size());
+    std::printf("%zu runs of %zu\n", count, cases.size());
     std::fflush(stdout);
 
     QElapsedTimer time;
@@ -275,7 +274,7 @@ Tally torment(const Extent& extent, const QString& otherVolume)
             {
                 const QMutexLocker lock(&mutex);
                 const bool isOver = extent.longest.count() > 0 && time.elapsed() > 1000 * extent.longest.count();
-                if (nextCase == cases.size() || isOver)
+                if (nextCase == count || isOver)
                     return;
                 what = cases[nextCase++];
             }
@@ -296,6 +295,8 @@ Tally torment(const Extent& extent, const QString& otherVolume)
     }
     for (const auto& thread : threads)
         thread->wait();
+    std::for_each(cases.begin() + static_cast<std::ptrdiff_t>(nextCase), cases.end(),
+                  [&tally](const Case& what) { tally.leaveOut(what); });
     return tally;
 }
 

@@ -3,6 +3,7 @@
 #include "tests/torture/Verdict.h"
 
 #include <map>
+#include <set>
 
 namespace torture {
 
@@ -32,7 +33,11 @@ class Tally
 {
 public:
     void add(const Case& what, const Verdict& verdict);
+    /// A call for which there was no time.
+    void leaveOut(const Case& what) { m_sampled.insert(what.refusal.function); }
 
+    /// Of what not every call was refused.
+    const std::set<Function>& sampled() const { return m_sampled; }
     Counts counts(Errand::Kind errand, Function function) const;
     Counts total() const;
     int runs() const;
@@ -46,6 +51,7 @@ private:
     std::map<std::pair<Errand::Kind, Function>, Counts> m_counts;
     std::map<QString, std::pair<int, QString>> m_forbidden;
     std::map<QString, int> m_lines;
+    std::set<Function> m_sampled;
 };
 
 struct Extent

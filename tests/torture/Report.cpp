@@ -24,14 +24,16 @@ QString cell(const Counts& counts)
     return of(End::Right) + of(End::Told) + of(End::Aborted) + forbidden == 0 ? QStringLiteral("–") : text;
 }
 
-QString sampleOf(const Extent& extent)
+QString sampleOf(const Extent& extent, const std::set<Function>& sampled)
 {
-    if (extent.longest.count() > 0)
-        return QStringLiteral("an even sample of the calls, as large as fits into %1 seconds,")
-            .arg(extent.longest.count());
-    if (extent.mostRuns > 0)
-        return QStringLiteral("an even sample of the calls");
-    return extent.every > 1 ? QStringLiteral("one call of %1").arg(extent.every) : QStringLiteral("every call");
+    const QString calls =
+        extent.every > 1 ? QStringLiteral("one call of %1").arg(extent.every) : QStringLiteral("every call");
+    if (sampled.empty())
+        return calls;
+    QStringList names;
+    for (const Function function : sampled)
+        names.append(QString::fromUtf8(functionNames[static_cast<std::size_t>(function)].data()));
+    return calls + QStringLiteral(", but of %1 an even sample,").arg(names.join(QStringLiteral(", ")));
 }
 
 } // namespace
@@ -63,7 +65,7 @@ QString Report::text() const
 {
     const Counts total = m_tally.total();
     const auto of = [&total](End end) { return total[static_cast<std::size_t>(end)]; };
-    const QString howMany = sampleOf(m_extent);
+    const QString howMany = sampleOf(m_extent, m_tally.sampled());
     return QStringLiteral("Measured on %1, %2 refused: %3 runs, of which %4 did what they were to do, %5 failed with "
                           "one line that "
                           "says why, %6 ended for want of memory, and %7 did anything else.\n\n")

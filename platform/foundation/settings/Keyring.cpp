@@ -29,6 +29,9 @@ const char* textOf(Keyring::Problem problem)
     case Keyring::Problem::NotRemoved:
         return QT_TRANSLATE_NOOP("Keyring",
                                  "Your login is still in the desktop’s keyring. Is that running and unlocked?");
+    case Keyring::Problem::NotLoaded:
+        return QT_TRANSLATE_NOOP("Keyring", "The part of this program that reaches the desktop’s keyring is missing "
+                                            "or cannot be loaded.");
     }
     return "";
 }

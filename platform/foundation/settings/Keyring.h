@@ -25,7 +25,8 @@ public:
         Unreachable = -3,
         Locked = -4,
         NotFound = -5, ///< there is none, or the keyring is locked: it does not tell one from the other
-        NotRemoved = -6
+        NotRemoved = -6,
+        NotLoaded = -7 ///< the file with the library is missing, or cannot be used
     };
 
     using Read = std::function<void(const std::optional<QString>& text, const std::optional<Error>& error)>;
