@@ -7,8 +7,8 @@
 
 namespace tljira {
 
-/// What Keyring asks of the library behind it. The library brings nine others along, D-Bus among them, so all that
-/// knows it stands in a file of its own, which is loaded when a keyring is asked for. Main thread only.
+/// What Keyring asks of QtKeychain. That library brings eight others along, D-Bus among them, so all that knows it
+/// stands in a file of its own, which is loaded when a keyring is asked for. Main thread only.
 class KeyringService
 {
 public:
