@@ -98,11 +98,18 @@ Board* board()
 
 } // namespace torture
 
-/// For a program that says itself when it begins with what matters.
+///@{
+/// For a program that says itself where what matters begins and ends.
 extern "C" [[gnu::visibility("default")]] void beginTorture()
 {
     torture::theBoard = torture::findBoard();
 }
+
+extern "C" [[gnu::visibility("default")]] void endTorture()
+{
+    torture::theBoard = nullptr;
+}
+///@}
 
 /// The C library's way into main(): so nothing is counted that the dynamic loader and the start-up of libraries do.
 STAND_IN(int, __libc_start_main, torture::Main entry, int count, char** arguments, void (*start)(), void (*end)(),
