@@ -353,4 +353,44 @@ TEST_P(KeyringLoginTest, takesWhatIsInFilesAwayFromThem)
     EXPECT_THAT(tests::filesWith({"left-by-an-older-version", "left-as-well"}), IsEmpty());
 }
 
+TEST_P(KeyringLoginTest, givesWayToOneThatIsSavedInAFile)
+{
+    startKeyring();
+    logIn();
+    TLJiraOptions inFiles = TLJiraOptions::inUse();
+    inFiles.secrets = TLJiraOptions::Secrets::Settings;
+    TLJiraOptions::use(inFiles);
+    logIn();
+    EXPECT_FALSE(onDisk().contains(u"signInKeyring"_s));
+    EXPECT_FALSE(client::isLoginInKeyring());
+    ASSERT_TRUE(keyring.lock());
+    check();
+    EXPECT_THAT(events, ElementsAre("valid", "session, no error")) << text().toStdString();
+}
+
+/// Where the server opens sessions, and the keyring keeps those.
+class KeyringSessionTest : public KeyringLoginTest
+{
+};
+
+INSTANTIATE_TEST_SUITE_P(By, KeyringSessionTest, testing::Values(tests::signInWays().front()),
+                         testing::PrintToStringParamName());
+
+TEST_P(KeyringSessionTest, staysAsItWasAfterAnAnswerThatOpensNone)
+{
+    startKeyring();
+    logIn();
+    const QByteArray secret = DesktopKeyring::secretOf(application);
+    const QJsonObject inMemory = records::secretsInMemory();
+    server.misbehave(Match::next(), Fault().status(200, "{}", "application/json"));
+    tryToLogIn();
+    ASSERT_TRUE(waitForEvents(2));
+    // Behind whatever the login may have asked of the keyring.
+    check();
+    EXPECT_THAT(events, ElementsAre("valid", "session, no error")) << text().toStdString();
+    EXPECT_EQ(DesktopKeyring::secretOf(application), secret);
+    EXPECT_EQ(records::secretsInMemory(), inMemory);
+    EXPECT_EQ(onDisk(), withLogin());
+}
+
 } // namespace

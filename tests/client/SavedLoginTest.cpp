@@ -107,6 +107,22 @@ TEST_F(SavedLoginTest, ofAServerThatAnsweredAfterAnotherWasTypedIsNotSavedWithTh
     EXPECT_EQ(onDisk(), (QJsonObject{{QStringLiteral("jiraUrl"), elsewhere}}));
 }
 
+TEST_F(SavedLoginTest, isNotGivenToAServerThatOpensHalfASession)
+{
+    for (const char* half : {R"({"session":{"name":"JSESSIONID"}})", R"({"session":{"value":"ABCDEF"}})"}) {
+        logInAt(here);
+        const QString ofHere = savedValue();
+        client->setHost(elsewhere);
+        server.misbehave(Match::next(), Fault().status(200, half, "application/json"));
+        events.clear();
+        client->login(QStringLiteral("anna"), QStringLiteral("secret"), loginCallBack());
+        ASSERT_TRUE(waitForEvents(2));
+        EXPECT_EQ(onDisk(), (QJsonObject{{QStringLiteral("jiraUrl"), elsewhere}})) << half;
+        client->setHost(here);
+        EXPECT_EQ(onDisk(), login(here, ofHere)) << half;
+    }
+}
+
 TEST_F(SavedLoginTest, staysWithoutItsAddressAfterALogout)
 {
     logInAt(here);
