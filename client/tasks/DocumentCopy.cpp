@@ -34,7 +34,7 @@ protected:
             const qint64 part = QFile::writeData(data + written, length - written);
             if (part <= 0) {
                 m_hasFailed = true;
-                return written > 0 ? written : -1;
+                return -1;
             }
             written += part;
         }

@@ -123,6 +123,19 @@ TEST_F(SignInTaskTest, failsWhereAPageComesInPlaceOfASession)
     EXPECT_EQ(savedServer(), std::nullopt);
 }
 
+TEST_F(SignInTaskTest, failsWhereTheServerOpensHalfASession)
+{
+    for (const char* half : {R"({"session":{"name":"JSESSIONID"}})", R"({"session":{"value":"ABCDEF"}})"}) {
+        ends.clear();
+        server.misbehave(Match::on(sessionPath).once(), Fault().status(200, half, "application/json"));
+        signIn(Jira::address);
+
+        expectFailure();
+        EXPECT_EQ(ends[0].error->localizedDescription(), QStringLiteral("The server’s answer opens no session."));
+        EXPECT_EQ(savedServer(), std::nullopt) << half;
+    }
+}
+
 TEST_F(SignInTaskTest, thatFailsLeavesWhatWasSaved)
 {
     signInAndWait();
