@@ -371,4 +371,18 @@ TEST_F(ListTaskTest, isCancelledWhileTheServerThinks)
     EXPECT_TRUE(waitForNoConnection());
 }
 
+TEST_F(ListTaskTest, hasLetGoOfTheServerWhenItTellsItsEnd)
+{
+    server.misbehave(Match::on("*/issue/*"), Fault().hold(Point::responseHead(0)));
+    std::optional<bool> hasLetGo;
+    // A host may ask its user something here, which runs the event loop.
+    const auto task = TLJiraTask::list(QStringLiteral("ABC-1"),
+                                       [&](const Result&, const auto&) { hasLetGo = waitForNoConnection(); });
+    ASSERT_TRUE(waitForHeld());
+    task->cancel();
+
+    ASSERT_TRUE(waitUntil([&] { return hasLetGo.has_value(); }));
+    EXPECT_TRUE(*hasLetGo);
+}
+
 } // namespace
