@@ -38,7 +38,6 @@ void JAHeadViewController::viewDidLoad()
     ViewController::viewDidLoad();
     tljira::addSubview(view(), okSessionView());
     makeRoomForPanel();
-    showPlaceholder();
     if (findSessionProgressIndicator())
         findSessionProgressIndicator()->startAnimation();
     m_jaLoginWindow = JALoginWindow::init();

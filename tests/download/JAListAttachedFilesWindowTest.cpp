@@ -235,6 +235,13 @@ TEST_F(JAListAttachedFilesWindowTest, printsViewsWithOneMoreDashForEachLevel)
                             QStringLiteral("-+ <QWidget: second>"), QStringLiteral("--+ <QLabel: inner>")));
 }
 
+TEST_F(JAListAttachedFilesWindowTest, logsNothingOfAViewThatIsMissing)
+{
+    log.clear();
+    list->printSubView(nullptr, QStringLiteral("+"));
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
 TEST_F(JAListAttachedFilesWindowTest, cancelDoesNothingWhereItIsNoSheet)
 {
     list->showWindow();

@@ -4,6 +4,7 @@
 #include "platform/foundation/MainQueue.h"
 #include "platform/toolkit/nib/FrameworkBundle.h"
 #include "platform/toolkit/views/ElidedLabel.h"
+#include "platform/toolkit/views/FitContent.h"
 #include "platform/toolkit/views/View.h"
 #include "shell/JALoginWindow.h"
 #include "standin/Avatar.h"
@@ -218,6 +219,8 @@ TEST_F(JAHeadViewControllerTest, saysThatItAsksWhoTheUserIs)
     EXPECT_EQ(label->text(), QStringLiteral("Asking who you are…"));
     EXPECT_TRUE(ui::isOnScreen(spinner));
     EXPECT_TRUE(spinner->isAnimating());
+    EXPECT_TRUE(ui::isOnScreen(tljira::findView<QWidget>(header->view(), "avatarPlaceholder")));
+    EXPECT_FALSE(ui::isOnScreen(header->avatarImage()));
     server.behave();
     server.release();
     ASSERT_TRUE(waitUntil([this] { return !header->nameLabel()->text().isEmpty(); }));
@@ -552,6 +555,28 @@ TEST_F(JAHeadViewControllerTest, keepsNamesLongerThanAddresses)
         EXPECT_EQ(shown(header->displayNameLabel()), header->displayNameLabel()->text()) << points;
         EXPECT_EQ(shown(header->nameLabel()), header->nameLabel()->text()) << points;
     }
+}
+
+TEST_F(JAHeadViewControllerTest, hasRoomForItsPanelInAFontThatChangesBeforeItIsInSight)
+{
+    QFont large = header->view()->font();
+    large.setPointSize(40);
+    header->view()->window()->setFont(large);
+    drainMainQueue();
+
+    EXPECT_FALSE(ui::isShown(header->okSessionView()));
+    EXPECT_GE(header->view()->height(), tljira::neededSize(header->okSessionView()).height());
+}
+
+TEST_F(JAHeadViewControllerTest, hasRoomForItsPanelInAFontThatChangesWhileItIsInSight)
+{
+    fill();
+    QFont large = header->view()->font();
+    large.setPointSize(40);
+    header->view()->window()->setFont(large);
+    drainMainQueue();
+
+    EXPECT_GE(header->view()->height(), tljira::neededSize(header->okSessionView()).height());
 }
 
 } // namespace

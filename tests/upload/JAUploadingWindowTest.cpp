@@ -364,6 +364,21 @@ TEST_F(JAUploadingWindowTest, putsTheRateBelowASizeThatTakesTheLineUntilTheNextU
     EXPECT_FALSE(part<QLabel>("rateLabel")->wordWrap());
 }
 
+TEST_F(JAUploadingWindowTest, growsWhereTheRateBelowTheSizeNeedsMoreRoom)
+{
+    auto* rate = part<QLabel>("rateLabel");
+    QFont large = rate->font();
+    large.setPointSize(80);
+    rate->setFont(large);
+    const int before = sheet->window()->widget()->height();
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(60, QStringLiteral(" 4.8 / 8.00 mb"));
+    sheet->setSent(6, 10);
+
+    EXPECT_TRUE(waitUntil([&] { return sheet->window()->widget()->height() > before; }));
+    EXPECT_TRUE(waitUntil([&] { return rate->height() >= rate->heightForWidth(rate->width()); }));
+}
+
 TEST_F(JAUploadingWindowTest, waitsForTheServerOnceAllIsSent)
 {
     sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
