@@ -368,6 +368,25 @@ TEST_P(KeyringLoginTest, givesWayToOneThatIsSavedInAFile)
     EXPECT_THAT(events, ElementsAre("valid", "session, no error")) << text().toStdString();
 }
 
+TEST_P(KeyringLoginTest, isNotTakenBackWhereAnotherHasTakenItsPlace)
+{
+    startKeyring();
+    logIn();
+    bool isWritten = false;
+    tljira::Keyring::write(u"of another process"_s, [&](const auto&) { isWritten = true; });
+    ASSERT_TRUE(tests::waitUntil([&] { return isWritten; }));
+    bool isTold = false;
+    client::takeBackLogin(std::nullopt, [&](const auto& newError) {
+        EXPECT_EQ(newError, std::nullopt);
+        isTold = true;
+    });
+    ASSERT_TRUE(tests::waitUntil([&] { return isTold; }));
+    std::optional<QString> found;
+    tljira::Keyring::read([&](const auto& newText, const auto&) { found = newText.value_or(QString()); });
+    ASSERT_TRUE(tests::waitUntil([&] { return found.has_value(); }));
+    EXPECT_EQ(*found, u"of another process"_s);
+}
+
 /// Where the server opens sessions, and the keyring keeps those.
 class KeyringSessionTest : public KeyringLoginTest
 {
