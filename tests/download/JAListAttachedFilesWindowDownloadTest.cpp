@@ -575,6 +575,16 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, theSecondClickOfADoubleClickOnARow
     send(QEvent::MouseButtonDblClick);
     send(QEvent::MouseButtonRelease);
     EXPECT_TRUE(returnCodes.empty());
+    // Nor where an earlier press, from which the pointer slipped off, was one in another download.
+    send(QEvent::MouseButtonPress);
+    QMouseEvent slipped(QEvent::MouseButtonRelease, QPoint(-5, -5), button->mapToGlobal(QPoint(-5, -5)), Qt::LeftButton,
+                        Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(button, &slipped);
+    button->hide();
+    button->show();
+    send(QEvent::MouseButtonDblClick);
+    send(QEvent::MouseButtonRelease);
+    EXPECT_TRUE(returnCodes.empty());
     // Whoever clicks twice on Cancel means it.
     tests::ui::click(button);
     EXPECT_THAT(returnCodes, ElementsAre(0));

@@ -4,6 +4,7 @@
 #include "platform/foundation/settings/UserDefaults.h"
 #include "platform/toolkit/nib/ViewClasses.h"
 #include "platform/toolkit/views/MessageLine.h"
+#include "platform/toolkit/views/PaletteColors.h"
 #include "platform/toolkit/views/View.h"
 #include "tests/kit/JiraTest.h"
 
@@ -381,6 +382,7 @@ TEST_F(JALoginWindowTest, keepsItsFieldsWhileALoginIsUnderWay)
         QTest::keyClicks(field, QStringLiteral("x"));
         EXPECT_EQ(field->text(), before) << field->objectName().toStdString();
         EXPECT_EQ(field->palette().color(QPalette::Base), form->view()->palette().color(QPalette::Window));
+        EXPECT_EQ(field->palette().color(QPalette::Text), tljira::quietColor(form->view()->palette()));
     }
     server.release();
     ASSERT_TRUE(waitUntil([this] { return form->loginButton()->isEnabled(); }));
@@ -388,6 +390,7 @@ TEST_F(JALoginWindowTest, keepsItsFieldsWhileALoginIsUnderWay)
     for (QLineEdit* field : {form->hostTextField(), form->emailTextField(), form->passwordTextField()}) {
         EXPECT_FALSE(field->isReadOnly()) << field->objectName().toStdString();
         EXPECT_EQ(field->palette().color(QPalette::Base), form->view()->palette().color(QPalette::Base));
+        EXPECT_EQ(field->palette().color(QPalette::Text), form->view()->palette().color(QPalette::Text));
     }
 }
 

@@ -379,6 +379,21 @@ TEST_F(JAUploadingWindowTest, growsWhereTheRateBelowTheSizeNeedsMoreRoom)
     EXPECT_TRUE(waitUntil([&] { return rate->height() >= rate->heightForWidth(rate->width()); }));
 }
 
+TEST_F(JAUploadingWindowTest, growsWhereTheWordsOfItsSuccessNeedMoreRoom)
+{
+    auto* done = part<QLabel>("doneLabel");
+    QFont large = done->font();
+    large.setPointSize(80);
+    done->setFont(large);
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(60, QString());
+    const int before = sheet->window()->widget()->height();
+    sheet->setSuccessState();
+
+    EXPECT_TRUE(waitUntil([&] { return sheet->window()->widget()->height() > before; }));
+    EXPECT_TRUE(waitUntil([&] { return done->height() >= done->heightForWidth(done->width()); }));
+}
+
 TEST_F(JAUploadingWindowTest, waitsForTheServerOnceAllIsSent)
 {
     sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
