@@ -17,9 +17,11 @@
 #include <QMouseEvent>
 #include <QRegularExpression>
 #include <QScrollArea>
+#include <QTimer>
 #include <QtTest/QTest>
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 namespace {
@@ -32,6 +34,20 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using tests::contentsOf;
 using tests::writeFile;
+
+/// The intervals of the timers that fire again and again, once they have.
+struct RepeatedTimers : QObject
+{
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        const auto* timer = qobject_cast<QTimer*>(object);
+        if (timer && event->type() == QEvent::Timer && !timer->isSingleShot())
+            fired.insert(timer->intervalAsDuration());
+        return false;
+    }
+
+    std::set<std::chrono::milliseconds> fired;
+};
 
 class JAListAttachedFilesWindowDownloadTest : public tests::DownloadTest
 {
@@ -404,6 +420,16 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, everythingHasItsRoomInALargeFont)
     EXPECT_FALSE(label("downloadTitle")->isVisible());
     EXPECT_GE(list->downloadError()->height(), list->downloadError()->heightForWidth(list->downloadError()->width()));
     EXPECT_GE(area->widget()->height(), area->widget()->heightForWidth(area->widget()->width()));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, looksOnceASecondWhileNothingComes)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndHold(Point::responseHead(0));
+    RepeatedTimers timers;
+    qApp->installEventFilter(&timers);
+    ASSERT_TRUE(tests::waitUntil([&] { return !timers.fired.empty(); }));
+    EXPECT_THAT(timers.fired, ElementsAre(1s));
 }
 
 TEST_F(JAListAttachedFilesWindowDownloadTest, showsHowFarItIs)

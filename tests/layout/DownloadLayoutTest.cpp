@@ -4,10 +4,13 @@
 #include "tests/layout/LookTest.h"
 
 #include "platform/foundation/values/Error.h"
+#include "platform/toolkit/nib/InterfaceTexts.h"
 #include "platform/toolkit/views/TransferRate.h"
+#include "platform/toolkit/views/View.h"
 #include "shell/JAHeadViewController.h"
 #include "shell/JMWindowController.h"
 
+#include <QLabel>
 #include <QPushButton>
 
 namespace {
@@ -151,6 +154,25 @@ TEST_P(DownloadLayoutTest, hasRoomForEverythingInThePanelAndTheLists)
 TEST_P(DownloadLayoutTest, hasRoomForEverythingInADownload)
 {
     walkInAllSizes([this] { walkThroughDownloads(); });
+}
+
+TEST_P(DownloadLayoutTest, saysAtOnceThatItWaitsWhereThereIsRoom)
+{
+    walkInAllSizes([this] {
+        openPanel();
+        lookUp(QStringLiteral("ABC-1"));
+        startDownload(Fault().hold(Point::responseHead(0)));
+        const auto* details = tljira::findView<QLabel>(list().view(), "downloadDetails");
+        const QString atOnce = details->text();
+        waitForHeldExchange();
+        drainMainQueue();
+        const QString waiting =
+            tljira::InterfaceTexts::shared().text("JAListAttachedFilesWindow", "Waiting for the server…");
+        const bool hasRoom = details->fontMetrics().horizontalAdvance(waiting) < details->contentsRect().width();
+        EXPECT_EQ(atOnce, hasRoom ? waiting : QString());
+        closeSheet();
+        entry->window()->close();
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(looks, DownloadLayoutTest, testing::ValuesIn(allLooks()),

@@ -111,6 +111,15 @@ TEST_F(JAUploadingWindowTest, showsAnErrorWithItsDescription)
     EXPECT_FALSE(ui::isShown(sheet->successView()));
 }
 
+TEST_F(JAUploadingWindowTest, callsItAnErrorWhateverTheInterfaceFileSays)
+{
+    sheet->errortitle()->setText(QStringLiteral("Something went wrong"));
+
+    sheet->setErrorState(refused);
+
+    EXPECT_EQ(sheet->errortitle()->text(), QStringLiteral("Error"));
+}
+
 TEST_F(JAUploadingWindowTest, showsAnErrorWithoutDescription)
 {
     sheet->setErrorState(tljira::makeError(QStringLiteral("server"), 403, QString()));

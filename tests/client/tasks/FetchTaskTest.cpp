@@ -119,6 +119,18 @@ TEST_F(FetchTaskTest, twoRunSideBySide)
     EXPECT_NE(ends[0].attachmentName, ends[1].attachmentName);
 }
 
+TEST_F(FetchTaskTest, letsGoOfWhatTheHostHandedInOnceItHasEnded)
+{
+    const auto mark = std::make_shared<int>();
+    const auto id = QString::number(store("plan.tessaloom", "wool"));
+    const auto task = TLJiraTask::fetch(
+        QStringLiteral("ABC-1"), id, [this, mark](const Result& result) { ends.push_back(result); },
+        [mark](qint64, qint64) {});
+    ASSERT_TRUE(waitForEnds());
+
+    EXPECT_EQ(mark.use_count(), 1);
+}
+
 TEST_F(FetchTaskTest, whatAKilledProcessLeavesOfItGoesLater)
 {
     fetch(store("plan.tessaloom", "wool"));
