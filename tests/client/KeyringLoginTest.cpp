@@ -16,6 +16,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using standin::Fault;
 using standin::Match;
+using standin::Point;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using tests::DesktopKeyring;
@@ -390,10 +391,49 @@ TEST_P(KeyringLoginTest, isNotTakenBackWhereAnotherHasTakenItsPlace)
 /// Where the server opens sessions, and the keyring keeps those.
 class KeyringSessionTest : public KeyringLoginTest
 {
+protected:
+    /// The answer comes when the server is told to release it.
+    void beginCheckThatBrings(const QString& value)
+    {
+        const QString name = client->jaSession()->sessionName().value_or(QString());
+        const QJsonObject answer{{u"session"_s, QJsonObject{{u"name"_s, name}, {u"value"_s, value}}}};
+        server.misbehave(Match::next(),
+                         Fault()
+                             .status(200, QJsonDocument(answer).toJson().toStdString(), "application/json")
+                             .hold(Point::responseHead(0)));
+        events.clear();
+        client->updateSession(loginCallBack());
+        ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    }
+    void endCheck()
+    {
+        server.release();
+        ASSERT_TRUE(waitForEvents(2));
+        EXPECT_THAT(events, ElementsAre("valid", "session, no error")) << text().toStdString();
+    }
 };
 
 INSTANTIATE_TEST_SUITE_P(By, KeyringSessionTest, testing::Values(tests::signInWays().front()),
                          testing::PrintToStringParamName());
+
+TEST_P(KeyringSessionTest, givesWayToTheOneThatACheckBrings)
+{
+    startKeyring();
+    logIn();
+    beginCheckThatBrings(u"another"_s);
+    endCheck();
+    EXPECT_EQ(DesktopKeyring::secretOf(application), QByteArray("another"));
+}
+
+TEST_P(KeyringSessionTest, isNotWrittenAgainWhereACheckBringsTheSame)
+{
+    startKeyring();
+    logIn();
+    beginCheckThatBrings(client->jaSession()->sessionValue().value_or(QString()));
+    // Whoever wanted to write now would be refused.
+    ASSERT_TRUE(keyring.lock());
+    endCheck();
+}
 
 TEST_P(KeyringSessionTest, staysAsItWasAfterAnAnswerThatOpensNone)
 {
