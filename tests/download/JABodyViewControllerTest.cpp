@@ -312,8 +312,15 @@ TEST_F(JABodyViewControllerTest, saysThatItDoesNotSendFiles)
 
 TEST_F(JABodyViewControllerTest, pressesTheButtonOfTheAreaThatTheKeyboardIsInAtReturn)
 {
+    const auto standsOut = [this](const char* name) {
+        return tljira::findView<QPushButton>(panel->view(), name)->isDefault();
+    };
     tests::ui::type(panel->keyDownloadTextField(), QStringLiteral("ABC-1"));
+    EXPECT_TRUE(standsOut("getListAttachedFilesButton"));
+    EXPECT_FALSE(standsOut("uploadButton"));
     tests::ui::type(panel->keyTextField(), QStringLiteral("ABC-2"));
+    EXPECT_TRUE(standsOut("uploadButton"));
+    EXPECT_FALSE(standsOut("getListAttachedFilesButton"));
     tests::ui::press(window->widget(), Qt::Key_Return);
     tests::drainMainQueue();
     EXPECT_TRUE(panel->uploadView()->isVisible());

@@ -432,6 +432,18 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, looksOnceASecondWhileNothingComes)
     EXPECT_THAT(timers.fired, ElementsAre(1s));
 }
 
+TEST_F(JAListAttachedFilesWindowDownloadTest, looksNoMoreOnceItHasEnded)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndWait();
+    RepeatedTimers timers;
+    qApp->installEventFilter(&timers);
+    QTimer later;
+    later.start(1500ms);
+    ASSERT_TRUE(tests::waitUntil([&] { return timers.fired.count(1500ms) > 0; }));
+    EXPECT_THAT(timers.fired, ElementsAre(1500ms));
+}
+
 TEST_F(JAListAttachedFilesWindowDownloadTest, showsHowFarItIs)
 {
     showSyntheticFile(1'000'000);

@@ -326,6 +326,21 @@ TEST_F(JAUploadingWindowTest, cutsOffWhatIsNoWholePercent)
     EXPECT_TRUE(textOf("rateLabel").startsWith(QStringLiteral("99 %"))) << textOf("rateLabel").toStdString();
 }
 
+TEST_F(JAUploadingWindowTest, staysAtItsPercentsWhileNothingComes)
+{
+    std::chrono::milliseconds now(0);
+    tljira::TransferRate::setUsualClock([&now] { return now; });
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(60, QString());
+    sheet->setSent(6 << 20, 10 << 20);
+    const QString before = textOf("rateLabel");
+
+    now += std::chrono::seconds(1);
+    EXPECT_TRUE(waitUntil([&] { return textOf("rateLabel") != before; }));
+    EXPECT_TRUE(textOf("rateLabel").startsWith(QStringLiteral("60 % · "))) << textOf("rateLabel").toStdString();
+    tljira::TransferRate::setUsualClock({});
+}
+
 /// The sheet renews what it says by itself while nothing comes.
 TEST_F(JAUploadingWindowTest, countsNothingOfTheUploadBeforeWhileTheNextOneHasNotBegun)
 {

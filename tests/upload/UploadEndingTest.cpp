@@ -1,10 +1,13 @@
 #include "tests/kit/HeldGlobalQueue.h"
 #include "tests/upload/UploadTest.h"
+#include "upload/UploadCompanion.h"
 
 #include <QApplication>
 #include <QFileInfo>
 #include <QProcess>
 #include <QtTest/QTest>
+
+#include <future>
 
 namespace {
 
@@ -62,6 +65,50 @@ TEST_F(UploadEndingTest, cancelsBeforeTheUploadHasReallyBegun)
     ASSERT_TRUE(waitUntil([this] { return hasFailed(); }));
     EXPECT_EQ(sheet()->errorMessage()->text(), QStringLiteral("cancelled"));
     EXPECT_TRUE(isFolderGone());
+    EXPECT_TRUE(server.attachments("ABC-1").empty());
+}
+
+/// Has no file before it is told to go on.
+class SlowProvider : public UploadCompanion
+{
+public:
+    std::optional<qint64> documentSize() const override { return std::nullopt; }
+    Provider uploadBegins(const QString&) override
+    {
+        return [goesOn = m_goesOn] {
+            goesOn.wait();
+            return File{};
+        };
+    }
+    void uploadEnded(const Ending&) override {}
+
+    void goOn() { m_goOn.set_value(); }
+
+private:
+    std::promise<void> m_goOn;
+    const std::shared_future<void> m_goesOn = m_goOn.get_future().share();
+};
+
+TEST_F(UploadEndingTest, cancelsNothingThatAnotherWindowHasBegunWhileItWaitedForItsFile)
+{
+    server.addIssue("ABC-2");
+    const auto provider = std::make_shared<SlowProvider>();
+    UploadCompanion::join(*panel, provider);
+    upload();
+    ui::click(sheet()->cancelButton());
+    holdUploadsAfter(1 << 20);
+    std::optional<std::optional<tljira::Error>> end;
+    client->uploadFileInIssue(large.path(), LoneDocument::name(), QStringLiteral("ABC-2"),
+                              [&end](const auto& error) { end = error; }, {});
+    waitForHeldExchange();
+    provider->goOn();
+    ASSERT_TRUE(waitUntil([this] { return hasFailed(); }));
+    drainMainQueue();
+    server.release();
+
+    ASSERT_TRUE(waitUntil([&end] { return end.has_value(); }));
+    EXPECT_EQ(*end, std::nullopt);
+    EXPECT_EQ(server.attachments("ABC-2").size(), 1U);
     EXPECT_TRUE(server.attachments("ABC-1").empty());
 }
 
