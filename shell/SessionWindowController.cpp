@@ -141,15 +141,15 @@ void SessionWindowController::cancelAction()
 // A switch between views of different widths would jump sideways.
 void SessionWindowController::useOneWidth()
 {
-    int width = 0;
-    const QList<QWidget*> views{view(), loginViewContainer(), downloadViewContainer()};
-    for (QWidget* state : views)
-        width = std::max(width, state ? tljira::neededSize(state).width() : 0);
-    for (QWidget* state : views) {
+    QSize size = tljira::neededSize(view());
+    const QList<QWidget*> states{loginViewContainer(), downloadViewContainer()};
+    for (QWidget* state : states)
+        size.setWidth(std::max(size.width(), state ? tljira::neededSize(state).width() : 0));
+    for (QWidget* state : states) {
         if (state)
-            state->resize(width, std::max(state->height(), tljira::neededSize(state).height()));
+            state->resize(size.width(), std::max(state->height(), tljira::neededSize(state).height()));
     }
-    tljira::growToFit(window(), false);
+    tljira::growTo(size, window(), false);
 }
 
 void SessionWindowController::setLoginViews()

@@ -24,7 +24,13 @@ class WholeFile : public QFile
 public:
     using QFile::QFile;
 
-    bool hasFailed() const { return m_hasFailed || error() != NoError; }
+    /// What kept it from being written, if anything did.
+    std::optional<QString> problem()
+    {
+        if (!m_problem && (error() != NoError || (isOpen() && !flush())))
+            m_problem = reason();
+        return m_problem;
+    }
 
 protected:
     qint64 writeData(const char* data, qint64 length) override
@@ -33,7 +39,8 @@ protected:
         while (written < length) {
             const qint64 part = QFile::writeData(data + written, length - written);
             if (part <= 0) {
-                m_hasFailed = true;
+                // A writer that goes on would make QFile forget it.
+                m_problem = reason();
                 return -1;
             }
             written += part;
@@ -42,7 +49,15 @@ protected:
     }
 
 private:
-    bool m_hasFailed = false;
+    /// The system says why when it is asked for the rest.
+    QString reason()
+    {
+        if (isOpen())
+            flush();
+        return errorString();
+    }
+
+    std::optional<QString> m_problem;
 };
 
 /// Answers what went wrong, in the words of who knows best.
@@ -56,8 +71,8 @@ std::optional<QString> contentsInto(WholeFile& file, const TLJiraDocument& docum
         reason = QString::fromLocal8Bit(exception.what());
     } catch (...) {
     }
-    if (file.hasFailed() || (file.isOpen() && !file.flush()))
-        return file.errorString();
+    if (auto problem = file.problem())
+        return problem;
     return isWritten ? std::nullopt : std::optional(reason);
 }
 

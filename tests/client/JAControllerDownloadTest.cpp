@@ -201,6 +201,27 @@ TEST_F(JAControllerDownloadTest, hasWrittenItsLastLineWhenTheCallerHearsOfTheEnd
     EXPECT_EQ(linesAtTheEnd.last(), QStringLiteral("Error task: %1").arg(client->downloadTask()->hash()));
 }
 
+TEST_F(JAControllerDownloadTest, hasWrittenWhereTheFileCameToWhenTheCallerHearsOfIt)
+{
+    std::string lastLine;
+    client->downloadFile(
+        link,
+        [&](qint64, qint64, const auto&, bool finished) {
+            if (finished)
+                lastLine = log.lines().last().toStdString();
+        },
+        path("saved"));
+    ASSERT_TRUE(tests::waitUntil([&] { return !lastLine.empty(); }));
+    EXPECT_THAT(lastLine, testing::StartsWith("didFinishDownloadingToURL: /"));
+}
+
+TEST_F(JAControllerDownloadTest, writesALineForTheEndOfNoTask)
+{
+    tljira::URLSessionDelegate& sessionDelegate = *client;
+    sessionDelegate.didCompleteWithError(nullptr, std::nullopt);
+    EXPECT_EQ(log.lines(), QStringList(QStringLiteral("Error task: 0")));
+}
+
 TEST_F(JAControllerDownloadTest, writesThePlaceholderForARemovalThatWorked)
 {
     writeFile("saved", "old bytes");

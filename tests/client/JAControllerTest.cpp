@@ -1,6 +1,7 @@
 #include "constants/JAConstants.h"
 #include "platform/foundation/loading/HTTPCookieStorage.h"
 #include "platform/foundation/settings/UserDefaults.h"
+#include "records/TLJiraOptions.h"
 #include "tests/client/ClientTest.h"
 
 #include <QJsonArray>
@@ -152,6 +153,27 @@ TEST_F(JAControllerTest, runsItsRequestsWithTheJarOfTheProcess)
     ASSERT_TRUE(waitForEvents(2));
     EXPECT_THAT(server.lastRequest().header("Cookie"),
                 testing::AllOf(testing::HasSubstr("before=1"), testing::HasSubstr("own=2")));
+}
+
+TEST_F(JAControllerTest, speaksToServersAsTheHostChose)
+{
+    const tljira::URLSessionConfiguration before = client->session()->configuration();
+    const QString route = QStringLiteral("a.example.test:80:127.0.0.1:1");
+    TLJiraOptions::use({.routes = {route},
+                        .userAgent = QStringLiteral("Weaver/2.1"),
+                        .proxy = QStringLiteral("http://proxy.example.test:3128"),
+                        .authorities = {QStringLiteral("/etc/own.pem"), true}});
+    const tljira::URLSessionConfiguration chosen = JAController::init()->session()->configuration();
+    TLJiraOptions::use({});
+    EXPECT_EQ(chosen.routes, QStringList(route) + before.routes);
+    EXPECT_EQ(chosen.userAgent, QStringLiteral("Weaver/2.1"));
+    EXPECT_EQ(chosen.proxy, QStringLiteral("http://proxy.example.test:3128"));
+    EXPECT_EQ(chosen.authorities, QStringLiteral("/etc/own.pem"));
+    EXPECT_FALSE(chosen.trustsSystemAuthorities);
+
+    EXPECT_NE(before.userAgent, QString());
+    EXPECT_EQ(before.proxy, std::nullopt);
+    EXPECT_TRUE(before.trustsSystemAuthorities);
 }
 
 TEST_F(JAControllerTest, hasNothingAtFirst)

@@ -59,6 +59,31 @@ protected:
     /// What this process knows goes; the keyring and the settings stay.
     static void beginNextRun() { records::setSecretsInMemory({}); }
 
+    /// As another process does.
+    static void putIntoKeyring(const QString& entry)
+    {
+        bool isWritten = false;
+        tljira::Keyring::write(entry, [&](const auto&) { isWritten = true; });
+        ASSERT_TRUE(tests::waitUntil([&] { return isWritten; }));
+    }
+    /// Behind whatever has been asked of the keyring before.
+    static QString foundInKeyring()
+    {
+        std::optional<QString> found;
+        tljira::Keyring::read([&](const auto& newText, const auto&) { found = newText.value_or(QString()); });
+        EXPECT_TRUE(tests::waitUntil([&] { return found.has_value(); }));
+        return found.value_or(QString());
+    }
+    static void takeBack(const std::optional<records::KeyringEntry>& former)
+    {
+        bool isTold = false;
+        client::takeBackLogin(former, [&](const auto& newError) {
+            EXPECT_EQ(newError, std::nullopt);
+            isTold = true;
+        });
+        ASSERT_TRUE(tests::waitUntil([&] { return isTold; }));
+    }
+
     /// Whether the last request says who sends it.
     bool isSigned() const
     {
@@ -156,15 +181,9 @@ TEST_P(KeyringLoginTest, isGoneAfterLoggingOut)
 TEST_P(KeyringLoginTest, isLeftAloneByALogoutWhoseSettingsDoNotNameIt)
 {
     startKeyring();
-    bool isWritten = false;
-    tljira::Keyring::write(u"of the same application with another home"_s, [&](const auto&) { isWritten = true; });
-    ASSERT_TRUE(tests::waitUntil([&] { return isWritten; }));
+    putIntoKeyring(u"of the same application with another home"_s);
     logOut();
-    // Behind whatever the logout may have asked of it.
-    std::optional<QString> found;
-    tljira::Keyring::read([&](const auto& newText, const auto&) { found = newText.value_or(QString()); });
-    ASSERT_TRUE(tests::waitUntil([&] { return found.has_value(); }));
-    EXPECT_EQ(*found, u"of the same application with another home"_s);
+    EXPECT_EQ(foundInKeyring(), u"of the same application with another home"_s);
 }
 
 TEST_P(KeyringLoginTest, isEndedAtItsServerByANextRunThatLogsOut)
@@ -373,19 +392,78 @@ TEST_P(KeyringLoginTest, isNotTakenBackWhereAnotherHasTakenItsPlace)
 {
     startKeyring();
     logIn();
-    bool isWritten = false;
-    tljira::Keyring::write(u"of another process"_s, [&](const auto&) { isWritten = true; });
-    ASSERT_TRUE(tests::waitUntil([&] { return isWritten; }));
-    bool isTold = false;
-    client::takeBackLogin(std::nullopt, [&](const auto& newError) {
-        EXPECT_EQ(newError, std::nullopt);
-        isTold = true;
-    });
-    ASSERT_TRUE(tests::waitUntil([&] { return isTold; }));
-    std::optional<QString> found;
-    tljira::Keyring::read([&](const auto& newText, const auto&) { found = newText.value_or(QString()); });
-    ASSERT_TRUE(tests::waitUntil([&] { return found.has_value(); }));
-    EXPECT_EQ(*found, u"of another process"_s);
+    putIntoKeyring(u"of another process"_s);
+    takeBack(std::nullopt);
+    EXPECT_EQ(foundInKeyring(), u"of another process"_s);
+}
+
+TEST_P(KeyringLoginTest, isTakenBackForTheOneBeforeIt)
+{
+    startKeyring();
+    logIn();
+    const records::KeyringEntry former{Jira::otherAddress, {{records::savedValueKey, u"former"_s}}};
+    takeBack(former);
+    EXPECT_EQ(foundInKeyring(), former.text());
+}
+
+TEST_P(KeyringLoginTest, isTakenBackWhereNoneWasBefore)
+{
+    startKeyring();
+    logIn();
+    takeBack(std::nullopt);
+    EXPECT_FALSE(DesktopKeyring::hasTextOf(application));
+}
+
+TEST_P(KeyringLoginTest, isUnreadUntilSomebodyLooks)
+{
+    EXPECT_FALSE(client::isLoginUnread());
+    startKeyring();
+    logIn();
+    EXPECT_FALSE(client::isLoginUnread());
+    beginNextRun();
+    EXPECT_TRUE(client::isLoginUnread());
+    check();
+    EXPECT_FALSE(client::isLoginUnread());
+}
+
+TEST_P(KeyringLoginTest, isNotShownToThisServerWhereItIsThatOfAnother)
+{
+    startKeyring();
+    logIn();
+    const records::KeyringEntry theirs{Jira::otherAddress, records::secretsInMemory()};
+    client->session()->configuration().HTTPCookieStorage->deleteAllCookies();
+    for (const QString& entry : {theirs.text(), u"no entry"_s}) {
+        putIntoKeyring(entry);
+        check();
+        EXPECT_THAT(events, ElementsAre("nil, invalid sessioin 401", "invalid"));
+        EXPECT_EQ(records::secretsInMemory(), QJsonObject());
+        EXPECT_TRUE(server.requests().empty() || !isSigned());
+    }
+}
+
+TEST_P(KeyringLoginTest, ofAServerThatAnsweredAfterAnotherWasTypedIsNotSavedWithThat)
+{
+    startKeyring();
+    server.misbehave(Match::next(), Fault().hold(Point::responseHead(0)));
+    tryToLogIn();
+    ASSERT_TRUE(tests::waitUntil([this] { return server.heldCount() == 1; }));
+    client->setHost(Jira::otherAddress);
+    server.release();
+    ASSERT_TRUE(waitForEvents(2));
+    EXPECT_EQ(onDisk(), withAddress(Jira::otherAddress));
+    client->setHost(Jira::address);
+    EXPECT_EQ(onDisk(), withLogin());
+}
+
+TEST_P(KeyringLoginTest, leavesNoCookieInFilesAtALogout)
+{
+    const auto& inFiles = tljira::HTTPCookieStorage::sharedHTTPCookieStorage();
+    startKeyring();
+    logIn();
+    inFiles->setCookie({.domain = u"other.example.test"_s, .path = u"/"_s, .name = u"a"_s, .value = u"b"_s});
+    ASSERT_FALSE(inFiles->cookies().empty());
+    logOut();
+    EXPECT_THAT(inFiles->cookies(), IsEmpty());
 }
 
 /// Where the server opens sessions, and the keyring keeps those.
@@ -441,15 +519,34 @@ TEST_P(KeyringSessionTest, staysAsItWasAfterAnAnswerThatOpensNone)
     logIn();
     const QByteArray secret = DesktopKeyring::secretOf(application);
     const QJsonObject inMemory = records::secretsInMemory();
-    server.misbehave(Match::next(), Fault().status(200, "{}", "application/json"));
-    tryToLogIn();
+    for (const char* answer :
+         {"{}", R"({"session":{"name":"JSESSIONID"}})", R"({"session":{"value":"half of one"}})"}) {
+        server.misbehave(Match::next(), Fault().status(200, answer, "application/json"));
+        tryToLogIn();
+        ASSERT_TRUE(waitForEvents(2));
+        // Behind whatever the login may have asked of the keyring.
+        check();
+        EXPECT_THAT(events, ElementsAre("valid", "session, no error")) << text().toStdString();
+        EXPECT_EQ(DesktopKeyring::secretOf(application), secret) << answer;
+        EXPECT_EQ(records::secretsInMemory(), inMemory) << answer;
+        EXPECT_EQ(onDisk(), withLogin()) << answer;
+    }
+}
+
+TEST_P(KeyringSessionTest, isGoneHereThoughTheServerDoesNotEndIt)
+{
+    startKeyring();
+    logIn();
+    server.misbehave(Match::next(), Fault().status(500, "").hold(Point::responseHead(0)));
+    client->logout(completionCallBack());
+    // The keyring answers first.
+    ASSERT_TRUE(
+        tests::waitUntil([] { return !records::savedLogin().objectForKey(records::savedInKeyringKey).has_value(); }));
+    EXPECT_THAT(events, IsEmpty());
+    server.release();
     ASSERT_TRUE(waitForEvents(2));
-    // Behind whatever the login may have asked of the keyring.
-    check();
-    EXPECT_THAT(events, ElementsAre("valid", "session, no error")) << text().toStdString();
-    EXPECT_EQ(DesktopKeyring::secretOf(application), secret);
-    EXPECT_EQ(records::secretsInMemory(), inMemory);
-    EXPECT_EQ(onDisk(), withLogin());
+    EXPECT_THAT(events, ElementsAre("invalid", "invalid sessioin 500"));
+    EXPECT_FALSE(DesktopKeyring::hasTextOf(application));
 }
 
 } // namespace

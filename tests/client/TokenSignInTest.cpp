@@ -202,11 +202,24 @@ TEST_P(TokenSignInTest, isInvalidWithoutAskingWhereThereIsNoToken)
 {
     check();
     EXPECT_THAT(events, ElementsAre("nil, invalid sessioin 401", "invalid"));
+    EXPECT_EQ(text(), u"No token is saved for this server."_s);
     signIn(GetParam());
     client->setHost(Jira::otherAddress);
     check();
     EXPECT_THAT(events, ElementsAre("nil, invalid sessioin 401", "invalid"));
     EXPECT_THAT(server.requests(), IsEmpty());
+}
+
+TEST_P(TokenSignInTest, isNeverSentWhereWhatIsSavedIsNone)
+{
+    records::saveToken({origin, QString::fromLatin1(GetParam().user), u"a\r\nX-Own: b"_s});
+    check();
+    EXPECT_THAT(events, ElementsAre("nil, invalid sessioin 401", "invalid"));
+    EXPECT_THAT(server.requests(), IsEmpty());
+    client->getCurrentUser(userCallBack());
+    ASSERT_TRUE(waitForEvents(3));
+    EXPECT_EQ(server.lastRequest().headerCount("Authorization"), 0);
+    EXPECT_EQ(server.lastRequest().headerCount("X-Own"), 0);
 }
 
 TEST_P(TokenSignInTest, goesWithEveryJobAndNoCookieWith)

@@ -56,6 +56,12 @@ TEST_F(DownloadFolderTest, isMadeWhereThereIsNone)
                     QStringLiteral("createDirectoryAtPath error : (null)")));
 }
 
+TEST_F(DownloadFolderTest, isMadeWithTheFoldersThatItLiesIn)
+{
+    DownloadFolder::makeAnew(inFolder("deep/er"));
+    EXPECT_TRUE(QFileInfo(inFolder("deep/er")).isDir());
+}
+
 TEST_F(DownloadFolderTest, losesEverythingItHeld)
 {
     QDir().mkpath(inFolder("deep/er"));

@@ -19,6 +19,7 @@ TEST(DownloadSizesTest, tellsHowMuchOfTheWholeHasCome)
 {
     EXPECT_EQ(arrivedText(98 * megabyte / 10, 24 * megabyte), QStringLiteral("9.8 of 24.00 MB"));
     EXPECT_EQ(arrivedText(24 * megabyte, 24 * megabyte), QStringLiteral("24.0 of 24.00 MB"));
+    EXPECT_EQ(arrivedText(1, 1), QStringLiteral("0.0 of 0.00 MB"));
 }
 
 TEST(DownloadSizesTest, leavesOutAWholeThatIsNotKnownOrTooSmall)

@@ -7,6 +7,7 @@
 #include "tests/download/DownloadTest.h"
 #include "tests/kit/HearAnswers.h"
 
+#include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QTemporaryDir>
@@ -330,6 +331,33 @@ TEST_F(JABodyViewControllerTest, pressesTheButtonOfTheAreaThatTheKeyboardIsInAtR
     tests::ui::type(panel->keyDownloadTextField(), QStringLiteral("ABC-1"));
     tests::ui::press(window->widget(), Qt::Key_Return);
     EXPECT_TRUE(tests::waitUntil([this] { return panel->jaListAttachedWindow()->window()->isVisible(); }));
+}
+
+TEST_F(JABodyViewControllerTest, keepsTheButtonOfReturnWhileTheKeyboardIsElsewhere)
+{
+    const auto isUploadChosen = [this] { return panel->uploadButton()->isDefault() && !lookUpButton()->isDefault(); };
+    tests::ui::type(panel->keyTextField(), QStringLiteral("ABC-2"));
+    ASSERT_TRUE(isUploadChosen());
+    panel->keyTextField()->clearFocus();
+    ASSERT_EQ(QApplication::focusWidget(), nullptr);
+    EXPECT_TRUE(isUploadChosen());
+    auto* elsewhere = new QLineEdit;
+    const auto other = tests::shownWindow(elsewhere);
+    ASSERT_TRUE(tests::waitUntil([&] {
+        elsewhere->setFocus();
+        return elsewhere->hasFocus();
+    }));
+    EXPECT_TRUE(isUploadChosen());
+}
+
+TEST_F(JABodyViewControllerTest, showsNothingOfALookUpBeforeItsViewIsThere)
+{
+    const auto other = JABodyViewController::initWithNibName(QStringLiteral("JABodyViewController"), std::nullopt);
+    server.misbehave(Match::on("*/issue*"), Fault().status(200, R"({"key": "ABC-1", "fields": {}})"));
+    other->getListAttachedFilesAction();
+    ASSERT_TRUE(tests::waitUntil([this] { return !server.requests("*/issue*").empty(); }));
+    tests::hearAnswers(*client);
+    EXPECT_EQ(other->jaListAttachedWindow(), nullptr);
 }
 
 } // namespace

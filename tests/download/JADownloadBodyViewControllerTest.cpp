@@ -488,6 +488,17 @@ TEST_F(JADownloadBodyViewControllerTest, aSecondLookUpBeforeTheFirstAnswerTakesO
     EXPECT_TRUE(window->isVisible());
 }
 
+TEST_F(JADownloadBodyViewControllerTest, showsNothingOfALookUpBeforeItsViewIsThere)
+{
+    const auto other = JADownloadBodyViewController::initWithNibName(QStringLiteral("JADownloadBodyViewController"),
+                                                                     tljira::frameworkBundle());
+    server.misbehave(Match::on("*/issue*"), Fault().status(200, R"({"key": "ABC-1", "fields": {}})"));
+    other->getAttachAction();
+    ASSERT_TRUE(tests::waitUntil([this] { return !server.requests("*/issue*").empty(); }));
+    tests::hearAnswers(*client);
+    EXPECT_EQ(other->jaListAttachedWindow(), nullptr);
+}
+
 // The end of the sheet.
 
 TEST_F(JADownloadBodyViewControllerTest, staysOpenWhenNothingWasDownloaded)

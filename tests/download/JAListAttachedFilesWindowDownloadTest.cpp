@@ -284,6 +284,7 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, showsNothingOfAnEarlierDownloadWhi
         tests::drainMainQueue();
         downloadAndHold(Point::responseHead(0));
         EXPECT_EQ(percent(), QString());
+        EXPECT_EQ(details(), QStringLiteral("Waiting for the server…"));
         EXPECT_EQ(error(), QString());
         EXPECT_EQ(bar(), 0);
         EXPECT_FALSE(label("downloadDoneSize")->isVisible());
@@ -344,6 +345,43 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, measuresEachDownloadAnew)
     server.release();
     waitForEnd();
     tljira::TransferRate::setUsualClock({});
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, tellsTheRateWithTheBytesThatItIsOf)
+{
+    std::chrono::milliseconds now(0);
+    tljira::TransferRate::setUsualClock([&now] { return now; });
+    showSyntheticFile(40 << 20);
+    downloadAndHold(Point::responseHead(0));
+    now += 10s;
+    list->updateDownload(20 << 20, 40 << 20, std::nullopt, false);
+    EXPECT_TRUE(details().startsWith(QStringLiteral("20.0 of 40.00 MB · 2.0 MB/s"))) << details().toStdString();
+    tljira::TransferRate::setUsualClock({});
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, theFirstByteEndsTheWaiting)
+{
+    showSyntheticFile(40 << 20);
+    downloadAndHold(Point::responseHead(0));
+    list->updateDownload(1, 40 << 20, std::nullopt, false);
+    EXPECT_TRUE(details().startsWith(QStringLiteral("0.0 of 40.00 MB"))) << details().toStdString();
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, makesRoomForPercentsThatBecomeWider)
+{
+    showSyntheticFile(40 << 20);
+    downloadAndHold(Point::responseHead(0));
+    const QLabel* shown = label("downloadDetails");
+    QFont font = list->view()->font();
+    for (int points = 10; points <= 30; ++points) {
+        font.setPointSize(points);
+        list->view()->setFont(font);
+        list->updateDownload(1, 40 << 20, std::nullopt, false);
+        tests::drainMainQueue();
+        list->updateDownload(qint64(1) << 40, 0, std::nullopt, false);
+        tests::drainMainQueue();
+        EXPECT_LE(shown->fontMetrics().horizontalAdvance(details()), shown->width()) << points;
+    }
 }
 
 TEST_F(JAListAttachedFilesWindowDownloadTest, leavesOutOfTheNumbersWhatHasNoRoom)
@@ -420,6 +458,19 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, everythingHasItsRoomInALargeFont)
     EXPECT_FALSE(label("downloadTitle")->isVisible());
     EXPECT_GE(list->downloadError()->height(), list->downloadError()->heightForWidth(list->downloadError()->width()));
     EXPECT_GE(area->widget()->height(), area->widget()->heightForWidth(area->widget()->width()));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, worksWithoutWhatAHostsOwnFileMayLack)
+{
+    showFile("plan.tessaloom", "the plan");
+    for (const char* name : {"downloadTitle", "downloadName", "downloadDetails", "downloadDoneSize"})
+        delete label(name);
+    delete tljira::findView<QPushButton>(list->downloadView(), "cancelButton");
+    downloadAndHold(Point::responseBody(3));
+    server.release();
+    waitForEnd();
+    EXPECT_EQ(percent(), QStringLiteral("DONE"));
+    EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
 }
 
 TEST_F(JAListAttachedFilesWindowDownloadTest, looksOnceASecondWhileNothingComes)
@@ -556,6 +607,55 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, noKeyThatBeganADownloadTouchesItAg
     EXPECT_EQ(contentsOf(target()), QByteArray("the plan"));
 }
 
+TEST_F(JAListAttachedFilesWindowDownloadTest, theKeyboardIsOnTheProgressInThePressAndOnTheButtonAtTheEnd)
+{
+    showFile("plan.tessaloom", "the plan");
+    for (int time = 0; time < 2; ++time) {
+        ASSERT_TRUE(tests::waitUntil([this] { return list->tableView()->window()->isActiveWindow(); }));
+        server.misbehave(Match::on("*/secure/*").once(), Fault().hold(Point::responseHead(0)));
+        press();
+        const QPushButton* button = tests::closeButton(*list->window());
+        EXPECT_TRUE(list->downloadProgressBar()->hasFocus());
+        EXPECT_FALSE(button->isDefault());
+        waitForHeldExchange();
+        server.release();
+        waitForEnd();
+        EXPECT_TRUE(button->hasFocus());
+        EXPECT_TRUE(button->isDefault());
+        list->reload();
+        tests::drainMainQueue();
+    }
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, bytesThatComeLeaveTheKeyboardOnCancel)
+{
+    downloadHalf();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    const QPushButton* cancel = tests::closeButton(*list->window());
+    ASSERT_TRUE(cancel->hasFocus());
+    list->updateDownload(600'000, 1'000'000, std::nullopt, false);
+    EXPECT_TRUE(cancel->hasFocus());
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, theEndLeavesTheKeyboardInAListThatCameBack)
+{
+    showFile("plan.tessaloom", "the plan");
+    downloadAndHold(Point::responseBody(3));
+    list->reload();
+    tests::drainMainQueue();
+    list->tableView()->setFocus();
+    const QWidget* before = QApplication::focusWidget();
+    ASSERT_TRUE(before && list->wrapperTableView()->isAncestorOf(before));
+    int moves = 0;
+    const QObject whileItEnds;
+    QObject::connect(qApp, &QApplication::focusChanged, &whileItEnds, [&moves] { ++moves; });
+    server.release();
+    waitForEnd();
+    EXPECT_EQ(percent(), QStringLiteral("DONE"));
+    EXPECT_EQ(QApplication::focusWidget(), before);
+    EXPECT_EQ(moves, 0);
+}
+
 TEST_F(JAListAttachedFilesWindowDownloadTest, spaceClosesTheSheetAtTheEnd)
 {
     showFile("plan.tessaloom", "the plan");
@@ -580,6 +680,16 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, returnDownloadsTheSelectedRow)
     EXPECT_EQ(log.lines().filter(QStringLiteral("Download Action")), QStringList{QStringLiteral("Download Action 1")});
     waitForEnd();
     EXPECT_EQ(contentsOf(target()), QByteArray("second"));
+}
+
+TEST_F(JAListAttachedFilesWindowDownloadTest, isOfTheFirstRowWhereNoButtonAsks)
+{
+    const auto first = attach({.fileName = "first.txt", .bytes = "first"});
+    const auto second = attach({.fileName = "second.txt", .bytes = "second"});
+    list->setAttachments({first, second});
+    list->downloadAction(nullptr);
+    waitForEnd();
+    EXPECT_EQ(contentsOf(target()), QByteArray("first"));
 }
 
 TEST_F(JAListAttachedFilesWindowDownloadTest, aDoubleClickOnARowDownloadsItOnce)
@@ -623,8 +733,12 @@ TEST_F(JAListAttachedFilesWindowDownloadTest, theSecondClickOfADoubleClickOnARow
     send(QEvent::MouseButtonDblClick);
     send(QEvent::MouseButtonRelease);
     EXPECT_TRUE(returnCodes.empty());
-    // Whoever clicks twice on Cancel means it.
-    tests::ui::click(button);
+    // Whoever presses Cancel and slips off means it the second time.
+    send(QEvent::MouseButtonPress);
+    QCoreApplication::sendEvent(button, &slipped);
+    EXPECT_TRUE(returnCodes.empty());
+    send(QEvent::MouseButtonDblClick);
+    send(QEvent::MouseButtonRelease);
     EXPECT_THAT(returnCodes, ElementsAre(0));
 }
 

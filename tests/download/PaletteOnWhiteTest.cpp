@@ -37,6 +37,16 @@ TEST(PaletteOnWhiteTest, isReadableOnWhiteWhateverTheApplicationsPalette)
     }
 }
 
+TEST(PaletteOnWhiteTest, writesWhatIsLessImportantInAnOpaqueGrey)
+{
+    const QPalette palette = paletteOnWhite(dark);
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+        const QColor quiet = palette.color(group, QPalette::PlaceholderText);
+        EXPECT_EQ(quiet.alpha(), 255);
+        EXPECT_GT(quiet.lightness(), palette.color(group, QPalette::Text).lightness());
+    }
+}
+
 TEST(PaletteOnWhiteTest, keepsTheApplicationsAccent)
 {
     QPalette application = dark;

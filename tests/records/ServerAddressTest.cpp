@@ -59,11 +59,9 @@ TEST_F(ServerAddress, tellsServersApartByWhatCounts)
 
 TEST_F(ServerAddress, isThatOfAServerOnlyWithSchemeAndHost)
 {
-    const std::pair<QString, QString> pairs[] = {{u""_s, u"jiraUrl"_s},
-                                                 {u"jira"_s, u"jiraUrl"_s},
-                                                 {u"https:"_s, u"https:/"_s},
-                                                 {u"h:8443/x"_s, u"h:8443/y"_s},
-                                                 {u"https://h/a b"_s, u"https://h/a c"_s}};
+    const std::pair<QString, QString> pairs[] = {
+        {u""_s, u"jiraUrl"_s},    {u"jira"_s, u"jiraUrl"_s},      {u"https:"_s, u"https:/"_s},
+        {u"//h/x"_s, u"//h/y"_s}, {u"h:8443/x"_s, u"h:8443/y"_s}, {u"https://h/a b"_s, u"https://h/a c"_s}};
     for (const auto& [one, other] : pairs) {
         EXPECT_FALSE(records::isSameServer(one, other)) << one.toStdString();
         EXPECT_TRUE(records::isSameServer(one, one)) << one.toStdString();

@@ -5,6 +5,7 @@
 #include "platform/toolkit/nib/FrameworkBundle.h"
 #include "platform/toolkit/views/ElidedLabel.h"
 #include "platform/toolkit/views/FitContent.h"
+#include "platform/toolkit/views/Layer.h"
 #include "platform/toolkit/views/View.h"
 #include "shell/JALoginWindow.h"
 #include "standin/Avatar.h"
@@ -98,6 +99,15 @@ TEST_F(JAHeadViewControllerTest, beginsEmptyAndLookingForASession)
     EXPECT_TRUE(header->findSessionProgressIndicator()->isAnimating());
     EXPECT_NE(header->jaLoginWindow(), nullptr);
     EXPECT_EQ(header->okSessionView()->parentWidget(), header->view());
+}
+
+TEST_F(JAHeadViewControllerTest, hasTheBackgroundOfItsInterfaceFile)
+{
+    for (QWidget* view : {header->view(), header->okSessionView()}) {
+        const auto* layer = tljira::Layer::layerOf(view);
+        ASSERT_NE(layer, nullptr) << view->objectName().toStdString();
+        EXPECT_EQ(layer->backgroundColor(), QColor(128, 128, 128, 28));
+    }
 }
 
 TEST_F(JAHeadViewControllerTest, keepsThePanelAtTheSizeOfTheHeader)
@@ -226,6 +236,7 @@ TEST_F(JAHeadViewControllerTest, saysThatItAsksWhoTheUserIs)
     ASSERT_TRUE(waitUntil([this] { return !header->nameLabel()->text().isEmpty(); }));
     EXPECT_FALSE(ui::isOnScreen(label));
     EXPECT_FALSE(ui::isOnScreen(spinner));
+    EXPECT_FALSE(spinner->isAnimating());
 
     // The next time the last names stay meanwhile.
     server.misbehave(Match::on(userPath), Fault().hold(Point::responseHead(0)));
@@ -289,6 +300,25 @@ TEST_F(JAHeadViewControllerTest, showsNoAvatarThatWasAskedForBeforeTheLastOne)
     EXPECT_EQ(header->avatarImage()->image().size(), QSize(48, 48));
 }
 
+TEST_F(JAHeadViewControllerTest, showsNoAvatarThatIsDecodedAfterAnotherHasBeenAskedFor)
+{
+    logIn();
+    HeldGlobalQueue slowDecoders;
+    loadAvatar(Fault().status(200, standin::avatarPng(16), "image/png"));
+    ASSERT_TRUE(waitUntil([this] { return !log.lines().filter(QStringLiteral("Error task")).isEmpty(); }));
+    drainMainQueue();
+    server.behave();
+    loadAvatar(Fault().hold(Point::responseBody(10)));
+    slowDecoders.letGo();
+    waitForOtherThreads();
+
+    EXPECT_TRUE(header->avatarImage()->image().isNull());
+    server.behave();
+    server.release();
+    ASSERT_TRUE(waitForAvatar());
+    EXPECT_EQ(header->avatarImage()->image().size(), QSize(48, 48));
+}
+
 TEST_F(JAHeadViewControllerTest, offersToLogOutWithoutMuchNoise)
 {
     fill();
@@ -317,6 +347,7 @@ TEST_F(JAHeadViewControllerTest, hidesThePanelForAnotherView)
 
     EXPECT_FALSE(ui::isOnScreen(header->okSessionView()));
     EXPECT_TRUE(ui::isOnScreen(other));
+    EXPECT_TRUE(ui::isOnScreen(tljira::findView<QLabel>(header->view(), "waitingLabel")));
 }
 
 TEST_F(JAHeadViewControllerTest, showsNamesAsPlainTextWhateverTheyHold)
@@ -438,6 +469,19 @@ TEST_F(JAHeadViewControllerTest, keepsTheLastUserThroughALogout)
     EXPECT_EQ(names(), annasNames);
     EXPECT_FALSE(header->avatarImage()->image().isNull());
     EXPECT_TRUE(ui::isShown(header->okSessionView()));
+}
+
+TEST_F(JAHeadViewControllerTest, tellsTheDelegateOfNoFailureThatIsTheServers)
+{
+    fill();
+    std::vector<std::string> heard;
+    client->setDelegate(std::make_shared<RecordingDelegate>(heard));
+    server.misbehave(Match::on("DELETE", "/rest/auth/1/session"), Fault().status(500, "{}", "application/json"));
+    ui::click(button("logoutButton"));
+    ASSERT_TRUE(waitUntil([&] { return !heard.empty(); }));
+    drainMainQueue();
+    EXPECT_THAT(heard, ElementsAre("invalid"));
+    client->setDelegate(nullptr);
 }
 
 TEST_F(JAHeadViewControllerTest, logsInThroughASheet)

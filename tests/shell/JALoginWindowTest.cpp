@@ -249,6 +249,17 @@ TEST_F(JALoginWindowTest, asksForThePasswordAgainAfterARefusal)
     }
 }
 
+TEST_F(JALoginWindowTest, asksForThePasswordAgainAtEveryCodeAboveZero)
+{
+    const auto focusAfter = [this](qint64 code) {
+        form->hostTextField()->setFocus();
+        form->showError(tljira::makeError(QStringLiteral("test"), code, QStringLiteral("It was odd.")));
+        return form->window()->widget()->focusWidget();
+    };
+    EXPECT_EQ(focusAfter(1), form->passwordTextField());
+    EXPECT_EQ(focusAfter(0), form->hostTextField());
+}
+
 TEST_F(JALoginWindowTest, leavesTheKeyboardWhereItIsWhenNoServerAnswers)
 {
     fillIn(deadAddress, anna, secret);
@@ -425,6 +436,18 @@ TEST_F(JALoginWindowTest, showsAnErrorBelowThePasswordAndOnlyThen)
     EXPECT_THAT(announced, ElementsAre(QStringLiteral("Incorrect login or password")));
     EXPECT_GT(form->window()->frame().height(), before.height());
     EXPECT_EQ(form->window()->frame().bottom(), before.bottom());
+}
+
+TEST_F(JALoginWindowTest, growsSmoothlyForAnError)
+{
+    drainMainQueue();
+    const QSize before = form->window()->widget()->size();
+    form->showError(tljira::makeError(QStringLiteral("test"), 7, QStringLiteral("It was odd.")));
+    const int height = form->window()->contentView()->height();
+
+    EXPECT_GT(height, before.height());
+    EXPECT_EQ(form->window()->widget()->size(), before);
+    EXPECT_TRUE(waitUntil([&] { return form->window()->widget()->height() == height; }));
 }
 
 /// The form as the sheet of another window.

@@ -2,12 +2,14 @@
 
 #include "client/JAController.h"
 #include "platform/foundation/values/VariantDescription.h"
+#include "platform/toolkit/views/FitContent.h"
 #include "platform/toolkit/views/View.h"
 #include "platform/toolkit/windows/Application.h"
 #include "tests/kit/LogCapture.h"
 #include "tests/kit/Printers.h"
 #include "tests/kit/WaitUntil.h"
 
+#include <QApplication>
 #include <QTimer>
 
 #include <gmock/gmock.h>
@@ -79,6 +81,20 @@ TEST_F(JAWindowControllerTest, itsPanelsFillTheirPlaces)
     EXPECT_EQ(head->geometry(), controller->headView()->rect());
     EXPECT_TRUE(body->isVisible());
     EXPECT_TRUE(head->isVisible());
+}
+
+TEST_F(JAWindowControllerTest, hasRoomForLargeLettersFromTheBeginning)
+{
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSize(40);
+    QApplication::setFont(large);
+    const auto controller = JAWindowController::init();
+    QWidget* content = controller->window()->contentView();
+    EXPECT_GT(content->height(), 380);
+    EXPECT_EQ(content->size(), tljira::neededSize(content));
+    EXPECT_EQ(controller->window()->widget()->size(), content->size());
+    QApplication::setFont(usual);
 }
 
 TEST_F(JAWindowControllerTest, itsPanelsCarryTheNumberOfTheirSubviews)

@@ -1,3 +1,4 @@
+#include "platform/toolkit/views/FitContent.h"
 #include "platform/toolkit/views/ProgressIndicator.h"
 #include "platform/toolkit/views/View.h"
 #include "platform/toolkit/windows/Application.h"
@@ -5,6 +6,7 @@
 #include "tests/kit/GermanUser.h"
 #include "tests/shell/TLJiraUploadTest.h"
 
+#include <QApplication>
 #include <QTimer>
 #include <QWindow>
 
@@ -87,6 +89,16 @@ TEST_F(SessionWindowControllerTest, showsTheContainerAloneAtTheOriginInItsOwnSiz
     EXPECT_FALSE(entry->downloadViewContainer()->isHidden());
 }
 
+TEST_F(SessionWindowControllerTest, keepsWhatItShowsWhenItIsGivenNoContainer)
+{
+    openDecorated();
+    const QRectF before = entry->window()->frame();
+    entry->setActualView(nullptr);
+
+    EXPECT_TRUE(ui::isOnScreen(entry->jaLoginWindow()->view()));
+    EXPECT_EQ(entry->window()->frame(), before);
+}
+
 TEST_F(SessionWindowControllerTest, keepsTheContainerInStepWithTheWindowThatTheUserResizes)
 {
     openDecorated();
@@ -153,11 +165,13 @@ TEST_F(SessionWindowControllerTest, isDrawnAtOnceAndItsEdgesFollowAtASwitch)
     drainMainQueue();
     entry->downloadViewContainer()->resize(500, 320);
     const PaintCount paints(entry->view());
+    const PaintCount paintsOfContainer(entry->downloadViewContainer());
     entry->setActualView(entry->downloadViewContainer());
 
     EXPECT_EQ(entry->window()->frame().size(), QSizeF(508, 354));
     EXPECT_EQ(entry->window()->widget()->size(), QSize(600, 400));
     EXPECT_GT(paints.count, 0);
+    EXPECT_GT(paintsOfContainer.count, 0);
     EXPECT_TRUE(waitUntil([this] { return entry->window()->widget()->size() == QSize(500, 320); }));
 }
 
@@ -302,11 +316,13 @@ TEST_F(SessionCheckTest, endsTheSheetThatTheWindowIsAtCancel)
 TEST_F(SessionCheckTest, givesWayToWhatTheServerAnswers)
 {
     openWithoutAnAnswer();
+    const QPointer label = part<QLabel>("connectingLabel");
     server.release();
     ASSERT_TRUE(waitForBody());
     drainMainQueue();
 
     EXPECT_EQ(part<QLabel>("connectingLabel"), nullptr);
+    EXPECT_TRUE(waitUntil([&label] { return label.isNull(); }));
 }
 
 TEST_F(SessionCheckTest, hasTheWidthThatTheOtherStatesHave)
@@ -324,6 +340,79 @@ TEST_F(SessionCheckTest, hasTheWidthThatTheOtherStatesHave)
     EXPECT_THAT(widths, Each(480));
 }
 
+TEST_F(SessionCheckTest, hasAServersNameOnSeveralLinesOnlyWhereOneIsTooShort)
+{
+    openWithoutAnAnswer();
+    EXPECT_FALSE(part<QLabel>("connectingLabel")->wordWrap());
+    server.release();
+    ASSERT_TRUE(waitForBody());
+
+    client->setHost(QStringLiteral("http://%1.example.test/").arg(QString(60, u'm')));
+    open();
+    EXPECT_TRUE(part<QLabel>("connectingLabel")->wordWrap());
+}
+
+/// The window of a user with large letters.
+class LargeLettersTest : public SessionCheckTest
+{
+protected:
+    LargeLettersTest()
+    {
+        QFont large = usual;
+        large.setPointSize(24);
+        QApplication::setFont(large);
+    }
+    ~LargeLettersTest() override { QApplication::setFont(usual); }
+
+    const QFont usual = QApplication::font();
+};
+
+TEST_F(LargeLettersTest, leaveTheWindowItsWidthWhenTheSessionIsThere)
+{
+    openWithoutAnAnswer();
+    const int before = entry->window()->widget()->width();
+    server.release();
+    ASSERT_TRUE(waitForBody());
+    ASSERT_TRUE(waitUntil([this] { return entry->window()->widget()->size() == entry->view()->size(); }));
+
+    EXPECT_EQ(entry->window()->widget()->width(), before);
+    EXPECT_GT(before, 480);
+}
+
+TEST_F(LargeLettersTest, needNoMoreThanEachStateHasFromTheBeginning)
+{
+    entry = TLJiraUpload::initWithName(LoneDocument::name(), document.path());
+    ASSERT_NE(entry->window(), nullptr);
+    const QList<QWidget*> states{entry->view(), entry->loginViewContainer(), entry->downloadViewContainer()};
+    for (QWidget* state : states) {
+        EXPECT_GT(state->width(), 480) << state->objectName().toStdString();
+        EXPECT_EQ(state->width(), entry->view()->width()) << state->objectName().toStdString();
+        EXPECT_GE(state->height(), tljira::neededSize(state).height()) << state->objectName().toStdString();
+    }
+}
+
+TEST_F(SessionWindowControllerTest, growsSmoothlyWithANameThatIsHigherThanTheOthers)
+{
+    logIn();
+    server.misbehave(standin::Match::on("/rest/api/2/myself"), standin::Fault().hold(standin::Point::responseHead(0)));
+    open();
+    ASSERT_TRUE(waitForBody());
+    waitForHeldExchange();
+    ASSERT_TRUE(waitUntil([this] { return entry->window()->widget()->size() == entry->view()->size(); }));
+    QLabel* name = entry->headViewController()->nameLabel();
+    ASSERT_TRUE(name->isHidden());
+    name->setMinimumHeight(300);
+    const QRectF before = entry->window()->frame();
+    const QSize shown = entry->window()->widget()->size();
+    server.release();
+    ASSERT_TRUE(waitUntil([name] { return !name->text().isEmpty(); }));
+
+    EXPECT_GT(entry->window()->frame().height(), before.height());
+    EXPECT_GE(entry->view()->height(), tljira::neededSize(entry->view()).height());
+    EXPECT_EQ(entry->window()->widget()->size(), shown);
+    EXPECT_TRUE(waitUntil([this] { return entry->window()->widget()->size() == entry->view()->size(); }));
+}
+
 /// What the user has to fill in is where the keyboard is.
 TEST_F(SessionWindowControllerTest, leadsTheKeyboardToTheFirstEmptyField)
 {
@@ -333,6 +422,28 @@ TEST_F(SessionWindowControllerTest, leadsTheKeyboardToTheFirstEmptyField)
 
     EXPECT_EQ(entry->jaLoginWindow()->hostTextField()->text(), address);
     EXPECT_EQ(entry->window()->widget()->focusWidget(), entry->jaLoginWindow()->emailTextField());
+}
+
+TEST_F(SessionWindowControllerTest, leadsTheKeyboardPastFieldsThatCannotBeFilledIn)
+{
+    entry = TLJiraUpload::init();
+    ASSERT_NE(entry->window(), nullptr);
+    entry->jaLoginWindow()->hostTextField()->hide();
+    entry->jaLoginWindow()->emailTextField()->setEnabled(false);
+    entry->showWindow();
+    ASSERT_TRUE(waitForLoginForm());
+
+    EXPECT_EQ(entry->window()->widget()->focusWidget(), entry->jaLoginWindow()->passwordTextField());
+}
+
+TEST_F(SessionWindowControllerTest, leavesTheKeyboardInAContainerThatIsShownAgain)
+{
+    openDecorated();
+    QLineEdit* field = entry->jaLoginWindow()->passwordTextField();
+    field->setFocus();
+    entry->jaInvalidSession();
+
+    EXPECT_EQ(entry->window()->widget()->focusWidget(), field);
 }
 
 } // namespace

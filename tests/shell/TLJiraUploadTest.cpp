@@ -194,7 +194,10 @@ TEST_F(TLJiraUploadTest, asksForALoginWhenTheServerIsDown)
     client->setHost(deadAddress);
     open();
 
-    EXPECT_TRUE(waitForLoginForm());
+    ASSERT_TRUE(waitForLoginForm());
+    drainMainQueue();
+    EXPECT_FALSE(ui::isOnScreen(entry->jaLoginWindow()->errorLabel()));
+    EXPECT_EQ(entry->jaLoginWindow()->errorLabel()->text(), QString());
 }
 
 TEST_F(TLJiraUploadTest, uploadsAfterARefusedAndAnAcceptedLogin)

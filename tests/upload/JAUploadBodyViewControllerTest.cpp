@@ -5,6 +5,7 @@
 #include "platform/toolkit/views/Layer.h"
 #include "platform/toolkit/views/View.h"
 #include "platform/toolkit/windows/Alert.h"
+#include "platform/toolkit/windows/AlertView.h"
 #include "platform/toolkit/windows/OpenPanel.h"
 #include "tests/kit/GermanUser.h"
 #include "tests/kit/HeldGlobalQueue.h"
@@ -110,6 +111,12 @@ TEST_F(JAUploadBodyViewControllerTest, dimsWithBlackAtFourTenths)
     EXPECT_NEAR(layer->backgroundColor()->alphaF(), 0.4, 0.001);
 }
 
+TEST_F(JAUploadBodyViewControllerTest, dimsOnTopOfEverythingButNotBesideASheet)
+{
+    EXPECT_EQ(tljira::subviews(panel->view()).last(), panel->shadow());
+    EXPECT_TRUE(tljira::Layer::layerOf(panel->shadow())->isShade());
+}
+
 TEST_F(JAUploadBodyViewControllerTest, keepsTheShadowOverAllOfThePanel)
 {
     panel->jaInvalidSession();
@@ -176,6 +183,42 @@ TEST_F(JAUploadBodyViewControllerTest, cancelsNothingInAWindowThatIsNoSheet)
     EXPECT_TRUE(window->isVisible());
 }
 
+TEST_F(JAUploadBodyViewControllerTest, comesBackFromTheSheetWhereTheHostHasTakenTheKeyFieldAway)
+{
+    upload();
+    ASSERT_EQ(outcome(), QStringLiteral("DONE"));
+    delete panel->taskTextField();
+    ui::click(sheet()->cancelButton());
+
+    EXPECT_EQ(window->attachedSheet(), nullptr);
+    EXPECT_FALSE(ui::isShown(panel->shadow()));
+}
+
+/// Hears when the window loses the keyboard.
+class KeyboardListener : public tljira::WindowDelegate
+{
+public:
+    explicit KeyboardListener(std::function<void()> lost)
+        : m_lost(std::move(lost))
+    {
+    }
+    void windowDidResignKey(tljira::Window&) override { m_lost(); }
+
+private:
+    const std::function<void()> m_lost;
+};
+
+TEST_F(JAUploadBodyViewControllerTest, isUploadingWhenTheSheetTakesTheKeyboard)
+{
+    std::vector<bool> answers;
+    const auto listener = std::make_shared<KeyboardListener>([&] { answers.push_back(panel->isUploading()); });
+    window->setDelegate(listener);
+    upload();
+
+    EXPECT_THAT(answers, ElementsAre(true));
+    EXPECT_EQ(outcome(), QStringLiteral("DONE"));
+}
+
 TEST_F(JAUploadBodyViewControllerTest, showsAlerts)
 {
     QString title;
@@ -227,11 +270,25 @@ protected:
     bool isOnScreen(const char* name) const { return ui::isOnScreen(part<QWidget>(name)); }
     QString textOf(const char* name) const { return part<QLabel>(name)->text(); }
 
+    void succeed()
+    {
+        upload();
+        ASSERT_TRUE(waitUntil([this] { return isDone(); }));
+        ui::click(sheet()->cancelButton());
+    }
     void fail()
     {
         upload(QStringLiteral("NO-1"));
         ASSERT_TRUE(waitUntil([this] { return hasFailed(); }));
         ui::click(sheet()->cancelButton());
+    }
+    /// Until the document that is looked for has been found or not.
+    static void waitForDisk()
+    {
+        {
+            const HeldGlobalQueue allThatWasAskedBefore;
+        }
+        drainMainQueue();
     }
 };
 
@@ -259,12 +316,12 @@ TEST_F(DocumentStateTest, isLookedAtOnAnotherThread)
 TEST_F(DocumentStateTest, isKnownToBeAttachedAfterASuccess)
 {
     EXPECT_EQ(panel->cancelButton()->text(), QStringLiteral("Cancel"));
-    upload();
-    ASSERT_TRUE(waitUntil([this] { return isDone(); }));
-    ui::click(sheet()->cancelButton());
+    succeed();
 
     EXPECT_TRUE(isOnScreen("attachedLine"));
     EXPECT_EQ(textOf("attachedLabel"), QStringLiteral("Attached to ABC-1"));
+    EXPECT_TRUE(isOnScreen("documentIcon"));
+    EXPECT_FALSE(isOnScreen("documentSize"));
     EXPECT_FALSE(isOnScreen("goneLine"));
     EXPECT_EQ(panel->cancelButton()->text(), QStringLiteral("Close"));
     EXPECT_EQ(panel->cancelButton()->accessibleName(), QStringLiteral("Close"));
@@ -280,9 +337,76 @@ TEST_F(DocumentStateTest, isGoneAfterAFailureInThePlaceOfItsName)
     EXPECT_EQ(textOf("goneLabel"),
               QStringLiteral("The document is gone. Close this window and attach the document again."));
     EXPECT_FALSE(ui::isOnScreen(panel->pathLabel()));
+    EXPECT_FALSE(isOnScreen("documentIcon"));
+    EXPECT_FALSE(isOnScreen("documentSize"));
     EXPECT_EQ(panel->pathLabel()->text(), LoneDocument::name());
     EXPECT_EQ(panel->cancelButton()->text(), QStringLiteral("Close"));
     EXPECT_TRUE(panel->uploadFileButton()->isEnabled());
+}
+
+TEST_F(DocumentStateTest, isToldToBeGoneOnce)
+{
+    int announced = 0;
+    QObject::connect(part<tljira::AlertView>("goneLine"), &tljira::AlertView::announced, [&announced] { ++announced; });
+    fail();
+    EXPECT_TRUE(waitUntil([&announced] { return announced == 1; }));
+    fail();
+    waitForDisk();
+
+    EXPECT_TRUE(isOnScreen("goneLine"));
+    EXPECT_EQ(announced, 1);
+}
+
+TEST_F(DocumentStateTest, remainsAttachedWhenItCannotBeSentAgain)
+{
+    succeed();
+    fail();
+    waitForDisk();
+
+    EXPECT_TRUE(isOnScreen("attachedLine"));
+    EXPECT_EQ(textOf("attachedLabel"), QStringLiteral("Attached to ABC-1"));
+    EXPECT_FALSE(isOnScreen("goneLine"));
+}
+
+TEST_F(DocumentStateTest, isNotAttachedByTheEndOfAnotherOne)
+{
+    const LoneDocument another("another one");
+    holdUploadsAfter(0);
+    upload();
+    waitForHeldExchange();
+    panel->setNewPathFile(another.path(), LoneDocument::name());
+    server.release();
+    ASSERT_TRUE(waitUntil([this] { return isDone(); }));
+    ui::click(sheet()->cancelButton());
+
+    EXPECT_FALSE(isOnScreen("attachedLine"));
+    EXPECT_EQ(panel->cancelButton()->text(), QStringLiteral("Cancel"));
+}
+
+TEST_F(DocumentStateTest, isNotGoneWhereThereWasNone)
+{
+    panel->setNewPathFile(std::nullopt, std::nullopt);
+    waitForDisk();
+
+    EXPECT_FALSE(isOnScreen("goneLine"));
+    EXPECT_EQ(panel->cancelButton()->text(), QStringLiteral("Cancel"));
+}
+
+TEST_F(DocumentStateTest, makesTheWindowGrowWhereItsNameNeedsMoreRoom)
+{
+    fail();
+    ASSERT_TRUE(waitUntil([this] { return isOnScreen("goneLine"); }));
+    waitForDisk();
+    QFont large = panel->pathLabel()->font();
+    large.setPointSize(80);
+    panel->pathLabel()->setFont(large);
+    const int before = window->widget()->height();
+    const LoneDocument another;
+    panel->setNewPathFile(another.path(), LoneDocument::name());
+
+    EXPECT_EQ(window->widget()->height(), before) << "it jumps";
+    EXPECT_TRUE(waitUntil([&] { return window->widget()->height() > before; }));
+    EXPECT_TRUE(waitUntil([&] { return panel->pathLabel()->height() >= panel->pathLabel()->sizeHint().height(); }));
 }
 
 class GermanUploadTest : tests::GermanUser, public DocumentStateTest

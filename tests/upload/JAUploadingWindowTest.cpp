@@ -1,15 +1,18 @@
 #include "upload/JAUploadingWindow.h"
 
+#include "platform/toolkit/views/FitContent.h"
 #include "platform/toolkit/views/TransferRate.h"
 #include "platform/toolkit/views/View.h"
 #include "platform/toolkit/windows/AlertView.h"
 #include "tests/kit/JiraTest.h"
 
+#include <QBoxLayout>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QLabel>
 #include <QRegularExpression>
 #include <QScrollArea>
+#include <QTimer>
 #include <QtTest/QTest>
 
 #include <limits>
@@ -40,6 +43,19 @@ protected:
     }
     QString textOf(const char* name) const { return part<QLabel>(name)->text(); }
     bool isOnScreen(const char* name) const { return ui::isOnScreen(part<QWidget>(name)); }
+    const QWidget* focused() const { return sheet->window()->widget()->focusWidget(); }
+    int height() const { return sheet->window()->widget()->height(); }
+    QString sizeThatTakesTheLine() const
+    {
+        const int digit = sheet->sizeLabel()->fontMetrics().horizontalAdvance(u'8');
+        return QString(sheet->uploadingView()->width() / digit, u'8');
+    }
+    static void enlarge(QWidget* view)
+    {
+        QFont large = view->font();
+        large.setPointSize(80);
+        view->setFont(large);
+    }
 
     /// What screen readers are told, in order.
     QStringList announced;
@@ -69,6 +85,14 @@ TEST_F(JAUploadingWindowTest, fillsTheContainerWithEachOfItsViewsInOrder)
     EXPECT_EQ(tljira::subviews(sheet->containerView()), views);
     for (const QWidget* view : views)
         EXPECT_EQ(view->geometry(), sheet->containerView()->rect()) << view->objectName().toStdString();
+}
+
+TEST_F(JAUploadingWindowTest, hasRoomForEachOfItsViewsFromTheBeginning)
+{
+    for (QWidget* view : {sheet->uploadingView(), sheet->errorView(), sheet->successView()}) {
+        EXPECT_LE(tljira::neededSize(view).height(), sheet->containerView()->height())
+            << view->objectName().toStdString();
+    }
 }
 
 TEST_F(JAUploadingWindowTest, keepsItsViewsAtTheSizeOfTheContainer)
@@ -207,6 +231,29 @@ TEST_F(JAUploadingWindowTest, callsItsButtonByWhatItDoes)
     EXPECT_EQ(sheet->cancelButton()->accessibleName(), QStringLiteral("Close"));
 }
 
+TEST_F(JAUploadingWindowTest, hasItsButtonForTheReturnKeyOnlyAfterTheEnd)
+{
+    sheet->setUploadingState(5, QString());
+    EXPECT_FALSE(sheet->cancelButton()->isDefault());
+    EXPECT_EQ(focused(), sheet->uploadingProgressBar());
+    sheet->setSuccessState();
+    EXPECT_TRUE(sheet->cancelButton()->isDefault());
+    EXPECT_EQ(focused(), sheet->cancelButton());
+    sheet->setUploadingState(5, QString());
+    EXPECT_FALSE(sheet->cancelButton()->isDefault());
+    EXPECT_EQ(focused(), sheet->uploadingProgressBar());
+}
+
+TEST_F(JAUploadingWindowTest, leavesTheKeyboardWhereTheUserTookItWhileProgressComes)
+{
+    sheet->setUploadingState(5, QString());
+    ui::press(sheet->window()->widget(), Qt::Key_Tab);
+    ASSERT_EQ(focused(), sheet->cancelButton());
+    sheet->setUploadingState(6, QString());
+
+    EXPECT_EQ(focused(), sheet->cancelButton());
+}
+
 TEST_F(JAUploadingWindowTest, endsTheSheetWithCodeZeroWhileUploading)
 {
     sheet->setUploadingState(5, QString());
@@ -341,6 +388,43 @@ TEST_F(JAUploadingWindowTest, staysAtItsPercentsWhileNothingComes)
     tljira::TransferRate::setUsualClock({});
 }
 
+/// Timers that are due at the same time fire in the order in which they were to.
+TEST_F(JAUploadingWindowTest, renewsWhatItSaysOnceASecondWhileNothingComes)
+{
+    int looks = 0;
+    tljira::TransferRate::setUsualClock([&looks] {
+        ++looks;
+        return std::chrono::milliseconds(0);
+    });
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(60, QString());
+    std::optional<int> afterHalfASecond;
+    std::optional<int> afterOneAndAHalf;
+    QTimer::singleShot(500, Qt::PreciseTimer, [&] { afterHalfASecond = looks; });
+    sheet->setSent(6, 10);
+    const int before = looks;
+    QTimer::singleShot(1500, Qt::PreciseTimer, [&] { afterOneAndAHalf = looks; });
+    ASSERT_TRUE(waitUntil([&] { return afterOneAndAHalf.has_value(); }));
+    tljira::TransferRate::setUsualClock({});
+
+    EXPECT_EQ(afterHalfASecond, before);
+    EXPECT_GT(afterOneAndAHalf, before);
+}
+
+TEST_F(JAUploadingWindowTest, renewsNothingOnceItHasEnded)
+{
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(100, QString());
+    sheet->setSent(10, 10);
+    sheet->setSuccessState();
+    bool isLater = false;
+    QTimer::singleShot(1500, Qt::PreciseTimer, [&isLater] { isLater = true; });
+    ASSERT_TRUE(waitUntil([&isLater] { return isLater; }));
+
+    EXPECT_FALSE(isOnScreen("rateLabel"));
+    EXPECT_EQ(textOf("rateLabel"), QString());
+}
+
 /// The sheet renews what it says by itself while nothing comes.
 TEST_F(JAUploadingWindowTest, countsNothingOfTheUploadBeforeWhileTheNextOneHasNotBegun)
 {
@@ -372,8 +456,7 @@ TEST_F(JAUploadingWindowTest, putsTheRateBelowASizeThatTakesTheLineUntilTheNextU
     EXPECT_FALSE(isBelow());
     EXPECT_FALSE(part<QLabel>("rateLabel")->wordWrap());
 
-    const int width = sheet->uploadingView()->width() / sheet->sizeLabel()->fontMetrics().horizontalAdvance(u'8');
-    sheet->setUploadingState(60, QString(width, u'8'));
+    sheet->setUploadingState(60, sizeThatTakesTheLine());
     sheet->setSent(6, 10);
     EXPECT_TRUE(isBelow());
     EXPECT_TRUE(part<QLabel>("rateLabel")->wordWrap());
@@ -391,31 +474,40 @@ TEST_F(JAUploadingWindowTest, putsTheRateBelowASizeThatTakesTheLineUntilTheNextU
 TEST_F(JAUploadingWindowTest, growsWhereTheRateBelowTheSizeNeedsMoreRoom)
 {
     auto* rate = part<QLabel>("rateLabel");
-    QFont large = rate->font();
-    large.setPointSize(80);
-    rate->setFont(large);
-    const int before = sheet->window()->widget()->height();
+    enlarge(rate);
+    const int before = height();
     sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
-    sheet->setUploadingState(60, QStringLiteral(" 4.8 / 8.00 mb"));
+    sheet->setUploadingState(60, sizeThatTakesTheLine());
     sheet->setSent(6, 10);
 
-    EXPECT_TRUE(waitUntil([&] { return sheet->window()->widget()->height() > before; }));
+    EXPECT_EQ(height(), before) << "it jumps";
+    EXPECT_TRUE(waitUntil([&] { return height() > before; }));
     EXPECT_TRUE(waitUntil([&] { return rate->height() >= rate->heightForWidth(rate->width()); }));
 }
 
 TEST_F(JAUploadingWindowTest, growsWhereTheWordsOfItsSuccessNeedMoreRoom)
 {
     auto* done = part<QLabel>("doneLabel");
-    QFont large = done->font();
-    large.setPointSize(80);
-    done->setFont(large);
+    enlarge(done);
     sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
     sheet->setUploadingState(60, QString());
-    const int before = sheet->window()->widget()->height();
+    const int before = height();
     sheet->setSuccessState();
 
-    EXPECT_TRUE(waitUntil([&] { return sheet->window()->widget()->height() > before; }));
+    EXPECT_EQ(height(), before) << "it jumps";
+    EXPECT_TRUE(waitUntil([&] { return height() > before; }));
     EXPECT_TRUE(waitUntil([&] { return done->height() >= done->heightForWidth(done->width()); }));
+}
+
+TEST_F(JAUploadingWindowTest, growsWhereTheWordsOfAnErrorNeedMoreRoom)
+{
+    enlarge(sheet->errortitle());
+    const int before = height();
+    sheet->setErrorState(refused);
+
+    EXPECT_EQ(height(), before) << "it jumps";
+    EXPECT_TRUE(waitUntil([&] { return height() > before; }));
+    EXPECT_TRUE(waitUntil([&] { return sheet->errortitle()->height() >= sheet->errortitle()->sizeHint().height(); }));
 }
 
 TEST_F(JAUploadingWindowTest, waitsForTheServerOnceAllIsSent)
@@ -494,10 +586,35 @@ TEST_F(JAUploadingWindowTest, announcesAnErrorWithAllThatItSays)
     EXPECT_THAT(announced.first().toStdString(), AllOf(StartsWith("Error\nNot allowed here.\n"), HasSubstr("right")));
 }
 
+TEST_F(JAUploadingWindowTest, goesOnWithoutAPlaceForTheRate)
+{
+    part<QLabel>("rateLabel")->setObjectName(QStringLiteral("other"));
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(60, QString());
+    sheet->setSent(6, 10);
+    sheet->setSuccessState();
+
+    EXPECT_EQ(textOf("doneLabel"), QStringLiteral("Attached to ABC-1"));
+}
+
+TEST_F(JAUploadingWindowTest, goesOnWithoutARowForSizeAndRate)
+{
+    sheet->uploadingView()
+        ->findChild<QBoxLayout*>(QStringLiteral("sizeLayout"))
+        ->setObjectName(QStringLiteral("other"));
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
+    sheet->setUploadingState(60, sizeThatTakesTheLine());
+    sheet->setSent(6, 10);
+
+    EXPECT_EQ(textOf("rateLabel"), QStringLiteral("60 %"));
+}
+
 TEST(JAUploadingWindowBeforeLoadingTest, takesEveryCallQuietly)
 {
     const auto sheet = JAUploadingWindow::init();
+    sheet->setDocument(QStringLiteral("plan.tessaloom"), QStringLiteral("ABC-1"));
     sheet->setUploadingState(1, QString());
+    sheet->setSent(6, 10);
     sheet->setErrorState(refused);
     sheet->setSuccessState();
 

@@ -29,10 +29,16 @@ QSize neededSizeAsLaidOut(QWidget* view)
 
 void growToFit(const std::shared_ptr<Window>& window, bool animate)
 {
+    if (QWidget* content = window ? window->contentView() : nullptr)
+        growTo(neededSize(content), window, animate);
+}
+
+void growTo(const QSize& contentSize, const std::shared_ptr<Window>& window, bool animate)
+{
     QWidget* content = window ? window->contentView() : nullptr;
     if (!content)
         return;
-    const QSize missing = (neededSize(content) - content->size()).expandedTo(QSize(0, 0));
+    const QSize missing = (contentSize - content->size()).expandedTo(QSize(0, 0));
     if (missing.isNull())
         return;
     // A window that has no place yet does not get one.

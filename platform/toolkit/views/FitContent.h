@@ -21,4 +21,7 @@ QSize neededSizeAsLaidOut(QWidget* view);
 /// stays where it is. Null windows, and those that are large enough, stay as they are.
 void growToFit(const std::shared_ptr<Window>& window, bool animate);
 
+/// The same for a content that is to be larger than it needs.
+void growTo(const QSize& contentSize, const std::shared_ptr<Window>& window, bool animate);
+
 } // namespace tljira

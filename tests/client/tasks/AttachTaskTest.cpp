@@ -6,12 +6,14 @@
 #include "platform/foundation/files/TemporaryDirectory.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <stdexcept>
+#include <thread>
 
 namespace {
 
@@ -353,6 +355,24 @@ TEST_F(AttachTaskTest, isCancelledFromItsProgress)
     EXPECT_EQ(steps.size(), 1U);
 }
 
+TEST_F(AttachTaskTest, tellsNothingOfWhatWasSentBeforeItWasCancelled)
+{
+    holdUploads(Point::responseHead(0));
+    std::shared_ptr<TLJiraTask> task;
+    task = TLJiraTask::attach({name, large}, QStringLiteral("ABC-1"), remember(), [&](qint64 bytes, qint64 ofBytes) {
+        steps.emplace_back(bytes, ofBytes);
+        // The rest leaves meanwhile, and the news of it waits for the event loop.
+        const QDeadlineTimer limit(std::chrono::seconds(60));
+        while (server.heldCount() == 0 && !limit.hasExpired())
+            std::this_thread::yield();
+        task->cancel();
+    });
+
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
+    EXPECT_EQ(steps.size(), 1U);
+}
+
 TEST_F(AttachTaskTest, aCancelAfterItsEndChangesNothing)
 {
     const auto task = attach("warp");
@@ -398,6 +418,18 @@ TEST_F(AttachTaskTest, letsGoOfWhatTheHostHandedInOnceItHasEnded)
     ASSERT_TRUE(waitForEnds());
 
     EXPECT_EQ(mark.use_count(), 1);
+}
+
+TEST_F(AttachTaskTest, hasLetGoOfWriterAndProgressWhenItTellsItsEnd)
+{
+    const auto mark = std::make_shared<int>();
+    std::optional<long> holders;
+    const auto task = TLJiraTask::attach(
+        {name, [mark](QIODevice& device) { return device.write("warp") == 4; }}, QStringLiteral("ABC-1"),
+        [&](const Result&) { holders = mark.use_count(); }, [mark](qint64, qint64) {});
+    ASSERT_TRUE(waitUntil([&] { return holders.has_value(); }));
+
+    EXPECT_EQ(holders, 1);
 }
 
 TEST_F(AttachTaskTest, tellsNobodyWhereNobodyWantsToHear)

@@ -5,6 +5,7 @@
 #include "platform/foundation/os/FileLock.h"
 #include "tests/kit/Files.h"
 #include "tests/kit/WaitUntil.h"
+#include "tests/platform/foundation/RoomFor.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -84,6 +85,35 @@ TEST(DocumentCopy, goesWithItsFolder)
         EXPECT_EQ(tests::contentsOf(copy.path()), QByteArray("wool"));
     }
     EXPECT_EQ(QDir(tljira::temporaryDirectory()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+}
+
+TEST(DocumentCopy, isMadeOfASingleByte)
+{
+    DocumentCopy copy;
+    ASSERT_EQ(copy.write({QStringLiteral("plan"), "w"}), std::nullopt);
+    EXPECT_EQ(tests::contentsOf(copy.path()), QByteArray("w"));
+}
+
+TEST(DocumentCopy, hasFailedWhereTheLastBytesFindNoRoom)
+{
+    const tests::RoomFor little(4);
+    DocumentCopy copy;
+    // Which nobody has noticed when the writer returns.
+    const auto writer = [](QIODevice& device) { return device.write("warp and weft") == 13; };
+    EXPECT_EQ(copy.write({QStringLiteral("plan"), writer}), qt_error_string(EFBIG));
+}
+
+TEST(DocumentCopy, hasFailedWhereTheWriterGoesOnAfterBytesThatFoundNoRoom)
+{
+    DocumentCopy copy;
+    const auto writer = [](QIODevice& device) {
+        {
+            const tests::RoomFor little(65536);
+            EXPECT_EQ(device.write(QByteArray(1 << 20, 'w')), -1);
+        }
+        return device.write("weft") == 4;
+    };
+    EXPECT_EQ(copy.write({QStringLiteral("plan"), writer}), qt_error_string(EFBIG));
 }
 
 TEST(DocumentCopy, isLockedAsLongAsItLives)

@@ -56,6 +56,14 @@ TEST_F(FetchTaskTest, tellsHowFarItIs)
     EXPECT_EQ(steps.back(), (std::pair<qint64, qint64>(1 << 20, 1 << 20)));
 }
 
+TEST_F(FetchTaskTest, tellsOfASingleByte)
+{
+    fetch(store("plan.tessaloom", "w"));
+    ASSERT_TRUE(waitForEnds());
+
+    EXPECT_THAT(steps, testing::ElementsAre(std::pair<qint64, qint64>(1, 1)));
+}
+
 TEST_F(FetchTaskTest, bringsAnAttachmentOfAnyName)
 {
     fetch(store("notes.txt", "wool"));
@@ -117,6 +125,34 @@ TEST_F(FetchTaskTest, twoRunSideBySide)
         EXPECT_EQ(contentsOf(end.path), isOne ? QByteArray(1 << 20, 'w') : QByteArray(1 << 19, 's'));
     }
     EXPECT_NE(ends[0].attachmentName, ends[1].attachmentName);
+}
+
+TEST_F(FetchTaskTest, goesOnWhereTheOneBesideItBreaks)
+{
+    server.misbehave(Match::on("*/one.tessaloom"), Fault().close(Point::responseBody(1 << 19)));
+    server.misbehave(Match::on("*/other.tessaloom"), Fault().hold(Point::responseBody(1 << 19)));
+    fetch(store("other.tessaloom", large));
+    ASSERT_TRUE(waitForHeld());
+    fetch(store("one.tessaloom", large));
+    ASSERT_TRUE(waitForEnds());
+    EXPECT_EQ(ends[0].outcome, Outcome::Failed);
+    server.release();
+
+    ASSERT_TRUE(waitForEnds(2));
+    EXPECT_EQ(ends[1].outcome, Outcome::Done);
+    EXPECT_EQ(ends[1].attachmentName, QStringLiteral("other.tessaloom"));
+}
+
+TEST_F(FetchTaskTest, hasLetGoOfProgressWhenItTellsItsEnd)
+{
+    const auto mark = std::make_shared<int>();
+    std::optional<long> holders;
+    const auto id = QString::number(store("plan.tessaloom", "wool"));
+    const auto task = TLJiraTask::fetch(
+        QStringLiteral("ABC-1"), id, [&](const Result&) { holders = mark.use_count(); }, [mark](qint64, qint64) {});
+    ASSERT_TRUE(waitUntil([&] { return holders.has_value(); }));
+
+    EXPECT_EQ(holders, 1);
 }
 
 TEST_F(FetchTaskTest, letsGoOfWhatTheHostHandedInOnceItHasEnded)
@@ -295,6 +331,7 @@ TEST_F(FetchTaskFailure, whereTheServerSendsTooMuch)
     // Nobody waits for the rest.
     expectFailure();
     EXPECT_EQ(errorText(), "The server sent more than the 4 bytes that the document has.");
+    EXPECT_THAT(steps, testing::Each(testing::Pair(testing::Le(4), 4)));
     EXPECT_TRUE(waitForNoConnection());
 }
 

@@ -221,6 +221,26 @@ TEST_F(SignInTaskTest, isNotHalfUndoneWhereItIsCancelledWhenTheServerHasAccepted
     EXPECT_EQ(server.lastRequest().header("Host"), "other.example.test");
 }
 
+TEST_F(SignInTaskTest, savesNothingWhereItIsCancelledWhenTheServerHasRefused)
+{
+    signInAndWait();
+    const auto session = JALoginObject::restoreSession();
+    const auto impatient = std::make_shared<CancelAtAnswer>();
+    client::TransferListener::add(impatient);
+    for (const auto& answer :
+         {Fault().status(200, "<html>log in</html>", "text/html"), Fault().status(401, "{}", "application/json")}) {
+        ends.clear();
+        server.misbehave(Match::on(sessionPath).once(), answer);
+        impatient->task = signIn(Jira::otherAddress);
+
+        ASSERT_TRUE(waitForEnds());
+        impatient->task = nullptr;
+        EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
+        EXPECT_EQ(JALoginObject::restoreSession(), session);
+        EXPECT_EQ(savedServer(), QJsonValue(Jira::address));
+    }
+}
+
 // Who is signed in.
 
 class UserTaskTest : public SignInTaskTest
@@ -304,6 +324,19 @@ TEST_F(UserTaskTest, isCancelledWhileTheServerThinks)
     EXPECT_TRUE(waitForNoConnection());
 }
 
+TEST_F(UserTaskTest, namesNobodyWhereItIsCancelledWhenTheAnswerIsThere)
+{
+    signInAndWait();
+    const auto impatient = std::make_shared<CancelAtAnswer>();
+    client::TransferListener::add(impatient);
+    impatient->task = ask();
+
+    ASSERT_TRUE(waitForEnds());
+    impatient->task = nullptr;
+    EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
+    EXPECT_EQ(user, nullptr);
+}
+
 // The documents of an issue.
 
 class ListTaskTest : public TaskTest
@@ -369,6 +402,19 @@ TEST_F(ListTaskTest, isCancelledWhileTheServerThinks)
     EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
     EXPECT_THAT(listed, IsEmpty());
     EXPECT_TRUE(waitForNoConnection());
+}
+
+TEST_F(ListTaskTest, namesNoDocumentsWhereItIsCancelledWhenTheAnswerIsThere)
+{
+    store("plan.tessaloom", "wool");
+    const auto impatient = std::make_shared<CancelAtAnswer>();
+    client::TransferListener::add(impatient);
+    impatient->task = list();
+
+    ASSERT_TRUE(waitForEnds());
+    impatient->task = nullptr;
+    EXPECT_EQ(ends[0].outcome, Outcome::Cancelled);
+    EXPECT_THAT(listed, IsEmpty());
 }
 
 TEST_F(ListTaskTest, hasLetGoOfTheServerWhenItTellsItsEnd)

@@ -29,7 +29,12 @@ public:
     using SingleEnd::keep;
 
 private:
-    void stop() override { m_events.push_back("stopped"); }
+    void stop() override
+    {
+        // What it breaks off may end at once.
+        EXPECT_TRUE(isOver());
+        m_events.push_back("stopped");
+    }
     void tell() override { m_events.push_back("told"); }
 
     std::vector<std::string>& m_events;
