@@ -7,6 +7,7 @@
 
 #include <QBoxLayout>
 #include <QScrollBar>
+#include <QTimeZone>
 #include <QtTest/QTest>
 
 #include <algorithm>
@@ -237,7 +238,7 @@ TEST_F(JAListAttachedFilesWindowListTest, showsDatesInTheUsersMediumStyle)
 {
     showOne({{QStringLiteral("created"), QStringLiteral("2017-03-14T10:22:33.123+0100")}});
     const QString expected = tljira::DateFormatter::withMediumStyle().stringFromDate(
-        QDateTime(QDate(2017, 3, 14), QTime(9, 22, 33, 123), Qt::UTC));
+        QDateTime(QDate(2017, 3, 14), QTime(9, 22, 33, 123), QTimeZone::utc()));
     EXPECT_EQ(cell().dateLabel()->text(), expected);
     EXPECT_TRUE(expected.contains(QStringLiteral("2017")));
 }

@@ -27,7 +27,7 @@ std::optional<QDateTime> dateOf(const char* created)
 
 QDateTime utc(int hour, int minute, int second, int millisecond)
 {
-    return QDateTime(QDate(2017, 3, 14), QTime(hour, minute, second, millisecond), Qt::UTC);
+    return QDateTime(QDate(2017, 3, 14), QTime(hour, minute, second, millisecond), QTimeZone::utc());
 }
 
 TEST(JAAttachmentObject, readsEveryPropertyFromItsKey)
