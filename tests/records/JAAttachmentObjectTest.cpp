@@ -1,7 +1,7 @@
 #include "records/JAAttachmentObject.h"
-#include "tests/records/Json.h"
 #include "tests/kit/LogCapture.h"
 #include "tests/kit/Printers.h"
+#include "tests/records/Json.h"
 
 #include <QLoggingCategory>
 #include <QTimeZone>
