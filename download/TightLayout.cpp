@@ -69,11 +69,11 @@ int neededHeight(const QWidget& view, int width)
     return height + std::max(count - 1, 0) * layout.spacing();
 }
 
-/// From the inside to the outside: layouts keep what they have learned of a view inside until it tells them.
+/// Layouts keep what they have learned of a view inside until it tells them.
 void forgetOldSizes(const QWidget* view)
 {
-    const QList<QWidget*> inside = view->findChildren<QWidget*>();
-    std::for_each(inside.rbegin(), inside.rend(), [](QWidget* child) { child->updateGeometry(); });
+    for (QWidget* child : view->findChildren<QWidget*>())
+        child->updateGeometry();
 }
 
 void letGo(const QList<QWidget*>& views, bool isGone)

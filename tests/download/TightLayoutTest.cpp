@@ -145,6 +145,27 @@ TEST_F(TightLayoutTest, knowsHowHighATextIsThatWraps)
     expectTight();
 }
 
+TEST_F(TightLayoutTest, seesAtOnceThatAViewInsideAViewHasGrown)
+{
+    QWidget* const inner = block(10);
+    QWidget* outer = inner;
+    for (int depth = 0; depth < 2; ++depth) {
+        auto* group = new QWidget;
+        auto* inside = new QVBoxLayout(group);
+        inside->setContentsMargins(0, 0, 0, 0);
+        inside->addWidget(outer);
+        outer = group;
+    }
+    layout->addWidget(outer);
+    outer->show();
+    const int height = roomy + 12 + 10;
+    fitIntoHeight(&view, width, height);
+    expectRoomy();
+    inner->setFixedHeight(30);
+    fitIntoHeight(&view, width, height);
+    expectTight();
+}
+
 TEST(TightLayout, doesNothingWhereThereIsNoViewOrNoLayout)
 {
     fitIntoHeight(nullptr, width, 0);
