@@ -134,6 +134,19 @@ Row startRow(const Bench& bench)
             true};
 }
 
+/// What no program with these libraries goes below.
+Row loadingRow(const Bench& bench)
+{
+    const Comparison comparison =
+        compareProcesses(transferRuns * bench.runs, {LIBRARIES_ALONE_PATH}, peerUpload(bench, small));
+    return {"a program that loads Qt Core and libcurl and does nothing (curl -F of 1 KiB)",
+            seconds(comparison.ours),
+            seconds(comparison.peer),
+            times(comparison.ratio),
+            "stated",
+            true};
+}
+
 std::string named(const char* what, long long size)
 {
     return std::string(what) + " of " + mebibytes(static_cast<double>(size));
@@ -154,6 +167,7 @@ std::vector<Row> transferCases(const Bench& bench)
         rows.push_back(memoryRow(bench, named("download", size), ourDownload, size));
     }
     rows.push_back(startRow(bench));
+    rows.push_back(loadingRow(bench));
     return rows;
 }
 
