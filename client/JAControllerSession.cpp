@@ -43,7 +43,7 @@ bool isByToken()
 /// Whether the keyring has this session already.
 bool isKept(const QJsonObject& dictionary)
 {
-    return records::usesKeyring() && client::isLoginInKeyring() &&
+    return client::isLoginInKeyring() &&
            records::secretsOf(*JALoginObject::initWithDictionary(dictionary)) == records::secretsInMemory();
 }
 

@@ -186,7 +186,6 @@ void JAUploadBodyViewController::showDocumentSize(const std::optional<qint64>& s
     auto* label = tljira::findView<QLabel>(uploadView(), "documentSize");
     tljira::setText(label,
                     size ? QLocale().formattedDataSize(*size, 1, QLocale::DataSizeTraditionalFormat) : QString());
-    tljira::setHidden(label, !size);
 }
 
 void JAUploadBodyViewController::showDocumentIs(DocumentIs state, const QString& key)
