@@ -1,6 +1,7 @@
 #include "records/CreatedDate.h"
 
-#include <QRegularExpression>
+#include "platform/foundation/values/Match.h"
+
 #include <QTimeZone>
 
 namespace records {
@@ -21,7 +22,7 @@ const QRegularExpression& form()
 
 std::optional<QDateTime> createdDate(const QString& text)
 {
-    const auto match = form().match(text.trimmed());
+    const auto match = tljira::match(form(), text.trimmed());
     const auto number = [&match](const char16_t* field) { return match.capturedView(QStringView(field)).toInt(); };
     const QDate date(number(u"year"), number(u"month"), number(u"day"));
     const int milliseconds = match.captured(QStringLiteral("fraction")).leftJustified(3, u'0', true).toInt();

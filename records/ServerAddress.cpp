@@ -1,10 +1,9 @@
 #include "records/ServerAddress.h"
 
 #include "platform/foundation/values/Format.h"
+#include "platform/foundation/values/Match.h"
 #include "platform/foundation/values/URL.h"
 #include "records/TLJiraOptions.h"
-
-#include <QRegularExpression>
 
 namespace records {
 
@@ -34,9 +33,9 @@ std::optional<QString> originOf(const QString& address)
     // Neither a user nor an escaped character nor a backslash: readers do not agree where a host with these ends.
     // Never destroyed: other threads may ask while the process exits.
     static const auto& pattern = *new QRegularExpression(
-        QStringLiteral(R"(\A(https?)://([\p{L}\p{M}\p{N}._-]+|\[[0-9a-f:.]+\])(?::([0-9]{1,5}))?(?:[/?#].*)?\z)"),
+        QStringLiteral(R"(\A(https?)://([\p{L}\p{M}\p{N}._-]++|\[[0-9a-f:.]+\])(?::([0-9]{1,5}))?(?:[/?#].*)?\z)"),
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
-    const auto match = pattern.match(address);
+    const auto match = tljira::match(pattern, address);
     if (!match.hasMatch())
         return std::nullopt;
     const QString scheme = match.captured(1).toLower();

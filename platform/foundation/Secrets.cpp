@@ -1,10 +1,10 @@
 #include "platform/foundation/Secrets.h"
 
+#include "platform/foundation/values/Match.h"
 #include "platform/foundation/values/Spelling.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <atomic>
@@ -51,10 +51,10 @@ public:
 
     std::shared_ptr<const void> hold(const Secret& secret)
     {
-        const std::lock_guard lock(m_mutex);
-        const auto place = m_held.insert(m_held.end(), secret);
+        const auto place = insert(secret);
+        // Not under the lock: a pointer for which there is no memory lets go of the secret at once.
         return {&*place, [this, place](const void*) {
-                    const std::lock_guard release(m_mutex);
+                    const std::lock_guard lock(m_mutex);
                     m_held.erase(place);
                 }};
     }
@@ -75,6 +75,12 @@ public:
     }
 
 private:
+    std::list<Secret>::iterator insert(const Secret& secret)
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_held.insert(m_held.end(), secret);
+    }
+
     mutable std::mutex m_mutex;
     std::vector<Secret> m_remembered;
     std::list<Secret> m_held;
@@ -130,21 +136,34 @@ struct Fields
     }
 
     const QString separator = QStringLiteral(R"re("?(?: = |=|: ?))re");
-    const QString quoted = QStringLiteral(R"re("(?:[^"\\]|\\.)*")re");
-    const QRegularExpression addresses{QStringLiteral(R"re((://[^\s/?#"@:]*):[^\s/?#"]*@)re")};
+    const QString quoted = QStringLiteral(R"re("(?:[^"\\]++|\\.)*+")re");
+    const QRegularExpression addresses{QStringLiteral(R"re((://[^\s/?#"@:]*+):(?:[^\s/?#"@]*+@)++)re")};
     const QRegularExpression headers =
         in(QStringLiteral(R"re((\b(?:set-cookie2?|cookie2?|(?:proxy-)?authorization)%1)(%2|[^\r\n]*))re"));
     const QRegularExpression passwords = in(QStringLiteral(R"re((\b(?:os_)?password%1)(%2|[^;,&\s]*))re"));
 };
 
+/// What follows the first group becomes `rest`. QString::replace() would leave all of it where memory is short.
+QString without(const QRegularExpression& field, const QString& text, const QString& rest)
+{
+    QString result;
+    qsizetype kept = 0;
+    for (auto found = match(field, text); found.hasMatch(); found = match(field, text, kept)) {
+        result.append(QStringView(text).mid(kept, found.capturedEnd(1) - kept)).append(rest);
+        kept = found.capturedEnd();
+    }
+    return kept == 0 ? text : result.append(QStringView(text).mid(kept));
+}
+
 /// Also those that nobody has told of: a server may set a cookie with any answer.
-QString withoutFields(QString text)
+QString withoutFields(const QString& logged)
 {
     const Fields& fields = Fields::instance();
-    text.replace(fields.addresses, QStringLiteral("\\1:***@"));
-    text.replace(fields.headers, QStringLiteral("\\1***"));
-    text.replace(fields.passwords, QStringLiteral("\\1***"));
-    return text;
+    // Half a surrogate pair, which a server may send, would be no text to look through.
+    QString text = logged.isValidUtf16() ? logged : QString::fromUtf8(logged.toUtf8());
+    text = without(fields.addresses, text, QStringLiteral(":***@"));
+    text = without(fields.headers, text, blank);
+    return without(fields.passwords, text, blank);
 }
 
 QJsonValue blanked(const QJsonValue& value, const std::vector<QString>& secrets)

@@ -88,4 +88,12 @@ TEST_F(ServerAddress, hasNoOriginThatReadersWouldDisagreeAbout)
         EXPECT_EQ(records::originOf(address), std::nullopt) << address.toStdString();
 }
 
+TEST_F(ServerAddress, mayBeOfAnyLength)
+{
+    const QString host = QString(12000000, u'a');
+    EXPECT_EQ(records::originOf(u"https://"_s + host + u"/x"_s), u"https://"_s + host + u":443"_s);
+    EXPECT_EQ(records::originOf(u"https://"_s + host + u" x"_s), std::nullopt);
+    EXPECT_EQ(records::originOf(u"https://"_s + host + u"@h/"_s), std::nullopt);
+}
+
 } // namespace

@@ -1,6 +1,6 @@
 #include "platform/foundation/loading/URLSessionConfiguration.h"
 
-#include <QRegularExpression>
+#include "platform/foundation/values/Match.h"
 
 #include <mutex>
 
@@ -39,7 +39,7 @@ bool URLSessionConfiguration::isRoute(const QString& text)
     // Never destroyed: the network thread may ask while the process exits.
     static const auto& form = *new QRegularExpression(
         QStringLiteral(R"(^(\[[0-9A-Fa-f:.]+\]|[^:\[\]]*):(\d*):(\[[0-9A-Fa-f:.]+\]|[^:\[\]]*):(\d*)$)"));
-    return form.match(text).hasMatch();
+    return match(form, text).hasMatch();
 }
 
 } // namespace tljira

@@ -118,6 +118,35 @@ INSTANTIATE_TEST_SUITE_P(
                     Field{"os_username=anna&os_password=a%20b&x=y", "os_username=anna&os_password=***&x=y"},
                     Field{"Incorrect login or password", "Incorrect login or password"}));
 
+// More than a regular expression finds memory to go back on.
+TEST(Secrets, ofAFieldAreHiddenHoweverLongTheyAre)
+{
+    const QString secret = u"ge\\\"heim "_s.repeated(500000);
+    EXPECT_EQ(withoutSecrets(u"password = \""_s + secret + u"\";\nname = n;"_s), u"password = ***;\nname = n;"_s);
+    EXPECT_EQ(withoutSecrets(u"\"cookie\":\""_s + secret + u"\",\"name\":\"n\""_s), u"\"cookie\":***,\"name\":\"n\""_s);
+    EXPECT_EQ(withoutSecrets(u"Cookie: "_s + secret + u"\r\nHost: h"_s), u"Cookie: ***\r\nHost: h"_s);
+    const QString word = u"geheim"_s.repeated(500000);
+    EXPECT_EQ(withoutSecrets(u"password="_s + word + u"&x=y"_s), u"password=***&x=y"_s);
+    EXPECT_EQ(withoutSecrets(u"https://anna:"_s + word + u"@h/"_s), u"https://anna:***@h/"_s);
+    const QString many = u"password = geheim; "_s.repeated(20000);
+    EXPECT_EQ(withoutSecrets(many), u"password = ***; "_s.repeated(20000));
+}
+
+// There Qt's regular expressions give up after ten million steps.
+TEST(Secrets, ofAFieldAreHiddenHoweverLongTheyAreWithoutMachineCodeToo)
+{
+    qputenv("QT_ENABLE_REGEXP_JIT", "0");
+    const QString word(12000000, u'x');
+    const QString noUser = u"https://h:"_s + word + u" a@b "_s;
+    EXPECT_EQ(withoutSecrets(noUser + u"https://anna:"_s + word + u"@h/"_s), noUser + u"https://anna:***@h/"_s);
+}
+
+TEST(Secrets, ofAFieldAreHiddenBesideHalfACharacter)
+{
+    const QString name = u"name = "_s + QChar(0xDC00) + u";\n"_s;
+    EXPECT_EQ(withoutSecrets(name + u"password = geheim;\n"_s), u"name = ?;\npassword = ***;\n"_s);
+}
+
 TEST(Secrets, areTokensInNoLineOfALogThatShowsTheOthers)
 {
     const tests::LogCapture capture;
