@@ -62,7 +62,8 @@ translations: $(BUILD)/build.ninja
 	cmake --build --preset $(PRESET) --target translations
 
 # Lets one call of the system after the other fail while the tool works, kills it, and cuts its power; writes the tables of
-# docs/reliability.md. All of it takes hours: EVERY=20 takes one call of 20, BUDGET=600 as much as fits into ten minutes for each table.
+# docs/reliability.md. All of it takes the better part of an hour: EVERY=20 takes one call of 20, BUDGET=600 as much as fits into
+# ten minutes for each table.
 EVERY ?= 1
 BUDGET ?= 0
 torture: $(BUILD)/build.ninja
