@@ -2,7 +2,9 @@
 
 #include <QJsonArray>
 #include <QThread>
-#include <QThreadPool>
+
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -316,8 +318,9 @@ TEST_F(JAControllerUploadTest, startsFromAnyThreadAndReportsOnTheMainThread)
     const QString file = writeFile("source", QByteArray(4 << 20, 'x'));
     const QThread* const mainThread = QThread::currentThread();
     constexpr std::size_t uploads = 4;
+    std::vector<std::jthread> threads;
     for (std::size_t number = 0; number < uploads; ++number) {
-        QThreadPool::globalInstance()->start([this, file, mainThread] {
+        threads.emplace_back([this, file, mainThread] {
             client->uploadFileInIssue(
                 file, QStringLiteral("a.bin"), QStringLiteral("ABC-1"),
                 [this, mainThread](const auto& newError) {
@@ -331,7 +334,7 @@ TEST_F(JAControllerUploadTest, startsFromAnyThreadAndReportsOnTheMainThread)
     while (client->upladTask() == nullptr)
         tests::drainMainQueue();
     ASSERT_TRUE(waitForEvents(uploads));
-    QThreadPool::globalInstance()->waitForDone();
+    threads.clear();
     EXPECT_THAT(events, testing::Each("no error"));
     EXPECT_EQ(server.attachments("ABC-1").size(), uploads);
 }
@@ -339,9 +342,9 @@ TEST_F(JAControllerUploadTest, startsFromAnyThreadAndReportsOnTheMainThread)
 TEST_F(JAControllerUploadTest, cancelsFromAnyThread)
 {
     uploadAndHold("a.bin");
-    QThreadPool::globalInstance()->start([this] { client->cancelUpload(); });
+    std::jthread canceller([this] { client->cancelUpload(); });
     ASSERT_TRUE(waitForEvents(1));
-    QThreadPool::globalInstance()->waitForDone();
+    canceller.join();
     EXPECT_THAT(events, ElementsAre("NSURLErrorDomain -999"));
 }
 
