@@ -1,15 +1,12 @@
 #pragma once
 
+#include <functional>
+
 namespace tests {
 
-/// As long as it lives, this thread's call of operator new of this number, from 1 on, throws std::bad_alloc.
-class ScarceMemory
-{
-public:
-    explicit ScarceMemory(int call);
-    ~ScarceMemory();
-    ScarceMemory(const ScarceMemory&) = delete;
-    ScarceMemory& operator=(const ScarceMemory&) = delete;
-};
+/// Refuses one call of malloc after the other, each in a process of its own in which `isRight` has not run yet.
+/// The number of the first one after which `isRight` hangs or gives false, where it could end its process; 0 if there
+/// is none.
+int firstCallThatMisleads(const std::function<bool()>& isRight);
 
 } // namespace tests
